@@ -1,0 +1,61 @@
+/// @file
+/// The floating-point frame around the library's calls, and tests for special values.
+///
+/// The distribution functions, p-values and critical values compute with the processor's traps for invalid
+/// operation, division by zero and overflow switched on, so that a broken computation stops at once instead
+/// of spreading NaN or infinity through a statistic. A thread on which RegisterKelSigfpeHandler() has been
+/// called gets such a trap as a standard exception; on any other thread it is a raw SIGFPE.
+///
+/// | hardware trap | exception | what() |
+/// |---|---|---|
+/// | invalid operation | std::invalid_argument | "Float exception: invalid_argument." |
+/// | division by zero | std::runtime_error | "Float exception: divide by zero." |
+/// | overflow | std::overflow_error | "Float exception: overflow." |
+/// | several of them at once | std::runtime_error | "Runtime exception: multiple floating point
+/// faults/traps." | | integer division by zero | std::runtime_error | "Runtime exception: integer division by
+/// zero." |
+///
+/// After such an exception the thread is in trapping mode: call ResetFpuStates() before going on. After a
+/// normal return it is in the default mode, whatever mode the caller was in: the frame does not save it.
+///
+/// A NaN argument of a framed function takes part in an ordered comparison, which is an invalid operation,
+/// and so ends as std::invalid_argument.
+#pragma once
+
+#include <zul/export.h>
+
+namespace zul {
+
+/// Makes hardware floating-point traps on the calling thread arrive as standard exceptions.
+///
+/// Call it once on each thread that calls the library; calling it again does no harm. On POSIX systems the
+/// first call of the process installs a handler for SIGFPE: signals of threads that did not register, and
+/// those that are not floating-point traps, go on to the handler that was there before. The thread is left
+/// in the default mode.
+/// @return 0, always.
+ZUL_API int RegisterKelSigfpeHandler(void);
+
+/// Puts the calling thread into trapping mode: invalid operation, division by zero and overflow trap,
+/// underflow and inexact results do not, rounding is to nearest, the exception flags are clear.
+ZUL_API void SetKelFpuStates(void);
+
+/// Puts the calling thread into the default mode: nothing traps, rounding is to nearest, the flags are
+/// clear. Call it after catching an exception from the library.
+ZUL_API void ResetFpuStates(void);
+
+/// @return whether x is plus or minus infinity.
+ZUL_API bool IsInfinity(double x);
+
+/// @return whether x is plus infinity.
+ZUL_API bool IsPlusInfinity(double x);
+
+/// @return whether x is minus infinity.
+ZUL_API bool IsMinusInfinity(double x);
+
+/// @return whether x is a NaN, quiet or signalling.
+ZUL_API bool IsNaN(double x);
+
+/// @return whether x stands for "no result": the same test as IsNaN().
+ZUL_API bool IsResultNA(double x);
+
+}  // namespace zul

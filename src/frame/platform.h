@@ -1,0 +1,44 @@
+// Everything in the library that depends on the platform: the control register of the SSE unit and the
+// translation of hardware traps into C++ exceptions. The functions that are not inline here live in one
+// source per platform (platform_posix.cpp).
+#pragma once
+
+#if !defined(__x86_64__) && !defined(_M_X64)
+#error "zul computes with the SSE unit of x86-64 processors"
+#endif
+
+#include <xmmintrin.h>
+
+namespace zul::frame {
+
+// All exceptions masked, round to nearest, denormals kept, flags clear.
+inline constexpr unsigned kDefaultControl = 0x1F80;
+// As the default, with invalid operation, division by zero and overflow unmasked.
+inline constexpr unsigned kTrappingControl = 0x1900;
+
+// One write of the whole register clears the flags and sets masks and rounding together; a
+// read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
+inline void EnterTrappingMode() {
+    _mm_setcsr(kTrappingControl);
+}
+
+inline void EnterDefaultMode() {
+    _mm_setcsr(kDefaultControl);
+#if defined(__linux__)
+    // fegetround and fegetexcept read the control word of the x87 unit, so that word is put back as well.
+    constexpr unsigned short kDefaultX87Control = 0x037F;
+    unsigned short control = 0;
+    __asm__ volatile("fnstcw %0" : "=m"(control));
+    if (control != kDefaultX87Control) {
+        control = kDefaultX87Control;
+        __asm__ volatile("fldcw %0" : : "m"(control));
+    }
+#endif
+}
+
+// From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide
+// handler is installed on the first call and never again; traps that are not ours go to the handler that
+// was there before.
+void TranslateTrapsOfThisThread();
+
+}  // namespace zul::frame

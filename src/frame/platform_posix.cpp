@@ -1,0 +1,107 @@
+#include "frame/platform.h"
+
+#include <signal.h>
+#include <ucontext.h>
+
+#include <bit>
+#include <cstdint>
+#include <mutex>
+
+#include "frame/errors.h"
+
+namespace zul::frame {
+namespace {
+
+// Initial-exec storage is laid out when the library is loaded, so that the signal handler can read it
+// without allocating.
+__attribute__((tls_model("initial-exec"))) thread_local bool translating = false;
+
+struct sigaction previousAction;
+
+[[noreturn]] __attribute__((noinline, used, force_align_arg_pointer)) void ThrowForTrap(Trap trap) {
+    RaiseTrap(trap);
+}
+
+// The unmasked exceptions whose flags are up: one bit each for invalid, divide by zero and overflow.
+unsigned LiveExceptions(unsigned control) {
+    constexpr unsigned kFlags = 0x0D;
+    constexpr unsigned kMaskShift = 7;
+    return control & ~(control >> kMaskShift) & kFlags;
+}
+
+bool IdentifyTrap(const siginfo_t& info, unsigned control, Trap* trap) {
+    const bool multiple = std::popcount(LiveExceptions(control)) > 1;
+    switch (info.si_code) {
+        case FPE_FLTINV:
+            *trap = multiple ? Trap::Multiple : Trap::Invalid;
+            return true;
+        case FPE_FLTDIV:
+            *trap = multiple ? Trap::Multiple : Trap::DivideByZero;
+            return true;
+        case FPE_FLTOVF:
+            *trap = multiple ? Trap::Multiple : Trap::Overflow;
+            return true;
+        case FPE_INTDIV:
+            *trap = Trap::IntegerDivideByZero;
+            return true;
+        default:
+            return false;
+    }
+}
+
+// Makes the interrupted thread go on in ThrowForTrap as if the faulting instruction had been a call to
+// it. The throw then happens in ordinary code, after the handler has returned: throwing inside the
+// handler would start from the wrong control register and confuses ThreadSanitizer.
+void ResumeInThrow(ucontext_t* context, Trap trap) {
+    greg_t* registers = context->uc_mcontext.gregs;
+    if (trap != Trap::IntegerDivideByZero) context->uc_mcontext.fpregs->mxcsr = kTrappingControl;
+    // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
+    registers[REG_RSP] -= 8;
+    *reinterpret_cast<std::int64_t*>(registers[REG_RSP]) = registers[REG_RIP] + 1;
+    registers[REG_RDI] = static_cast<greg_t>(trap);
+    registers[REG_RIP] = reinterpret_cast<greg_t>(&ThrowForTrap);
+    constexpr greg_t kDirectionFlag = 0x400;
+    registers[REG_EFL] &= ~kDirectionFlag;
+}
+
+void PassToPreviousHandler(int signal, siginfo_t* info, void* context) {
+    if ((previousAction.sa_flags & SA_SIGINFO) != 0) {
+        previousAction.sa_sigaction(signal, info, context);
+    } else if (previousAction.sa_handler != SIG_DFL && previousAction.sa_handler != SIG_IGN) {
+        previousAction.sa_handler(signal);
+    } else if (info->si_code > 0) {
+        ::signal(SIGFPE, SIG_DFL);  // the instruction runs again and the process dies where the fault is
+    } else if (previousAction.sa_handler == SIG_DFL) {
+        ::signal(SIGFPE, SIG_DFL);  // sent by raise or kill, so it has to be sent again
+        ::raise(SIGFPE);
+    }
+}
+
+void OnFloatingPointSignal(int signal, siginfo_t* info, void* rawContext) {
+    auto* context = static_cast<ucontext_t*>(rawContext);
+    Trap trap{};
+    if (translating && IdentifyTrap(*info, context->uc_mcontext.fpregs->mxcsr, &trap)) {
+        ResumeInThrow(context, trap);
+    } else {
+        PassToPreviousHandler(signal, info, rawContext);
+    }
+}
+
+void InstallHandler() {
+    struct sigaction action = {};
+    action.sa_sigaction = OnFloatingPointSignal;
+    action.sa_flags = SA_SIGINFO | SA_NODEFER;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGFPE, &action, &previousAction);
+}
+
+}  // namespace
+
+void TranslateTrapsOfThisThread() {
+    // Once only: two handlers that chain to each other would loop for ever.
+    static std::once_flag installed;
+    std::call_once(installed, InstallHandler);
+    translating = true;
+}
+
+}  // namespace zul::frame

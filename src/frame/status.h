@@ -1,0 +1,13 @@
+// The status codes that exported routines return, and those of the root finder.
+#pragma once
+
+namespace zul {
+
+inline constexpr int kSuccess = 0;
+inline constexpr int kOutOfMemory = 30001;
+inline constexpr int kBadIntervalType = 30002;
+inline constexpr int kTooManyValues = 30011;
+inline constexpr int kRootNotEvaluated = 30020;
+inline constexpr int kRootNotBracketed = 30021;
+
+}  // namespace zul
