@@ -1,0 +1,48 @@
+#include "hypothesis/intervals.h"
+
+#include <limits>
+
+#include "distributions/framed_evaluations.h"
+#include "frame/missing_value.h"
+#include "frame/status.h"
+
+namespace zul::hypothesis {
+namespace {
+
+// quantile(p) is that of the standardised estimate.
+template <typename Quantile>
+int Interval(Quantile quantile, double confidence, IntervalType type, double estimate, double standardError,
+             double* lower, double* upper) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    switch (type) {
+        case IntervalType::UpperBound:
+            *lower = -kInfinity;
+            *upper = estimate + quantile(confidence) * standardError;
+            return kSuccess;
+        case IntervalType::TwoSided: {
+            const double halfWidth = quantile((confidence + 1.0) * 0.5) * standardError;
+            *lower = estimate - halfWidth;
+            *upper = estimate + halfWidth;
+            return kSuccess;
+        }
+        case IntervalType::LowerBound:
+            *lower = estimate - quantile(confidence) * standardError;
+            *upper = kInfinity;
+            return kSuccess;
+    }
+    *lower = *upper = frame::kQuietNaN;
+    return kBadIntervalType;
+}
+
+}  // namespace
+
+int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
+                   double* upper) {
+    return Interval(FramedNormalQuantile, confidence, type, estimate, standardError, lower, upper);
+}
+
+double NormalTestPValue(double z, AlternativeHypothesis alternative) {
+    return FramedNormalTail(z, static_cast<int>(alternative));
+}
+
+}  // namespace zul::hypothesis

@@ -1,0 +1,17 @@
+// What all hypothesis tests share: bounds from an estimate and its standard error, p-values from a statistic.
+#pragma once
+
+#include "zul/hypothesis.h"
+
+namespace zul::hypothesis {
+
+// The bounds estimate -+ q * standardError, q the standard normal quantile at (confidence + 1) / 2 for a
+// two-sided interval and at the confidence itself for a single bound; the open side is infinite.
+// kBadIntervalType: both bounds are NaN. A bad confidence gives NaN bounds and kSuccess.
+int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
+                   double* upper);
+
+// The standard normal p-value of z. z NaN: NaN; z infinite, or an unknown alternative: 0.
+double NormalTestPValue(double z, AlternativeHypothesis alternative);
+
+}  // namespace zul::hypothesis

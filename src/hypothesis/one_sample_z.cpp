@@ -1,0 +1,46 @@
+#include <cmath>
+
+#include "frame/status.h"
+#include "hypothesis/intervals.h"
+#include "zul/descriptive.h"
+#include "zul/hypothesis.h"
+
+namespace zul::v0 {
+namespace {
+
+void Summarise(OneSampleZ* record, const double* data) {
+    double variance = 0;
+    v1::GetSampleMeanAndVariance(data, record->n, &record->mean, &variance);
+    record->standardDeviation = std::sqrt(variance);
+}
+
+}  // namespace
+
+int RunOneSampleZ(OneSampleZ* record, const double* data, double sigma, double confidence,
+                  IntervalType type) {
+    Summarise(record, data);
+    return RunOneSampleZ(record, sigma, confidence, type);
+}
+
+int RunOneSampleZ(OneSampleZ* record, const double* data, double sigma, double confidence, IntervalType type,
+                  AlternativeHypothesis alternative, double mu0) {
+    Summarise(record, data);
+    return RunOneSampleZ(record, sigma, confidence, type, alternative, mu0);
+}
+
+int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, IntervalType type) {
+    record->standardError = sigma / std::sqrt(static_cast<double>(record->n));
+    return hypothesis::NormalInterval(confidence, type, record->mean, record->standardError,
+                                      &record->lowerBound, &record->upperBound);
+}
+
+int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, IntervalType type,
+                  AlternativeHypothesis alternative, double mu0) {
+    const int status = RunOneSampleZ(record, sigma, confidence, type);
+    if (status != kSuccess) return status;
+    record->zStatistic = (record->mean - mu0) / record->standardError;
+    record->pValue = hypothesis::NormalTestPValue(record->zStatistic, alternative);
+    return kSuccess;
+}
+
+}  // namespace zul::v0
