@@ -11,7 +11,8 @@ install(
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zul)
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/zulConfig.cmake.in ${PROJECT_BINARY_DIR}/zulConfig.cmake
-                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zul)
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zul
+                              PATH_VARS CMAKE_INSTALL_INCLUDEDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zulConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/zulConfig.cmake ${PROJECT_BINARY_DIR}/zulConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zul)

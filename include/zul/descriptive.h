@@ -116,9 +116,10 @@ ZUL_API void GetKelSkewnessAndKurtosis(const double* x, unsigned n, double* skew
 
 namespace v2 {
 
-/// The geometric mean, by a scaled running product that neither overflows nor underflows.
+/// The geometric mean, by a running product that is scaled back between 2^-256 and 2^256 after each value.
 ///
-/// The first value that decides ends the loop, and the values after it are not looked at: 0 gives 0, plus
+/// Values from 3e-231 to 1e231 are safe; beyond, the product may underflow, which gives 0, or overflow, which
+/// gives infinity. The first value that decides ends the loop, and the values after it are not looked at: 0 gives 0, plus
 /// infinity gives infinity, a negative value gives NaN.
 /// @param x in: n values, not negative
 /// @param n number of values

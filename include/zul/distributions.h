@@ -45,7 +45,7 @@ ZUL_API void NormalPdf(double* out, const double* in, std::size_t count, double 
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
 ///
-/// x = mean gives exactly 0.5. z = (x - mean) / sd above 37.57 in magnitude gives 0 for the far tail. sd = 0
+/// x = mean gives exactly 0.5. z = (x - mean) / sd above 36.29 in magnitude gives 0 for the far tail. sd = 0
 /// and x different from the mean: std::runtime_error ("Float exception: divide by zero.").
 /// Method: the incomplete gamma pair with shape 1/2, W. Gautschi, A computational procedure for incomplete
 /// gamma functions, 1979.

@@ -43,8 +43,8 @@ double GetProportions(const double* x, unsigned n, double* out) {
 
 namespace v2 {
 
-// The running product is kept between 2^-256 and 2^256 and the factors of 2^256 are counted, so that it
-// neither overflows nor underflows.
+// The running product is brought back between 2^-256 and 2^256 after each value, and the factors of 2^256 are
+// counted.
 double GetGeometricMean(const double* x, unsigned n) {
     constexpr double kBig = 0x1p256;
     constexpr double kSmall = 0x1p-256;

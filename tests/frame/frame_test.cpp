@@ -1,0 +1,152 @@
+#include "zul/frame.h"
+
+#include <gtest/gtest.h>
+#include <xmmintrin.h>
+
+#include <bit>
+#include <cfenv>
+#include <cfloat>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <typeinfo>
+
+#include "frame/traps.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace {
+
+constexpr unsigned kDefault = 0x1F80;
+constexpr unsigned kTrapping = 0x1900;
+constexpr unsigned kFlags = 0x3F;
+
+// Runs the operation where the compiler cannot know that it does not throw.
+template <typename Operation>
+double Opaque(Operation operation) {
+    double (*volatile call)(Operation&) = [](Operation& f) -> double { return f(); };
+    return call(operation);
+}
+
+TEST(Frame, SetsTheWholeControlRegister) {
+    _mm_setcsr(0xFFC0);  // round towards zero, denormals flushed
+    SetKelFpuStates();
+    EXPECT_EQ(_mm_getcsr(), kTrapping);
+    ResetFpuStates();
+    EXPECT_EQ(_mm_getcsr(), kDefault);
+    EXPECT_EQ(test::Divide(1, 0), std::numeric_limits<double>::infinity());
+    std::fesetround(FE_UPWARD);
+    EXPECT_EQ(RegisterKelSigfpeHandler(), 0);
+    EXPECT_EQ(std::fegetround(), FE_TONEAREST);
+    EXPECT_EQ(_mm_getcsr(), kDefault);
+}
+
+TEST(Frame, HoldsDuringACallAlone) {
+    double out[2];
+    const double in[2] = {1, 2};
+    const std::function<void()> calls[] = {
+        [&] { NormalCdf(1, 0, 1, false); },          [&] { NormalCdf(out, in, 2, 0, 1, false); },
+        [&] { NormalCdf(out, in, 0, 0, 1, false); }, [&] { NormalPValue(1, TwoSided); },
+        [&] { NormalCritValue(0.05, TwoSided); },
+    };
+    for (const auto& call : calls) {
+        _mm_setcsr(0xFFC0);
+        call();
+        EXPECT_EQ(_mm_getcsr(), kDefault);
+    }
+}
+
+TEST(Frame, PsiRunsBare) {
+    _mm_setcsr(kTrapping);
+    v2::Psi(2.5);
+    EXPECT_EQ(_mm_getcsr() & ~kFlags, kTrapping);
+}
+
+TEST(Traps, BecomeStandardExceptions) {
+    struct Case {
+        double (*operation)();
+        const std::type_info& type;
+        std::string message;
+    };
+    const Case cases[] = {
+        {[] { return test::Divide(0, 0); }, typeid(std::invalid_argument),
+         "Float exception: invalid_argument."},
+        {[] { return test::Divide(1, 0); }, typeid(std::runtime_error), "Float exception: divide by zero."},
+        {[] { return test::Multiply(DBL_MAX, 2); }, typeid(std::overflow_error),
+         "Float exception: overflow."},
+        {[] { return test::DividePacked(); }, typeid(std::runtime_error),
+         "Runtime exception: multiple floating point faults/traps."},
+    };
+    for (const Case& c : cases) {
+        for (int repeat = 0; repeat < 3; ++repeat) {
+            SetKelFpuStates();
+            try {
+                const double result = Opaque(c.operation);
+                ResetFpuStates();
+                ADD_FAILURE() << c.message << " did not come: " << result;
+            } catch (const std::exception& e) {
+                EXPECT_EQ(_mm_getcsr() & ~kFlags, kTrapping);
+                ResetFpuStates();
+                EXPECT_EQ(typeid(e), c.type) << c.message;
+                EXPECT_EQ(e.what(), c.message);
+            }
+        }
+    }
+}
+
+TEST(Traps, IntegerDivisionKeepsTheFloatingPointMode) {
+    for (const unsigned mode : {kDefault, kTrapping}) {
+        _mm_setcsr(mode);
+        try {
+            const double result = Opaque([] { return static_cast<double>(test::DivideIntegers(1, 0)); });
+            ADD_FAILURE() << result;
+        } catch (const std::runtime_error& e) {
+            const unsigned control = _mm_getcsr();
+            ResetFpuStates();
+            EXPECT_EQ(control & ~kFlags, mode);
+            EXPECT_STREQ(e.what(), "Runtime exception: integer division by zero.");
+        }
+    }
+}
+
+TEST(Traps, UnderflowAndInexactResultsDoNotTrap) {
+    SetKelFpuStates();
+    const double small = test::Multiply(DBL_MIN, 0.1);
+    const double third = test::Divide(1, 3);
+    ResetFpuStates();
+    EXPECT_GT(small, 0);
+    EXPECT_EQ(third, 1.0 / 3);
+}
+
+TEST(Traps, EndAProcessWhoseThreadDidNotRegister) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(std::thread([] {
+                    SetKelFpuStates();
+                    volatile double result = test::Divide(1, 0);
+                    (void)result;
+                }).join(),
+                testing::KilledBySignal(SIGFPE), "");
+}
+
+TEST(Predicates, LookAtTheBits) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const double quiet = std::numeric_limits<double>::quiet_NaN();
+    const double signalling = std::bit_cast<double>(std::uint64_t{0xFFF0000000000001});
+    SetKelFpuStates();
+    for (const double nan : {quiet, -quiet, signalling}) {
+        EXPECT_TRUE(IsNaN(nan) && IsResultNA(nan));
+        EXPECT_FALSE(IsInfinity(nan) || IsPlusInfinity(nan) || IsMinusInfinity(nan));
+    }
+    for (const double number : {0.0, -1.0, DBL_MAX, 1.23456e30, inf, -inf}) {
+        EXPECT_FALSE(IsNaN(number) || IsResultNA(number));
+        EXPECT_EQ(IsPlusInfinity(number), number == inf);
+        EXPECT_EQ(IsMinusInfinity(number), number == -inf);
+        EXPECT_EQ(IsInfinity(number), number == inf || number == -inf);
+    }
+}
+
+}  // namespace
+}  // namespace zul

@@ -1,0 +1,73 @@
+#include "numerics/normal.h"
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+#include "distributions/normal.h"
+#include "frame/error_state.h"
+#include "frame/missing_value.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::errorState;
+
+TEST(Erfc, CutOffsAndCentre) {
+    EXPECT_EQ(Erfc(26.5695), 0);
+    EXPECT_EQ(Erfc(-5.6251), 2);
+    EXPECT_EQ(Erfc(9e-15), 1);
+    EXPECT_EQ(Erfc(-9e-15), 1);
+    EXPECT_TRUE(std::isnan(Erfc(std::numeric_limits<double>::quiet_NaN())));
+}
+
+TEST(NormalDf, TailsAreMirrored) {
+    for (const double z : {0.0, 0.3, 0.67, 1.0, 3.0, 8.0, 30.0, 40.0}) {
+        double lower = 0;
+        double upper = 0;
+        double mirroredLower = 0;
+        double mirroredUpper = 0;
+        normal_df(z, &lower, &upper);
+        normal_df(-z, &mirroredLower, &mirroredUpper);
+        EXPECT_EQ(lower, mirroredUpper) << z;
+        EXPECT_EQ(upper, mirroredLower) << z;
+        EXPECT_EQ(lower + upper, 1) << z;
+        EXPECT_LE(upper, lower) << z;
+        EXPECT_EQ(upper == 0, z == 40) << z;
+    }
+    double lower = 0;
+    double upper = 0;
+    normal_df(std::numeric_limits<double>::quiet_NaN(), &lower, &upper);
+    EXPECT_TRUE(errorState.Failed());
+    EXPECT_EQ(lower, DBL_MAX);
+    EXPECT_EQ(upper, DBL_MAX);
+}
+
+TEST(InvNormalDf, DomainAndCentre) {
+    double z = 1;
+    inv_normal_df(0.5, &z);
+    EXPECT_EQ(z, 0);
+    inv_normal_df(0.5 + 4e-6, &z);
+    EXPECT_NEAR(z, 4e-6 * std::sqrt(2 * M_PI), 1e-15);
+    for (const double p : {0.99e-100, 0.0, -1.0, 1.0, 1.1, std::numeric_limits<double>::quiet_NaN()}) {
+        inv_normal_df(p, &z);
+        EXPECT_EQ(errorState.level, frame::LevelDomain) << p;
+        EXPECT_EQ(std::abs(z), DBL_MAX) << p;
+    }
+    normal_upper_quant(0.51, &z);
+    EXPECT_EQ(errorState.level, frame::LevelDomain);
+    EXPECT_EQ(z, -DBL_MAX);
+}
+
+TEST(NormalKernel, FunctionObjectOfTheFallback) {
+    kernels::CmStandardNormalCdf f(0.25);
+    EXPECT_EQ(f.Evaluate(0), 0.25);
+    EXPECT_EQ(f.Evaluate(frame::kNA), frame::kNA);
+    EXPECT_TRUE(f.IsZero(0.25e-12));
+    EXPECT_FALSE(f.IsZero(0.26e-12));
+}
+
+}  // namespace
+}  // namespace zul::numerics

@@ -1,0 +1,28 @@
+// Reading of tests/data, and the comparisons that its tables ask for.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace zul::test {
+
+using Row = std::vector<std::string>;
+
+// The rows of a table without its heading. A file that cannot be read, or that is empty, throws.
+std::vector<Row> ReadTable(const std::string& file, char separator);
+
+// The values of samples/<name>.csv; "=1 2 3" stands for the values themselves.
+std::vector<double> ReadSample(const std::string& name);
+
+// Numbers separated by blanks.
+std::vector<double> Numbers(const std::string& text);
+
+// "nan", "inf", "-inf" and decimals.
+double Number(const std::string& text);
+
+// |actual - expected| <= tolerance * |expected|; NaN and infinities have to be the same.
+testing::AssertionResult IsNear(double actual, double expected, double tolerance);
+
+}  // namespace zul::test
