@@ -26,7 +26,7 @@ struct RoutineName {
 // "gamma_df"_routine is a constant in static storage: copying a name into the error state is then two moves
 // (a temporary would be put together on the stack first, for a stall of some 15 cycles at each call).
 template <RoutineName Name>
-consteval const RoutineName& operator""_routine() {
+constexpr const RoutineName& operator""_routine() {
     return Name;
 }
 

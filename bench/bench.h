@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include <benchmark/benchmark.h>
+
+namespace zul::bench {
+
+// The library name of this project's rows; every other one is a peer.
+inline constexpr char kOurs[] = "zul";
+
+// Adds the benchmark "workload/library", and none for a null library, the empty row of an absent peer. One
+// call of `operation` works on `elements` elements.
+template <typename Operation>
+void AddBenchmark(const std::string& workload, const char* library, std::int64_t elements,
+                  Operation operation) {
+    if (library == nullptr) return;
+    const std::string name = workload + '/' + library;
+    auto run = [operation = std::move(operation), elements](benchmark::State& state) mutable {
+        for (auto _ : state)
+            operation();
+        state.SetItemsProcessed(state.iterations() * elements);
+    };
+    benchmark::RegisterBenchmark(name.c_str(), std::move(run));
+}
+
+// One for each subsystem, in the order of the table.
+void AddFrameBenchmarks();
+void AddDistributionBenchmarks();
+void AddDescriptiveBenchmarks();
+
+}  // namespace zul::bench

@@ -1,0 +1,32 @@
+/// @file
+/// Numbers and words of the reports and messages.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace analyze {
+
+/// The finite decimal number that is the whole of the text, but for blanks around it and a leading plus sign.
+///
+/// "nan", "inf", hexadecimal numbers and numbers beyond the range of a double are not numbers here.
+std::optional<double> ParseNumber(std::string_view text);
+
+/// A number that the user gave, with the digits that were given, up to the 15 that a double keeps.
+std::string AsGiven(double value);
+
+/// A computed number with so many significant digits, trailing zeros kept; "not defined" for NaN.
+std::string Significant(double value, int digits);
+
+/// The text with a question mark for each control character, so that it stays on one line.
+std::string OneLine(std::string_view text);
+
+/// The text in single quotes, its end cut off if it is too long for a message.
+std::string Quoted(std::string_view text);
+
+/// The text, or its end after "..." if it has more than `width` characters.
+std::string ShortenedToEnd(std::string_view text, std::size_t width);
+
+}  // namespace analyze
