@@ -119,8 +119,8 @@ namespace v2 {
 /// The geometric mean, by a running product that is scaled back between 2^-256 and 2^256 after each value.
 ///
 /// Values from 3e-231 to 1e231 are safe; beyond, the product may underflow, which gives 0, or overflow, which
-/// gives infinity. The first value that decides ends the loop, and the values after it are not looked at: 0 gives 0, plus
-/// infinity gives infinity, a negative value gives NaN.
+/// gives infinity. The first value that decides ends the loop, and the values after it are not looked at: 0
+/// gives 0, plus infinity gives infinity, a negative value gives NaN.
 /// @param x in: n values, not negative
 /// @param n number of values
 /// @return the geometric mean; n = 0, or NaN among the values: NaN

@@ -4,7 +4,6 @@
 #include <ucontext.h>
 
 #include <bit>
-#include <cstdint>
 #include <mutex>
 
 #include "frame/errors.h"
@@ -57,7 +56,7 @@ void ResumeInThrow(ucontext_t* context, Trap trap) {
     if (trap != Trap::IntegerDivideByZero) context->uc_mcontext.fpregs->mxcsr = kTrappingControl;
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
     registers[REG_RSP] -= 8;
-    *reinterpret_cast<std::int64_t*>(registers[REG_RSP]) = registers[REG_RIP] + 1;
+    *reinterpret_cast<greg_t*>(registers[REG_RSP]) = registers[REG_RIP] + 1;  // NOLINT: an address it is
     registers[REG_RDI] = static_cast<greg_t>(trap);
     registers[REG_RIP] = reinterpret_cast<greg_t>(&ThrowForTrap);
     constexpr greg_t kDirectionFlag = 0x400;

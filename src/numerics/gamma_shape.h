@@ -38,6 +38,7 @@ double CountSeriesTerms(double a, double x);
 // The fractional shape b in [0, 1) of UpperGammaSmall.
 class FractionalShape {
 public:
+    // cppcheck-suppress uninitMemberVar ; the ratios are filled as they are needed
     explicit FractionalShape(double b) : b_(b) {}
     double Value() const { return b_; }
     // (1 - gamma(1 + b)) / b. b outside [0, 1]: DBL_MAX and errno EDOM.

@@ -63,16 +63,12 @@ double SmallUpper(double x, const Fraction& shape) {
     double term = std::pow(x, b + 1) / (b + 1);
     double sum = term;
     int n = 1;
-    const auto addTerm = [&] {
+    const int sure = shape.SureTerms(x);
+    while (n < sure || (std::abs(term) > kSeriesTolerance && n < FractionalShape::kSeriesLimit)) {
         ++n;
         term = -(x / n) * shape.TermRatio(n) * term;
         sum += term;
-    };
-    const int sure = shape.SureTerms(x);
-    while (n < sure)
-        addTerm();
-    while (std::abs(term) > kSeriesTolerance && n < FractionalShape::kSeriesLimit)
-        addTerm();
+    }
     errorState.count = n;
     return -power - quotient + sum;
 }

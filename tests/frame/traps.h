@@ -28,7 +28,7 @@ inline double DividePacked() {
 __attribute__((no_sanitize("undefined"))) inline int DivideIntegers(int a, int b) {
     volatile int x = a;
     volatile int y = b;
-    return x / y;
+    return x / y;  // NOLINT: that is its purpose
 }
 
 }  // namespace zul::test
