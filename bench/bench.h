@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <utility>
 
@@ -26,7 +27,10 @@ void AddBenchmark(const std::string& workload, const char* library, std::int64_t
     benchmark::RegisterBenchmark(name.c_str(), std::move(run));
 }
 
-// One for each subsystem, in the order of the table.
+// Runs what the subsystems add, in their order, and prints the table.
+int Run(int argc, char** argv, std::initializer_list<void (*)()> subsystems);
+
+// One for each subsystem.
 void AddFrameBenchmarks();
 void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();

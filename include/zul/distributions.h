@@ -15,8 +15,9 @@
 ///
 /// A result that does not exist is a quiet NaN. Parameters are not checked: a bad one gives NaN or 0, or
 /// stops the computation with one of the standard exceptions listed in frame.h, as each function tells; call
-/// RegisterKelSigfpeHandler() on each thread to receive them. A NaN argument gives std::invalid_argument. The
-/// argument 1.23456e30 is the library's own missing value and gives NaN.
+/// RegisterKelSigfpeHandler() on each thread to receive them. A NaN argument gives std::invalid_argument.
+/// 1.23456e30 is the library's own missing value: as the argument of a cumulative function or a p-value it
+/// gives NaN.
 ///
 /// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode.
 /// Calls from several threads have to be serialised.

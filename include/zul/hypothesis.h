@@ -19,7 +19,8 @@
 /// p-value 0 for every alternative.
 ///
 /// The routines set no floating-point mode but around the distribution functions that they call, which leave
-/// the thread in the default mode. They do not throw. Calls from several threads have to be serialised.
+/// the thread in the default mode. Called in that mode they do not throw. Calls from several threads have to
+/// be serialised.
 #pragma once
 
 #include <zul/export.h>
