@@ -127,10 +127,12 @@ TEST(NormalArray, GivesTheBitsOfTheScalarCallsAlsoInPlace) {
         [](double v) { return NormalInvCdf(v, 1, 2.5); });
 }
 
-TEST(Psi, Ends) {
+TEST(Psi, EndsAndTheDeliberateLastTerm) {
     EXPECT_EQ(Bits(v2::Psi(0)), 0x7FF8000000000000u);
     EXPECT_TRUE(IsNaN(v2::Psi(-1)));
     EXPECT_EQ(v2::Psi(1e-13), -1e13);
+    // The digamma function itself is 2.25175258906672 here.
+    EXPECT_NEAR(v2::Psi(10), 2.2517525890658886, 1e-15);
 }
 
 }  // namespace

@@ -83,6 +83,38 @@ TEST(GammaDf, SaturatesAtTheEnds) {
     }
 }
 
+TEST(GammaDf, LimitsAreIncluded) {
+    const Result atShapeLimit = Evaluate(94906265, 94906265);
+    EXPECT_EQ(errorState.level, 0);
+    EXPECT_NEAR(atShapeLimit.lower, 0.5, 1e-4);
+    Evaluate(189812530, 3);
+    EXPECT_EQ(errorState.method, GammaUpperCannotRise);
+    Evaluate(2.2250738585072014e-288, 1);
+    EXPECT_EQ(errorState.method, GammaLower);
+}
+
+// The continued fraction, told plainly.
+TEST(GammaContinuedFraction, StopsWhereItsPairsMeet) {
+    const FractionalShape third(1.0 / 3);
+    for (double x = 1; x < 100; x *= 1.05) {
+        double p0 = 0, p1 = 1, q0 = 1, q1 = 1, r0 = 0, r1 = 1;
+        int k = 0;
+        do {
+            ++k;
+            p0 = (k - third.Value()) * p0 + x * p1;
+            q0 = (k - third.Value()) * q0 + x * q1;
+            r0 = p0 / q0;
+            p1 = k * p1 + p0;
+            q1 = k * q1 + q0;
+            r1 = p1 / q1;
+        } while ((r1 - r0) / r0 >= 1e-9);
+        double factor = 0;
+        ASSERT_EQ(GammaContinuedFraction(x, third, &factor), kConverged);
+        ASSERT_EQ(errorState.count, k) << x;
+        ASSERT_EQ(factor, (r0 + r1) / 2) << x;
+    }
+}
+
 TEST(GammaDf, WritesNothingOutsideItsDomain) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();

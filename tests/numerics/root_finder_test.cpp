@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <vector>
 
 #include "frame/missing_value.h"
 #include "frame/status.h"
@@ -109,6 +110,46 @@ TEST(ExpandBracket, WidensUntilTheSignChanges) {
     line.discrete = true;
     EXPECT_TRUE(ExpandBracket(&lo, &hi, line, -1e30, 1e30));
     EXPECT_TRUE(lo <= 1000 && hi > 1000 && lo == std::floor(lo)) << lo << " " << hi;
+}
+
+// Half the width outward from the end that is nearer to a root, doubled each time, rounded outward, and at
+// last the limit itself.
+TEST(ExpandBracket, MarchesByDoublingSteps) {
+    std::vector<double> visited;
+    for (const double direction : {1.0, -1.0}) {
+        Function away([&](double x) {
+            visited.push_back(x);
+            return 100 - direction * x;
+        });
+        away.discrete = true;
+        double lo = direction > 0 ? 0 : -3;
+        double hi = direction > 0 ? 3 : 0;
+        visited.clear();
+        EXPECT_FALSE(ExpandBracket(&lo, &hi, away, -20, 20));
+        const std::vector<double> marched(visited.begin() + 2, visited.end());
+        const std::vector<double> expected = {direction * 5, direction * 8, direction * 14, direction * 20};
+        EXPECT_EQ(marched, expected);
+    }
+}
+
+TEST(RealFunction, TolerancesOfTheBracketAreStrictThoseOfTheValueAreNot) {
+    Function f([](double x) { return x; });
+    f.absTolX = 0.5;
+    f.relTolX = 0;
+    EXPECT_FALSE(f.IsConverged(1, 1.5));
+    EXPECT_TRUE(f.IsConverged(1.25, 1.5));
+    f.discrete = true;
+    EXPECT_FALSE(f.IsConverged(1, 3));
+    EXPECT_TRUE(f.IsConverged(1, 2.75));
+    f.relTolX = 0.25;
+    EXPECT_FALSE(f.IsConverged(-8, -6));
+    EXPECT_TRUE(f.IsConverged(-16, -13));
+    f.absTolF = 0.125;
+    EXPECT_TRUE(f.IsZero(-0.125));
+    EXPECT_FALSE(f.IsZero(0.25));
+    f.target = -8;
+    f.relTolF = 0.03125;
+    EXPECT_TRUE(f.IsZero(0.25));
 }
 
 TEST(ExpandBracket, RetreatsFromPointsWithoutAValue) {
