@@ -1,0 +1,57 @@
+// Arguments for the sweeps that every numerical routine has to survive.
+#pragma once
+
+#include <array>
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+namespace zul::test {
+
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr int kSweepCount = 100000;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+inline constexpr int kSweepCount = 100000;
+#else
+inline constexpr int kSweepCount = 1000000;
+#endif
+#else
+inline constexpr int kSweepCount = 1000000;
+#endif
+
+// Random numbers of every size, seeded.
+class WildArguments {
+public:
+    explicit WildArguments(std::uint64_t seed) : engine_(seed) {}
+    // In [0, 1).
+    double Uniform() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
+    // 10 to a power between the two.
+    double Power(double lo, double hi) { return std::pow(10, lo + (hi - lo) * Uniform()); }
+    // In [0, 1], also close to its ends.
+    double Fraction() {
+        const double kind = Uniform();
+        if (kind < 0.5) return Uniform();
+        return kind < 0.8 ? Power(-300, 0) : 1 - Power(-16, 0);
+    }
+    // A positive number, usually of ordinary size, sometimes of any.
+    double Positive() {
+        const double kind = Uniform();
+        if (kind < 0.6) return Power(-3, 3);
+        if (kind < 0.8) return std::ceil(Power(0, 3)) / 2;
+        return kind < 0.97 ? Power(-12, 8) : Power(-307, 300);
+    }
+    // Now and then one of the values that break things, else the given one.
+    double OrSpecial(double value) {
+        constexpr std::array kSpecial = {0.0,    1.0, 0.5,  5e-324, DBL_MIN, DBL_MAX,    -DBL_MAX,
+                                         -1e-300, -1.0, 1e-16, 1e30,   2e-288,  94906265.0, 94906266.0};
+        if (Uniform() >= 0.03) return value;
+        return kSpecial[engine_() % kSpecial.size()];
+    }
+
+private:
+    std::mt19937_64 engine_;
+};
+
+}  // namespace zul::test
