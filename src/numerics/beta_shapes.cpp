@@ -14,15 +14,15 @@ constexpr double kStirlingStart = 10;
 // c(y + p) - c(y) for Stirling's correction c(y) = sum of B_2k / (2k (2k - 1) y^(2k - 1)), relative to p: by
 // divided differences of the polynomial in 1 / y^2.
 double StirlingCorrectionDifference(double y, double p) {
-    constexpr double kCoefficients[] = {0.006410256410256411,  -0.0019175269175269174, 0.0008417508417508418,
-                                        -0.0005952380952380952, 0.0007936507936507937, -0.002777777777777778,
+    constexpr double kCoefficients[] = {0.006410256410256411,   -0.0019175269175269174, 0.0008417508417508418,
+                                        -0.0005952380952380952, 0.0007936507936507937,  -0.002777777777777778,
                                         0.08333333333333333};
     const double t0 = 1 / y;
     const double t1 = 1 / (y + p);
     const double difference = -p * t0 * t1;  // t1 - t0
     const double s0 = t0 * t0;
     const double s1 = t1 * t1;
-    double value = 0;    // the polynomial at s0
+    double value = 0;     // the polynomial at s0
     double quotient = 0;  // its divided difference
     for (const double coefficient : kCoefficients) {
         quotient = quotient * s1 + value;
@@ -72,6 +72,15 @@ double BetaOrientation::GammaRatioFactor() const {
 double BetaOrientation::SmallShapeConstant() const {
     return shapes_.sides_[index_].smallShapeConstant.Get(
         [this] { return std::expm1(GammaRatioDefect() + LogGammaIncrement(p_, 1)); });
+}
+
+double BetaOrientation::LogFirstDivisor() const {
+    constexpr double kSmallShape = 0.01;         // up to here the logarithm cancels
+    constexpr double kReciprocalRange = 1e-300;  // p / q may overflow below it
+    return shapes_.sides_[index_].logFirstDivisor.Get([this] {
+        if (p_ > kSmallShape || q_ < kReciprocalRange) return LogP() - shapes_.MinusLogBeta();
+        return LogGammaIncrement(p_, 1) - LogGammaIncrement(p_, q_);
+    });
 }
 
 double BetaShapes::DensityConstant() const {

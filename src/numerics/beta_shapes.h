@@ -26,13 +26,14 @@ public:
     double Q() const { return q_; }
     BetaOrientation Mirrored() const { return {shapes_, 1 - index_}; }
     const BetaShapes& Shapes() const { return shapes_; }
+    bool IsMirrored() const { return index_ != 0; }
     double LogP() const;
     double LogQ() const;
     double MedianSplit() const;
     double GammaP() const;
     double LogGammaP() const;
-    // (q - n) / (n + p), kept for n <= kKeptRatios: between the terms of the lower side's series. The mirrored
-    // orientation's are those of the upper side's.
+    // (q - n) / (n + p), kept for n <= kKeptRatios: between the terms of the lower side's series. The
+    // mirrored orientation's are those of the upper side's.
     double Ratio(double n) const { return (q_ - n) / (n + p_); }
     // Those for 1 to n <= kKeptRatios, from element 1 on.
     const double* Ratios(int n) const;
@@ -43,6 +44,8 @@ public:
     double GammaRatioFactor() const;
     // exp(w) gamma(1 + p) - 1.
     double SmallShapeConstant() const;
+    // log(p B(p, q)); for small p relative to p.
+    double LogFirstDivisor() const;
 
 private:
     const BetaShapes& shapes_;
@@ -81,6 +84,7 @@ private:
         Lazy gammaRatioDefect;
         Lazy gammaRatioFactor;
         Lazy smallShapeConstant;
+        Lazy logFirstDivisor;
         int ratiosKnown = 0;
         double ratios[BetaOrientation::kKeptRatios + 1];
     };

@@ -258,9 +258,8 @@ void BetaSmallUpperSide(const BetaOrientation& shapes, const Point& at, const Ta
     // u and w are moderate, so their logarithms matter for a huge gamma(p) alone.
     constexpr double kLargeLogGamma = 600;
     const double u = SmallShapeIntegral(shapes, at);
-    const bool underflows =
-        shapes.LogGammaP() > kLargeLogGamma &&
-        std::log(u) - shapes.LogGammaP() - shapes.GammaRatioDefect() < kLogUnderflow;
+    const bool underflows = shapes.LogGammaP() > kLargeLogGamma &&
+                            std::log(u) - shapes.LogGammaP() - shapes.GammaRatioDefect() < kLogUnderflow;
     tails.Set(underflows ? 0 : u / shapes.GammaP() / shapes.GammaRatioFactor());
     errorState.method += BetaSmallShape;
 }
@@ -269,7 +268,8 @@ void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& 
     const double p = shapes.P();
     const double q = shapes.Q();
     double factor = 0;
-    const double logPower = at.logRest + at.logDensity - shapes.LogQ();  // log(y^(p - 1) (1 - y)^q / (q B(p, q)))
+    const double logPower =
+        at.logRest + at.logDensity - shapes.LogQ();  // log(y^(p - 1) (1 - y)^q / (q B(p, q)))
     if (logPower >= kLogUnderflow) {
         if (UpperFactor(shapes, at, &factor) != kConverged) return;
         tails.Set(std::exp(logPower) * factor);
@@ -291,7 +291,10 @@ void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& 
     errorState.method += BetaUpperByLog;
 }
 
-void Pair(const BetaOrientation& shapes, Point at, double* lower, double* upper, double* density) {
+void Pair(const BetaShapes& both, int index, double y, double rest, double* lower, double* upper,
+          double* density) {
+    const BetaOrientation shapes(both, index);
+    Point at{y, rest};
     const bool lowerSide = at.y <= shapes.MedianSplit();
     const bool smallShape = !lowerSide && shapes.P() < 1 && at.y * shapes.Q() < 1;
     if (!smallShape || density != nullptr) {
@@ -342,9 +345,9 @@ void beta_df(double x, double complement, const BetaShapes& shapes, double* lowe
         SetLimit(b / (a + b), a / (a + b), lower, upper, density);
         errorState.level = frame::LevelUnderflow;
     } else if (complement < x) {
-        Pair(shapes.Mirrored(), {complement, x}, upper, lower, density);
+        Pair(shapes, 1, complement, x, upper, lower, density);
     } else {
-        Pair(shapes.Direct(), {x, complement}, lower, upper, density);
+        Pair(shapes, 0, x, complement, lower, upper, density);
     }
 }
 

@@ -78,7 +78,8 @@ TEST(BetaDf, SaturatesAtTheEndsAndForVanishingShapes) {
                           {0.3, 0x1p-45, 0x3p-45, 0.75, 1},
                           {0.3, 0, 3, 1, 1},
                           {0.7, 3, 0, 0, 1}}) {
-        EXPECT_EQ(Evaluate(c.x, c.a, c.b), (Result{c.lower, 1 - c.lower, kNoBetaDensity})) << c.x << " " << c.a;
+        EXPECT_EQ(Evaluate(c.x, c.a, c.b), (Result{c.lower, 1 - c.lower, kNoBetaDensity}))
+            << c.x << " " << c.a;
         EXPECT_EQ(errorState.level, c.level) << c.x << " " << c.a;
         EXPECT_EQ(errorState.method, 0);
     }
@@ -94,8 +95,16 @@ TEST(BetaDf, WritesNothingOutsideItsDomain) {
     struct Case {
         double x, a, b;
     };
-    for (const Case& c : {Case{-1e-300, 1, 1}, {1 + 1e-15, 1, 1}, {0.5, -1, 1}, {0.5, 1, -1e-300}, {0.5, 0, 0},
-                          {0.5, 94906266.0, 1}, {0.5, 1, 94906266.0}, {kNan, 1, 1}, {0.5, kNan, 1}, {0.5, 1, kNan}}) {
+    for (const Case& c : {Case{-1e-300, 1, 1},
+                          {1 + 1e-15, 1, 1},
+                          {0.5, -1, 1},
+                          {0.5, 1, -1e-300},
+                          {0.5, 0, 0},
+                          {0.5, 94906266.0, 1},
+                          {0.5, 1, 94906266.0},
+                          {kNan, 1, 1},
+                          {0.5, kNan, 1},
+                          {0.5, 1, kNan}}) {
         EXPECT_EQ(Evaluate(c.x, c.a, c.b), Result()) << c.x << " " << c.a << " " << c.b;
         EXPECT_EQ(errorState.level, frame::LevelDomain) << c.x << " " << c.a << " " << c.b;
     }
@@ -122,7 +131,8 @@ TEST(BetaFactors, FailWithTheirNamesWhereTheyCannotGoOn) {
     const BetaShapes shapes(2.5, 0.5);
     const BetaShapes large(1e-3, 9e7);
     double factor = kUnwritten;
-    // Far above the median: a ratio close to 1 in the one series, rising terms in the other; mirrored likewise.
+    // Far above the median: a ratio close to 1 in the one series, rising terms in the other; mirrored
+    // likewise.
     EXPECT_EQ(beta_Iabx(shapes.Direct(), 0.9999999, &factor), kNotConverged);
     EXPECT_EQ(errorState.routine.View(), "beta_Iabx");
     EXPECT_EQ(beta_Iabx(large.Direct(), 0.4, &factor), kNotConverged);
@@ -153,8 +163,10 @@ TEST(BetaDf, SurvivesAnyArgument) {
         double upper = 0.75;
         double density = 0;
         beta_df(x, complement, BetaShapes(a, b), &lower, &upper, &density);
-        const bool inside = x >= 0 && x <= 1 && a >= 0 && b >= 0 && a <= kShapeLimit && b <= kShapeLimit && a + b > 0;
-        failures += inside ? errorState.level > frame::LevelUnderflow : errorState.level != frame::LevelDomain;
+        const bool inside =
+            x >= 0 && x <= 1 && a >= 0 && b >= 0 && a <= kShapeLimit && b <= kShapeLimit && a + b > 0;
+        failures +=
+            inside ? errorState.level > frame::LevelUnderflow : errorState.level != frame::LevelDomain;
         failures += !(lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1);
         failures += std::abs(lower + upper - 1) > 1e-15;
         failures += !(density >= 0 || density == kNoBetaDensity);

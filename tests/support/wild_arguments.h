@@ -44,7 +44,7 @@ public:
     }
     // Now and then one of the values that break things, else the given one.
     double OrSpecial(double value) {
-        constexpr std::array kSpecial = {0.0,    1.0, 0.5,  5e-324, DBL_MIN, DBL_MAX,    -DBL_MAX,
+        constexpr std::array kSpecial = {0.0,     1.0,  0.5,   5e-324, DBL_MIN, DBL_MAX,    -DBL_MAX,
                                          -1e-300, -1.0, 1e-16, 1e30,   2e-288,  94906265.0, 94906266.0};
         if (Uniform() >= 0.03) return value;
         return kSpecial[engine_() % kSpecial.size()];

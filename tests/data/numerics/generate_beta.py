@@ -1,8 +1,12 @@
 #!/usr/bin/python3
-"""Writes beta_pair.csv: shapes, argument, level, method code, I, J, logarithm of the density, by mpmath.
+"""Writes beta_pair.csv and beta_quantiles.csv by mpmath.
 
+beta_pair: shapes, argument, level, method code, I, J, logarithm of the density.
 Points on both sides of every switch point, the smaller tail down to 1e-280. I comes from the hypergeometric series
 in the smaller of x and 1 - x with as many digits as 1 - I needs for J. A tail below 2.2e-288 is written as 0.
+
+beta_quantiles: shapes, tail, 1 for an upper tail, the quantile, its complement; targets near 0 and 1, and quantiles
+near 0 and 1. The smaller part of the quantile is given, the tail is that of the series.
 """
 import mpmath as mp
 
@@ -111,3 +115,19 @@ with open("beta_pair.csv", "w") as f:
     f.write("a,b,x,level,method,lower,upper,log_density\n")
     for point in points:
         f.write(row(*point) + "\n")
+
+# p, q, y for the tail at the near end; the row for (q, p) is that of the upper tail.
+near = [(50, 3, 1e-6), (50, 3, 3e-6), (300, 20, 0.08), (2, 3, 1e-150), (3, 1e6, 1e-101), (0.4, 7, 1e-250), (1e-3, 2, 1e-30)]
+near += [(0.02, 0.5, 1e-14), (0.5, 0.5, 1e-20), (1, 15, 1e-12), (7, 1, 1e-3), (1e-4, 1e4, 1e-9), (3, 80, 0.1)]
+near += [(1e6, 5e6, 0.1667), (1e7, 1e7, 0.4999), (1.5, 5e7, 1e-9), (0.3, 40, 1e-3), (0.9, 0.2, 0.4)]
+# The tail of the far end, at the near one: the quantile within y of 1.
+far = [(1e-3, 2, 1e-200), (0.05, 60, 1e-12), (0.5, 3, 1e-4), (0.01, 0.01, 1e-17), (2, 30, 0.5), (30, 20000, 0.04)]
+
+with open("beta_quantiles.csv", "w") as f:
+    f.write("a,b,tail,upper,quantile,complement\n")
+    for points, which in [(near, 0), (far, 1)]:
+        for p, q, y in points:
+            tail = text(tails(mp.mpf(p), mp.mpf(q), mp.mpf(y))[which])
+            x, complement = text(mp.mpf(y)), text(1 - mp.mpf(y))
+            f.write(f"{p},{q},{tail},{which},{x},{complement}\n")
+            f.write(f"{q},{p},{tail},{1 - which},{complement},{x}\n")

@@ -1,0 +1,158 @@
+#include "numerics/beta_quantiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "frame/error_state.h"
+#include "numerics/incomplete_beta.h"
+#include "numerics/limits.h"
+#include "support/reference_table.h"
+#include "support/wild_arguments.h"
+#include "zul/frame.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::errorState;
+
+struct Quantile {
+    double x = 0;
+    double complement = 0;
+};
+
+Quantile Invert(double tail, const BetaShapes& shapes, bool upper) {
+    Quantile r;
+    (upper ? beta_upper_quant : beta_lower_quant)(tail, shapes, &r.x, &r.complement);
+    return r;
+}
+
+double InvertF(double tail, const BetaShapes& halves, bool upper) {
+    double value = 0;
+    (upper ? F_upper_quant : F_lower_quant)(tail, halves, &value);
+    return value;
+}
+
+// The quantile and its complement, as far as a relative 2e-9 of the smaller tail and the rounding of the
+// given one let them be known.
+void ExpectQuantile(const BetaShapes& shapes, double tail, bool upper, double x, double complement,
+                    double logDensity) {
+    const Quantile r = Invert(tail, shapes, upper);
+    EXPECT_LE(errorState.level, frame::LevelUnderflow);
+    const double uncertainty = 1.5e-9 * std::min(tail, 1 - tail) + (tail > 0.5 ? 2e-16 : 0);
+    const auto tolerance = [&](double v) {
+        return 1e-12 + std::exp(std::log(uncertainty) - logDensity - std::log(v));
+    };
+    EXPECT_TRUE(test::IsNear(r.x, x, tolerance(x)));
+    EXPECT_TRUE(test::IsNear(r.complement, complement, tolerance(complement)));
+    const double f = InvertF(tail, shapes, upper);
+    EXPECT_EQ(f, r.x * shapes.B() / (r.complement * shapes.A()));
+}
+
+TEST(BetaQuantiles, MatchReference) {
+    for (const test::Row& row : test::ReadTable("numerics/beta_quantiles.csv", ',')) {
+        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", tail = " + row.at(2) + " " + row.at(3));
+        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
+        const double x = test::Number(row.at(4));
+        const double complement = test::Number(row.at(5));
+        const double logDensity = x < complement ? BetaLogDensity(shapes.Direct(), x)
+                                                 : BetaLogDensity(shapes.Mirrored(), complement);
+        ExpectQuantile(shapes, test::Number(row.at(2)), row.at(3) == "1", x, complement, logDensity);
+    }
+}
+
+TEST(BetaQuantiles, InvertThePairOnEveryBranch) {
+    for (const test::Row& row : test::ReadTable("numerics/beta_pair.csv", ',')) {
+        if (row.at(3) != "0") continue;
+        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", x = " + row.at(2));
+        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
+        const double x = test::Number(row.at(2));
+        const bool upper = test::Number(row.at(5)) > test::Number(row.at(6));
+        const double tail = test::Number(row.at(upper ? 6 : 5));
+        ExpectQuantile(shapes, tail, upper, x, 1 - x, test::Number(row.at(7)));
+    }
+}
+
+TEST(BetaQuantiles, HandleTheEndsAndReportTheDomain) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const BetaShapes shapes(2, 3);
+    EXPECT_EQ(Invert(0, shapes, false).x, 0);
+    EXPECT_EQ(Invert(1, shapes, false).x, 1);
+    EXPECT_EQ(Invert(0, shapes, true).complement, 0);
+    EXPECT_EQ(errorState.level, 0);
+    EXPECT_EQ(Invert(0.1, BetaShapes(1e-3, 2), false).x, 0);  // 1e-1000
+    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(InvertF(0.1, BetaShapes(2, 1e-3), true), DBL_MAX);
+    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    struct Case {
+        double tail, a, b;
+    };
+    for (const Case& c : {Case{-1e-300, 1, 1}, {1.0001, 1, 1}, {kNan, 1, 1}, {0.5, 0, 1}, {0.5, 1, -1},
+                          {0.5, kNan, 1}, {0.5, 94906266.0, 1}}) {
+        for (const bool upper : {false, true}) {
+            EXPECT_EQ(Invert(c.tail, BetaShapes(c.a, c.b), upper).complement, -DBL_MAX);
+            EXPECT_EQ(errorState.level, frame::LevelDomain) << c.tail;
+            EXPECT_EQ(InvertF(c.tail, BetaShapes(c.a, c.b), upper), -DBL_MAX);
+        }
+    }
+    EXPECT_EQ(InvertF(1, shapes, false), -DBL_MAX);
+    EXPECT_EQ(InvertF(0, shapes, true), -DBL_MAX);
+    EXPECT_EQ(errorState.level, frame::LevelDomain);
+    EXPECT_EQ(errorState.routine.View(), "F_upper_quant");
+}
+
+TEST(BetaNewton, InvertsThePairFromANearbyStart) {
+    const BetaShapes shapes(2.5, 4);
+    for (const double exact : {0.1, 0.4, 0.7}) {
+        double lower = 0;
+        double upper = 0;
+        beta_df(exact, shapes, &lower, &upper, nullptr);
+        double x = exact * 1.03;
+        beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? 'L' : 'U');
+        EXPECT_EQ(errorState.level, 0);
+        EXPECT_TRUE(test::IsNear(x, exact, 1e-8));
+    }
+    for (double start : {-1.0, 1e-300, 1.0}) {  // outside the domain; no density
+        beta_newton(0.5, shapes, &start, 'U');
+        EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
+        EXPECT_EQ(errorState.routine.View(), "beta_newton");
+    }
+}
+
+TEST(BetaQuantiles, SurviveAnyArgument) {
+    // Tails of this size for shapes of this size are out of reach.
+    constexpr double kVanishing = 1e-280;
+    test::WildArguments wild(2);
+    SetKelFpuStates();
+    int failures = 0;
+    for (int i = 0; i < test::kSweepCount; ++i) {
+        const double a = wild.OrSpecial(wild.Positive());
+        const double b = wild.OrSpecial(wild.Positive());
+        const double tail = wild.OrSpecial(wild.Fraction());
+        const BetaShapes shapes(a, b);
+        const Quantile r = Invert(tail, shapes, i % 2 == 1);
+        if (!(tail >= 0 && tail <= 1 && a > 0 && b > 0 && a <= kShapeLimit && b <= kShapeLimit)) {
+            failures += errorState.level != frame::LevelDomain || r.x != -DBL_MAX;
+            continue;
+        }
+        if (errorState.Failed()) {
+            failures += std::min(a, b) > kVanishing;
+            continue;
+        }
+        failures += !(r.x >= 0 && r.x <= 1 && std::abs(r.x + r.complement - 1) <= 1e-15);
+        double tails[2] = {};
+        beta_df(r.x, r.complement, shapes, &tails[0], &tails[1], nullptr);
+        const double smaller = std::min(tail, 1 - tail);
+        if (std::min(r.x, r.complement) < 1e-287 || smaller < 1e-287 || errorState.level != 0) continue;
+        failures += std::abs(tails[(i + (tail > 0.5)) % 2] - smaller) > 1e-9 * smaller;
+    }
+    ResetFpuStates();
+    EXPECT_EQ(failures, 0);
+}
+
+}  // namespace
+}  // namespace zul::numerics
