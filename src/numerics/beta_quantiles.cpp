@@ -154,7 +154,8 @@ double StartInside(const BetaOrientation& shapes, double target, double logTarge
         const double s = 1 / (2 * p - 1);
         const double t = 1 / (2 * q - 1);
         const double h = 2 / (s + t);
-        const double w = z * std::sqrt(std::max(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
+        const double w =
+            z * std::sqrt(std::max(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
         return shapes.LogP() - shapes.LogQ() - 2 * w;
     }
     const double variance = q > kVanishing ? 1 / (9 * q) : 0;
@@ -249,8 +250,8 @@ bool LowerQuantile(const BetaOrientation& shapes, double target, Point* result) 
     return Refine(shapes, target, logTarget, start.logit, result);
 }
 
-void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::RoutineName& routine, double* x,
-              double* complement) {
+void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::RoutineName& routine,
+              double* x, double* complement) {
     const double a = shapes.A();
     const double b = shapes.B();
     errorState.Begin(routine);

@@ -1,11 +1,10 @@
 // Quantiles of the beta and F distributions, from the incomplete beta pair.
 //
 // The routines report through frame::errorState. Worst relative error of a quantile and of its complement:
-// 1.1e-9, which comes from the pair, times the condition, the smaller tail / (x density); random shapes from 1e-6 to
-// 1e7, tails down to 1e-300.
-// Sources: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and Algorithm AS 109: a remark on
-// algorithms AS 63 and AS 64, 1977 (the start); E. Halley's iteration for the logarithm of the tail as a
-// function of log(x / (1 - x)), between bounds.
+// 1.1e-9, which comes from the pair, times the condition, the smaller tail / (x density); random shapes from
+// 1e-6 to 1e7, tails down to 1e-300. Sources: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and
+// Algorithm AS 109: a remark on algorithms AS 63 and AS 64, 1977 (the start); E. Halley's iteration for the
+// logarithm of the tail as a function of log(x / (1 - x)), between bounds.
 #pragma once
 
 #include "numerics/beta_shapes.h"
@@ -13,8 +12,8 @@
 namespace zul::numerics {
 
 // *x with the lower tail p in [0, 1], and *complement = 1 - *x, each to full relative precision, so that at
-// the end |tail - target| <= 1e-9 target for the smaller of the two tails. Level 1: the one that underflows is 0.
-// Level 2 (p outside [0, 1], a shape outside (0, kShapeLimit], or NaN): both are -DBL_MAX. Level 4: no
+// the end |tail - target| <= 1e-9 target for the smaller of the two tails. Level 1: the one that underflows
+// is 0. Level 2 (p outside [0, 1], a shape outside (0, kShapeLimit], or NaN): both are -DBL_MAX. Level 4: no
 // convergence, for shapes below 1e-280 alone; both are -DBL_MAX.
 void beta_lower_quant(double p, const BetaShapes& shapes, double* x, double* complement);
 
@@ -26,9 +25,9 @@ void beta_upper_quant(double q, const BetaShapes& shapes, double* x, double* com
 // Deliberate: the last step, the one that is small enough, is not applied.
 void beta_newton(double target, const BetaShapes& shapes, double* x, char mode);
 
-// *value of the F distribution with the lower tail p; the shapes are the halves of its degrees of freedom, the
-// numerator's first. Level 1: *value overflowed to DBL_MAX. Level 2 and 4 as above, p = 1 is outside as well:
-// -DBL_MAX.
+// *value of the F distribution with the lower tail p; the shapes are the halves of its degrees of freedom,
+// the numerator's first. Level 1: *value overflowed to DBL_MAX. Level 2 and 4 as above, p = 1 is outside as
+// well: -DBL_MAX.
 void F_lower_quant(double p, const BetaShapes& halves, double* value);
 
 // The same for the upper tail q > 0.

@@ -11,6 +11,20 @@ namespace {
 // Where Stirling's series reaches full precision.
 constexpr double kStirlingStart = 10;
 
+// StirlingTerm where log(a) is known: from that of the raised argument y, with one logarithm of the product
+// of a + 1 to y, in half the time.
+double StirlingTermWithLog(double a, double logA) {
+    constexpr double kSmallShape = 0.01;  // below it the terms cancel
+    if (a < kSmallShape || a >= kStirlingStart) return StirlingTerm(a);
+    double y = a + 1;
+    double product = y;
+    while (y < kStirlingStart) {
+        y += 1;
+        product *= y;
+    }
+    return StirlingTerm(y) + y * std::log(y) - std::log(product) - a * logA - (y - a);
+}
+
 // c(y + p) - c(y) for Stirling's correction c(y) = sum of B_2k / (2k (2k - 1) y^(2k - 1)), relative to p: by
 // divided differences of the polynomial in 1 / y^2.
 double StirlingCorrectionDifference(double y, double p) {
@@ -83,12 +97,21 @@ double BetaOrientation::LogFirstDivisor() const {
     });
 }
 
+BetaShapes::Kind BetaShapes::ClassOf(double a, double b) {
+    // Shapes that are both below it leave nothing between the ends.
+    constexpr double kSmallShapeLimit = 1.50978783374313e-12;
+    if (!(a >= 0 && a <= kShapeLimit && b >= 0 && b <= kShapeLimit && a + b > 0)) return Kind::Outside;
+    if (a == 0 || b == 0 || (a < kSmallShapeLimit && b < kSmallShapeLimit)) return Kind::Limit;
+    return Kind::Ordinary;
+}
+
 double BetaShapes::DensityConstant() const {
     return densityConstant_.Get([this] {
         const double sum = A() + B();
         const double larger = std::max(A(), B());
         const double logOfSmaller = A() <= B() ? Log(0) : Log(1);
-        return numerics::StirlingTerm(sum) - (StirlingTerm(0) + StirlingTerm(1)) + logOfSmaller +
+        return StirlingTermWithLog(sum, std::log(sum)) -
+               (StirlingTermWithLog(A(), Log(0)) + StirlingTermWithLog(B(), Log(1))) + logOfSmaller +
                std::log(larger / sum);
     });
 }

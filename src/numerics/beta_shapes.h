@@ -65,6 +65,12 @@ public:
     BetaOrientation Direct() const { return {*this, 0}; }
     // For 1 - x, with the shapes exchanged.
     BetaOrientation Mirrored() const { return {*this, 1}; }
+    // Whether both lie in [0, kShapeLimit], and not both are 0; and whether the pair depends on x at all.
+    enum class Kind : unsigned char { Unknown, Outside, Limit, Ordinary };
+    Kind Classify() const {
+        if (kind_ == Kind::Unknown) kind_ = ClassOf(A(), B());
+        return kind_;
+    }
     // S(n) - S(a) - S(b) + log(a b / n), where n = a + b and S is StirlingTerm: what the two deviances leave
     // of the logarithm of the density. The same bits for exchanged shapes.
     double DensityConstant() const;
@@ -77,7 +83,6 @@ private:
     // What belongs to one shape, and to the orientation in which it is p.
     struct Side {
         Lazy log;
-        Lazy stirlingTerm;
         Lazy gamma;
         Lazy logGamma;
         Lazy medianSplit;
@@ -92,12 +97,11 @@ private:
     double Log(int index) const {
         return sides_[index].log.Get([this, index] { return std::log(shapes_[index]); });
     }
-    double StirlingTerm(int index) const {
-        return sides_[index].stirlingTerm.Get(
-            [this, index] { return numerics::StirlingTerm(shapes_[index]); });
-    }
+
+    static Kind ClassOf(double a, double b);
 
     double shapes_[2];
+    mutable Kind kind_ = Kind::Unknown;
     mutable Side sides_[2];
     mutable Lazy densityConstant_;
     mutable Lazy minusLogBeta_;

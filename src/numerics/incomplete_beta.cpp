@@ -13,8 +13,6 @@ namespace {
 using frame::errorState;
 using frame::operator""_routine;
 
-// Shapes that are both below it leave nothing between the ends.
-constexpr double kSmallShapeLimit = 1.50978783374313e-12;
 // The series change over when their terms begin to alternate without falling fast.
 constexpr double kFallingRatio = -0.5;
 // Below the median, or above it, terms hardly rise; what rises beyond this is far on the wrong side of it.
@@ -57,9 +55,14 @@ double ExpOrZero(double logarithm) {
 
 enum class SeriesEnd { Converged, Alternating, Failed };
 
+struct SeriesTerms {
+    double count;
+    SeriesEnd end;
+};
+
 // The terms t = 1, t = t r_n of the series with r_n = (q - n) / (n + p) odds, until one is below the
 // tolerance or the ratio below kFallingRatio.
-SeriesEnd CountTerms(const BetaOrientation& shapes, double odds, double* terms) {
+SeriesTerms CountTerms(const BetaOrientation& shapes, double odds) {
     double t = 1;
     double n = 0;
     double ratio = 1;
@@ -77,9 +80,8 @@ SeriesEnd CountTerms(const BetaOrientation& shapes, double odds, double* terms) 
         n += 1;
         goOn = advance(shapes.Ratio(n));
     }
-    *terms = n;
-    if (n > kTermLimit || t >= kTermRise) return SeriesEnd::Failed;
-    return std::abs(t) < kSeriesTolerance ? SeriesEnd::Converged : SeriesEnd::Alternating;
+    if (n > kTermLimit || t >= kTermRise) return {n, SeriesEnd::Failed};
+    return {n, std::abs(t) < kSeriesTolerance ? SeriesEnd::Converged : SeriesEnd::Alternating};
 }
 
 // 1 + r_1 (1 + r_2 (... (1 + r_n sum))), from the smallest term on.
@@ -120,8 +122,7 @@ int PositiveSeries(const BetaOrientation& shapes, const Point& at, double* facto
 
 int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) {
     const double odds = at.y / at.rest;
-    double n = 0;
-    const SeriesEnd end = CountTerms(shapes, odds, &n);
+    const auto [n, end] = CountTerms(shapes, odds);
     errorState.count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Iabx"_routine);
     if (end == SeriesEnd::Converged) {
@@ -165,9 +166,8 @@ int UpperFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
     const double p = shapes.P();
     const BetaOrientation mirrored = shapes.Mirrored();
     const double odds = at.rest / at.y;
-    double n = 0;
+    auto [n, end] = CountTerms(mirrored, odds);
     double f = 0;
-    const SeriesEnd end = CountTerms(mirrored, odds, &n);
     errorState.count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Jabx"_routine);
     if (end == SeriesEnd::Converged) {
@@ -327,13 +327,11 @@ double BetaLogDensity(const BetaOrientation& shapes, double y) {
 
 void beta_df(double x, double complement, const BetaShapes& shapes, double* lower, double* upper,
              double* density) {
-    const double a = shapes.A();
-    const double b = shapes.B();
+    const BetaShapes::Kind kind = shapes.Classify();
     errorState.Begin("beta_df"_routine);
     errorState.method = 0;
     errorState.count = 0;
-    if (!(x >= 0 && x <= 1 && complement >= 0 && complement <= 1 && a >= 0 && a <= kShapeLimit && b >= 0 &&
-          b <= kShapeLimit && a + b > 0)) {
+    if (!(x >= 0 && x <= 1 && complement >= 0 && complement <= 1 && kind != BetaShapes::Kind::Outside)) {
         errorState.level = frame::LevelDomain;
         return;
     }
@@ -341,8 +339,9 @@ void beta_df(double x, double complement, const BetaShapes& shapes, double* lowe
         SetLimit(0, 1, lower, upper, density);
     } else if (complement < kTinyArgument) {
         SetLimit(1, 0, lower, upper, density);
-    } else if (a == 0 || b == 0 || (a < kSmallShapeLimit && b < kSmallShapeLimit)) {
-        SetLimit(b / (a + b), a / (a + b), lower, upper, density);
+    } else if (kind == BetaShapes::Kind::Limit) {
+        const double sum = shapes.A() + shapes.B();
+        SetLimit(shapes.B() / sum, shapes.A() / sum, lower, upper, density);
         errorState.level = frame::LevelUnderflow;
     } else if (complement < x) {
         Pair(shapes, 1, complement, x, upper, lower, density);

@@ -46,12 +46,12 @@ void beta_df(double x, double complement, const BetaShapes& shapes, double* lowe
 // positive shapes. Worst absolute error: 4e-13 for p + q < 1e5, 3e-12 up to 6e7.
 double BetaLogDensity(const BetaOrientation& shapes, double y);
 
-// *factor with I = factor * density at y: y / p times the hypergeometric series. y is meant to be below the
-// median. Status kNotConverged and level 4: 1e6 terms did not do, or they grow.
+// *factor with I = factor * density at y in (0, 1): y / p times the hypergeometric series. y is meant to be
+// below the median. Status kNotConverged and level 4: 1e6 terms did not do, or they grow.
 int beta_Iabx(const BetaOrientation& shapes, double y, double* factor);
 
-// *factor with J = factor * exp(log(1 - y) + log(density) - log(q)). y is meant to be above the median.
-// Status kNotConverged and level 4: neither the expansion nor the continued fraction did converge.
+// *factor with J = factor * exp(log(1 - y) + log(density) - log(q)), 0 < y < 1. y is meant to be above the
+// median. Status kNotConverged and level 4: neither the expansion nor the continued fraction did converge.
 int beta_Jabx(const BetaOrientation& shapes, double y, double* factor);
 
 // *value = 2F1(1 - b, 1; q + 1; -(1 - y) / y) for 0 <= b <= 1, q >= 0, 0 < y < 1 by Gauss's continued
