@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "numerics/gamma_tails.h"
 #include "numerics/incomplete_gamma_pair.h"
 #include "numerics/limits.h"
 
@@ -63,6 +64,10 @@ double FractionalShape::GammaQuotient() const {
         if (b > kSmallFraction) return (1 - GammaFn(1 + b)) / b;
         return 0.5772156649015329 - b * 0.5 * 1.978111990655945 - b * b / 6 * -5.4448744564853175;
     });
+}
+
+double GammaShape::InverseGammaScale() const {
+    return inverseGammaScale_.Get([a = a_] { return numerics::InverseGammaScale(a); });
 }
 
 OneHalf::OneHalf() {

@@ -87,6 +87,8 @@ public:
     double MedianSplit() const {
         return medianSplit_.Get([this] { return GammaMedianSplit(a_); });
     }
+    // As numerics::InverseGammaScale.
+    double InverseGammaScale() const;
     double SeriesTerms(double x) const { return CountSeriesTerms(a_, x); }
     const FractionalShape& Fraction() const { return fraction_; }
 
@@ -98,6 +100,7 @@ private:
     mutable Lazy gamma_;
     mutable Lazy logGamma_;
     mutable Lazy medianSplit_;
+    mutable Lazy inverseGammaScale_;
 };
 
 // The shape 1/2: its terms are computed when the library is loaded, by the same routines.

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include "frame/error_state.h"
 #include "numerics/limits.h"
+#include "support/reference_table.h"
+#include "support/sweep.h"
 
 namespace zul::numerics {
 namespace {
@@ -26,10 +30,14 @@ double UpperTail(double k, double mean) {
     return upper;
 }
 
-TEST(PoissonDf, IsThePartialSumOfTheMass) {
-    EXPECT_NEAR(Cdf(2, 3), std::exp(-3) * (1 + 3 + 4.5), 1e-9);
-    EXPECT_EQ(Cdf(2, 3), Cdf(2.9, 3));
-    EXPECT_NEAR(UpperTail(0, 1e-20), 1e-20, 1e-29);
+TEST(PoissonDf, MatchesReference) {
+    for (const test::Row& row : test::ReadTable("numerics/poisson.csv", ',')) {
+        const double k = test::Number(row.at(0));
+        const double mean = test::Number(row.at(1));
+        EXPECT_TRUE(test::IsNear(Cdf(k, mean), test::Number(row.at(2)), 1e-9)) << k << " " << mean;
+        EXPECT_TRUE(test::IsNear(UpperTail(k, mean), test::Number(row.at(3)), 1e-9)) << k << " " << mean;
+        EXPECT_EQ(Cdf(k + 0.9, mean), Cdf(k, mean));
+    }
     EXPECT_EQ(Cdf(-1, 3), 0);
     EXPECT_EQ(Cdf(0, 0), 1);
 }
@@ -71,6 +79,58 @@ TEST(PoissonQuantiles, AreTheSmallestNumbersThatReachTheTarget) {
             }
         }
     }
+}
+
+TEST(PoissonQuantiles, KnowTheEndsAndTheirDomain) {
+    double k = 7;
+    double c = 7;
+    poisson_lower_quant(0, 50, &k, &c);
+    EXPECT_EQ(k, 0);
+    EXPECT_EQ(c, 1);
+    poisson_upper_quant(1, 1e4, &k, &c);
+    EXPECT_EQ(k, 0);
+    poisson_upper_quant(0.3, 0, &k, &c);
+    EXPECT_EQ(k, 0);
+    EXPECT_EQ(c, 0.3);
+    const double nan = std::nan("");
+    for (const auto& [p, mean] : {std::pair{1.0, 3.0},
+                                  {-0.1, 3.0},
+                                  {1.1, 3.0},
+                                  {nan, 3.0},
+                                  {0.5, -1.0},
+                                  {0.5, nan},
+                                  {0.5, 1e8},
+                                  {0.9, kShapeLimit}}) {
+        poisson_lower_quant(p, mean, &k, &c);
+        EXPECT_EQ(k, -DBL_MAX) << p << " " << mean;
+        EXPECT_EQ(c, -DBL_MAX);
+        EXPECT_EQ(errorState.level, frame::LevelDomain);
+        EXPECT_EQ(errorState.routine.View(), "poisson_lower_quant");
+        poisson_upper_quant(1 - p, mean, &k, &c);
+        EXPECT_EQ(k, -DBL_MAX) << p << " " << mean;
+        EXPECT_EQ(errorState.level, frame::LevelDomain);
+    }
+}
+
+TEST(Poisson, HoldsForWildArguments) {
+    test::Sweep([](test::Random& random) {
+        const double mean = std::min(random.Wild(-3, 2), 300.0);
+        const double k =
+            random.Uniform(0, 1) < 0.5 ? random.Wild(-1, 4) : std::max(0.0, mean * random.Uniform(0, 2));
+        double lower = 0;
+        double upper = 0;
+        poisson_df(k, mean, &lower, &upper);
+        ASSERT_EQ(errorState.level == frame::LevelDomain, std::floor(k) + 1 > kShapeLimit)
+            << k << " " << mean;
+        if (!errorState.Failed()) test::ExpectTails(lower, upper);
+
+        double quantile = 0;
+        double share = 0;
+        (random.Uniform(0, 1) < 0.5 ? poisson_lower_quant : poisson_upper_quant)(random.Probability(), mean,
+                                                                                 &quantile, &share);
+        ASSERT_LE(errorState.level, frame::LevelUnderflow) << mean;
+        ASSERT_TRUE(quantile >= 0 && quantile == std::floor(quantile) && share >= 0 && share <= 1) << mean;
+    });
 }
 
 }  // namespace

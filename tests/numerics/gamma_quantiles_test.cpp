@@ -1,0 +1,98 @@
+#include "numerics/gamma_quantiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+#include "frame/error_state.h"
+#include "numerics/gamma_tails.h"
+#include "numerics/incomplete_gamma.h"
+#include "numerics/limits.h"
+#include "support/reference_table.h"
+#include "support/sweep.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::errorState;
+
+double Quantile(double p, double a, bool upper) {
+    double x = 7;
+    (upper ? gamma_upper_quant : gamma_lower_quant)(p, a, &x);
+    return x;
+}
+
+TEST(GammaQuantiles, MatchReference) {
+    for (const test::Row& row : test::ReadTable("numerics/gamma_quantiles.csv", ',')) {
+        const double a = test::Number(row.at(0));
+        const bool upper = row.at(1) == "U";
+        const double p = test::Number(row.at(2));
+        const double x = Quantile(p, a, upper);
+        EXPECT_EQ(errorState.level, 0) << row.at(0) << " " << row.at(2);
+        // What an error of 5e-13 in the tail does to the argument.
+        const double rtol = 1e-15 + 5e-13 / test::Number(row.at(4));
+        EXPECT_TRUE(test::IsNear(x, test::Number(row.at(3)), rtol)) << row.at(0) << " " << row.at(2);
+        // The pair has its own tolerance of 1e-9, which it comes near to for such shapes.
+        if (x < kTinyArgument || a > 1e6) continue;
+        double lower = 0;
+        double upperTail = 0;
+        gamma_df(x, a, &lower, &upperTail, nullptr);
+        EXPECT_TRUE(test::IsNear(upper ? upperTail : lower, p, 1e-9)) << row.at(0) << " " << row.at(2);
+    }
+}
+
+TEST(GammaQuantiles, KnowTheEndsAndTheirDomain) {
+    EXPECT_EQ(Quantile(0, 2, false), 0);
+    EXPECT_EQ(Quantile(1, 2, true), 0);
+    EXPECT_EQ(errorState.level, 0);
+    EXPECT_EQ(Quantile(1e-4, 1e-3, false), 0);  // 1e-4000
+    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(Quantile(1e-310, 3, true), Quantile(1e-300, 3, true));
+    EXPECT_EQ(Quantile(0.25, 1, true), -std::log(0.25));
+    const double nan = std::nan("");
+    for (const auto& [p, a] : {std::pair{-1e-9, 2.0},
+                               {1 + 1e-9, 2.0},
+                               {nan, 2.0},
+                               {0.5, 0.0},
+                               {0.5, -1.0},
+                               {0.5, nan},
+                               {0.5, kShapeLimit + 1}}) {
+        for (const bool upper : {false, true}) {
+            EXPECT_EQ(Quantile(p, a, upper), -DBL_MAX) << p << " " << a;
+            EXPECT_EQ(errorState.level, frame::LevelDomain);
+        }
+    }
+    EXPECT_EQ(Quantile(1, 2, false), -DBL_MAX);
+    EXPECT_EQ(Quantile(0, 2, true), -DBL_MAX);
+    EXPECT_EQ(errorState.routine.View(), "gamma_upper_quant");
+}
+
+TEST(Chi2Quantiles, AreTwiceThoseOfGamma) {
+    double x = 0;
+    chi2_lower_quant(0.3, 5, &x);
+    EXPECT_EQ(x, 2 * Quantile(0.3, 2.5, false));
+    chi2_upper_quant(0.3, 5, &x);
+    EXPECT_EQ(x, 2 * Quantile(0.3, 2.5, true));
+    chi2_upper_quant(0, 5, &x);
+    EXPECT_EQ(x, -DBL_MAX);
+    EXPECT_EQ(errorState.routine.View(), "chi2_upper_quant");
+}
+
+TEST(GammaQuantiles, GoBackAndForthForWildArguments) {
+    test::Sweep([](test::Random& random) {
+        const double a = std::min(random.Wild(-6, 7), 9e7);
+        const double p = random.Probability();
+        const bool upper = random.Uniform(0, 1) < 0.5;
+        const double x = Quantile(p, a, upper);
+        ASSERT_LE(errorState.level, frame::LevelUnderflow) << p << " " << a << " " << upper;
+        GammaTails tails{};
+        if (errorState.level == 0 && x > DBL_MIN && FineGammaTails(x, a, &tails)) {
+            ASSERT_NEAR((upper ? tails.upper : tails.lower) / p, 1, 1e-10) << p << " " << a << " " << upper;
+        }
+    });
+}
+
+}  // namespace
+}  // namespace zul::numerics
