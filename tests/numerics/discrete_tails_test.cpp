@@ -11,15 +11,7 @@
 #include "numerics/binomial.h"
 #include "numerics/hypergeometric.h"
 #include "support/reference_table.h"
-#include "zul/frame.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define ZUL_TEST_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZUL_TEST_SANITIZED
-#endif
-#endif
+#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -242,21 +234,15 @@ void CheckAny(const std::array<double, 3>& parameters) {
     }
 }
 
-#ifdef ZUL_TEST_SANITIZED
-constexpr int kSweepCount = 100'000;
-#else
-constexpr int kSweepCount = 1'000'000;
-#endif
-
 TEST(DiscreteTails, BinomialEndsForAnyArguments) {
     SetKelFpuStates();
-    for (int i = 0; i < kSweepCount && !HasFailure(); ++i)
+    for (int i = 0; i < test::kSweepCount && !HasFailure(); ++i)
         CheckAny<Binomial>({std::floor(std::exp2(31 * Uniform())), AnyProbability()});
 }
 
 TEST(DiscreteTails, HypergeometricEndsForAnyArguments) {
     SetKelFpuStates();
-    for (int i = 0; i < kSweepCount && !HasFailure(); ++i) {
+    for (int i = 0; i < test::kSweepCount && !HasFailure(); ++i) {
         const double size = std::floor(std::exp2(31 * Uniform()));
         CheckAny<Hypergeometric>({size, AnyPart(size), AnyPart(size)});
     }

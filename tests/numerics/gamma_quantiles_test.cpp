@@ -11,7 +11,7 @@
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/sweep.h"
+#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -81,10 +81,10 @@ TEST(Chi2Quantiles, AreTwiceThoseOfGamma) {
 }
 
 TEST(GammaQuantiles, GoBackAndForthForWildArguments) {
-    test::Sweep([](test::Random& random) {
+    test::Sweep([](test::WildArguments& random) {
         const double a = std::min(random.Wild(-6, 7), 9e7);
-        const double p = random.Probability();
-        const bool upper = random.Uniform(0, 1) < 0.5;
+        const double p = random.Fraction();
+        const bool upper = random.Uniform() < 0.5;
         const double x = Quantile(p, a, upper);
         ASSERT_LE(errorState.level, frame::LevelUnderflow) << p << " " << a << " " << upper;
         GammaTails tails{};

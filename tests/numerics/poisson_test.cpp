@@ -9,7 +9,7 @@
 #include "frame/error_state.h"
 #include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/sweep.h"
+#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -113,10 +113,10 @@ TEST(PoissonQuantiles, KnowTheEndsAndTheirDomain) {
 }
 
 TEST(Poisson, HoldsForWildArguments) {
-    test::Sweep([](test::Random& random) {
+    test::Sweep([](test::WildArguments& random) {
         const double mean = std::min(random.Wild(-3, 2), 300.0);
         const double k =
-            random.Uniform(0, 1) < 0.5 ? random.Wild(-1, 4) : std::max(0.0, mean * random.Uniform(0, 2));
+            random.Uniform() < 0.5 ? random.Wild(-1, 4) : std::max(0.0, mean * random.Uniform(0, 2));
         double lower = 0;
         double upper = 0;
         poisson_df(k, mean, &lower, &upper);
@@ -126,8 +126,8 @@ TEST(Poisson, HoldsForWildArguments) {
 
         double quantile = 0;
         double share = 0;
-        (random.Uniform(0, 1) < 0.5 ? poisson_lower_quant : poisson_upper_quant)(random.Probability(), mean,
-                                                                                 &quantile, &share);
+        (random.Uniform() < 0.5 ? poisson_lower_quant : poisson_upper_quant)(random.Fraction(), mean,
+                                                                             &quantile, &share);
         ASSERT_LE(errorState.level, frame::LevelUnderflow) << mean;
         ASSERT_TRUE(quantile >= 0 && quantile == std::floor(quantile) && share >= 0 && share <= 1) << mean;
     });

@@ -8,20 +8,37 @@
 
 namespace zul::test {
 
-std::vector<Row> ReadTable(const std::string& file, char separator) {
+namespace {
+
+Row Split(const std::string& line, char separator) {
+    Row row;
+    std::istringstream cells(line);
+    for (std::string cell; std::getline(cells, cell, separator);)
+        row.push_back(cell);
+    return row;
+}
+
+std::vector<std::string> ReadLines(const std::string& file) {
     std::ifstream in(ZUL_TEST_DATA_DIR "/" + file);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    if (lines.size() < 2) throw std::runtime_error("no rows in " + file);
+    return lines;
+}
+
+}  // namespace
+
+std::vector<Row> ReadTable(const std::string& file, char separator) {
     std::vector<Row> rows;
-    std::string line;
-    std::getline(in, line);
-    while (std::getline(in, line)) {
-        Row row;
-        std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, separator);)
-            row.push_back(cell);
-        rows.push_back(row);
-    }
-    if (rows.empty()) throw std::runtime_error("no rows in " + file);
+    for (const std::string& line : ReadLines(file))
+        rows.push_back(Split(line, separator));
+    rows.erase(rows.begin());
     return rows;
+}
+
+Row ReadHeading(const std::string& file, char separator) {
+    return Split(ReadLines(file).front(), separator);
 }
 
 std::vector<double> ReadSample(const std::string& name) {

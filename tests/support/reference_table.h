@@ -13,6 +13,9 @@ using Row = std::vector<std::string>;
 // The rows of a table without its heading. A file that cannot be read, or that is empty, throws.
 std::vector<Row> ReadTable(const std::string& file, char separator);
 
+// The heading of a table.
+Row ReadHeading(const std::string& file, char separator);
+
 // The values of samples/<name>.csv; "=1 2 3" stands for the values themselves.
 std::vector<double> ReadSample(const std::string& name);
 

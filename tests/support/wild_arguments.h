@@ -1,24 +1,30 @@
 // Arguments for the sweeps that every numerical routine has to survive.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
 #include <random>
 
-namespace zul::test {
+#include "zul/frame.h"
 
 #if defined(__SANITIZE_ADDRESS__)
-inline constexpr int kSweepCount = 100000;
+#define ZUL_TEST_SANITIZED 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-inline constexpr int kSweepCount = 100000;
-#else
-inline constexpr int kSweepCount = 1000000;
+#define ZUL_TEST_SANITIZED 1
 #endif
+#endif
+
+namespace zul::test {
+
+#ifdef ZUL_TEST_SANITIZED
+inline constexpr int kSweepCount = 100'000;
 #else
-inline constexpr int kSweepCount = 1000000;
+inline constexpr int kSweepCount = 1'000'000;
 #endif
 
 // Random numbers of every size, seeded.
@@ -27,8 +33,11 @@ public:
     explicit WildArguments(std::uint64_t seed) : engine_(seed) {}
     // In [0, 1).
     double Uniform() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
+    double Uniform(double lo, double hi) { return lo + (hi - lo) * Uniform(); }
     // 10 to a power between the two.
     double Power(double lo, double hi) { return std::pow(10, lo + (hi - lo) * Uniform()); }
+    // Half of the time 10 to a power between the two, else to any power.
+    double Wild(double lo, double hi) { return Uniform() < 0.5 ? Power(lo, hi) : Power(-307, 308); }
     // In [0, 1], also close to its ends.
     double Fraction() {
         const double kind = Uniform();
@@ -53,5 +62,20 @@ public:
 private:
     std::mt19937_64 engine_;
 };
+
+// Runs the check on random arguments in trapping mode: a trap is an exception that ends the test.
+template <typename Check>
+void Sweep(Check check) {
+    WildArguments wild(20240229);
+    SetKelFpuStates();
+    for (int i = 0; i < kSweepCount && !testing::Test::HasFatalFailure(); ++i)
+        check(wild);
+    ResetFpuStates();
+}
+
+inline void ExpectTails(double lower, double upper) {
+    ASSERT_TRUE(lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1) << lower << " " << upper;
+    ASSERT_NEAR(lower + upper, 1, 1e-15);
+}
 
 }  // namespace zul::test
