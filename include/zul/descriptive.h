@@ -2,7 +2,8 @@
 /// Descriptive statistics: sums, moments, correlation.
 ///
 /// Every accumulation is compensated (W. Kahan, 1965), in index order; means and centred sums are updated in
-/// one pass (B. P. Welford, 1962), so that a mean does not overflow where the sum would.
+/// one pass (B. P. Welford, 1962): a mean forms differences of two values, not their total, and so holds for
+/// values whose sum overflows.
 ///
 /// The functions look neither for NaN nor for the library's missing value: each of the n values takes part in
 /// the arithmetic, a NaN makes the result NaN, 1.23456e30 is a number. They set no floating-point mode, in
@@ -25,13 +26,13 @@ struct ZUL_API SecondSampleMoments {
     SecondSampleMoments();
 };
 
-/// The sum of x.
+/// The sum of x. An infinite value before the last gives NaN.
 /// @param x in: n values
 /// @param n number of values
 /// @return the sum; n = 0: NaN
 ZUL_API double GetSum(const double* x, unsigned n);
 
-/// The running sums x[0] + ... + x[i].
+/// The running sums x[0] + ... + x[i]. n = 0 writes nothing.
 /// @param x in: n values
 /// @param n number of values
 /// @param out out: n values, may equal x
@@ -82,7 +83,8 @@ ZUL_API void GetSampleMeanAndVariance(const double* x, unsigned n, double* mean,
 ZUL_API double GetCovariance(const double* x, const double* y, unsigned n, double* varianceX,
                              double* varianceY);
 
-/// Pearson's product-moment correlation, in [-1, 1] but for rounding.
+/// Pearson's product-moment correlation, in [-1, 1] but for rounding. Data whose spread is near 1e-80 or 1e80
+/// and beyond give NaN or lose it: products of four deviations are formed.
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs

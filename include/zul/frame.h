@@ -11,15 +11,14 @@
 /// | invalid operation | std::invalid_argument | "Float exception: invalid_argument." |
 /// | division by zero | std::runtime_error | "Float exception: divide by zero." |
 /// | overflow | std::overflow_error | "Float exception: overflow." |
-/// | several of them at once | std::runtime_error | "Runtime exception: multiple floating point
-/// faults/traps." | | integer division by zero | std::runtime_error | "Runtime exception: integer division by
-/// zero." |
+/// | several at once | std::runtime_error | "Runtime exception: multiple floating point faults/traps." |
+/// | integer division by zero | std::runtime_error | "Runtime exception: integer division by zero." |
 ///
 /// After such an exception the thread is in trapping mode: call ResetFpuStates() before going on. After a
 /// normal return it is in the default mode, whatever mode the caller was in: the frame does not save it.
 ///
-/// A NaN argument of a framed function takes part in an ordered comparison, which is an invalid operation,
-/// and so ends as std::invalid_argument.
+/// A NaN argument of a framed function ends as std::invalid_argument where it meets an ordered comparison,
+/// which is an invalid operation then; a NaN that only takes part in sums and products comes out as NaN.
 #pragma once
 
 #include <zul/export.h>

@@ -14,9 +14,10 @@
 ///
 /// An overload with an alternative does all that the one without it does, then the test. Data arrays are only
 /// read; their lengths are the counts in the record. Values are not checked: NaN and infinities go through
-/// the arithmetic into the results with status 0. A confidence level outside (0, 1) gives NaN bounds, an
-/// alternative that is none of the three a p-value of 0, both with status 0. An infinite statistic has the
-/// p-value 0 for every alternative.
+/// the arithmetic into the results with status 0. A confidence level without a quantile (1 and above; 0 and
+/// below for a single bound, -1 and below for both; NaN) gives NaN for the bounds that need it, an alternative
+/// that is none of the three a p-value of 0, both with status 0. An infinite statistic has the p-value 0 for
+/// every alternative.
 ///
 /// The routines set no floating-point mode but around the distribution functions that they call, which leave
 /// the thread in the default mode. Called in that mode they do not throw. Calls from several threads have to

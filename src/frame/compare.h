@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 namespace zul::frame {
@@ -10,7 +11,10 @@ namespace zul::frame {
 inline int CompareTolerant(double x, double y, double scale) {
     if (x == y) return 0;  // before any subtraction: two equal infinities would give an invalid operation
     const double absolute = scale == 0 ? 1e-30 : scale * 1e-14;
-    if (std::abs(x - y) <= std::max(std::abs(x), std::abs(y)) * 1e-12 + absolute) return 0;
+    const double larger = std::max(std::abs(x), std::abs(y));
+    // Two huge values of opposite signs, whose difference would overflow, are not equal.
+    const bool overflows = larger > DBL_MAX / 2 && (x < 0) != (y < 0);
+    if (!overflows && std::abs(x - y) <= larger * 1e-12 + absolute) return 0;
     return y > x ? -1 : 1;
 }
 

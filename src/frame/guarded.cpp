@@ -1,9 +1,18 @@
 #include "frame/guarded.h"
 
+#include <cfloat>
+
 #include "frame/compare.h"
 
 namespace zul::frame {
 namespace {
+
+// The logarithm of x to the y; beyond a huge y any but 0 is infinite, and the product would overflow.
+double LogOfPower(double logX, double y) {
+    constexpr double kHugeExponent = DBL_MAX / 746;  // no logarithm of a double is larger than 745.2
+    if (std::abs(y) <= kHugeExponent || logX == 0) return logX * y;
+    return (logX > 0) == (y > 0) ? DBL_MAX : -DBL_MAX;
+}
 
 double PowUnlessOverflow(double base, double exponent, double logOfResult) {
     if (logOfResult < -kExpOverflowLimit) return 0.0;
@@ -17,13 +26,13 @@ double SafePow(double x, double y) {
     if (x < 0) {
         const double whole = RoundHalfAway(y);
         if (CompareTolerant(y, whole, 0) != 0) ThrowNonintegerPowerOfNegative();
-        return PowUnlessOverflow(x, whole, std::log(-x) * y);
+        return PowUnlessOverflow(x, whole, LogOfPower(std::log(-x), y));
     }
     if (x == 0) {
         if (y < 0) ThrowNegativePowerOfZero();
         return y == 0 ? 1.0 : 0.0;
     }
-    return PowUnlessOverflow(x, y, std::log(x) * y);
+    return PowUnlessOverflow(x, y, LogOfPower(std::log(x), y));
 }
 
 double LogGamma(double x) {

@@ -32,7 +32,7 @@ inline double SafeLog(double x) {
 double SafePow(double x, double y);
 
 inline double SafeTan(double x) {
-    // The range limit is this number as it stands; it is near 7 to the 7th but not equal to it.
+    // Deliberate: this number as it stands.
     constexpr double kLargestAngle = 823549.0;
     if (!(std::abs(x) <= kLargestAngle)) ThrowTrigonometricRange();
     return std::tan(x);

@@ -16,14 +16,22 @@ inline constexpr unsigned kDefaultControl = 0x1F80;
 // As the default, with invalid operation, division by zero and overflow unmasked.
 inline constexpr unsigned kTrappingControl = 0x1900;
 
+inline unsigned GetControl() {
+    return _mm_getcsr();
+}
+
+inline void SetControl(unsigned control) {
+    _mm_setcsr(control);
+}
+
 // One write of the whole register clears the flags and sets masks and rounding together; a
 // read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
 inline void EnterTrappingMode() {
-    _mm_setcsr(kTrappingControl);
+    SetControl(kTrappingControl);
 }
 
 inline void EnterDefaultMode() {
-    _mm_setcsr(kDefaultControl);
+    SetControl(kDefaultControl);
 #if defined(__linux__)
     // fegetround and fegetexcept read the control word of the x87 unit, so that word is put back as well.
     constexpr unsigned short kDefaultX87Control = 0x037F;

@@ -64,15 +64,16 @@ void ResumeInThrow(ucontext_t* context, Trap trap) {
 }
 
 void PassToPreviousHandler(int signal, siginfo_t* info, void* context) {
-    if ((previousAction.sa_flags & SA_SIGINFO) != 0) {
+    const bool isSent = info->si_code <= 0;  // by raise or kill, not by an instruction
+    if (previousAction.sa_handler == SIG_IGN && isSent) return;
+    if (previousAction.sa_handler == SIG_DFL || previousAction.sa_handler == SIG_IGN) {
+        // An instruction runs again and the process dies where the fault is; a sent signal does not come again.
+        ::signal(SIGFPE, SIG_DFL);
+        if (isSent) ::raise(SIGFPE);
+    } else if ((previousAction.sa_flags & SA_SIGINFO) != 0) {
         previousAction.sa_sigaction(signal, info, context);
-    } else if (previousAction.sa_handler != SIG_DFL && previousAction.sa_handler != SIG_IGN) {
+    } else {
         previousAction.sa_handler(signal);
-    } else if (info->si_code > 0) {
-        ::signal(SIGFPE, SIG_DFL);  // the instruction runs again and the process dies where the fault is
-    } else if (previousAction.sa_handler == SIG_DFL) {
-        ::signal(SIGFPE, SIG_DFL);  // sent by raise or kill, so it has to be sent again
-        ::raise(SIGFPE);
     }
 }
 

@@ -7,7 +7,7 @@ namespace zul::hypothesis {
 
 // The bounds estimate -+ q * standardError, q the standard normal quantile at (confidence + 1) / 2 for a
 // two-sided interval and at the confidence itself for a single bound; the open side is infinite.
-// kBadIntervalType: both bounds are NaN. A bad confidence gives NaN bounds and kSuccess.
+// kBadIntervalType: both bounds are NaN. A confidence without a quantile gives NaN for the bounds that need it, and kSuccess.
 int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
                    double* upper);
 

@@ -1,6 +1,7 @@
 #include "numerics/elementary.h"
 
 #include <cmath>
+#include <limits>
 
 #include "numerics/limits.h"
 
@@ -13,6 +14,7 @@ constexpr double kSeriesRange = 0.01;
 
 double Log1p(double t) {
     if (t < -1) return DomainError(-DBL_MAX);
+    if (t == -1) return -std::numeric_limits<double>::infinity();  // by log it would be a trap
     if (!(std::abs(t) <= kSeriesRange)) return std::log(1 + t);
     double sum = 1.0 / 9;
     for (int n = 8; n >= 1; --n)

@@ -22,6 +22,9 @@ constexpr double kLogGammaLimit = 2.5e305;
 
 // The sum of B_2k / (2k (2k - 1) y^(2k - 1)), k = 1 to 7: the logarithm of what Stirling's product lacks.
 double StirlingCorrection(double y) {
+    // From here the first term has all bits; the square would overflow far beyond it.
+    constexpr double kFirstTermAlone = 1e8;
+    if (y > kFirstTermAlone) return 0.08333333333333333 / y;
     const double s = 1 / (y * y);
     return ((((((0.006410256410256411 * s - 0.0019175269175269174) * s + 0.0008417508417508418) * s -
                0.0005952380952380952) *
@@ -82,7 +85,10 @@ double StirlingTerm(double a) {
     if (a == 0) return 0;
     if (a <= kSmallShape) return a * 0.8224670334241132 * a + (0.42278433509846713 - std::log(a)) * a;
     if (a <= kMediumShape) return LogGammaFn(a + 1) - std::log(std::pow(a / std::numbers::e, a));
-    return std::log(std::sqrt(kTwoPi * a)) + StirlingCorrection(a);
+    // Only beyond the first bound would the product overflow.
+    const double logRoot =
+        a < kLogGammaLimit ? std::log(std::sqrt(kTwoPi * a)) : (kLogTwoPi + std::log(a)) / 2;
+    return logRoot + StirlingCorrection(a);
 }
 
 double LogBinomialCoefficient(double p, double q) {

@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "frame/platform.h"
 #include "numerics/gamma_tails.h"
 #include "numerics/incomplete_gamma_pair.h"
 #include "numerics/limits.h"
@@ -36,6 +37,9 @@ double FirstWhere(Condition condition) {
 double GammaMedianSplit(double a) {
     constexpr double kSmallShape = 0.59;
     if (a >= kSmallShape) return a - 1.0 / 3;
+    // The quotient below would overflow; the result is 0 far above this.
+    constexpr double kVanishingShape = 1e-300;
+    if (a < kVanishingShape) return 0;
     const double logarithm = (LogGammaFn(a + 1) - std::numbers::ln2) / a;
     return logarithm < kLogUnderflow ? 0 : std::exp(logarithm);
 }
@@ -103,6 +107,20 @@ OneHalf::OneHalf() {
     }
 }
 
-const OneHalf kOneHalf;
+namespace {
+
+// In the default mode, whatever the mode of the thread that loads the library.
+OneHalf PrepareOneHalf() {
+    OneHalf (*volatile prepare)() = []() { return OneHalf(); };
+    const unsigned control = frame::GetControl();
+    frame::SetControl(frame::kDefaultControl);
+    const OneHalf prepared = prepare();
+    frame::SetControl(control);
+    return prepared;
+}
+
+}  // namespace
+
+const OneHalf kOneHalf = PrepareOneHalf();
 
 }  // namespace zul::numerics

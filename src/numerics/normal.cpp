@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kSmallestProbability = 1e-100;
 
-// The quantile at p to about 1e-4.
+// The quantile at p to about 3e-9 in the centre, 1e-3 in the tails down to 1e-20 and 1e-2 to 1e-100.
 double StartingDeviate(double p) {
     constexpr double kCentre = 0.42;
 
@@ -38,8 +38,8 @@ double StartingDeviate(double p) {
 }  // namespace
 
 double Erfc(double x) {
-    // Deliberate: the cut-offs are not alike. The upper one is where the result leaves the normal numbers;
-    // below the lower one the function is 2 to within 2e-15.
+    // Deliberate: the cut-offs are not alike. At the upper one the result is already below the normal numbers
+    // (the pair underflows to 0 from 25.66 on); below the lower one it is 2 to within 2e-15.
     constexpr double kUpperCutOff = 26.5694;
     constexpr double kLowerCutOff = -5.625;
     constexpr double kCentre = 1e-14;
@@ -81,7 +81,8 @@ void normal_upper_quant(double q, double* z) {
         *z = (1 - 2 * q) * kSqrtHalfPi;
         return;
     }
-    double x = std::pow(StartingDeviate(q), 2) * 0.5;
+    const double start = StartingDeviate(q);
+    double x = start * start * 0.5;  // a product, which every compiler rounds alike
     // The side on which the target is the smaller number keeps the Newton steps accurate.
     if (q <= 0.25) {
         incomplete_gamma::Newton(2 * q, kOneHalf, &x, 'U');

@@ -5,7 +5,8 @@
 namespace zul::numerics {
 
 // The complementary error function: Q(1/2, x^2) for x >= 0, 1 + P(1/2, x^2) below. Relative error about
-// 6e-10. x > 26.5694 gives 0 and x < -5.625 gives 2; |x| < 1e-14 gives 1. Source: M. Abramowitz and
+// 6e-10 up to x = 25.66, from where the pair underflows to 0. x > 26.5694 gives 0 and x < -5.625 gives 2;
+// |x| < 1e-14 gives 1. Source: M. Abramowitz and
 // I. A. Stegun, Handbook of Mathematical Functions, 1964, 6.5.17.
 double Erfc(double x);
 
@@ -14,8 +15,8 @@ double Erfc(double x);
 void normal_df(double z, double* lower, double* upper);
 
 // *z >= 0 with the upper tail q in [1e-100, 0.5]. Level 2: q outside, *z = -DBL_MAX. Level 4: the refinement
-// failed. Source of the start: J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977, by coefficients of
-// lower degree; the refinement is gamma_newton.
+// failed. Source of the start: J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977; the refinement is
+// gamma_newton.
 void normal_upper_quant(double q, double* z);
 
 // *z with the lower tail p in [1e-100, 1). Level 2: p outside, *z = -DBL_MAX. Level 4: the refinement failed.

@@ -51,6 +51,7 @@ bool March(Point end, double step, CmRealFunction& f, double lower, double upper
         if (f.discrete) x = step < 0 ? std::floor(x) : std::ceil(x);
         last = x <= lower || x >= upper;
         if (last) x = std::clamp(x, lower, upper);
+        if (!std::isfinite(x)) return false;
         const double fx = f.Evaluate(x);
         if (IsMissing(fx)) return false;
         if (f.IsZero(fx) || OppositeSigns(fx, end.f)) {
@@ -67,7 +68,7 @@ bool March(Point end, double step, CmRealFunction& f, double lower, double upper
 bool RetreatToValue(double* x, double* fx, double other, CmRealFunction& f) {
     while (IsMissing(*fx)) {
         const double middle = (*x + other) / 2;
-        if (!(middle != *x && middle != other)) return false;
+        if (!(std::min(*x, other) < middle && middle < std::max(*x, other))) return false;
         *x = middle;
         *fx = f.Evaluate(middle);
     }
@@ -79,7 +80,7 @@ bool RetreatToValue(double* x, double* fx, double other, CmRealFunction& f) {
 bool ExpandBracket(double* lo, double* hi, CmRealFunction& f, double lower, double upper) {
     *lo = std::max(*lo, lower);
     *hi = std::min(*hi, upper);
-    if (!(*lo <= *hi)) return false;
+    if (!(*lo <= *hi && lower <= upper && std::isfinite(*hi - *lo))) return false;
     double flo = f.Evaluate(*lo);
     double fhi = f.Evaluate(*hi);
     if (IsMissing(flo) && IsMissing(fhi)) return false;

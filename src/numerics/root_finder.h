@@ -6,7 +6,7 @@
 namespace zul::numerics {
 
 // Widens [*lo, *hi] outward, within the limits lower and upper of the variable, until f changes sign over it
-// or an end is a zero. False: no such interval was found, or f cannot be evaluated.
+// or an end is a zero. False: no such interval was found, f cannot be evaluated, or the interval is not finite.
 bool ExpandBracket(double* lo, double* hi, CmRealFunction& f, double lower, double upper);
 
 // The root of f between a and b by false position with the Illinois modification. For a discrete function:

@@ -100,9 +100,13 @@ void AddTails(const std::string& routine, const Cells& row, const std::string& w
 }
 
 void Elementary(const Cells& row, const std::string&, Errors& errors) {
-    static const std::map<std::string, double (*)(double)> functions = {
-        {"GammaFn", GammaFn}, {"LogGammaFn", LogGammaFn}, {"StirlingTerm", StirlingTerm}, {"Log1p", Log1p},
-        {"Expm1", Expm1},     {"Erfc", Erfc},             {"LogGamma", frame::LogGamma}};
+    static const std::map<std::string, double (*)(double)> functions = {{"GammaFn", GammaFn},
+                                                                        {"LogGammaFn", LogGammaFn},
+                                                                        {"StirlingTerm", StirlingTerm},
+                                                                        {"Log1p", Log1p},
+                                                                        {"Expm1", Expm1},
+                                                                        {"Erfc", Erfc},
+                                                                        {"LogGamma", frame::LogGamma}};
     errors.Add(row.Text("function"), functions.at(row.Text("function"))(row["argument"]), row["expected"],
                "x = " + row.Text("argument"));
 }
@@ -119,7 +123,8 @@ void BetaQuantile(const Cells& row, const std::string& where, Errors& errors) {
     const bool upper = row["upper"] != 0;
     double x = 0;
     double complement = 0;
-    (upper ? beta_upper_quant : beta_lower_quant)(row["tail"], BetaShapes(row["a"], row["b"]), &x, &complement);
+    (upper ? beta_upper_quant : beta_lower_quant)(row["tail"], BetaShapes(row["a"], row["b"]), &x,
+                                                  &complement);
     const std::string routine = upper ? "beta_upper_quant" : "beta_lower_quant";
     errors.Add(routine + ", x", x, row["quantile"], where);
     errors.Add(routine + ", 1 - x", complement, row["complement"], where);
@@ -189,7 +194,8 @@ const std::vector<Table>& Tables() {
          [](const Cells& row, const std::string& where, Errors& errors) {
              AddTails("hypergeo_df", row, where, errors, [&](double* lower, double* upper) {
                  double mass = 0;
-                 hypergeo_df(row["k"], HypergeometricShape(row["N"], row["M"], row["n"]), lower, upper, &mass);
+                 hypergeo_df(row["k"], HypergeometricShape(row["N"], row["M"], row["n"]), lower, upper,
+                             &mass);
              });
          }},
     };
@@ -217,8 +223,10 @@ int main() {
     std::printf(
         "# Accuracy\n\n"
         "Written by `./dev accuracy`: the worst relative error of each numerical routine over its reference\n"
-        "table in `tests/data/numerics`, values with 30 digits or more. Tails go down to 1e-250 and both tails\n"
-        "count alike, each relative to itself. What rests on the incomplete gamma and beta pairs is as good as\n"
+        "table in `tests/data/numerics`, values with 30 digits or more. Tails go down to 1e-250 and both "
+        "tails\n"
+        "count alike, each relative to itself. What rests on the incomplete gamma and beta pairs is as good "
+        "as\n"
         "their series, which stop at 1e-9; the error of a quantile is that of its tail times its condition.\n"
         "Accuracies over wider grids stand at the declarations.\n");
     for (const zul::test::Table& table : zul::test::Tables())

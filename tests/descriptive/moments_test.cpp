@@ -125,6 +125,8 @@ TEST(SmallSamples, HaveFixedAnswers) {
     for (const double value : out)
         EXPECT_EQ(value, -7);
 
+    const double minusZero = -0.0;
+    EXPECT_TRUE(std::signbit(v1::GetSum(&minusZero, 1)));
     EXPECT_EQ(v1::GetSampleVariance(x, 1), 0);
     EXPECT_EQ(v1::GetSampleVariance(x, 1, 1), 0);
     EXPECT_EQ(v1::GetSampleMean(x, 1), 5);

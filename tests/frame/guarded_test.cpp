@@ -30,6 +30,7 @@ TEST(Guarded, ThrowsWithItsMessage) {
         {[] { return SafePow(0, -1); }, "zero raised to a negative power"},
         {[] { return SafePow(10, 400); }, "float overflow", true},
         {[] { return SafePow(-10, 401); }, "float overflow", true},
+        {[] { return SafePow(0.25, -DBL_MAX); }, "float overflow", true},
         {[] { return SafeTan(823549.5); }, "argument out of range for trig functions"},
         {[] { return SafeTan(-823549.5); }, "argument out of range for trig functions"},
         {[] { return LogGamma(0); }, "gamma of a nonpositive argument"},
@@ -58,6 +59,9 @@ TEST(Guarded, ValuesAtTheLimits) {
     EXPECT_EQ(SafePow(0, 0), 1);
     EXPECT_EQ(SafePow(0, 0.5), 0);
     EXPECT_EQ(SafePow(10, -400), 0);
+    EXPECT_EQ(SafePow(10, -310), 0);  // the bound of the exponential, not that of the denormals
+    EXPECT_EQ(SafePow(0.25, DBL_MAX), 0);
+    EXPECT_EQ(SafePow(1, -DBL_MAX), 1);
     EXPECT_EQ(SafePow(-10, -401), 0);
     EXPECT_EQ(SafeTan(823549.0), std::tan(823549.0));
     EXPECT_EQ(LogGamma(1), 0);
@@ -73,6 +77,10 @@ TEST(Compare, TolerantEquality) {
     EXPECT_EQ(CompareTolerant(0, -1.1e-30, 0), 1);
     EXPECT_EQ(CompareTolerant(0, 0.9e-14, 1), 0);
     EXPECT_EQ(CompareTolerant(0, 1.1e-14, 1), -1);
+    EXPECT_EQ(CompareTolerant(1e308, -1e308, 0), 1);
+    EXPECT_EQ(CompareTolerant(-1e308, 1e308, 0), -1);
+    EXPECT_EQ(CompareTolerant(0, 3e-14, 4), 0);
+    EXPECT_EQ(RoundHalfAway(0.49999999999999994), 1);  // the formula, not std::round
     EXPECT_EQ(RoundHalfAway(2.5), 3);
     EXPECT_EQ(RoundHalfAway(-2.5), -3);
 }

@@ -34,6 +34,7 @@ void InstallHost(int flags) {
     action.sa_flags = flags;
     sigaction(SIGFPE, &action, nullptr);
     RegisterKelSigfpeHandler();
+    RegisterKelSigfpeHandler();  // again: the handler must not become its own predecessor
 }
 
 void TrapOnAThreadThatDidNotRegister() {
@@ -52,12 +53,22 @@ TEST(HostHandler, GetsForeignTrapsAndSentSignals) {
     EXPECT_EXIT((InstallHost(SA_SIGINFO), raise(SIGFPE)), testing::ExitedWithCode(kInfoHandler), "");
 }
 
+void SetDisposition(void (*handler)(int), int flags) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = flags;
+    sigaction(SIGFPE, &action, nullptr);
+    RegisterKelSigfpeHandler();
+}
+
 TEST(HostHandler, DefaultAndIgnoreStayWhatTheyAre) {
-    EXPECT_EXIT((RegisterKelSigfpeHandler(), raise(SIGFPE)), testing::KilledBySignal(SIGFPE), "");
-    EXPECT_EXIT((signal(SIGFPE, SIG_IGN), RegisterKelSigfpeHandler(), raise(SIGFPE), _exit(kSurvived)),
-                testing::ExitedWithCode(kSurvived), "");
-    EXPECT_EXIT((signal(SIGFPE, SIG_IGN), RegisterKelSigfpeHandler(), TrapOnAThreadThatDidNotRegister()),
-                testing::KilledBySignal(SIGFPE), "");
+    for (const int flags : {0, SA_SIGINFO}) {
+        EXPECT_EXIT((SetDisposition(SIG_DFL, flags), raise(SIGFPE)), testing::KilledBySignal(SIGFPE), "");
+        EXPECT_EXIT((SetDisposition(SIG_IGN, flags), raise(SIGFPE), _exit(kSurvived)),
+                    testing::ExitedWithCode(kSurvived), "");
+        EXPECT_EXIT((SetDisposition(SIG_IGN, flags), TrapOnAThreadThatDidNotRegister()),
+                    testing::KilledBySignal(SIGFPE), "");
+    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "frame/missing_value.h"
@@ -132,6 +133,16 @@ TEST(ExpandBracket, MarchesByDoublingSteps) {
     }
 }
 
+TEST(ExpandBracket, TakesAPointThatIsAZero) {
+    Function square([](double x) { return (x - 3) * (x - 3); });
+    for (const auto& [from, to] : {std::pair{3.0, 5.0}, {1.0, 3.0}, {1.0, 2.0}}) {
+        double lo = from;
+        double hi = to;
+        square.absTolF = 0.3;  // 2.5, the first step of the last case, counts
+        EXPECT_TRUE(ExpandBracket(&lo, &hi, square, -20, 20)) << from;
+    }
+}
+
 TEST(RealFunction, TolerancesOfTheBracketAreStrictThoseOfTheValueAreNot) {
     Function f([](double x) { return x; });
     f.absTolX = 0.5;
@@ -169,10 +180,13 @@ TEST(ExpandBracket, FailsInsteadOfLooping) {
         EXPECT_LT(function.evaluations, 5000);
     };
     check([](double) { return kNA; }, 0, 1, -10, 10);
-    check([](double) { return 1.0; }, 0, 1, -10, 10);                         // no root within the limits
-    check([](double x) { return x == 1 ? 1.0 : kNA; }, 0, 1, -10, 10);        // the midpoint reaches the end
-    check([](double) { return 1.0; }, 2, 2, -10, 10);                         // no width
-    check([](double x) { return x; }, 20, 30, -10, 10);                       // outside the limits
+    check([](double) { return 1.0; }, 0, 1, -10, 10);                   // no root within the limits
+    check([](double x) { return x == 1 ? 1.0 : kNA; }, 0, 1, -10, 10);  // the midpoint reaches the end
+    check([](double) { return 1.0; }, 2, 2, -10, 10);                   // no width
+    check([](double x) { return x; }, 20, 30, -10, 10);                 // outside the limits
+    const double inf = std::numeric_limits<double>::infinity();
+    check([](double x) { return x < -1 ? kNA : 1; }, -inf, inf, -inf, inf);
+    check([](double) { return 1.0; }, 0, 1, -inf, inf);
     check([](double x) { return x > 5 ? kNA : x - 20; }, 0, 1, -1e30, 1e30);  // a gap on the way
 }
 
