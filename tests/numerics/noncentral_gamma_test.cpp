@@ -70,7 +70,7 @@ TEST(Chi2Ncdf, SaturatesAtTheEnds) {
     EXPECT_EQ(errorState.level, frame::LevelUnderflow);
 }
 
-TEST(Chi2Ncdf, WritesNothingWhenItFails) {
+TEST(Chi2Ncdf, WritesNothingOutsideItsDomain) {
     const double nan = std::nan("");
     const double inf = std::numeric_limits<double>::infinity();
     struct Case {

@@ -172,22 +172,29 @@ TEST(ExpandBracket, RetreatsFromPointsWithoutAValue) {
     EXPECT_EQ(hi, 10);
 }
 
+void ExpectNoBracket(const std::function<double(double)>& f, double lo, double hi, double lower,
+                     double upper) {
+    Function function(f);
+    EXPECT_FALSE(ExpandBracket(&lo, &hi, function, lower, upper));
+    EXPECT_LT(function.evaluations, 5000);
+}
+
 TEST(ExpandBracket, FailsInsteadOfLooping) {
-    const auto check = [](const std::function<double(double)>& f, double lo, double hi, double lower,
-                          double upper) {
-        Function function(f);
-        EXPECT_FALSE(ExpandBracket(&lo, &hi, function, lower, upper));
-        EXPECT_LT(function.evaluations, 5000);
-    };
-    check([](double) { return kNA; }, 0, 1, -10, 10);
-    check([](double) { return 1.0; }, 0, 1, -10, 10);                   // no root within the limits
-    check([](double x) { return x == 1 ? 1.0 : kNA; }, 0, 1, -10, 10);  // the midpoint reaches the end
-    check([](double) { return 1.0; }, 2, 2, -10, 10);                   // no width
-    check([](double x) { return x; }, 20, 30, -10, 10);                 // outside the limits
+    const auto one = [](double) { return 1.0; };
+    ExpectNoBracket([](double) { return kNA; }, 0, 1, -10, 10);
+    ExpectNoBracket(one, 0, 1, -10, 10);  // no root within the limits
+    ExpectNoBracket([](double x) { return x == 1 ? 1.0 : kNA; }, 0, 1, -10,
+                    10);                                           // the midpoint reaches the end
+    ExpectNoBracket(one, 2, 2, -10, 10);                           // no width
+    ExpectNoBracket([](double x) { return x; }, 20, 30, -10, 10);  // outside the limits
+    ExpectNoBracket([](double x) { return x > 5 ? kNA : x - 20; }, 0, 1, -1e30, 1e30);  // a gap on the way
+}
+
+TEST(ExpandBracket, FailsOutsideItsDomain) {
     const double inf = std::numeric_limits<double>::infinity();
-    check([](double x) { return x < -1 ? kNA : 1; }, -inf, inf, -inf, inf);
-    check([](double) { return 1.0; }, 0, 1, -inf, inf);
-    check([](double x) { return x > 5 ? kNA : x - 20; }, 0, 1, -1e30, 1e30);  // a gap on the way
+    ExpectNoBracket([](double x) { return x < -1 ? kNA : 1; }, -inf, inf, -inf, inf);
+    ExpectNoBracket([](double) { return 1.0; }, 0, 1, -inf, inf);
+    ExpectNoBracket([](double) { return 1.0; }, 0, 1, std::nan(""), inf);
 }
 
 }  // namespace

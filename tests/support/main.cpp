@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "zul/frame.h"
 
 namespace {
@@ -9,8 +11,13 @@ public:
     void SetUp() override { zul::RegisterKelSigfpeHandler(); }
 };
 
-// A translated trap leaves the trapping mode behind; no test is to see that of the one before.
-class DefaultModeAfterEachTest : public testing::EmptyTestEventListener {
+// With ZUL_TEST_TRAPPING in the environment each test runs in trapping mode, as the numerical core does inside
+// the call frame; a trap is then an exception that fails the test. Otherwise in the default mode, whatever the
+// test before it left behind.
+class ModeOfEachTest : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        if (std::getenv("ZUL_TEST_TRAPPING") != nullptr) zul::SetKelFpuStates();
+    }
     void OnTestEnd(const testing::TestInfo&) override { zul::ResetFpuStates(); }
 };
 
@@ -19,6 +26,6 @@ class DefaultModeAfterEachTest : public testing::EmptyTestEventListener {
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     testing::AddGlobalTestEnvironment(new TrapTranslation);
-    testing::UnitTest::GetInstance()->listeners().Append(new DefaultModeAfterEachTest);
+    testing::UnitTest::GetInstance()->listeners().Append(new ModeOfEachTest);
     return RUN_ALL_TESTS();
 }
