@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+#include <zul/frame.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "frame/error_state.h"
+#include "numerics/beta_mixture.h"
+#include "numerics/incomplete_beta.h"
+#include "numerics/limits.h"
+#include "numerics/noncentral_beta.h"
+#include "numerics/noncentral_t.h"
+#include "support/reference_table.h"
+#include "support/wild_arguments.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::errorState;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+struct Tails {
+    double lower = 0.25;
+    double upper = 0.75;
+    bool Written() const { return lower != 0.25 || upper != 0.75; }
+    bool operator==(const Tails&) const = default;
+    bool Sound() const {
+        return lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1 && std::abs(lower + upper - 1) <= 1e-15;
+    }
+};
+
+Tails BetaTails(double x, double a, double b, double noncentrality) {
+    Tails r;
+    beta_ncdf(x, BetaShapes(a, b), noncentrality, &r.lower, &r.upper);
+    return r;
+}
+
+Tails FTails(double f, double df1, double df2, double noncentrality) {
+    Tails r;
+    F_ncdf(f, df1, df2, noncentrality, &r.lower, &r.upper);
+    return r;
+}
+
+Tails TTails(double t, double df, double delta) {
+    Tails r;
+    t_ncdf(t, df, delta, &r.lower, &r.upper);
+    return r;
+}
+
+void ExpectReference(const test::Row& row, const Tails& r, double tolerance) {
+    const std::string where = row.at(0) + ", " + row.at(1) + ", " + row.at(2) + ", " + row.at(3);
+    const Tails expected{test::Number(row.at(row.size() - 2)), test::Number(row.back())};
+    const bool underflow = std::min(expected.lower, expected.upper) < kTinyArgument;
+    EXPECT_EQ(errorState.level, underflow ? frame::LevelUnderflow : frame::LevelOk) << where;
+    EXPECT_TRUE(test::IsNear(r.lower, underflow ? std::round(expected.lower) : expected.lower, tolerance))
+        << where;
+    EXPECT_TRUE(test::IsNear(r.upper, underflow ? std::round(expected.upper) : expected.upper, tolerance))
+        << where;
+}
+
+TEST(NoncentralBeta, MatchesReference) {
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_beta.csv", ',')) {
+        const auto value = [&row](std::size_t i) { return test::Number(row.at(i)); };
+        ExpectReference(row, BetaTails(value(0), value(1), value(2), value(3)), 1e-12);
+    }
+}
+
+TEST(NoncentralT, MatchesReferenceAndItsReflection) {
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_t.csv", ',')) {
+        const double t = test::Number(row.at(0));
+        const double df = test::Number(row.at(1));
+        const double delta = test::Number(row.at(2));
+        const Tails r = TTails(t, df, delta);
+        ExpectReference(row, r, 5e-13);
+        const Tails reflected = TTails(-t, df, -delta);
+        EXPECT_EQ(r, (Tails{reflected.upper, reflected.lower}));
+    }
+}
+
+TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
+    for (const double x : {1e-300, 1e-3, 0.4, 0.999, 1.0}) {
+        Tails central;
+        beta_df(x, BetaShapes(2.5, 7), &central.lower, &central.upper, nullptr);
+        EXPECT_EQ(BetaTails(x, 2.5, 7, 0), central);
+        EXPECT_EQ(errorState.routine.View(), "beta_ncdf");
+        const double f = x == 1 ? 1e300 : x / (1 - x) * 2.8;
+        beta_df(2.5 * f / (2.5 * f + 7), 7 / (2.5 * f + 7), BetaShapes(2.5, 7), &central.lower,
+                &central.upper, nullptr);
+        if (f <= 1) {
+            EXPECT_EQ(FTails(f, 5, 14, 0), central);
+        }
+        t_df(x, 1e9, &central.lower, &central.upper);
+        EXPECT_EQ(TTails(x, 1e9, 0), central);
+        EXPECT_EQ(errorState.routine.View(), "t_ncdf");
+    }
+}
+
+TEST(Noncentral, EndsAndDomain) {
+    EXPECT_EQ(BetaTails(0, 2, 3, 1), (Tails{0, 1}));
+    EXPECT_EQ(BetaTails(1, 2, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(FTails(0, 2, 3, 1), (Tails{0, 1}));
+    EXPECT_EQ(FTails(1e30, 0.01, 0.01, 1), (Tails{1, 0}));
+    EXPECT_EQ(FTails(kInfinity, 2, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(TTails(kInfinity, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(TTails(-kInfinity, 3, 1), (Tails{0, 1}));
+    const auto expectDomain = [](const Tails& r) {
+        EXPECT_EQ(errorState.level, frame::LevelDomain);
+        EXPECT_FALSE(r.Written());
+    };
+    for (const auto& [f, df1, df2, noncentrality] : {std::array{-1e-9, 2.0, 3.0, 1.0},
+                                                     {1, 0, 3, 1},
+                                                     {1, 2, 0, 1},
+                                                     {1, -1, 3, 1},
+                                                     {1, 2, 2e8, 1},
+                                                     {1, 2, 3, -1e-9},
+                                                     {kNaN, 2, 3, 1},
+                                                     {1, kNaN, 3, 1},
+                                                     {1, 2, 3, kNaN}}) {
+        expectDomain(FTails(f, df1, df2, noncentrality));
+        expectDomain(BetaTails(f, df1 / 2, df2 / 2, noncentrality));
+    }
+    expectDomain(BetaTails(1.1, 2, 3, 1));
+    expectDomain(TTails(1, 0, 1));
+    expectDomain(TTails(kNaN, 1, 1));
+    expectDomain(TTails(1, kNaN, 1));
+    expectDomain(TTails(1, 1, kNaN));
+    EXPECT_FALSE(FTails(1, 2, 3, 7e9).Written());
+    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
+}
+
+// delta^2 / 2 + 6.1738 delta / sqrt(2) = 94906265 - df / 2.
+TEST(NoncentralT, LimitsTheNoncentrality) {
+    for (const double df : {1e-3, 1e6, 1.8e8}) {
+        const double root = (std::sqrt(6.1738 * 6.1738 + 4 * (kShapeLimit - df / 2)) - 6.1738) / 2;
+        for (const double sign : {-1.0, 1.0}) {
+            const double delta = sign * std::sqrt(2.0) * root;
+            EXPECT_TRUE(TTails(1, df, delta * (1 - 1e-12)).Sound());
+            EXPECT_LE(errorState.level, frame::LevelUnderflow);
+            EXPECT_FALSE(TTails(1, df, delta * (1 + 1e-12)).Written());
+            EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+        }
+    }
+    TTails(1, 2e8, 1e-9);
+    EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+    TTails(1, 3, 1e300);
+    EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+}
+
+// Level 0 or 1 inside the domain, 2 outside, and tails that add up.
+int Failures(const Tails& r, bool inside) {
+    const bool level =
+        inside ? errorState.level <= frame::LevelUnderflow : errorState.level == frame::LevelDomain;
+    return !level + !r.Sound();
+}
+
+TEST(NoncentralBeta, SurvivesAnyArgument) {
+    test::WildArguments wild(4);
+    SetKelFpuStates();
+    int failures = 0;
+    for (int i = 0; i < test::kSweepCount; ++i) {
+        const double a = wild.OrSpecial(wild.Positive());
+        const double b = wild.OrSpecial(wild.Positive());
+        // Larger ones take their time, as the square root.
+        const double noncentrality = std::min(wild.OrSpecial(std::min(wild.Positive(), 1e4)), 1e6);
+        const double x = wild.OrSpecial(wild.Fraction());
+        const bool shapes = a > 0 && b > 0 && noncentrality >= 0 && a <= kShapeLimit && b <= kShapeLimit;
+        failures += Failures(BetaTails(x, a, b, noncentrality), shapes && x >= 0 && x <= 1);
+        const double f = wild.OrSpecial(wild.Positive());
+        const double df1 = 2 * std::clamp(a, -1.0, 1e300);
+        const double df2 = 2 * std::clamp(b, -1.0, 1e300);
+        failures += Failures(FTails(f, df1, df2, noncentrality), shapes && f >= 0);
+    }
+    ResetFpuStates();
+    EXPECT_EQ(failures, 0);
+}
+
+TEST(NoncentralT, SurvivesAnyArgument) {
+    test::WildArguments wild(5);
+    SetKelFpuStates();
+    int failures = 0;
+    for (int i = 0; i < test::kSweepCount; ++i) {
+        const double t = wild.OrSpecial(wild.Positive()) * (wild.Uniform() < 0.3 ? -1 : 1);
+        const double df = wild.OrSpecial(wild.Positive());
+        const double delta = wild.OrSpecial(std::min(wild.Positive(), 1e2)) * (wild.Uniform() < 0.3 ? -1 : 1);
+        const Tails r = TTails(t, df, delta);
+        if (errorState.level == frame::LevelNoncentrality) continue;
+        failures += Failures(r, df > 0);
+    }
+    ResetFpuStates();
+    EXPECT_EQ(failures, 0);
+}
+
+}  // namespace
+}  // namespace zul::numerics
