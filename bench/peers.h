@@ -32,10 +32,18 @@ using BoostNormal = boost::math::normal_distribution<double, BoostPolicy>;
 
 #ifdef ZUL_BENCH_WITH_GSL
 #include <gsl/gsl_cdf.h>
+#include <gsl/gsl_errno.h>
 #include <gsl/gsl_randist.h>
 #include <gsl/gsl_statistics_double.h>
 #define ZUL_BENCH_GSL(...) \
     { "GSL", __VA_ARGS__ }
+
+namespace zul::bench {
+
+// Its own handler ends the process where an inverse does not converge.
+inline const gsl_error_handler_t* const kGslHandler = gsl_set_error_handler_off();
+
+}  // namespace zul::bench
 #else
 #define ZUL_BENCH_GSL(...) \
     {}

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "numerics/beta_quantiles.h"
 #include "numerics/binomial.h"
@@ -15,6 +16,7 @@
 #include "numerics/gamma_tails.h"
 #include "numerics/hypergeometric.h"
 #include "numerics/incomplete_beta.h"
+#include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/noncentral_beta.h"
 #include "numerics/noncentral_gamma.h"
@@ -94,7 +96,9 @@ void AddTails(const std::string& routine, const Cells& row, const std::string& w
               Evaluate evaluate) {
     double lower = 0;
     double upper = 0;
+    frame::errorState.level = frame::LevelOk;
     evaluate(&lower, &upper);
+    if (frame::errorState.level == frame::LevelUnderflow) return;
     errors.Add(routine + ", lower tail", lower, row["lower"], where);
     errors.Add(routine + ", upper tail", upper, row["upper"], where);
 }
@@ -130,6 +134,17 @@ void BetaQuantile(const Cells& row, const std::string& where, Errors& errors) {
     errors.Add(routine + ", 1 - x", complement, row["complement"], where);
 }
 
+// From the tails away from the centre, where the quantile is well conditioned.
+void TQuantile(const Cells& row, const std::string& where, Errors& errors) {
+    const bool upper = row["t"] > 0;
+    const double tail = row[upper ? "upper" : "lower"];
+    if (tail > 0.45 || tail < 1e-280) return;
+    double t = 0;
+    (upper ? t_upper_qt : t_lower_qt)(tail, row["df"], &t);
+    if (frame::errorState.Failed()) return;
+    errors.Add(upper ? "t_upper_qt" : "t_lower_qt", t, row["t"], where);
+}
+
 const std::vector<Table>& Tables() {
     static const std::vector<Table> tables = {
         {"gamma_elementary", 1, Elementary},
@@ -142,7 +157,8 @@ const std::vector<Table>& Tables() {
         {"gamma_tails", 2,
          [](const Cells& row, const std::string& where, Errors& errors) {
              AddTails("FineGammaTails", row, where, errors, [&](double* lower, double* upper) {
-                 const auto tails = FineGammaTails(row["x"], row["a"]);
+                 GammaTails tails{};
+                 if (!FineGammaTails(row["x"], row["a"], &tails)) return;
                  *lower = tails.lower;
                  *upper = tails.upper;
              });
@@ -160,6 +176,7 @@ const std::vector<Table>& Tables() {
          [](const Cells& row, const std::string& where, Errors& errors) {
              AddTails("t_df", row, where, errors,
                       [&](double* lower, double* upper) { t_df(row["t"], row["df"], lower, upper); });
+             TQuantile(row, where, errors);
          }},
         {"noncentral_chi2", 3,
          [](const Cells& row, const std::string& where, Errors& errors) {
