@@ -85,14 +85,17 @@ double NoncentralF(const Arguments& v) {
 std::vector<Row> QuantileRows() {
     return {
         {"gamma quantile",
-         Drawn([](Draw& d) { return Arguments{d.Uniform(), d.LogUniform(0.1, 1e3), 0, 0}; }),
+         Drawn([](Draw& d) {
+             return Arguments{d.Uniform(), d.LogUniform(0.1, 1e3), 0, 0};
+         }),
          {{kOurs,
            [](const Arguments& v) {
                double x = 0;
                numerics::gamma_lower_quant(v.x, v.a, &x);
                return x;
            }},
-          ZUL_BENCH_BOOST([](const Arguments& v) { return boost::math::gamma_p_inv(v.a, v.x, BoostPolicy()); }),
+          ZUL_BENCH_BOOST(
+              [](const Arguments& v) { return boost::math::gamma_p_inv(v.a, v.x, BoostPolicy()); }),
           ZUL_BENCH_GSL([](const Arguments& v) { return gsl_cdf_gamma_Pinv(v.x, v.a, 1); }),
           ZUL_BENCH_RMATH([](const Arguments& v) { return qgamma(v.x, v.a, 1, 1, 0); })}},
         {"beta quantile",
@@ -111,7 +114,9 @@ std::vector<Row> QuantileRows() {
           ZUL_BENCH_GSL([](const Arguments& v) { return gsl_cdf_beta_Pinv(v.x, v.a, v.b); }),
           ZUL_BENCH_RMATH([](const Arguments& v) { return qbeta(v.x, v.a, v.b, 1, 0); })}},
         {"t quantile",
-         Drawn([](Draw& d) { return Arguments{d.Uniform(), d.LogUniform(0.5, 1e3), 0, 0}; }),
+         Drawn([](Draw& d) {
+             return Arguments{d.Uniform(), d.LogUniform(0.5, 1e3), 0, 0};
+         }),
          {{kOurs,
            [](const Arguments& v) {
                double t = 0;
@@ -136,7 +141,8 @@ std::vector<Row> NoncentralRows() {
          }),
          {{kOurs, [](const Arguments& v) { return Lower<numerics::chi2_ncdf>(v.x, v.a, v.b); }},
           ZUL_BENCH_BOOST([](const Arguments& v) {
-              return cdf(boost::math::non_central_chi_squared_distribution<double, BoostPolicy>(v.a, v.b), v.x);
+              return cdf(boost::math::non_central_chi_squared_distribution<double, BoostPolicy>(v.a, v.b),
+                         v.x);
           }),
           ZUL_BENCH_RMATH([](const Arguments& v) { return pnchisq(v.x, v.a, v.b, 1, 0); })}},
         {"noncentral F tails",

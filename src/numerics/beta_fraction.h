@@ -53,7 +53,8 @@ public:
         const double cross = numerator_ * denominatorBefore_;
         return std::abs(cross - numeratorBefore_ * denominator_) <= kTolerance * std::abs(cross);
     }
-    double Value() const { return a_ * (numerator_ / denominator_); }
+    // 0 where the denominator is.
+    double Value() const { return denominator_ == 0 ? 0 : a_ * (numerator_ / denominator_); }
 
 private:
     double a_;

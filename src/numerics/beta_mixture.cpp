@@ -75,6 +75,7 @@ struct Running {
     double scale = 1;  // W(first + j) t(j), in units of the first
     double before = 0;
     double total = 0;
+    bool finished = false;
 
     void Add() {
         const double term = scale * ratio;
@@ -84,7 +85,6 @@ struct Running {
                    (term == 0 || (term < before && term * (term / (before - term)) <= kNegligible * total));
         before = term;
     }
-    bool finished = false;
 };
 
 template <std::size_t Count>
@@ -102,8 +102,10 @@ bool Begin(std::array<BetaFraction, Count> fractions, std::array<Running, Count>
             converged = converged & fraction.Converged();
         }
         if (!converged) continue;
-        for (std::size_t i = 0; i < Count; ++i)
+        for (std::size_t i = 0; i < Count; ++i) {
             (*sums)[i].ratio = fractions[i].Value();
+            if (!((*sums)[i].ratio > 0)) return false;  // far on the other side all digits cancel
+        }
         return true;
     }
     return false;
@@ -136,7 +138,8 @@ bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     for (Running& sum : sums)
         sum.Add();
     const double inverseMean = 1 / mean;
-    while (j > 0) {
+    for (double count = 0; j > 0; ++count) {
+        if (count > kTermLimit) return false;
         j -= 1;
         for (std::size_t i = 0; i < Count; ++i) {
             Running& sum = sums[i];
@@ -180,7 +183,7 @@ bool MixtureUpper(const BetaMixture<Count>& mixture, std::array<double, Count>* 
         for (std::size_t i = 0; i < Count; ++i) {
             Running& sum = sums[i];
             const double above = std::max(at.x * (lanes[i].a + b + j), kTinyStep);
-            const double below = (lanes[i].a + j + 1);
+            const double below = lanes[i].a + j + 1;
             const double weight = lanes[i].first + j + 1;
             const double reciprocal = 1 / (above * below * weight);
             sum.ratio = (sum.ratio + 1) * (below * below * weight * reciprocal);

@@ -14,14 +14,14 @@ namespace zul::numerics {
 struct MixtureLane {
     double a;
     double first;  // in [0, 1)
-    double scale;  // factor with W(first) t(0) = factor exp(logStep - h); see BetaMixture
+    double scale;  // W(first) t(0) = scale exp(logStep - h), see BetaMixture
 };
 
 // One such sum, or two that differ by half a step (a and first larger by 1/2): they are computed side by
 // side, since a processor does them in the time of one.
 //
-// logStep: t(0) = x^a (1 - x)^b / (a B(a, b)) is the difference of I_x(a, b) and I_x(a + 1, b); what its
-// logarithm, or its factor common to both sums, is without the factors `scale` of the lanes.
+// t(0) = x^a (1 - x)^b / (a B(a, b)) is the difference of I_x(a, b) and I_x(a + 1, b). logStep is the
+// logarithm of what the lanes have in common of it, their `scale` the rest.
 template <std::size_t Count>
 struct BetaMixture {
     UnitArgument at;
@@ -52,10 +52,10 @@ inline constexpr double kMixtureMeanLimit = 3e9;
 
 // The sums with I, and those with J. All terms are positive. Each sum goes from its far end over the largest
 // term, in the direction in which the recurrence for I or J adds, and a continued fraction begins it. Sums
-// below exp(kLogUnderflow) are 0. False: no convergence. The lower sums are meant for x up to the centre, the
-// upper ones from there on; beyond they get slow. Relative error up to 2e-13 with shapes and means up to 1e4;
-// for larger ones some roundings of the exponents. Source: D. Benton and K. Krishnamoorthy, Computing
-// discrete mixtures of continuous distributions, 2003.
+// below exp(kLogUnderflow) are 0. False: no convergence. Each is meant for the x that prefer it; far on the
+// other side it gets slow, and the fraction may converge to nothing. Relative error: see beta_ncdf.
+//
+// Source: D. Benton and K. Krishnamoorthy, Computing discrete mixtures of continuous distributions, 2003.
 template <std::size_t Count>
 bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* sums);
 template <std::size_t Count>

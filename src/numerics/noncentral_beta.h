@@ -10,11 +10,16 @@ namespace zul::numerics {
 // takes 1 - x as well, for x whose complement is known better than by subtraction.
 //
 // noncentrality = 0 is beta_df, in every bit. Level 1: a tail is 0 by underflow. Level 2, nothing written:
-// x outside [0, 1], shapes not in (0, kShapeLimit], noncentrality < 0. Level 4: noncentrality > 6e9, or
-// shapes so large that the continued fraction at the first term does not converge. Relative error of the
-// smaller tail: at most 3e-13 for shapes and noncentralities up to 1e4; more for shapes of 1e6 and more,
-// where x times 1e-16 moves the tail as much; grid: noncentral_beta.csv. The time grows with the square root
-// of the noncentrality. Sources: see numerics/beta_mixture.h.
+// x outside [0, 1], shapes not in (0, kShapeLimit], noncentrality < 0. Level 4: noncentrality above
+// 2 kMixtureMeanLimit, or a continued fraction that did not converge. The time grows with the square root of
+// the noncentrality.
+//
+// Worst relative error of a tail: 7e-13, where x and its rounding count 5,000 times; else 2.4e-13. Grids:
+// noncentral_beta.csv; 150 random points, a from 1e-4 to 1e4, b from 0.01 to 1e4, noncentrality from 1e-3 to
+// 1e4, tails down to 1e-280. Next to an end (within 1e-4) to which a shape below 0.1 draws the distribution,
+// it is an absolute error of some 1e-16.
+//
+// Sources: see numerics/beta_mixture.h.
 void beta_ncdf(double x, const BetaShapes& shapes, double noncentrality, double* lower, double* upper);
 void beta_ncdf(double x, double complement, const BetaShapes& shapes, double noncentrality, double* lower,
                double* upper);

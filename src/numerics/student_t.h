@@ -28,9 +28,9 @@ private:
     mutable Lazy gammaRatio_;
 };
 
-// t^2 / (df + t^2) and df / (df + t^2), never overflowing. Beyond |t| = 1e140 sqrt(df), where the
-// second would underflow, they are those of this limit, and outside() is by how much less than there is left
-// outside [-|t|, |t|].
+// t^2 / (df + t^2) and its complement df / (df + t^2), never overflowing. Beyond |t| = 1e140 sqrt(df), where
+// the complement would underflow, they are those of this limit, and outsideFactor is by how much less
+// probability there is outside [-|t|, |t|].
 struct TArgument {
     TArgument(double t, double df);
     double size;  // |t| or the limit
@@ -41,18 +41,28 @@ struct TArgument {
 // Both tails of Student's t distribution with df > 0 degrees of freedom (infinity is the normal
 // distribution): half of beta_df at t^2 / (df + t^2) with the shapes 1/2 and df / 2; for df / 2 > kShapeLimit
 // normal_df at w + (w^3 + 3 w) / (48 (df - 1/2)^2), w^2 = (df - 1/2) log1p(t^2 / df). The tail away from 0 is
-// computed directly. Relative error: about 1e-9, that of the pair; the normal approximation adds at most
-// 1e-14 down to tails of 1e-280. Grid: student_t.csv. Level 1: a tail is 0 by underflow; level 2, nothing
-// written: df <= 0 or NaN. Source of the approximation: G. W. Hill, Algorithm 395: Student's t-distribution,
-// 1970.
+// computed directly.
+//
+// Worst relative error of a tail: that of beta_df, 9.6e-10 (here: 4.5e-10), or of normal_df, 6e-10, to which
+// the approximation adds less than 1e-14. Grids: student_t.csv; 185 random points, df from 0.01 to 1e3.
+//
+// Level 1: a tail is 0 by underflow. Level 2, nothing written: df <= 0 or NaN.
+//
+// Source of the approximation: G. W. Hill, Algorithm 395: Student's t-distribution, 1970.
 void t_df(double t, const TShape& shape, double* lower, double* upper);
 
 // *t with the lower tail p, or the upper tail q, in (0, 1). p = 0.5 gives exactly 0; df = 1 and 2 are closed
-// forms. Relative error 2e-9, that of t_df; grid: student_t.csv.
-// Level 2, *t = -DBL_MAX: p outside (0, 1), the smaller tail below 1e-280, df <= 0, NaN, or |t| above 1e300
-// (for df = 0.001 from a smaller tail of 0.25 down). Level 4: the iteration failed, *t = -DBL_MAX. Sources of
-// the start: G. W. Hill, Algorithm 396: Student's t-quantiles, 1970, with the deviate of M. J. Wichura,
-// Algorithm AS 241, 1988, PPND7; below df = 1 the leading term at either end.
+// forms. The tails are computed by BetaFraction during the iteration, so that the quantile has all digits but
+// those that 1 - 2 q has lost near q = 0.5.
+//
+// Worst relative error: 1e-13 for df >= 0.01. Grid: student_t.csv; 185 random points, df from 0.01 to 1e3.
+//
+// Level 2, *t = -DBL_MAX: p outside (0, 1), the smaller tail below 1e-280 (except for df = 1 and 2), df <= 0,
+// NaN, or |t| above 1e300, as for df = 0.001 with a smaller tail of 0.25. Level 4, *t = -DBL_MAX: the
+// iteration failed.
+//
+// Sources of the start: G. W. Hill, Algorithm 396: Student's t-quantiles, 1970, with the deviate of
+// M. J. Wichura, Algorithm AS 241, 1988, PPND7; below df = 1 the leading term at either end.
 void t_lower_qt(double p, const TShape& shape, double* t);
 void t_upper_qt(double q, const TShape& shape, double* t);
 
