@@ -9,6 +9,7 @@
 #include "numerics/incomplete_beta.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
+#include "numerics/newton_refinement.h"
 
 namespace zul::numerics {
 namespace {
@@ -318,32 +319,10 @@ void F_upper_quant(double q, const BetaShapes& halves, double* value) {
 }
 
 void beta_newton(double target, const BetaShapes& shapes, double* x, char mode) {
-    double scale = -1;
-    double step = 0;
-    for (int k = 1; k <= kNewtonLimit && !(std::abs(step) < scale * kSeriesTolerance); ++k) {
-        *x += step;
-        double lower = 0;
-        double upper = 0;
-        double density = 0;
-        beta_df(*x, shapes, &lower, &upper, &density);
-        if (errorState.Failed() || !(density > 0)) {
-            errorState.Fail(frame::LevelNoConvergence, "beta_newton"_routine);
-            return;
-        }
-        if (mode == 'L') {
-            scale = lower;
-            step = (target - lower) / density;
-        } else if (mode == 'U') {
-            scale = upper;
-            step = (upper - target) / density;
-        }
-        scale = std::max(*x, scale);
-    }
-    if (std::abs(step) >= scale * kSeriesTolerance) {
-        errorState.Fail(frame::LevelNoConvergence, "beta_newton"_routine);
-    } else {
-        errorState.ClearWarning("beta_newton"_routine);
-    }
+    const auto pair = [&shapes](double at, double* lower, double* upper, double* density) {
+        beta_df(at, shapes, lower, upper, density);
+    };
+    RefineByNewton(target, pair, x, mode, "beta_newton"_routine);
 }
 
 }  // namespace zul::numerics

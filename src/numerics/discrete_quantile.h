@@ -30,8 +30,8 @@ protected:
 };
 
 // A whole number near the quantile with the lower tail p or, if upper, the upper tail p, from the first three
-// moments; finite for any p and any sd >= 0. Source: E. A. Cornish and R. A. Fisher, Moments and cumulants in
-// the specification of distributions, 1937, the first correction.
+// moments; finite for any p and any sd >= 0. Source: R. A. Fisher and E. A. Cornish,
+// The percentile points of distributions having known cumulants, 1960, the first correction.
 double CornishFisherStart(double mean, double sd, double skewness, double p, bool upper);
 
 // *k = the smallest whole number with P(X <= k) > p, *c = (p - P(X <= k - 1)) / P(X = k), in [0, 1).

@@ -9,6 +9,7 @@
 #include "numerics/elementary.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
+#include "numerics/newton_refinement.h"
 
 namespace zul::numerics::incomplete_gamma {
 
@@ -295,32 +296,10 @@ void Pair(double x, const Shape& shape, double* lower, double* upper, double* de
 
 template <typename Shape>
 void Newton(double target, const Shape& shape, double* x, char mode) {
-    double scale = -1;
-    double step = 0;
-    for (int k = 1; k <= kNewtonLimit && !(std::abs(step) < scale * kSeriesTolerance); ++k) {
-        *x += step;
-        double lower = 0;
-        double upper = 0;
-        double density = 0;
-        Pair(*x, shape, &lower, &upper, &density);
-        if (errorState.Failed() || !(density > 0)) {
-            errorState.Fail(frame::LevelNoConvergence, "gamma_newton"_routine);
-            return;
-        }
-        if (mode == 'L') {
-            scale = lower;
-            step = (target - lower) / density;
-        } else if (mode == 'U') {
-            scale = upper;
-            step = (upper - target) / density;
-        }
-        scale = std::max(*x, scale);
-    }
-    if (std::abs(step) >= scale * kSeriesTolerance) {
-        errorState.Fail(frame::LevelNoConvergence, "gamma_newton"_routine);
-    } else {
-        errorState.ClearWarning("gamma_newton"_routine);
-    }
+    const auto pair = [&shape](double at, double* lower, double* upper, double* density) {
+        Pair(at, shape, lower, upper, density);
+    };
+    RefineByNewton(target, pair, x, mode, "gamma_newton"_routine);
 }
 
 }  // namespace zul::numerics::incomplete_gamma

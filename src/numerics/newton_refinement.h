@@ -1,0 +1,46 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/error_state.h"
+#include "numerics/limits.h"
+
+namespace zul::numerics {
+
+// Newton's iteration from *x to the point where the lower tail (mode 'L') or the upper tail (mode 'U') is the
+// target, to a relative kSeriesTolerance; pair(x, &lower, &upper, &density) evaluates the tails. Level 4 and
+// the routine's name: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
+// Deliberate: the last step, the one that is small enough, is not applied.
+template <typename Pair>
+void RefineByNewton(double target, Pair pair, double* x, char mode, const frame::RoutineName& routine) {
+    using frame::errorState;
+    double scale = -1;
+    double step = 0;
+    for (int k = 1; k <= kNewtonLimit && !(std::abs(step) < scale * kSeriesTolerance); ++k) {
+        *x += step;
+        double lower = 0;
+        double upper = 0;
+        double density = 0;
+        pair(*x, &lower, &upper, &density);
+        if (errorState.Failed() || !(density > 0)) {
+            errorState.Fail(frame::LevelNoConvergence, routine);
+            return;
+        }
+        if (mode == 'L') {
+            scale = lower;
+            step = (target - lower) / density;
+        } else if (mode == 'U') {
+            scale = upper;
+            step = (upper - target) / density;
+        }
+        scale = std::max(*x, scale);
+    }
+    if (std::abs(step) >= scale * kSeriesTolerance) {
+        errorState.Fail(frame::LevelNoConvergence, routine);
+    } else {
+        errorState.ClearWarning(routine);
+    }
+}
+
+}  // namespace zul::numerics
