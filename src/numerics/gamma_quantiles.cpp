@@ -175,10 +175,19 @@ bool Solve(const Target& target, const GammaShape& shape, double* x) {
     return false;
 }
 
+// Below it the tails of the search underflow.
+constexpr double kLeastTarget = 1e-300;
+
+// The quantile of a target below it: the first term of the power series at 0, where that is all there is to 1e-10.
+bool SolveVanishing(const Target& target, double a, double* x) {
+    constexpr double kLogOfSmall = -23;
+    const double logX = (std::log(target.tail) + LogGammaFn(a + 1)) / a;
+    *x = std::exp(std::min(logX, kLogOfSmall));
+    return !target.upper && logX < kLogOfSmall;
+}
+
 // What both quantiles have in common; upper tells whose target it is.
 void Quantile(double tail, bool upper, const GammaShape& shape, const frame::RoutineName& name, double* x) {
-    constexpr double kLeastTarget = 1e-300;
-
     errorState.Begin(name);
     *x = -DBL_MAX;
     const double a = shape.Value();
@@ -190,14 +199,17 @@ void Quantile(double tail, bool upper, const GammaShape& shape, const frame::Rou
         *x = 0;
         return;
     }
-    const Target target{std::max(std::min(tail, 1 - tail), kLeastTarget), upper == (tail <= 0.5)};
-    if (target.tail == kLeastTarget) errorState.level = frame::LevelUnderflow;
+    const Target target{std::min(tail, 1 - tail), upper == (tail <= 0.5)};
     if (a == 1) {
         *x = target.upper ? -std::log(target.tail) : -std::log1p(-target.tail);
         return;
     }
     double quantile = 0;
-    if (!Solve(target, shape, &quantile)) {
+    if (target.tail < kLeastTarget && !SolveVanishing(target, a, &quantile)) {
+        errorState.level = frame::LevelDomain;
+        return;
+    }
+    if (target.tail >= kLeastTarget && !Solve(target, shape, &quantile)) {
         errorState.level = frame::LevelNoConvergence;
         return;
     }

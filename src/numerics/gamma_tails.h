@@ -18,8 +18,8 @@ struct GammaTails {
 //
 // By the power series for small x, Legendre's continued fraction for large x, the uniform asymptotic
 // expansion for x near a shape of 20 or more, and the difference of x^a / gamma(a + 1) from 1 for small a and
-// x. Worst relative error at 1500 random points, shapes from 1e-6 to 1e7, tails from 1e-290: 7e-13, in tails
-// of 1e-180 for a shape of 1e4, where the exponent cancels.
+// x. Worst relative error at 2000 random points, shapes from 1e-6 to 1e7, tails from 1e-290: 2.1e-12, in a
+// tail of 1e-257 for a shape of 2.7e4, where the exponent cancels.
 //
 // Sources: N. M. Temme, The uniform asymptotic expansions of certain integrals, 1982 (equations 8.12 of the
 // NIST Handbook of Mathematical Functions, 2010); A. R. DiDonato and A. H. Morris, Computation of the

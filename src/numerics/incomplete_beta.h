@@ -43,8 +43,12 @@ void beta_df(double x, double complement, const BetaShapes& shapes, double* lowe
              double* density);
 
 // The logarithm of the beta density at y, log(y^(p - 1) (1 - y)^(q - 1) / B(p, q)), for 0 < y < 1 and
-// positive shapes. Worst absolute error: 4e-13 for p + q < 1e5, 3e-12 up to 6e7.
+// positive shapes. y >= kTinyArgument. Worst absolute error where the density does not underflow: 4e-13 for
+// p + q < 1e5, 3e-12 up to 6e7.
 double BetaLogDensity(const BetaOrientation& shapes, double y);
+
+// The two factors and the fraction are for what beta_df hands them: y >= kTinyArgument, 1 - y likewise, shapes
+// that are normal numbers up to kShapeLimit. Elsewhere they may trap.
 
 // *factor with I = factor * density at y in (0, 1): y / p times the hypergeometric series. y is meant to be
 // below the median. Status kNotConverged and level 4: 1e6 terms did not do, or they grow.

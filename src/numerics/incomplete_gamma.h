@@ -57,7 +57,7 @@ double UpperGammaSmall(double x, const FractionalShape& shape);
 int GammaContinuedFraction(double x, const FractionalShape& shape, double* factor);
 
 // Newton's iteration from *x to the point where P (mode 'L') or Q (mode 'U') is the target, to a relative
-// kSeriesTolerance. Level 4: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
+// kSeriesTolerance. Level 2: the target is outside [0, 1]. Level 4: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
 // Deliberate: the last step, the one that is small enough, is not applied.
 void gamma_newton(double target, const GammaShape& shape, double* x, char mode);
 

@@ -9,12 +9,16 @@
 namespace zul::numerics {
 
 // Newton's iteration from *x to the point where the lower tail (mode 'L') or the upper tail (mode 'U') is the
-// target, to a relative kSeriesTolerance; pair(x, &lower, &upper, &density) evaluates the tails. Level 4 and
-// the routine's name: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
+// target, to a relative kSeriesTolerance; pair(x, &lower, &upper, &density) evaluates the tails. The
+// failures have the routine's name. Level 2: the target is outside [0, 1]. Level 4: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
 // Deliberate: the last step, the one that is small enough, is not applied.
 template <typename Pair>
 void RefineByNewton(double target, Pair pair, double* x, char mode, const frame::RoutineName& routine) {
     using frame::errorState;
+    if (!(target >= 0 && target <= 1)) {
+        errorState.Fail(frame::LevelDomain, routine);
+        return;
+    }
     double scale = -1;
     double step = 0;
     for (int k = 1; k <= kNewtonLimit && !(std::abs(step) < scale * kSeriesTolerance); ++k) {

@@ -178,6 +178,15 @@ TEST(GammaNewton, InvertsThePairFromANearbyStart) {
     }
 }
 
+TEST(GammaNewton, FailsOutsideItsDomain) {
+    for (const double target : {-1e308, -1e-300, 1.0000001, 1e300, std::nan("")}) {
+        double x = 0.001;
+        gamma_newton(target, 3, &x, 'L');
+        EXPECT_EQ(errorState.level, frame::LevelDomain);
+        EXPECT_EQ(x, 0.001);
+    }
+}
+
 TEST(GammaNewton, FailsWithItsNameWhereItCannotGoOn) {
     for (double start : {1e9, 700.0, -1.0}) {  // no density; no density; outside the domain
         gamma_newton(0.5, 0.5, &start, 'U');
