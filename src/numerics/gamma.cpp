@@ -20,23 +20,6 @@ constexpr double kReciprocalLimit = 1 / DBL_MAX;
 // Above it log(y) * y overflows.
 constexpr double kLogGammaLimit = 2.5e305;
 
-// The sum of B_2k / (2k (2k - 1) y^(2k - 1)), k = 1 to 7: the logarithm of what Stirling's product lacks.
-double StirlingCorrection(double y) {
-    // From here the first term has all bits; the square would overflow far beyond it.
-    constexpr double kFirstTermAlone = 1e8;
-    if (y > kFirstTermAlone) return 0.08333333333333333 / y;
-    const double s = 1 / (y * y);
-    return ((((((0.006410256410256411 * s - 0.0019175269175269174) * s + 0.0008417508417508418) * s -
-               0.0005952380952380952) *
-                  s +
-              0.0007936507936507937) *
-                 s -
-             0.002777777777777778) *
-                s +
-            0.08333333333333333) /
-           y;
-}
-
 // gamma(a) = factor * gamma(argument), with the argument where the series holds.
 struct Raised {
     double argument;
@@ -53,6 +36,22 @@ Raised RaiseArgument(double a) {
 }
 
 }  // namespace
+
+double StirlingCorrection(double y) {
+    // From here the first term has all bits; the square would overflow far beyond it.
+    constexpr double kFirstTermAlone = 1e8;
+    if (y > kFirstTermAlone) return 0.08333333333333333 / y;
+    const double s = 1 / (y * y);
+    return ((((((0.006410256410256411 * s - 0.0019175269175269174) * s + 0.0008417508417508418) * s -
+               0.0005952380952380952) *
+                  s +
+              0.0007936507936507937) *
+                 s -
+             0.002777777777777778) *
+                s +
+            0.08333333333333333) /
+           y;
+}
 
 double GammaFn(double a) {
     constexpr double kPoleRange = 2.220446049250313e-16;  // below it gamma(a) rounds to 1 / a

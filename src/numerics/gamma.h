@@ -17,6 +17,10 @@ double LogGammaFn(double a);
 // errno EDOM.
 double StirlingTerm(double a);
 
+// The sum of B_2k / (2k (2k - 1) y^(2k - 1)), k = 1 to 7, for y >= 10: the logarithm of what Stirling's product
+// lacks.
+double StirlingCorrection(double y);
+
 // The logarithm of the binomial coefficient of p over q, for whole numbers: -infinity for q > p, 0 at both
 // ends. Arguments q and p - q give identical bits.
 double LogBinomialCoefficient(double p, double q);

@@ -186,19 +186,19 @@ double InverseGammaScale(double a) {
             product *= b + i;
         return (1 + b * InverseGammaSeries(b)) / product;
     }
-    const double s = 1 / (a * a);
-    const double correction =
-        ((((((0.00641025641025641 * s - 0.001917526917526918) * s + 0.0008417508417508418) * s -
-            0.0005952380952380952) *
-               s +
-           0.0007936507936507937) *
-              s -
-          0.002777777777777778) *
-             s +
-         0.08333333333333333) /
-        a;
-    return std::exp(-correction) / std::sqrt(2 * std::numbers::pi * a);
+    return std::exp(-StirlingCorrection(a)) / std::sqrt(2 * std::numbers::pi * a);
 }
+
+namespace {
+
+// x^a exp(-x) / gamma(a + 1) for a < kStirlingShape. The exponential goes in by halves: alone it may underflow
+// where the product does not.
+double PowerOfSmallShape(double x, const GammaShape& shape) {
+    const double half = std::exp(-x / 2);
+    return std::pow(x, shape.Value()) * shape.InverseGammaScale() * half * half;
+}
+
+}  // namespace
 
 bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
     // Where x^a exp(-x) is below 1e-300 for any shape below kStirlingShape.
@@ -223,9 +223,7 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
             *tails = {1, 0, 0};
             return true;
         }
-        // Half of it twice: the exponential alone may underflow where the product does not.
-        const double half = std::exp(-x / 2);
-        tails->power = std::pow(x, a) * shape.InverseGammaScale() * half * half;
+        tails->power = PowerOfSmallShape(x, shape);
     } else if (x < kVanishing) {
         *tails = {0, 1, 0};
         return true;

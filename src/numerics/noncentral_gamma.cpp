@@ -187,6 +187,23 @@ void SetTails(double smaller, double* direct, double* other) {
     *other = 1 - smaller;
 }
 
+// Both tails from the sum of one, the lower if lowerSide. Of a small shape nearly all may lie below the mean;
+// then the sum is taken on the other side.
+void SumTails(double x, const GammaShape& shape, double mean, bool lowerSide, double* lower, double* upper) {
+    constexpr double kMostOfAll = 0.9;
+    double tail = 0;
+    bool converged = SumTail(x, shape, mean, lowerSide, &tail);
+    if (converged && lowerSide && tail > kMostOfAll) {
+        lowerSide = false;
+        converged = SumTail(x, shape, mean, lowerSide, &tail);
+    }
+    if (!converged) {
+        errorState.level = frame::LevelNoConvergence;
+        return;
+    }
+    SetTails(tail, lowerSide ? lower : upper, lowerSide ? upper : lower);
+}
+
 }  // namespace
 
 void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double* lower, double* upper) {
@@ -195,7 +212,6 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
     // The lower sum is the quicker one, and the upper tail is its complement to the last bits while it is not
     // the smaller one by far.
     constexpr double kAboveMean = 0.5;
-    constexpr double kMostOfAll = 0.9;
 
     const double a = shape.Value();
     errorState.Begin("gamma_ncdf"_routine);
@@ -211,7 +227,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
     }
     // Each tail is below the exponential of kLogUnderflow beyond these.
     const double spread = std::sqrt(-2 * kLogUnderflow) * std::sqrt(a + noncentrality);
-    bool lowerSide = x < a + mean + kAboveMean;
+    const bool lowerSide = x < a + mean + kAboveMean;
     if (lowerSide ? x < a + mean - spread : x > a + mean + spread - kLogUnderflow) {
         SetTails(0, lowerSide ? lower : upper, lowerSide ? upper : lower);
         return;
@@ -220,18 +236,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
         errorState.level = frame::LevelNoConvergence;
         return;
     }
-    double tail = 0;
-    bool converged = SumTail(x, shape, mean, lowerSide, &tail);
-    // Of a small shape nearly all may lie below the mean.
-    if (converged && lowerSide && tail > kMostOfAll) {
-        lowerSide = false;
-        converged = SumTail(x, shape, mean, lowerSide, &tail);
-    }
-    if (!converged) {
-        errorState.level = frame::LevelNoConvergence;
-        return;
-    }
-    SetTails(tail, lowerSide ? lower : upper, lowerSide ? upper : lower);
+    SumTails(x, shape, mean, lowerSide, lower, upper);
 }
 
 void chi2_ncdf(double x, double df, double noncentrality, double* lower, double* upper) {
