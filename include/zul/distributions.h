@@ -33,6 +33,359 @@ namespace zul {
 /// twice the smaller of them.
 enum EAlternative : int { LowerTail = -1, TwoSided = 0, UpperTail = 1 };
 
+/// @name Beta distribution
+/// @{
+
+ZUL_API double BetaPdf(double x, double a, double b);
+/// @copydoc BetaPdf(double, double, double)
+ZUL_API void BetaPdf(double* out, const double* in, std::size_t count, double a, double b);
+
+ZUL_API double BetaCdf(double x, double a, double b, bool upper);
+/// @copydoc BetaCdf(double, double, double, bool)
+ZUL_API void BetaCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
+
+ZUL_API double BetaInvCdf(double p, double a, double b);
+/// @copydoc BetaInvCdf(double, double, double)
+ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b);
+
+/// @}
+
+/// @name Binomial distribution
+/// @{
+
+ZUL_API double BinomialPdf(double x, int n, double prob);
+/// @copydoc BinomialPdf(double, int, double)
+ZUL_API void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob);
+
+ZUL_API double BinomialCdf(double x, double n, double prob, bool upper);
+/// @copydoc BinomialCdf(double, double, double, bool)
+ZUL_API void BinomialCdf(double* out, const double* in, std::size_t count, double n, double prob, bool upper);
+
+ZUL_API double BinomialInvCdf(double p, int n, double prob);
+/// @copydoc BinomialInvCdf(double, int, double)
+ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob);
+
+/// @}
+
+/// @name Cauchy distribution
+/// @{
+
+ZUL_API double CauchyPdf(double x, double location, double scale);
+/// @copydoc CauchyPdf(double, double, double)
+ZUL_API void CauchyPdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+ZUL_API double CauchyCdf(double x, double location, double scale, bool upper);
+/// @copydoc CauchyCdf(double, double, double, bool)
+ZUL_API void CauchyCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                       bool upper);
+
+ZUL_API double CauchyInvCdf(double p, double location, double scale);
+/// @copydoc CauchyInvCdf(double, double, double)
+ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// @}
+
+/// @name Chi-square distribution
+/// df: degrees of freedom, 0 < df <= 189812530. noncentrality: the sum of the squared means of the normals that
+/// are squared and added, 0 <= noncentrality <= 4e10; 0 is the central distribution.
+/// @{
+
+/// The density x^(df/2 - 1) exp(-x/2) / (2^(df/2) gamma(df/2)) of the central distribution for x > 0, and 0 for
+/// x <= 0; relative error some roundings of the largest logarithm in it.
+///
+/// Deliberate: no noncentrality, which the other two functions have. NaN where the density is too large for a
+/// double. df <= 0: std::invalid_argument.
+ZUL_API double ChiSqPdf(double x, double df);
+/// @copydoc ChiSqPdf(double, double)
+ZUL_API void ChiSqPdf(double* out, const double* in, std::size_t count, double df);
+
+/// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
+/// noncentrality 0 and 1e-12 above.
+///
+/// x <= 0 gives 0 and 1. NaN for df or noncentrality outside its domain.
+/// Method: the incomplete gamma pair, W. Gautschi, A computational procedure for incomplete gamma functions,
+/// 1979; for a noncentrality its Poisson mixture, D. Benton and K. Krishnamoorthy, Computing discrete mixtures
+/// of continuous distributions, 2003.
+ZUL_API double ChiSqCdf(double x, double df, double noncentrality, bool upper);
+/// @copydoc ChiSqCdf(double, double, double, bool)
+ZUL_API void ChiSqCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
+                      bool upper);
+
+/// The quantile: the x with P(X <= x) = p, for 0 <= p < 1. p = 0 gives 0; p = 1, p outside [0, 1], and df or
+/// noncentrality outside its domain give NaN.
+///
+/// The tail at the result gives p back to 1e-9 for noncentrality 0, else to 1e-12.
+/// Method: A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma function ratios and their
+/// inverse, 1986; for a noncentrality false position on the tail.
+ZUL_API double ChiSqInvCdf(double p, double df, double noncentrality);
+/// @copydoc ChiSqInvCdf(double, double, double)
+ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
+
+/// @}
+
+/// @name Exponential distribution
+/// @{
+
+ZUL_API double ExponentialPdf(double x, double scale, double threshold);
+/// @copydoc ExponentialPdf(double, double, double)
+ZUL_API void ExponentialPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
+
+ZUL_API double ExponentialCdf(double x, double scale, double threshold, bool upper);
+/// @copydoc ExponentialCdf(double, double, double, bool)
+ZUL_API void ExponentialCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
+                            bool upper);
+
+ZUL_API double ExponentialInvCdf(double p, double scale, double threshold);
+/// @copydoc ExponentialInvCdf(double, double, double)
+ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale,
+                               double threshold);
+
+/// @}
+
+/// @name F distribution
+/// @{
+
+ZUL_API double FPdf(double x, double df1, double df2);
+/// @copydoc FPdf(double, double, double)
+ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, double df2);
+
+ZUL_API double FCdf(double x, double df1, double df2, double noncentrality, bool upper);
+/// @copydoc FCdf(double, double, double, double, bool)
+ZUL_API void FCdf(double* out, const double* in, std::size_t count, double df1, double df2,
+                  double noncentrality, bool upper);
+
+ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality);
+/// @copydoc FInvCdf(double, double, double, double)
+ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2,
+                     double noncentrality);
+
+/// @}
+
+/// @name Gamma distribution
+/// @{
+
+ZUL_API double GammaPdf(double x, double shape, double scale, double threshold);
+/// @copydoc GammaPdf(double, double, double, double)
+ZUL_API void GammaPdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                      double threshold);
+
+ZUL_API double GammaCdf(double x, double shape, double scale, double threshold, bool upper);
+/// @copydoc GammaCdf(double, double, double, double, bool)
+ZUL_API void GammaCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                      double threshold, bool upper);
+
+ZUL_API double GammaInvCdf(double p, double shape, double scale, double threshold);
+/// @copydoc GammaInvCdf(double, double, double, double)
+ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                         double threshold);
+
+/// @}
+
+/// @name Geometric distribution
+/// @{
+
+ZUL_API double GeometricPdf(double x, double prob);
+/// @copydoc GeometricPdf(double, double)
+ZUL_API void GeometricPdf(double* out, const double* in, std::size_t count, double prob);
+
+ZUL_API double GeometricCdf(double x, double prob, bool upper);
+/// @copydoc GeometricCdf(double, double, bool)
+ZUL_API void GeometricCdf(double* out, const double* in, std::size_t count, double prob, bool upper);
+
+ZUL_API double GeometricInvCdf(double p, double prob);
+/// @copydoc GeometricInvCdf(double, double)
+ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, double prob);
+
+/// @}
+
+/// @name Half-normal distribution
+/// @{
+
+ZUL_API double HalfNormalPdf(double x, double scale, double threshold);
+/// @copydoc HalfNormalPdf(double, double, double)
+ZUL_API void HalfNormalPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
+
+ZUL_API double HalfNormalCdf(double x, double scale, double threshold, bool upper);
+/// @copydoc HalfNormalCdf(double, double, double, bool)
+ZUL_API void HalfNormalCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
+                           bool upper);
+
+ZUL_API double HalfNormalInvCdf(double p, double scale, double threshold);
+/// @copydoc HalfNormalInvCdf(double, double, double)
+ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale,
+                              double threshold);
+
+/// @}
+
+/// @name Hypergeometric distribution
+/// @{
+
+ZUL_API double HypergeometricPdf(double x, int N, int M, int n);
+/// @copydoc HypergeometricPdf(double, int, int, int)
+ZUL_API void HypergeometricPdf(double* out, const double* in, std::size_t count, int N, int M, int n);
+
+ZUL_API double HypergeometricCdf(double x, int N, int M, int n, bool upper);
+/// @copydoc HypergeometricCdf(double, int, int, int, bool)
+ZUL_API void HypergeometricCdf(double* out, const double* in, std::size_t count, int N, int M, int n,
+                               bool upper);
+
+ZUL_API double HypergeometricInvCdf(double p, int N, int M, int n);
+/// @copydoc HypergeometricInvCdf(double, int, int, int)
+ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n);
+
+/// @}
+
+/// @name Integer uniform (discrete uniform) distribution
+/// @{
+
+ZUL_API double IntegerUniformPdf(double x, int a, int b);
+/// @copydoc IntegerUniformPdf(double, int, int)
+ZUL_API void IntegerUniformPdf(double* out, const double* in, std::size_t count, int a, int b);
+
+ZUL_API double IntegerUniformCdf(double x, int a, int b, bool upper);
+/// @copydoc IntegerUniformCdf(double, int, int, bool)
+ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper);
+
+ZUL_API double IntegerUniformInvCdf(double p, int a, int b);
+/// @copydoc IntegerUniformInvCdf(double, int, int)
+ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b);
+
+/// @}
+
+/// @name Tukey lambda distribution
+/// @{
+
+ZUL_API double LambdaPdf(double x, double lambda, double location, double scale);
+/// @copydoc LambdaPdf(double, double, double, double)
+ZUL_API void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
+                       double scale);
+
+ZUL_API double LambdaCdf(double x, double lambda, double location, double scale, bool upper);
+/// @copydoc LambdaCdf(double, double, double, double, bool)
+ZUL_API void LambdaCdf(double* out, const double* in, std::size_t count, double lambda, double location,
+                       double scale, bool upper);
+
+ZUL_API double LambdaInvCdf(double p, double lambda, double location, double scale);
+/// @copydoc LambdaInvCdf(double, double, double, double)
+ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
+                          double scale);
+
+/// @}
+
+/// @name Laplace distribution
+/// @{
+
+ZUL_API double LaplacePdf(double x, double location, double scale);
+/// @copydoc LaplacePdf(double, double, double)
+ZUL_API void LaplacePdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+ZUL_API double LaplaceCdf(double x, double location, double scale, bool upper);
+/// @copydoc LaplaceCdf(double, double, double, bool)
+ZUL_API void LaplaceCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                        bool upper);
+
+ZUL_API double LaplaceInvCdf(double p, double location, double scale);
+/// @copydoc LaplaceInvCdf(double, double, double)
+ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// @}
+
+/// @name Largest extreme value distribution
+/// @{
+
+ZUL_API double LargestExtremeValuePdf(double x, double location, double scale);
+/// @copydoc LargestExtremeValuePdf(double, double, double)
+ZUL_API void LargestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
+                                    double scale);
+
+ZUL_API double LargestExtremeValueCdf(double x, double location, double scale, bool upper);
+/// @copydoc LargestExtremeValueCdf(double, double, double, bool)
+ZUL_API void LargestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
+                                    double scale, bool upper);
+
+ZUL_API double LargestExtremeValueInvCdf(double p, double location, double scale);
+/// @copydoc LargestExtremeValueInvCdf(double, double, double)
+ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
+                                       double scale);
+
+/// @}
+
+/// @name Logistic distribution
+/// @{
+
+ZUL_API double LogisticPdf(double x, double location, double scale);
+/// @copydoc LogisticPdf(double, double, double)
+ZUL_API void LogisticPdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+ZUL_API double LogisticCdf(double x, double location, double scale, bool upper);
+/// @copydoc LogisticCdf(double, double, double, bool)
+ZUL_API void LogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                         bool upper);
+
+ZUL_API double LogisticInvCdf(double p, double location, double scale);
+/// @copydoc LogisticInvCdf(double, double, double)
+ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// @}
+
+/// @name Log-logistic distribution
+/// @{
+
+ZUL_API double LogLogisticPdf(double x, double location, double scale, double threshold);
+/// @copydoc LogLogisticPdf(double, double, double, double)
+ZUL_API void LogLogisticPdf(double* out, const double* in, std::size_t count, double location, double scale,
+                            double threshold);
+
+ZUL_API double LogLogisticCdf(double x, double location, double scale, double threshold, bool upper);
+/// @copydoc LogLogisticCdf(double, double, double, double, bool)
+ZUL_API void LogLogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                            double threshold, bool upper);
+
+ZUL_API double LogLogisticInvCdf(double p, double location, double scale, double threshold);
+/// @copydoc LogLogisticInvCdf(double, double, double, double)
+ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location,
+                               double scale, double threshold);
+
+/// @}
+
+/// @name Lognormal distribution
+/// @{
+
+ZUL_API double LogNormalPdf(double x, double location, double scale, double threshold);
+/// @copydoc LogNormalPdf(double, double, double, double)
+ZUL_API void LogNormalPdf(double* out, const double* in, std::size_t count, double location, double scale,
+                          double threshold);
+
+ZUL_API double LogNormalCdf(double x, double location, double scale, double threshold, bool upper);
+/// @copydoc LogNormalCdf(double, double, double, double, bool)
+ZUL_API void LogNormalCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                          double threshold, bool upper);
+
+ZUL_API double LogNormalInvCdf(double p, double location, double scale, double threshold);
+/// @copydoc LogNormalInvCdf(double, double, double, double)
+ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                             double threshold);
+
+/// @}
+
+/// @name Negative binomial distribution
+/// @{
+
+ZUL_API double NegBinomialPdf(double x, double prob, double r);
+/// @copydoc NegBinomialPdf(double, double, double)
+ZUL_API void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r);
+
+ZUL_API double NegBinomialCdf(double x, double prob, double r, bool upper);
+/// @copydoc NegBinomialCdf(double, double, double, bool)
+ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r,
+                            bool upper);
+
+ZUL_API double NegBinomialInvCdf(double p, double prob, double r);
+/// @copydoc NegBinomialInvCdf(double, double, double)
+ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r);
+
+/// @}
+
 /// @name Normal distribution
 /// mean, sd: mean and standard deviation (not the variance), sd > 0.
 /// @{
@@ -66,6 +419,138 @@ ZUL_API void NormalCdf(double* out, const double* in, std::size_t count, double 
 ZUL_API double NormalInvCdf(double p, double mean, double sd);
 /// @copydoc NormalInvCdf(double, double, double)
 ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd);
+
+/// @}
+
+/// @name Poisson distribution
+/// @{
+
+ZUL_API double PoissonPdf(double x, double mean);
+/// @copydoc PoissonPdf(double, double)
+ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double mean);
+
+ZUL_API double PoissonCdf(double x, double mean, bool upper);
+/// @copydoc PoissonCdf(double, double, bool)
+ZUL_API void PoissonCdf(double* out, const double* in, std::size_t count, double mean, bool upper);
+
+ZUL_API double PoissonInvCdf(double p, double mean);
+/// @copydoc PoissonInvCdf(double, double)
+ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean);
+
+/// @}
+
+/// @name Smallest extreme value distribution
+/// @{
+
+ZUL_API double SmallestExtremeValuePdf(double x, double location, double scale);
+/// @copydoc SmallestExtremeValuePdf(double, double, double)
+ZUL_API void SmallestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
+                                     double scale);
+
+ZUL_API double SmallestExtremeValueCdf(double x, double location, double scale, bool upper);
+/// @copydoc SmallestExtremeValueCdf(double, double, double, bool)
+ZUL_API void SmallestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
+                                     double scale, bool upper);
+
+ZUL_API double SmallestExtremeValueInvCdf(double p, double location, double scale);
+/// @copydoc SmallestExtremeValueInvCdf(double, double, double)
+ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
+                                        double scale);
+
+/// @}
+
+/// @name Student's t distribution
+/// @{
+
+ZUL_API double TPdf(double x, double df, double noncentrality);
+/// @copydoc TPdf(double, double, double)
+ZUL_API void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
+
+ZUL_API double TCdf(double x, double df, double noncentrality, bool upper);
+/// @copydoc TCdf(double, double, double, bool)
+ZUL_API void TCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
+                  bool upper);
+
+ZUL_API double TInvCdf(double p, double df, double noncentrality);
+/// @copydoc TInvCdf(double, double, double)
+ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
+
+/// @}
+
+/// @name Triangular distribution
+/// @{
+
+ZUL_API double TriangularPdf(double x, double lower, double mode, double upper);
+/// @copydoc TriangularPdf(double, double, double, double)
+ZUL_API void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                           double upper);
+
+ZUL_API double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail);
+/// @copydoc TriangularCdf(double, double, double, double, bool)
+ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                           double upper, bool upperTail);
+
+ZUL_API double TriangularInvCdf(double p, double lower, double mode, double upper);
+/// @copydoc TriangularInvCdf(double, double, double, double)
+ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                              double upper);
+
+/// @}
+
+/// @name Uniform distribution
+/// @{
+
+ZUL_API double UniformPdf(double x, double a, double b);
+/// @copydoc UniformPdf(double, double, double)
+ZUL_API void UniformPdf(double* out, const double* in, std::size_t count, double a, double b);
+
+ZUL_API double UniformCdf(double x, double a, double b, bool upper);
+/// @copydoc UniformCdf(double, double, double, bool)
+ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
+
+ZUL_API double UniformInvCdf(double p, double a, double b);
+/// @copydoc UniformInvCdf(double, double, double)
+ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b);
+
+/// @}
+
+/// @name Weibull distribution
+/// @{
+
+ZUL_API double WeibullPdf(double x, double shape, double scale, double threshold);
+/// @copydoc WeibullPdf(double, double, double, double)
+ZUL_API void WeibullPdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                        double threshold);
+
+ZUL_API double WeibullCdf(double x, double shape, double scale, double threshold, bool upper);
+/// @copydoc WeibullCdf(double, double, double, double, bool)
+ZUL_API void WeibullCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                        double threshold, bool upper);
+
+ZUL_API double WeibullInvCdf(double p, double shape, double scale, double threshold);
+/// @copydoc WeibullInvCdf(double, double, double, double)
+ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                           double threshold);
+
+/// @}
+
+/// @name User-defined discrete distribution
+/// @{
+
+ZUL_API double DiscretePdf(double x, const double* values, const double* probabilities, int n);
+/// @copydoc DiscretePdf(double, const double*, const double*, int)
+ZUL_API void DiscretePdf(double* out, const double* in, std::size_t count, const double* values,
+                         const double* probabilities, int n);
+
+ZUL_API double DiscreteCdf(double x, const double* values, const double* cumulative, int n, bool upper);
+/// @copydoc DiscreteCdf(double, const double*, const double*, int, bool)
+ZUL_API void DiscreteCdf(double* out, const double* in, std::size_t count, const double* values,
+                         const double* cumulative, int n, bool upper);
+
+ZUL_API double DiscreteInvCdf(double p, const double* values, const double* cumulative, int n);
+/// @copydoc DiscreteInvCdf(double, const double*, const double*, int)
+ZUL_API void DiscreteInvCdf(double* out, const double* in, std::size_t count, const double* values,
+                            const double* cumulative, int n);
 
 /// @}
 

@@ -42,25 +42,24 @@ double SolveForDeviate(double p) {
     return numerics::SolveFalsePosition(kLowestDeviate, 0, f, &status);
 }
 
-}  // namespace
-
-double NormalPdf::Density(NormalPdf* self, double x) {
-    const double z = (x - self->mean_) / self->sd_;
-    return frame::SafeExp(-0.5 * (z * z)) / (std::sqrt(2 * std::numbers::pi) * self->sd_);
+double NormalDensity(const NormalPdf* at, double x) {
+    const double z = (x - at->mean) / at->sd;
+    return frame::SafeExp(-0.5 * (z * z)) / (std::sqrt(2 * std::numbers::pi) * at->sd);
 }
 
-double NormalPdf::operator()(double x) {
-    return frame::OnRuntimeError(0.0, &NormalPdf::Density, this, x);
+}  // namespace
+
+double NormalPdf::operator()(double x) const {
+    return frame::OnRuntimeError(0.0, &NormalDensity, this, x);
 }
 
 double NormalCdf::operator()(double x) const {
     if (x == kNA) return kNA;
-    if (x == mean_) return 0.5;
-    double lower = 0;
-    double upper = 0;
-    numerics::normal_df((x - mean_) / sd_, &lower, &upper);
+    if (x == mean) return 0.5;
+    Tails tails{};
+    numerics::normal_df((x - mean) / sd, &tails.lower, &tails.upper);
     if (errorState.Failed()) return kNA;
-    return upper_ ? upper : lower;
+    return upper ? tails.upper : tails.lower;
 }
 
 double NormalInvCdf::operator()(double p) const {
@@ -72,19 +71,19 @@ double NormalInvCdf::operator()(double p) const {
         z = SolveForDeviate(p);
         if (z == kNA) return kNA;
     }
-    return z * sd_ + mean_;
+    return z * sd + mean;
 }
 
 double NormalPdfKernel(double x, double mean, double sd) {
-    return NormalPdf(mean, sd)(x);
+    return NormalPdf{mean, sd}(x);
 }
 
 double NormalCdfKernel(double x, double mean, double sd, bool upper) {
-    return NormalCdf(mean, sd, upper)(x);
+    return NormalCdf{mean, sd, upper}(x);
 }
 
 double NormalInvCdfKernel(double p, double mean, double sd) {
-    return NormalInvCdf(mean, sd)(p);
+    return NormalInvCdf{mean, sd}(p);
 }
 
 double StandardNormalTail(double z, int alternative) {

@@ -8,43 +8,30 @@ namespace zul::kernels {
 
 // exp(-z^2 / 2) / (sqrt(2 pi) sd), z = (x - mean) / sd. A failure of class std::runtime_error gives 0: the
 // density is negligible where z^2 overflows. No parameter is checked.
-class NormalPdf {
-public:
+struct NormalPdf {
     using Parameters = frame::ParameterList<double, double>;
-    NormalPdf(double mean, double sd) : mean_(mean), sd_(sd) {}
-    double operator()(double x);
-
-private:
-    static double Density(NormalPdf* self, double x);
-    double mean_;
-    double sd_;
+    double mean;
+    double sd;
+    double operator()(double x) const;
 };
 
 // The lower or upper tail at x; x = mean gives 0.5 without a division. No parameter is checked: sd = 0 away
 // from the mean divides by zero.
-class NormalCdf {
-public:
+struct NormalCdf {
     using Parameters = frame::ParameterList<double, double, bool>;
-    NormalCdf(double mean, double sd, bool upper) : mean_(mean), sd_(sd), upper_(upper) {}
+    double mean;
+    double sd;
+    bool upper;
     double operator()(double x) const;
-
-private:
-    double mean_;
-    double sd_;
-    bool upper_;
 };
 
 // The quantile at p: "inv_normal_df", and where that fails for a tiny p the root of the lower tail in
 // [-36, 0]. p below the lower tail at -36 (4.18e-284), or p >= 1: NA.
-class NormalInvCdf {
-public:
+struct NormalInvCdf {
     using Parameters = frame::ParameterList<double, double>;
-    NormalInvCdf(double mean, double sd) : mean_(mean), sd_(sd) {}
+    double mean;
+    double sd;
     double operator()(double p) const;
-
-private:
-    double mean_;
-    double sd_;
 };
 
 double NormalPdfKernel(double x, double mean, double sd);

@@ -8,8 +8,10 @@
 //
 //     struct NormalCdf {
 //         using Parameters = frame::ParameterList<double, double, bool>;
-//         NormalCdf(double mean, double sd, bool upper);
-//         double operator()(double x);
+//         double mean;
+//         double sd;
+//         bool upper;
+//         double operator()(double x) const;
 //     };
 //
 // The frame is not an object with a destructor: an exception leaves it entered, deliberately, so that a host
@@ -52,13 +54,13 @@ double FramedCall(double (*function)(Types...), Types... arguments) {
 
 template <typename Kernel, typename... Types>
 double BuildAndApply(double x, Types... parameters) {
-    Kernel kernel(parameters...);
+    Kernel kernel{parameters...};
     return kernel(x);
 }
 
 template <typename Kernel, typename... Types>
 void BuildAndApplyEach(double* out, const double* in, std::size_t count, Types... parameters) {
-    Kernel kernel(parameters...);
+    Kernel kernel{parameters...};
     for (std::size_t i = 0; i < count; ++i)
         out[i] = NaToNaN(kernel(in[i]));
 }

@@ -17,4 +17,18 @@ double OnRuntimeError(double fallback, double (*arithmetic)(Types...), Types... 
     }
 }
 
+// The same for a failure of either class: an invalid operation and the domain errors of the guarded functions,
+// std::invalid_argument, give the fallback as well.
+template <typename... Types>
+double OnAnyFailure(double fallback, double (*arithmetic)(Types...), Types... arguments) {
+    double (*volatile call)(Types...) = arithmetic;
+    try {
+        return call(arguments...);
+    } catch (const std::runtime_error&) {
+        return fallback;
+    } catch (const std::invalid_argument&) {
+        return fallback;
+    }
+}
+
 }  // namespace zul::frame

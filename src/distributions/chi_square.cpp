@@ -1,0 +1,116 @@
+#include "distributions/chi_square.h"
+
+#include <numbers>
+
+#include "frame/error_state.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "frame/recover.h"
+#include "numerics/gamma.h"
+#include "numerics/gamma_quantiles.h"
+#include "numerics/noncentral_gamma.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::errorState;
+using frame::kNA;
+
+namespace {
+
+double ChiSqDensity(ChiSqPdf* at, double x) {
+    const double half = at->df / 2;
+    const double logNorm =
+        at->logNorm.Get([half] { return numerics::GuardedLogGamma(half) + half * std::numbers::ln2; });
+    return frame::SafeExp((half - 1) * frame::SafeLog(x) - logNorm - x / 2);
+}
+
+}  // namespace
+
+double ChiSqPdf::operator()(double x) {
+    if (x <= 0) return 0;
+    return frame::OnRuntimeError(kNA, &ChiSqDensity, this, x);
+}
+
+double ChiSqCdf::operator()(double x) const {
+    if (x == kNA) return kNA;
+    if (x <= 0) return upper_ ? 1 : 0;
+    double lower = 0;
+    double upper = 0;
+    numerics::gamma_ncdf(x / 2, halfDf_, noncentrality_, &lower, &upper);
+    if (errorState.Failed()) return kNA;
+    return upper_ ? upper : lower;
+}
+
+namespace {
+
+double InvertNoncentral(double df, double noncentrality, double p) {
+    CmChiSqCdf f(df, noncentrality, p);
+    return SolveInversion(f, 0, kFarEnd);
+}
+
+double Refine(double df, double p, double start) {
+    CmChiSqCdf f(df, 0, p);
+    return SolveByDoubling(f, start);
+}
+
+}  // namespace
+
+double ChiSqInvCdf::operator()(double p) const {
+    if (p == 0) return 0;
+    if (p == 1) return kNA;
+    return noncentrality_ == 0 ? Central(p) : InvertNoncentral(df_, noncentrality_, p);
+}
+
+double ChiSqInvCdf::Central(double p) const {
+    double half = 0;
+    if (p > 0.5)
+        numerics::gamma_upper_quant(1 - p, halfDf_, &half);
+    else
+        numerics::gamma_lower_quant(p, halfDf_, &half);
+    if (errorState.Failed()) return kNA;
+    const double x = 2 * half;
+    if (x == 0 || IsVerifiedQuantile(lowerTail_(x), p)) return x;
+    return Refine(df_, p, x);
+}
+
+double ChiSqPdfKernel(double x, double df) {
+    return ChiSqPdf{df}(x);
+}
+
+double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper) {
+    return ChiSqCdf(df, noncentrality, upper)(x);
+}
+
+double ChiSqInvCdfKernel(double p, double df, double noncentrality) {
+    return ChiSqInvCdf(df, noncentrality)(p);
+}
+
+}  // namespace kernels
+
+double ChiSqPdf(double x, double df) {
+    return frame::Framed<kernels::ChiSqPdf>(x, df);
+}
+
+double ChiSqCdf(double x, double df, double noncentrality, bool upper) {
+    return frame::Framed<kernels::ChiSqCdf>(x, df, noncentrality, upper);
+}
+
+double ChiSqInvCdf(double p, double df, double noncentrality) {
+    return frame::Framed<kernels::ChiSqInvCdf>(p, df, noncentrality);
+}
+
+void ChiSqPdf(double* out, const double* in, std::size_t count, double df) {
+    frame::FramedEach<kernels::ChiSqPdf>(out, in, count, df);
+}
+
+void ChiSqCdf(double* out, const double* in, std::size_t count, double df, double noncentrality, bool upper) {
+    frame::FramedEach<kernels::ChiSqCdf>(out, in, count, df, noncentrality, upper);
+}
+
+void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
+    frame::FramedEach<kernels::ChiSqInvCdf>(out, in, count, df, noncentrality);
+}
+
+}  // namespace zul

@@ -1,0 +1,65 @@
+// The chi-square family's kernels. Kernels return NA for "no result".
+#pragma once
+
+#include "distributions/inversion.h"
+#include "frame/call_frame.h"
+#include "numerics/gamma_shape.h"
+
+namespace zul::kernels {
+
+// exp((df/2 - 1) log(x) - (log(gamma(df/2)) + (df/2) log(2)) - x/2) for x > 0, else 0. A failure of class
+// std::runtime_error gives NA. The density has no noncentrality.
+struct ChiSqPdf {
+    using Parameters = frame::ParameterList<double>;
+    double df;
+    numerics::Lazy logNorm{};
+    double operator()(double x);
+};
+
+// Either tail at x, by "gamma_ncdf" at x / 2: "chi2_ncdf" with the shape prepared.
+class ChiSqCdf {
+public:
+    using Parameters = frame::ParameterList<double, double, bool>;
+    ChiSqCdf(double df, double noncentrality, bool upper)
+        : halfDf_(df / 2), noncentrality_(noncentrality), upper_(upper) {}
+    double operator()(double x) const;
+
+private:
+    numerics::GammaShape halfDf_;
+    double noncentrality_;
+    bool upper_;
+};
+
+// The quantile at p. p = 0 gives 0, p = 1 gives NA.
+class ChiSqInvCdf {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    ChiSqInvCdf(double df, double noncentrality)
+        : halfDf_(df / 2), df_(df), noncentrality_(noncentrality), lowerTail_(df, noncentrality, false) {}
+    double operator()(double p) const;
+
+private:
+    double Central(double p) const;
+    numerics::GammaShape halfDf_;
+    double df_;
+    double noncentrality_;
+    ChiSqCdf lowerTail_;
+};
+
+double ChiSqPdfKernel(double x, double df);
+double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper);
+double ChiSqInvCdfKernel(double p, double df, double noncentrality);
+
+// The lower tail at t minus p.
+class CmChiSqCdf : public CmInversion {
+public:
+    CmChiSqCdf(double df, double noncentrality, double p)
+        : CmInversion(p), lowerTail_(df, noncentrality, false), p_(p) {}
+    double Evaluate(double t) override { return lowerTail_(t) - p_; }
+
+private:
+    ChiSqCdf lowerTail_;
+    double p_;
+};
+
+}  // namespace zul::kernels

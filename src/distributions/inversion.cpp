@@ -1,0 +1,44 @@
+#include "distributions/inversion.h"
+
+#include <cfloat>
+#include <cmath>
+
+#include "frame/missing_value.h"
+#include "numerics/root_finder.h"
+
+namespace zul::kernels {
+
+using frame::kNA;
+using numerics::CmRealFunction;
+
+CmInversion::CmInversion(double p, bool isDiscrete) {
+    discrete = isDiscrete;
+    target = p;
+    absTolX = kInversionAbsTol;
+    relTolX = kInversionRelTol;
+    absTolF = kInversionAbsTol;
+    relTolF = kInversionRelTol;
+}
+
+double SolveInversion(CmRealFunction& f, double lo, double hi) {
+    int status = 0;
+    return numerics::SolveFalsePosition(lo, hi, f, &status);
+}
+
+double SolveByDoubling(CmRealFunction& f, double t) {
+    constexpr int kDoublingLimit = 2100;  // from the smallest double to the largest
+    double lo = 0;
+    for (int doublings = 0; f.Evaluate(t) < 0; ++doublings) {
+        if (doublings == kDoublingLimit || t > DBL_MAX / 2) return kNA;
+        lo = t;
+        t *= 2;
+    }
+    return SolveInversion(f, lo, t);
+}
+
+bool IsVerifiedQuantile(double lower, double p) {
+    constexpr double kGoodEnough = 1e-9;
+    return std::abs(lower - p) <= p * kGoodEnough;
+}
+
+}  // namespace zul::kernels

@@ -1,0 +1,30 @@
+// Quantiles by solving for the point where a cumulative function is p.
+#pragma once
+
+#include "numerics/real_function.h"
+
+namespace zul::kernels {
+
+// The tolerance pair of every inversion, for the argument and for the function value alike.
+inline constexpr double kInversionAbsTol = 1e-30;
+inline constexpr double kInversionRelTol = 1e-12;
+// The upper end of a bracket that stands for infinity.
+inline constexpr double kFarEnd = 1e30;
+
+// A family's lower tail minus p, p being the target: what an inversion solves for.
+class CmInversion : public numerics::CmRealFunction {
+public:
+    explicit CmInversion(double p, bool isDiscrete = false);
+};
+
+// The root of f in [lo, hi]; NA when it is not found.
+double SolveInversion(numerics::CmRealFunction& f, double lo, double hi);
+
+// The root of f in [0, t] or, while f is negative at t, in [t, 2 t], [2 t, 4 t] and so on; NA when there is
+// none. t > 0.
+double SolveByDoubling(numerics::CmRealFunction& f, double t);
+
+// Whether a first answer with the lower tail `lower` is good enough for p.
+bool IsVerifiedQuantile(double lower, double p);
+
+}  // namespace zul::kernels
