@@ -1,0 +1,52 @@
+// Arithmetic that the families with closed forms share.
+#pragma once
+
+#include <cfloat>
+#include <cmath>
+
+#include "frame/compare.h"
+#include "frame/guarded.h"
+
+namespace zul::kernels {
+
+// (x - location) / scale, held at the ends of the range where the quotient would overflow: there it is beyond
+// the bound of every exponential. scale = 0 divides by zero.
+inline double StandardDeviate(double x, double location, double scale) {
+    constexpr double kLargest = DBL_MAX / 2;
+    const double distance = x - location;
+    const double unit = std::abs(scale);
+    if (unit < 1 && unit > 0 && std::abs(distance) > unit * kLargest)
+        return (distance < 0) == (scale < 0) ? kLargest : -kLargest;
+    return distance / scale;
+}
+
+// Whether (x - location) / scale is sure to raise no trap. Quiet comparisons: a NaN is not ordinary.
+inline bool IsOrdinaryDeviate(double x, double location, double scale) {
+    constexpr double kLarge = 1e150;
+    return std::isless(std::abs(x), kLarge) && std::isless(std::abs(location), kLarge) &&
+           std::isless(scale, kLarge) && std::isgreater(scale, 1 / kLarge);
+}
+
+// Whether p tolerantly equals 0.5.
+inline bool IsTolerantlyHalf(double p) {
+    constexpr double kNear = 1e-11;  // spares most p the comparison
+    return std::abs(p - 0.5) < kNear && frame::CompareTolerant(p, 0.5, 0) == 0;
+}
+
+// The guarded logarithm of 1 - p, which keeps the digits of a small p.
+inline double LogOfComplement(double p) {
+    return 1 - p > 0 ? std::log1p(-p) : frame::SafeLog(1 - p);
+}
+
+// Whether x to the y, and that times or over x, is far from overflow and underflow.
+inline bool IsOrdinaryPower(double x, double y) {
+    // (14.9 + 1) * 64 log(2) = 705 is within the bound of the exponential.
+    return x > 0x1p-64 && x < 0x1p64 && std::abs(y) < 14.9;
+}
+
+// SafePow, without its logarithm where there is nothing to guard.
+inline double GuardedPower(double x, double y) {
+    return IsOrdinaryPower(x, y) ? std::pow(x, y) : frame::SafePow(x, y);
+}
+
+}  // namespace zul::kernels

@@ -1,0 +1,40 @@
+// The log-logistic family's kernels: log(X - threshold) is logistic. Kernels return NA for "no result".
+#pragma once
+
+#include "frame/call_frame.h"
+
+namespace zul::kernels {
+
+// The logistic density of log(x - threshold) over x - threshold for x > threshold, else 0.
+struct LogLogisticPdf {
+    using Parameters = frame::ParameterList<double, double, double>;
+    double location;
+    double scale;
+    double threshold;
+    double operator()(double x) const;
+};
+
+// The logistic tail at log(x - threshold) for x > threshold, else 0 and 1.
+struct LogLogisticCdf {
+    using Parameters = frame::ParameterList<double, double, double, bool>;
+    double location;
+    double scale;
+    double threshold;
+    bool upper;
+    double operator()(double x) const;
+};
+
+// exp(q) + threshold, q the logistic quantile; a q from NA on is returned as it is.
+struct LogLogisticInvCdf {
+    using Parameters = frame::ParameterList<double, double, double>;
+    double location;
+    double scale;
+    double threshold;
+    double operator()(double p) const;
+};
+
+double LogLogisticPdfKernel(double x, double location, double scale, double threshold);
+double LogLogisticCdfKernel(double x, double location, double scale, double threshold, bool upper);
+double LogLogisticInvCdfKernel(double p, double location, double scale, double threshold);
+
+}  // namespace zul::kernels

@@ -1,0 +1,82 @@
+#include "distributions/triangular.h"
+
+#include "frame/guarded.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+// Quotients are multiplied, never differences: the product of two differences may overflow or vanish.
+
+double TriangularPdf::operator()(double x) const {
+    if (x >= lower && x < mode) return 2 * ((x - lower) / (mode - lower)) / (upper - lower);
+    if (x == mode) return 2 / (upper - lower);
+    if (x > mode && x <= upper) return 2 * ((upper - x) / (upper - mode)) / (upper - lower);
+    return 0;
+}
+
+namespace {
+
+double LowerTail(double x, double lower, double mode, double upper) {
+    if (x >= upper) return 1;
+    const double range = upper - lower;
+    if (x > mode) return ((upper - x) / (upper - mode) + 1) * ((x - mode) / range) + (mode - lower) / range;
+    return x > lower ? (x - lower) / (mode - lower) * ((x - lower) / range) : 0;
+}
+
+}  // namespace
+
+double TriangularCdf::operator()(double x) const {
+    return upperTail ? LowerTail(-x, -upper, -mode, -lower) : LowerTail(x, lower, mode, upper);
+}
+
+double TriangularInvCdf::operator()(double p) const {
+    if (p == 1) return upper;
+    const double range = upper - lower;
+    const double belowMode = lower < mode ? (mode - lower) / range : 0;
+    if (p < belowMode) return lower + range * frame::SafeSqrt(p * belowMode);
+    return upper - range * frame::SafeSqrt((1 - p) * ((upper - mode) / range));
+}
+
+double TriangularPdfKernel(double x, double lower, double mode, double upper) {
+    return TriangularPdf{lower, mode, upper}(x);
+}
+
+double TriangularCdfKernel(double x, double lower, double mode, double upper, bool upperTail) {
+    return TriangularCdf{lower, mode, upper, upperTail}(x);
+}
+
+double TriangularInvCdfKernel(double p, double lower, double mode, double upper) {
+    return TriangularInvCdf{lower, mode, upper}(p);
+}
+
+}  // namespace kernels
+
+double TriangularPdf(double x, double lower, double mode, double upper) {
+    return frame::Framed<kernels::TriangularPdf>(x, lower, mode, upper);
+}
+
+double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail) {
+    return frame::Framed<kernels::TriangularCdf>(x, lower, mode, upper, upperTail);
+}
+
+double TriangularInvCdf(double p, double lower, double mode, double upper) {
+    return frame::Framed<kernels::TriangularInvCdf>(p, lower, mode, upper);
+}
+
+void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                   double upper) {
+    frame::FramedEach<kernels::TriangularPdf>(out, in, count, lower, mode, upper);
+}
+
+void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode, double upper,
+                   bool upperTail) {
+    frame::FramedEach<kernels::TriangularCdf>(out, in, count, lower, mode, upper, upperTail);
+}
+
+void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                      double upper) {
+    frame::FramedEach<kernels::TriangularInvCdf>(out, in, count, lower, mode, upper);
+}
+
+}  // namespace zul

@@ -1,0 +1,44 @@
+// The triangular family's kernels. Kernels return NA for "no result".
+#pragma once
+
+#include "frame/call_frame.h"
+
+namespace zul::kernels {
+
+// 2 (x - lower) / ((mode - lower) (upper - lower)) on [lower, mode), 2 / (upper - lower) at the mode,
+// 2 (upper - x) / ((upper - lower) (upper - mode)) on (mode, upper], else 0.
+struct TriangularPdf {
+    using Parameters = frame::ParameterList<double, double, double>;
+    double lower;
+    double mode;
+    double upper;
+    double operator()(double x) const;
+};
+
+// The lower tail: 1 for x >= upper; above the mode the tail of the mode plus
+// ((upper - x) / (upper - mode) + 1) (x - mode) / (upper - lower); up to the mode
+// (x - lower)^2 / ((mode - lower) (upper - lower)); 0 for x <= lower. The upper tail is the lower one of the
+// mirrored problem, with x, lower, mode, upper replaced by -x, -upper, -mode, -lower.
+struct TriangularCdf {
+    using Parameters = frame::ParameterList<double, double, double, bool>;
+    double lower;
+    double mode;
+    double upper;
+    bool upperTail;
+    double operator()(double x) const;
+};
+
+// The inverse of the two pieces. p = 1 gives upper.
+struct TriangularInvCdf {
+    using Parameters = frame::ParameterList<double, double, double>;
+    double lower;
+    double mode;
+    double upper;
+    double operator()(double p) const;
+};
+
+double TriangularPdfKernel(double x, double lower, double mode, double upper);
+double TriangularCdfKernel(double x, double lower, double mode, double upper, bool upperTail);
+double TriangularInvCdfKernel(double p, double lower, double mode, double upper);
+
+}  // namespace zul::kernels
