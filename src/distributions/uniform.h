@@ -1,0 +1,39 @@
+// The uniform family's kernels: the arithmetic of the exports, which run without the call frame.
+#pragma once
+
+namespace zul::kernels {
+
+// 1 / (b - a) on [a, b], else 0.
+struct UniformPdf {
+    double a;
+    double b;
+    double operator()(double x) const { return a <= x && x <= b ? 1 / (b - a) : 0; }
+};
+
+// (x - a) / (b - a) and (b - x) / (b - a) inside (a, b); 0 and 1 for x <= a, 1 and 0 for x >= b.
+struct UniformCdf {
+    double a;
+    double b;
+    bool upper;
+    double operator()(double x) const {
+        if (x <= a) return upper ? 1 : 0;
+        if (x >= b) return upper ? 0 : 1;
+        return (upper ? b - x : x - a) / (b - a);
+    }
+};
+
+// (b - a) p + a; exactly a and b for p = 0 and p = 1.
+struct UniformInvCdf {
+    double a;
+    double b;
+    double operator()(double p) const {
+        if (p == 0) return a;
+        return p == 1 ? b : (b - a) * p + a;
+    }
+};
+
+double UniformPdfKernel(double x, double a, double b);
+double UniformCdfKernel(double x, double a, double b, bool upper);
+double UniformInvCdfKernel(double p, double a, double b);
+
+}  // namespace zul::kernels
