@@ -68,17 +68,30 @@ ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, in
 /// @}
 
 /// @name Cauchy distribution
+/// location: the median; scale: half the distance between the quartiles, scale > 0. z = (x - location) /
+/// scale.
 /// @{
 
+/// The density 1 / ((z^2 + 1) scale pi); relative error some roundings.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double CauchyPdf(double x, double location, double scale);
 /// @copydoc CauchyPdf(double, double, double)
 ZUL_API void CauchyPdf(double* out, const double* in, std::size_t count, double location, double scale);
 
+/// The lower tail 0.5 + atan(z) / pi = P(X <= x), or the upper tail P(X > x), which is the same with z
+/// negated; relative error of either some roundings, far out too.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double CauchyCdf(double x, double location, double scale, bool upper);
 /// @copydoc CauchyCdf(double, double, double, bool)
 ZUL_API void CauchyCdf(double* out, const double* in, std::size_t count, double location, double scale,
                        bool upper);
 
+/// The quantile location + scale tan(pi (p - 0.5)), for 0 < p < 1.
+///
+/// p = 0 and p = 1 give NaN; |p - 0.5| <= 5e-13 gives the location. p far outside [0, 1]:
+/// std::invalid_argument ("argument out of range for trig functions").
 ZUL_API double CauchyInvCdf(double p, double location, double scale);
 /// @copydoc CauchyInvCdf(double, double, double)
 ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
@@ -124,17 +137,31 @@ ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, doubl
 /// @}
 
 /// @name Exponential distribution
+/// scale: the mean of X - threshold (not the rate), scale > 0; threshold: where the distribution begins. t
+/// = (x - threshold) / scale.
 /// @{
 
+/// The density exp(-t) / scale for x >= threshold, and 0 for x < threshold and for t > 709.78.
+///
+/// scale = 0: std::runtime_error or std::invalid_argument. scale < 0 and t < -709.78: std::runtime_error
+/// ("float overflow").
 ZUL_API double ExponentialPdf(double x, double scale, double threshold);
 /// @copydoc ExponentialPdf(double, double, double)
 ZUL_API void ExponentialPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
 
+/// The lower tail 1 - exp(-t) = P(X <= x), or the upper tail exp(-t) = P(X > x).
+///
+/// x <= threshold gives 0 and 1; t > 709.78 gives 1 and 0. Relative error some roundings for the upper tail
+/// and 1e-13 for the lower one, which for exp(-t) > 0.999 is ChiSqCdf(2 t, 2, 0, false); t < 2e-288 gives
+/// 0. Failures as ExponentialPdf().
 ZUL_API double ExponentialCdf(double x, double scale, double threshold, bool upper);
 /// @copydoc ExponentialCdf(double, double, double, bool)
 ZUL_API void ExponentialCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
                             bool upper);
 
+/// The quantile threshold - scale log(1 - p), for 0 <= p < 1.
+///
+/// p = 1: std::runtime_error ("float overflow"). p > 1: std::invalid_argument.
 ZUL_API double ExponentialInvCdf(double p, double scale, double threshold);
 /// @copydoc ExponentialInvCdf(double, double, double)
 ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale,
@@ -199,17 +226,28 @@ ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, d
 /// @}
 
 /// @name Half-normal distribution
+/// X = threshold + |Z| with Z normal of mean 0 and standard deviation scale, scale > 0; threshold: where
+/// the distribution begins.
 /// @{
 
+/// The density 2 NormalPdf(x, threshold, scale) for x >= threshold, and 0 for x < threshold. Failures as
+/// NormalPdf().
 ZUL_API double HalfNormalPdf(double x, double scale, double threshold);
 /// @copydoc HalfNormalPdf(double, double, double)
 ZUL_API void HalfNormalPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
 
+/// The lower tail P(X <= x) = 2 NormalCdf(x, threshold, scale, false) - 1, or the upper tail P(X > x),
+/// twice the normal one.
+///
+/// x < threshold gives 0 and 1. Relative error of the upper tail about 1e-9; the lower tail loses digits by
+/// cancellation below 1e-6. Failures as NormalCdf().
 ZUL_API double HalfNormalCdf(double x, double scale, double threshold, bool upper);
 /// @copydoc HalfNormalCdf(double, double, double, bool)
 ZUL_API void HalfNormalCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
                            bool upper);
 
+/// The quantile NormalInvCdf((p + 1) / 2, threshold, scale), for 0 <= p < 1; accuracy as there. p = 0 gives
+/// exactly the threshold, p = 1 NaN.
 ZUL_API double HalfNormalInvCdf(double p, double scale, double threshold);
 /// @copydoc HalfNormalInvCdf(double, double, double)
 ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale,
@@ -236,16 +274,27 @@ ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t cou
 /// @}
 
 /// @name Integer uniform (discrete uniform) distribution
+/// The whole numbers from a to b with equal probabilities, a <= b. "Whole" allows a relative error of
+/// 1e-12.
 /// @{
 
+/// The probability 1 / (b - a + 1) of a whole x from a to b; other x give 0.
 ZUL_API double IntegerUniformPdf(double x, int a, int b);
 /// @copydoc IntegerUniformPdf(double, int, int)
 ZUL_API void IntegerUniformPdf(double* out, const double* in, std::size_t count, int a, int b);
 
+/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes x itself.
+///
+/// Both are exact quotients of counts. x that is not whole gives the lower tail at the whole number below
+/// it and the upper tail at the one above it.
 ZUL_API double IntegerUniformCdf(double x, int a, int b, bool upper);
 /// @copydoc IntegerUniformCdf(double, int, int, bool)
 ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper);
 
+/// The quantile ceil((b - a + 1) p + a - 1): the smallest whole number whose lower tail reaches p, for 0 <
+/// p < 1.
+///
+/// p = 0 gives a and p = 1 gives b. p outside [0, 1] is extrapolated; p that is NaN gives NaN.
 ZUL_API double IntegerUniformInvCdf(double p, int a, int b);
 /// @copydoc IntegerUniformInvCdf(double, int, int)
 ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b);
@@ -253,18 +302,41 @@ ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t cou
 /// @}
 
 /// @name Tukey lambda distribution
+/// Defined by its quantile function. lambda: the shape; the support is |z| <= 1 / lambda for lambda > 0 and
+/// has no ends for lambda <= 0. location: the median; scale > 0. z = (x - location) / scale. |lambda| <=
+/// 1e-12 is the logistic distribution; lambda within 1e-12 of 1 or 2 is uniform.
+/// Source: J. W. Tukey, The practical relationship between the common transformations of percentages or
+/// fractions and of amounts, 1960.
 /// @{
 
+/// The density 1 / (u^(lambda - 1) + (1 - u)^(lambda - 1)) / scale with u = LambdaCdf(x, ..., false).
+///
+/// 0 outside the support and at its ends, and where u is 0. Error: what 1e-12 of u and of z make. scale =
+/// 0, and a density too large for a double (about the centre for lambda > 1000): std::runtime_error.
 ZUL_API double LambdaPdf(double x, double lambda, double location, double scale);
 /// @copydoc LambdaPdf(double, double, double, double)
 ZUL_API void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
                        double scale);
 
+/// The lower tail u = P(X <= x), the solution of (u^lambda - (1 - u)^lambda) / lambda = z, or the upper
+/// tail P(X > x), the same with z negated.
+///
+/// Outside the support 0 and 1. For lambda < 0 the smallest tail told from 0 is exp(690 / lambda), or
+/// 1e-300 when that is less. Error for |lambda| <= 1000: 1e-12 of u and of z; for lambda < -990 the tails
+/// are 1/2 for every x.
+/// Method: false position, M. Dowell and P. Jarratt, A modified regula falsi method for computing the root
+/// of an equation, 1971; tails below 1e-17 by (1 + lambda z)^(1 / lambda).
 ZUL_API double LambdaCdf(double x, double lambda, double location, double scale, bool upper);
 /// @copydoc LambdaCdf(double, double, double, double, bool)
 ZUL_API void LambdaCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                        double scale, bool upper);
 
+/// The quantile location + scale (p^lambda - (1 - p)^lambda) / lambda, for 0 <= p <= 1 and lambda > 0, or 0
+/// < p < 1.
+///
+/// lambda <= 0: p = 0 and p = 1 throw std::invalid_argument ("zero raised to a negative power"; for
+/// |lambda| <= 1e-12 std::runtime_error, "float overflow"), a result too large for a double
+/// std::runtime_error ("float overflow").
 ZUL_API double LambdaInvCdf(double p, double lambda, double location, double scale);
 /// @copydoc LambdaInvCdf(double, double, double, double)
 ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
@@ -273,17 +345,29 @@ ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, doub
 /// @}
 
 /// @name Laplace distribution
+/// location: the median; scale: the mean of |X - location|, scale > 0. z = (x - location) / scale.
 /// @{
 
+/// The density exp(-|z|) / (2 scale); 0 for |z| > 709.78.
+///
+/// Any failure of the computation, among them scale = 0, an x that is NaN, and scale < 0 with |z| > 709.78,
+/// gives NaN.
 ZUL_API double LaplacePdf(double x, double location, double scale);
 /// @copydoc LaplacePdf(double, double, double)
 ZUL_API void LaplacePdf(double* out, const double* in, std::size_t count, double location, double scale);
 
+/// The lower tail P(X <= x), or the upper tail P(X > x): exp(z) / 2 on the near side of the location, with
+/// z negated for the upper tail, and 1 minus that on the far side; relative error some roundings.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LaplaceCdf(double x, double location, double scale, bool upper);
 /// @copydoc LaplaceCdf(double, double, double, bool)
 ZUL_API void LaplaceCdf(double* out, const double* in, std::size_t count, double location, double scale,
                         bool upper);
 
+/// The quantile location + scale log(2 p), or location - scale log(2 - 2 p) for p > 0.5, for 0 < p < 1.
+///
+/// p = 0 and p = 1 give NaN; |p - 0.5| <= 5e-13 gives the location. Other p: std::invalid_argument.
 ZUL_API double LaplaceInvCdf(double p, double location, double scale);
 /// @copydoc LaplaceInvCdf(double, double, double)
 ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
@@ -291,18 +375,29 @@ ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, dou
 /// @}
 
 /// @name Largest extreme value distribution
+/// The Gumbel distribution of maxima. location: the mode; scale > 0. e = exp(-(x - location) / scale).
 /// @{
 
+/// The density e exp(-e) / scale; 0 where e overflows.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LargestExtremeValuePdf(double x, double location, double scale);
 /// @copydoc LargestExtremeValuePdf(double, double, double)
 ZUL_API void LargestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
                                     double scale);
 
+/// The lower tail exp(-e) = P(X <= x), or the upper tail 1 - exp(-e) = P(X > x); 0 and 1 where e overflows.
+///
+/// Relative error: e roundings for the lower tail, 1e-13 for the upper one, which is 0 for e < 2e-288.
+/// Failures as LargestExtremeValuePdf().
 ZUL_API double LargestExtremeValueCdf(double x, double location, double scale, bool upper);
 /// @copydoc LargestExtremeValueCdf(double, double, double, bool)
 ZUL_API void LargestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
                                     double scale, bool upper);
 
+/// The quantile location - scale log(-log(p)), for 0 < p < 1.
+///
+/// p = 0 and p = 1: std::runtime_error ("float overflow"). Other p: std::invalid_argument.
 ZUL_API double LargestExtremeValueInvCdf(double p, double location, double scale);
 /// @copydoc LargestExtremeValueInvCdf(double, double, double)
 ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
@@ -311,17 +406,30 @@ ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_
 /// @}
 
 /// @name Logistic distribution
+/// location: the mean; scale: the standard deviation times sqrt(3) / pi, scale > 0. e = exp(-(x - location)
+/// / scale).
 /// @{
 
+/// The density 1 / (1/e + 2 + e) / scale; 0 where an exponential overflows.
+///
+/// Any failure of the computation, among them scale = 0 and an x that is NaN, gives 0.
 ZUL_API double LogisticPdf(double x, double location, double scale);
 /// @copydoc LogisticPdf(double, double, double)
 ZUL_API void LogisticPdf(double* out, const double* in, std::size_t count, double location, double scale);
 
+/// The lower tail 1 / (1 + e) = P(X <= x), or the upper tail e / (1 + e) = P(X > x); 0 and 1 where e
+/// overflows. Relative error of either some roundings.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LogisticCdf(double x, double location, double scale, bool upper);
 /// @copydoc LogisticCdf(double, double, double, bool)
 ZUL_API void LogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
                          bool upper);
 
+/// The quantile location + scale log(p / (1 - p)), for 0 < p < 1.
+///
+/// |p - 0.5| <= 5e-13 gives the location. p = 0 and p = 1: std::runtime_error ("float overflow"). Other p:
+/// std::invalid_argument.
 ZUL_API double LogisticInvCdf(double p, double location, double scale);
 /// @copydoc LogisticInvCdf(double, double, double)
 ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
@@ -329,18 +437,29 @@ ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, do
 /// @}
 
 /// @name Log-logistic distribution
+/// log(X - threshold) is logistic with this location and scale, scale > 0; threshold: where the
+/// distribution begins.
 /// @{
 
+/// The density LogisticPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else
+/// 0; 0 where LogisticPdf() is.
 ZUL_API double LogLogisticPdf(double x, double location, double scale, double threshold);
 /// @copydoc LogLogisticPdf(double, double, double, double)
 ZUL_API void LogLogisticPdf(double* out, const double* in, std::size_t count, double location, double scale,
                             double threshold);
 
+/// The lower tail P(X <= x), or the upper tail P(X > x): LogisticCdf() at log(x - threshold). x <=
+/// threshold gives 0 and 1. scale = 0: std::runtime_error or std::invalid_argument.
 ZUL_API double LogLogisticCdf(double x, double location, double scale, double threshold, bool upper);
 /// @copydoc LogLogisticCdf(double, double, double, double, bool)
 ZUL_API void LogLogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
                             double threshold, bool upper);
 
+/// The quantile threshold + exp(q), q = LogisticInvCdf(p, location, scale), for 0 < p < 1; fails as that
+/// function.
+///
+/// exp(q) too large for a double: std::runtime_error ("float overflow"). Deliberate: a q of 1.23456e30 or
+/// more is returned as it is.
 ZUL_API double LogLogisticInvCdf(double p, double location, double scale, double threshold);
 /// @copydoc LogLogisticInvCdf(double, double, double, double)
 ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location,
@@ -349,18 +468,29 @@ ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count,
 /// @}
 
 /// @name Lognormal distribution
+/// log(X - threshold) is normal; location, scale: the mean and the standard deviation of that logarithm,
+/// scale > 0; threshold: where the distribution begins.
 /// @{
 
+/// The density NormalPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else 0.
+/// Failures as NormalPdf().
 ZUL_API double LogNormalPdf(double x, double location, double scale, double threshold);
 /// @copydoc LogNormalPdf(double, double, double, double)
 ZUL_API void LogNormalPdf(double* out, const double* in, std::size_t count, double location, double scale,
                           double threshold);
 
+/// The lower tail P(X <= x), or the upper tail P(X > x): NormalCdf() at log(x - threshold), with its
+/// accuracy and its failures. x <= threshold gives 0 and 1.
 ZUL_API double LogNormalCdf(double x, double location, double scale, double threshold, bool upper);
 /// @copydoc LogNormalCdf(double, double, double, double, bool)
 ZUL_API void LogNormalCdf(double* out, const double* in, std::size_t count, double location, double scale,
                           double threshold, bool upper);
 
+/// The quantile threshold + exp(q), q = NormalInvCdf(p, location, scale), for 0 <= p < 1; NaN where q is
+/// NaN.
+///
+/// p = 0 gives exactly the threshold. exp(q) too large for a double: std::runtime_error ("float overflow").
+/// Deliberate: a q above 1.23456e30 is returned as it is.
 ZUL_API double LogNormalInvCdf(double p, double location, double scale, double threshold);
 /// @copydoc LogNormalInvCdf(double, double, double, double)
 ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
@@ -440,18 +570,31 @@ ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, dou
 /// @}
 
 /// @name Smallest extreme value distribution
+/// The Gumbel distribution of minima: -X has the largest extreme value distribution with the location
+/// negated. location: the mode; scale > 0. e = exp((x - location) / scale).
 /// @{
 
+/// The density e exp(-e) / scale; 0 where e overflows.
+///
+/// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double SmallestExtremeValuePdf(double x, double location, double scale);
 /// @copydoc SmallestExtremeValuePdf(double, double, double)
 ZUL_API void SmallestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
                                      double scale);
 
+/// The lower tail 1 - exp(-e) = P(X <= x), or the upper tail exp(-e) = P(X > x); 1 and 0 where e overflows.
+///
+/// Relative error: 1e-13 for the lower tail, which is 0 for e < 2e-288, e roundings for the upper one.
+/// Failures as SmallestExtremeValuePdf().
 ZUL_API double SmallestExtremeValueCdf(double x, double location, double scale, bool upper);
 /// @copydoc SmallestExtremeValueCdf(double, double, double, bool)
 ZUL_API void SmallestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
                                      double scale, bool upper);
 
+/// The quantile location + scale log(-log(1 - p)), for 0 < p < 1.
+///
+/// p = 0 and p = 1: std::runtime_error ("float overflow"). Other p: std::invalid_argument. Deliberate: a
+/// quantile of -1.23456e30 or less comes with the opposite sign.
 ZUL_API double SmallestExtremeValueInvCdf(double p, double location, double scale);
 /// @copydoc SmallestExtremeValueInvCdf(double, double, double)
 ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
@@ -478,18 +621,31 @@ ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df
 /// @}
 
 /// @name Triangular distribution
+/// The density is a triangle over [lower, upper] with its peak at mode, lower <= mode <= upper, lower <
+/// upper.
 /// @{
 
+/// The density 2 (x - lower) / ((mode - lower) (upper - lower)) up to the mode, 2 (upper - x) / ((upper -
+/// mode) (upper - lower)) above it, 2 / (upper - lower) at it; 0 outside [lower, upper].
+///
+/// lower = mode = upper = x: std::runtime_error.
 ZUL_API double TriangularPdf(double x, double lower, double mode, double upper);
 /// @copydoc TriangularPdf(double, double, double, double)
 ZUL_API void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
                            double upper);
 
+/// The lower tail P(X <= x), or for upperTail the upper tail P(X > x), which is the lower tail of the
+/// mirrored problem; the smaller of them has all its digits.
 ZUL_API double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail);
 /// @copydoc TriangularCdf(double, double, double, double, bool)
 ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                            double upper, bool upperTail);
 
+/// The quantile, for 0 <= p <= 1: lower + sqrt((upper - lower) (mode - lower) p) up to the tail at the
+/// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)).
+///
+/// p = 1 gives exactly upper. Other p: std::invalid_argument ("sqrt of a negative argument") where the root
+/// is negative. lower = upper: std::runtime_error or std::invalid_argument.
 ZUL_API double TriangularInvCdf(double p, double lower, double mode, double upper);
 /// @copydoc TriangularInvCdf(double, double, double, double)
 ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
@@ -498,16 +654,24 @@ ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, 
 /// @}
 
 /// @name Uniform distribution
+/// The interval [a, b], a < b. These functions run without the floating-point frame, in the mode of the
+/// caller: in the default mode nothing is thrown, a NaN x gives 0 as a density and NaN as a tail, a NaN p
+/// gives NaN, a division by zero is infinite or NaN, and 1.23456e30 is a number like any other.
 /// @{
 
+/// The density 1 / (b - a) for a <= x <= b, else 0.
 ZUL_API double UniformPdf(double x, double a, double b);
 /// @copydoc UniformPdf(double, double, double)
 ZUL_API void UniformPdf(double* out, const double* in, std::size_t count, double a, double b);
 
+/// The lower tail (x - a) / (b - a) = P(X <= x), or the upper tail (b - x) / (b - a) = P(X > x).
+///
+/// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0.
 ZUL_API double UniformCdf(double x, double a, double b, bool upper);
 /// @copydoc UniformCdf(double, double, double, bool)
 ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
 
+/// The quantile (b - a) p + a, for 0 <= p <= 1; exactly a and b at the ends. Other p are extrapolated.
 ZUL_API double UniformInvCdf(double p, double a, double b);
 /// @copydoc UniformInvCdf(double, double, double)
 ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b);
@@ -515,18 +679,34 @@ ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, dou
 /// @}
 
 /// @name Weibull distribution
+/// shape > 0; scale: the 63.2 % quantile of X - threshold, scale > 0; threshold: where the distribution
+/// begins. z = (x - threshold) / scale.
 /// @{
 
+/// The density z^(shape - 1) exp(-z^shape) shape / scale for x > threshold, else 0, also at the threshold
+/// itself.
+///
+/// Any failure of the computation gives NaN, among them a power of z that overflows, scale = 0 and an x
+/// that is NaN.
 ZUL_API double WeibullPdf(double x, double shape, double scale, double threshold);
 /// @copydoc WeibullPdf(double, double, double, double)
 ZUL_API void WeibullPdf(double* out, const double* in, std::size_t count, double shape, double scale,
                         double threshold);
 
+/// The lower tail 1 - exp(-z^shape) = P(X <= x), or the upper tail exp(-z^shape) = P(X > x).
+///
+/// x <= threshold gives 0 and 1; 1 and 0 where z^shape overflows. Relative error z^shape roundings for the
+/// upper tail, 1e-13 for the lower one. scale = 0: std::runtime_error. scale < 0: std::invalid_argument for
+/// a shape that is not whole.
 ZUL_API double WeibullCdf(double x, double shape, double scale, double threshold, bool upper);
 /// @copydoc WeibullCdf(double, double, double, double, bool)
 ZUL_API void WeibullCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                         double threshold, bool upper);
 
+/// The quantile threshold + scale (-log(1 - p))^(1 / shape), for 0 <= p < 1.
+///
+/// p = 0 gives exactly the threshold, p = 1 NaN. p > 1, and p < 0 for 1 / shape not whole:
+/// std::invalid_argument. shape = 0, and a power too large for a double: std::runtime_error.
 ZUL_API double WeibullInvCdf(double p, double shape, double scale, double threshold);
 /// @copydoc WeibullInvCdf(double, double, double, double)
 ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
@@ -535,18 +715,38 @@ ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, dou
 /// @}
 
 /// @name User-defined discrete distribution
+/// values, n: the n values that have a probability, in any order; the second array, of n doubles too,
+/// belongs to them pair by pair. Of several equal keys (values; for the inverse cumulative probabilities)
+/// the first pair counts; a pair whose key is NaN is left out. n <= 0 is an empty table. Nothing else is
+/// checked: the probabilities need not add up to 1 nor the cumulative ones increase.
+///
+/// These functions run without the floating-point frame, in the mode of the caller, and 1.23456e30 is a
+/// number like any other. Each call builds a sorted copy of the table, an array call once: std::bad_alloc
+/// when there is no memory.
 /// @{
 
+/// The probability of x: that of the value equal to x, and 0 when there is none.
+///
+/// probabilities: the probability of each value. An empty table gives 0.
 ZUL_API double DiscretePdf(double x, const double* values, const double* probabilities, int n);
 /// @copydoc DiscretePdf(double, const double*, const double*, int)
 ZUL_API void DiscretePdf(double* out, const double* in, std::size_t count, const double* values,
                          const double* probabilities, int n);
 
+/// The lower tail P(X <= x), the cumulative probability of the largest value <= x, or the upper tail P(X >=
+/// x), which includes the point: 1 minus the cumulative probability of the largest value < x.
+///
+/// cumulative: P(X <= value) for each value. x below all values gives 0 and 1, x above all values 1 and 0,
+/// the smallest value itself 1 for the upper tail. An empty table, or an x that is NaN, gives NaN.
 ZUL_API double DiscreteCdf(double x, const double* values, const double* cumulative, int n, bool upper);
 /// @copydoc DiscreteCdf(double, const double*, const double*, int, bool)
 ZUL_API void DiscreteCdf(double* out, const double* in, std::size_t count, const double* values,
                          const double* cumulative, int n, bool upper);
 
+/// The quantile: the value of the smallest cumulative probability >= p.
+///
+/// cumulative: P(X <= value) for each value. Deliberate: a p above all of them gives the number 1, not a
+/// value of the table. An empty table, or a p that is NaN, gives NaN.
 ZUL_API double DiscreteInvCdf(double p, const double* values, const double* cumulative, int n);
 /// @copydoc DiscreteInvCdf(double, const double*, const double*, int)
 ZUL_API void DiscreteInvCdf(double* out, const double* in, std::size_t count, const double* values,
