@@ -33,14 +33,24 @@ double ChiSqPdf::operator()(double x) {
     return frame::OnRuntimeError(kNA, &ChiSqDensity, this, x);
 }
 
+bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails) {
+    *tails = {};
+    if (x == kNA) return false;
+    if (x <= 0) {
+        *tails = {0, 1};
+        return true;
+    }
+    TailPair found;
+    numerics::gamma_ncdf(x / 2, halfDf, noncentrality, &found.lower, &found.upper);
+    if (errorState.Failed()) return false;
+    *tails = found;
+    return true;
+}
+
 double ChiSqCdf::operator()(double x) const {
-    if (x == kNA) return kNA;
-    if (x <= 0) return upper_ ? 1 : 0;
-    double lower = 0;
-    double upper = 0;
-    numerics::gamma_ncdf(x / 2, halfDf_, noncentrality_, &lower, &upper);
-    if (errorState.Failed()) return kNA;
-    return upper_ ? upper : lower;
+    TailPair tails;
+    ChiSqTails(x, halfDf_, noncentrality_, &tails);
+    return tails.Tail(upper_);
 }
 
 namespace {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "distributions/inversion.h"
+#include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
 #include "numerics/gamma_shape.h"
 
@@ -16,7 +17,11 @@ struct ChiSqPdf {
     double operator()(double x);
 };
 
-// Either tail at x, by "gamma_ncdf" at x / 2: "chi2_ncdf" with the shape prepared.
+// Both tails at x, by "gamma_ncdf" at x / 2: "chi2_ncdf" with the half of the degrees of freedom prepared.
+// x <= 0: 0 and 1. False, and both NA: x is NA, or the routine failed.
+bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails);
+
+// Either tail at x.
 class ChiSqCdf {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;

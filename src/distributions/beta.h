@@ -1,0 +1,48 @@
+// The beta family's kernels. Kernels return NA for "no result".
+#pragma once
+
+#include "frame/call_frame.h"
+#include "numerics/beta_shapes.h"
+
+namespace zul::kernels {
+
+// x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0, 1]. At x = 0:
+// NA for a < 1, b for a = 1, else 0; likewise at x = 1. A failure of either class gives NA.
+class BetaPdf {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    BetaPdf(double a, double b) : shapes_(a, b) {}
+    double operator()(double x) const;
+
+private:
+    numerics::BetaShapes shapes_;
+};
+
+// Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.
+class BetaCdf {
+public:
+    using Parameters = frame::ParameterList<double, double, bool>;
+    BetaCdf(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
+    double operator()(double x) const;
+
+private:
+    numerics::BetaShapes shapes_;
+    bool upper_;
+};
+
+// The quantile at p, 0 at p = 0 and 1 at p = 1.
+class BetaInvCdf {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    BetaInvCdf(double a, double b) : shapes_(a, b) {}
+    double operator()(double p) const;
+
+private:
+    numerics::BetaShapes shapes_;
+};
+
+double BetaPdfKernel(double x, double a, double b);
+double BetaCdfKernel(double x, double a, double b, bool upper);
+double BetaInvCdfKernel(double p, double a, double b);
+
+}  // namespace zul::kernels

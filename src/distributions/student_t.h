@@ -1,0 +1,77 @@
+// Kernels of the family T, Student's t distribution. Kernels return NA for "no result".
+#pragma once
+
+#include "distributions/inversion.h"
+#include "distributions/tail_pair.h"
+#include "frame/call_frame.h"
+#include "numerics/student_t.h"
+
+namespace zul::kernels {
+
+// Noncentrality 0 or x = 0: gamma((df + 1) / 2) / (gamma(df / 2) sqrt(df pi)) (1 + x^2 / df)^(-(df + 1) / 2)
+// exp(-noncentrality^2 / 2). Else (F1 - F2) df / x, where F2 is the lower tail at x and F1 that at c x with
+// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails.
+class TPdf {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    TPdf(double df, double noncentrality) : noncentrality_(noncentrality), shape_(df), shapeAbove_(df + 2) {}
+    double operator()(double x);
+
+private:
+    double Central(double x);
+    double Noncentral(double x) const;
+    double noncentrality_;
+    numerics::TShape shape_;
+    numerics::TShape shapeAbove_;
+    numerics::Lazy scale_;
+};
+
+// Both tails at x by "t_ncdf". Where the noncentrality is too large for it, the answer is that of a smaller
+// one if that is 0 and 1 already. False, and both NA: x is NA, or there is no answer.
+bool TTails(double x, const numerics::TShape& shape, double noncentrality, TailPair* tails);
+
+// Either tail at x.
+class TCdf {
+public:
+    using Parameters = frame::ParameterList<double, double, bool>;
+    TCdf(double df, double noncentrality, bool upper)
+        : shape_(df), noncentrality_(noncentrality), upper_(upper) {}
+    double operator()(double x) const;
+
+private:
+    numerics::TShape shape_;
+    double noncentrality_;
+    bool upper_;
+};
+
+// The quantile at p. p = 0 and p = 1 give NA.
+class TInvCdf {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    TInvCdf(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
+    double operator()(double p) const;
+
+private:
+    double Central(double p) const;
+    double Noncentral(double p) const;
+    numerics::TShape shape_;
+    double noncentrality_;
+};
+
+double TPdfKernel(double x, double df, double noncentrality);
+double TCdfKernel(double x, double df, double noncentrality, bool upper);
+double TInvCdfKernel(double p, double df, double noncentrality);
+
+// The lower tail at t minus p; the shape has to outlive it.
+class CmTCdf : public CmInversion {
+public:
+    CmTCdf(const numerics::TShape& shape, double noncentrality, double p);
+    double Evaluate(double t) override;
+
+private:
+    const numerics::TShape& shape_;
+    double noncentrality_;
+    double p_;
+};
+
+}  // namespace zul::kernels
