@@ -1,13 +1,17 @@
 #include "distributions/chi_square.h"
 
+#include <limits>
 #include <numbers>
 
+#include "distributions/quantile_search.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
 #include "numerics/gamma.h"
 #include "numerics/gamma_quantiles.h"
+#include "numerics/incomplete_gamma.h"
+#include "numerics/limits.h"
 #include "numerics/noncentral_gamma.h"
 #include "zul/distributions.h"
 
@@ -17,20 +21,21 @@ namespace kernels {
 using frame::errorState;
 using frame::kNA;
 
-namespace {
+double ChiSqPdf::Density(ChiSqPdf* at, double x) {
+    // Up to here the formula as it stands loses few digits; beyond, its terms cancel.
+    constexpr double kMediumShape = 50;
 
-double ChiSqDensity(ChiSqPdf* at, double x) {
-    const double half = at->df / 2;
+    const double half = at->halfDf_.Value();
     const double logNorm =
-        at->logNorm.Get([half] { return numerics::GuardedLogGamma(half) + half * std::numbers::ln2; });
-    return frame::SafeExp((half - 1) * frame::SafeLog(x) - logNorm - x / 2);
+        at->logNorm_.Get([half] { return numerics::GuardedLogGamma(half) + half * std::numbers::ln2; });
+    if (half <= kMediumShape || x < numerics::kTinyArgument)
+        return frame::SafeExp((half - 1) * frame::SafeLog(x) - logNorm - x / 2);
+    return frame::SafeExp(numerics::GammaLogDensity(at->halfDf_, x / 2)) / 2;
 }
-
-}  // namespace
 
 double ChiSqPdf::operator()(double x) {
     if (x <= 0) return 0;
-    return frame::OnRuntimeError(kNA, &ChiSqDensity, this, x);
+    return frame::OnRuntimeError(kNA, &ChiSqPdf::Density, this, x);
 }
 
 bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails) {
@@ -53,24 +58,10 @@ double ChiSqCdf::operator()(double x) const {
     return tails.Tail(upper_);
 }
 
-namespace {
-
-double InvertNoncentral(double df, double noncentrality, double p) {
-    CmChiSqCdf f(df, noncentrality, p);
-    return SolveInversion(f, 0, kFarEnd);
-}
-
-double Refine(double df, double p, double start) {
-    CmChiSqCdf f(df, 0, p);
-    return SolveByDoubling(f, start);
-}
-
-}  // namespace
-
 double ChiSqInvCdf::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;
-    return noncentrality_ == 0 ? Central(p) : InvertNoncentral(df_, noncentrality_, p);
+    return noncentrality_ == 0 ? Central(p) : Noncentral(p);
 }
 
 double ChiSqInvCdf::Central(double p) const {
@@ -81,12 +72,28 @@ double ChiSqInvCdf::Central(double p) const {
         numerics::gamma_lower_quant(p, halfDf_, &half);
     if (errorState.Failed()) return kNA;
     const double x = 2 * half;
-    if (x == 0 || IsVerifiedQuantile(lowerTail_(x), p)) return x;
-    return Refine(df_, p, x);
+    if (x == 0) return 0;
+    TailPair tails;
+    if (ChiSqTails(x, halfDf_, 0, &tails) && IsVerifiedQuantile(tails.lower, p)) return x;
+    CmChiSqCdf f(halfDf_, 0, p);
+    return SolveByDoubling(f, x);
+}
+
+double ChiSqInvCdf::Noncentral(double p) const {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const double df = 2 * halfDf_.Value();
+    CmChiSqCdf f(halfDf_, noncentrality_, p);
+    return SolvePositive(f, RatioGuess(df, noncentrality_, kInfinity, df));
+}
+
+double CmChiSqCdf::Evaluate(double t) {
+    TailPair tails;
+    ChiSqTails(t, halfDf_, noncentrality_, &tails);
+    return tails.lower - p_;
 }
 
 double ChiSqPdfKernel(double x, double df) {
-    return ChiSqPdf{df}(x);
+    return ChiSqPdf(df)(x);
 }
 
 double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper) {

@@ -10,11 +10,16 @@ namespace zul::kernels {
 
 // exp((df/2 - 1) log(x) - (log(gamma(df/2)) + (df/2) log(2)) - x/2) for x > 0, else 0. A failure of class
 // std::runtime_error gives NA. The density has no noncentrality.
-struct ChiSqPdf {
+class ChiSqPdf {
+public:
     using Parameters = frame::ParameterList<double>;
-    double df;
-    numerics::Lazy logNorm{};
+    explicit ChiSqPdf(double df) : halfDf_(df / 2) {}
     double operator()(double x);
+
+private:
+    static double Density(ChiSqPdf* at, double x);
+    numerics::GammaShape halfDf_;
+    numerics::Lazy logNorm_;
 };
 
 // Both tails at x, by "gamma_ncdf" at x / 2: "chi2_ncdf" with the half of the degrees of freedom prepared.
@@ -39,31 +44,30 @@ private:
 class ChiSqInvCdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    ChiSqInvCdf(double df, double noncentrality)
-        : halfDf_(df / 2), df_(df), noncentrality_(noncentrality), lowerTail_(df, noncentrality, false) {}
+    ChiSqInvCdf(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
 
 private:
     double Central(double p) const;
+    double Noncentral(double p) const;
     numerics::GammaShape halfDf_;
-    double df_;
     double noncentrality_;
-    ChiSqCdf lowerTail_;
 };
 
 double ChiSqPdfKernel(double x, double df);
 double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper);
 double ChiSqInvCdfKernel(double p, double df, double noncentrality);
 
-// The lower tail at t minus p.
+// The lower tail at t minus p; the half of the degrees of freedom has to outlive it.
 class CmChiSqCdf : public CmInversion {
 public:
-    CmChiSqCdf(double df, double noncentrality, double p)
-        : CmInversion(p), lowerTail_(df, noncentrality, false), p_(p) {}
-    double Evaluate(double t) override { return lowerTail_(t) - p_; }
+    CmChiSqCdf(const numerics::GammaShape& halfDf, double noncentrality, double p)
+        : CmInversion(p), halfDf_(halfDf), noncentrality_(noncentrality), p_(p) {}
+    double Evaluate(double t) override;
 
 private:
-    ChiSqCdf lowerTail_;
+    const numerics::GammaShape& halfDf_;
+    double noncentrality_;
     double p_;
 };
 

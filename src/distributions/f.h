@@ -18,11 +18,11 @@ public:
     double operator()(double x);
 
 private:
-    double Constant();
+    double LogRatio();
     double df1_;
     double df2_;
     numerics::BetaShapes halfDf_;
-    numerics::Lazy constant_;
+    numerics::Lazy logRatio_;
 };
 
 // Both tails at x by "F_ncdf", with the halves of the degrees of freedom. x <= 0: 0 and 1. False, and both
@@ -48,7 +48,8 @@ private:
 class FInvCdf {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
-    FInvCdf(double df1, double df2, double noncentrality);
+    FInvCdf(double df1, double df2, double noncentrality)
+        : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
 
 private:

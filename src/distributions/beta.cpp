@@ -1,0 +1,106 @@
+#include "distributions/beta.h"
+
+#include <cmath>
+
+#include "frame/error_state.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "frame/recover.h"
+#include "numerics/beta_quantiles.h"
+#include "numerics/incomplete_beta.h"
+#include "numerics/limits.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::errorState;
+using frame::kNA;
+using numerics::BetaShapes;
+
+namespace {
+
+double BetaDensity(const BetaShapes* shapes, double x) {
+    const double a = shapes->A();
+    const double b = shapes->B();
+    // The domain of the logarithm of the gamma function.
+    if (!(a > 0 && b > 0 && a + 7 > 7 && b + 7 > 7)) return kNA;
+    if (x >= numerics::kTinyArgument) return frame::SafeExp(numerics::BetaLogDensity(shapes->Direct(), x));
+    return frame::SafeExp((a - 1) * std::log(x) + (b - 1) * std::log1p(-x) + shapes->MinusLogBeta());
+}
+
+// At an end with the given shape.
+double DensityAtEnd(double shape, double other) {
+    if (shape < 1) return kNA;
+    return shape == 1 ? other : 0;
+}
+
+}  // namespace
+
+double BetaPdf::operator()(double x) const {
+    if (x < 0 || x > 1) return 0;
+    if (x == 0) return DensityAtEnd(shapes_.A(), shapes_.B());
+    if (x == 1) return DensityAtEnd(shapes_.B(), shapes_.A());
+    return frame::OnAnyFailure(kNA, &BetaDensity, &shapes_, x);
+}
+
+double BetaCdf::operator()(double x) const {
+    if (x <= 0) return upper_ ? 1 : 0;
+    if (x >= 1) return upper_ ? 0 : 1;
+    double lower = 0;
+    double upper = 0;
+    numerics::beta_df(x, shapes_, &lower, &upper, nullptr);
+    if (errorState.Failed()) return kNA;
+    return upper_ ? upper : lower;
+}
+
+double BetaInvCdf::operator()(double p) const {
+    if (p == 0 || p == 1) return p;
+    double x = 0;
+    double complement = 0;
+    if (p > 0.5)
+        numerics::beta_upper_quant(1 - p, shapes_, &x, &complement);
+    else
+        numerics::beta_lower_quant(p, shapes_, &x, &complement);
+    return errorState.Failed() ? kNA : x;
+}
+
+double BetaPdfKernel(double x, double a, double b) {
+    return BetaPdf(a, b)(x);
+}
+
+double BetaCdfKernel(double x, double a, double b, bool upper) {
+    return BetaCdf(a, b, upper)(x);
+}
+
+double BetaInvCdfKernel(double p, double a, double b) {
+    return BetaInvCdf(a, b)(p);
+}
+
+}  // namespace kernels
+
+double BetaPdf(double x, double a, double b) {
+    return frame::Framed<kernels::BetaPdf>(x, a, b);
+}
+
+double BetaCdf(double x, double a, double b, bool upper) {
+    return frame::Framed<kernels::BetaCdf>(x, a, b, upper);
+}
+
+double BetaInvCdf(double p, double a, double b) {
+    return frame::Framed<kernels::BetaInvCdf>(p, a, b);
+}
+
+void BetaPdf(double* out, const double* in, std::size_t count, double a, double b) {
+    frame::FramedEach<kernels::BetaPdf>(out, in, count, a, b);
+}
+
+void BetaCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper) {
+    frame::FramedEach<kernels::BetaCdf>(out, in, count, a, b, upper);
+}
+
+void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b) {
+    frame::FramedEach<kernels::BetaInvCdf>(out, in, count, a, b);
+}
+
+}  // namespace zul

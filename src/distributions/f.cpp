@@ -1,0 +1,156 @@
+#include "distributions/f.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "distributions/quantile_search.h"
+#include "frame/error_state.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "numerics/beta_quantiles.h"
+#include "numerics/deviance.h"
+#include "numerics/gamma.h"
+#include "numerics/noncentral_beta.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::errorState;
+using frame::kNA;
+using numerics::BetaShapes;
+
+namespace {
+
+// Deliberate: ten times the smallest normal number, not the smallest normal number itself.
+constexpr double kSmallestNoncentrality = 2.2250738585072014e-307;
+
+double CentralIfTiny(double noncentrality) {
+    return noncentrality < kSmallestNoncentrality ? 0 : noncentrality;
+}
+
+}  // namespace
+
+double FPdf::LogRatio() {
+    return logRatio_.Get([this] {
+        const double logRatio = frame::SafeLog(df1_ / df2_);
+        // For their domain and their exceptions.
+        numerics::GuardedLogGamma(halfDf_.A());
+        numerics::GuardedLogGamma(halfDf_.B());
+        return logRatio;
+    });
+}
+
+double FPdf::operator()(double x) {
+    // Up to here the powers themselves lose few digits; beyond, the deviances have to take their place.
+    constexpr double kMediumSum = 1000;
+    constexpr double kFar = 600;  // the logarithm of a ratio that does not overflow, nor its reciprocal
+
+    if (x <= 0) return 0;
+    const double a = halfDf_.A();
+    const double b = halfDf_.B();
+    const double sum = a + b;
+    const double logRatio = LogRatio();
+    const double logX = std::log(x);
+    const double logOdds = logX + logRatio;
+    const bool isFar = std::abs(logOdds) > kFar;
+    if (sum <= kMediumSum || isFar) {
+        const double logSum = isFar ? std::max(logOdds, 0.0) : std::log1p(x * (df1_ / df2_));
+        return frame::SafeExp(logX * (a - 1) + logRatio * a + halfDf_.MinusLogBeta() - logSum * sum);
+    }
+    const double odds = x * (df1_ / df2_);
+    const double share = 1 / (1 + odds);
+    const double deviance = numerics::Deviance(a, sum * odds * share) + numerics::Deviance(b, sum * share);
+    return frame::SafeExp(halfDf_.DensityConstant() - deviance - logX);
+}
+
+bool FTails(double x, const BetaShapes& halfDf, double noncentrality, TailPair* tails) {
+    *tails = {};
+    if (x == kNA) return false;
+    if (x <= 0) {
+        *tails = {0, 1};
+        return true;
+    }
+    TailPair found;
+    numerics::F_ncdf(x, halfDf, noncentrality, &found.lower, &found.upper);
+    if (errorState.Failed()) return false;
+    *tails = found;
+    return true;
+}
+
+double FCdf::operator()(double x) const {
+    TailPair tails;
+    FTails(x, halfDf_, noncentrality_, &tails);
+    return tails.Tail(upper_);
+}
+
+double FInvCdf::operator()(double p) const {
+    if (p >= kNA) return kNA;
+    if (p == 0) return 0;
+    if (p == 1) return kNA;
+    return CentralIfTiny(noncentrality_) == 0 ? Central(p) : Noncentral(p);
+}
+
+double FInvCdf::Central(double p) const {
+    double x = 0;
+    if (p > 0.5)
+        numerics::F_upper_quant(1 - p, halfDf_, &x);
+    else
+        numerics::F_lower_quant(p, halfDf_, &x);
+    return errorState.Failed() ? kNA : x;
+}
+
+double FInvCdf::Noncentral(double p) const {
+    CmFCdf f(halfDf_, noncentrality_, p);
+    return SolvePositive(f, RatioGuess(2 * halfDf_.A(), noncentrality_, 2 * halfDf_.B(), 1));
+}
+
+CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p)
+    : CmInversion(p), halfDf_(halfDf), noncentrality_(CentralIfTiny(noncentrality)), p_(p) {}
+
+double CmFCdf::Evaluate(double t) {
+    TailPair tails;
+    FTails(t, halfDf_, noncentrality_, &tails);
+    return tails.lower - p_;
+}
+
+double FPdfKernel(double x, double df1, double df2) {
+    return FPdf(df1, df2)(x);
+}
+
+double FCdfKernel(double x, double df1, double df2, double noncentrality, bool upper) {
+    return FCdf(df1, df2, noncentrality, upper)(x);
+}
+
+double FInvCdfKernel(double p, double df1, double df2, double noncentrality) {
+    return FInvCdf(df1, df2, noncentrality)(p);
+}
+
+}  // namespace kernels
+
+double FPdf(double x, double df1, double df2) {
+    return frame::Framed<kernels::FPdf>(x, df1, df2);
+}
+
+double FCdf(double x, double df1, double df2, double noncentrality, bool upper) {
+    return frame::Framed<kernels::FCdf>(x, df1, df2, noncentrality, upper);
+}
+
+double FInvCdf(double p, double df1, double df2, double noncentrality) {
+    return frame::Framed<kernels::FInvCdf>(p, df1, df2, noncentrality);
+}
+
+void FPdf(double* out, const double* in, std::size_t count, double df1, double df2) {
+    frame::FramedEach<kernels::FPdf>(out, in, count, df1, df2);
+}
+
+void FCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality,
+          bool upper) {
+    frame::FramedEach<kernels::FCdf>(out, in, count, df1, df2, noncentrality, upper);
+}
+
+void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality) {
+    frame::FramedEach<kernels::FInvCdf>(out, in, count, df1, df2, noncentrality);
+}
+
+}  // namespace zul

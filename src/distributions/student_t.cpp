@@ -1,0 +1,202 @@
+#include "distributions/student_t.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "distributions/normal.h"
+#include "distributions/quantile_search.h"
+#include "frame/error_state.h"
+#include "frame/errors.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "numerics/noncentral_t.h"
+#include "numerics/root_finder.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::errorState;
+using frame::kNA;
+using numerics::TShape;
+
+double TPdf::operator()(double x) {
+    return noncentrality_ == 0 || x == 0 ? Central(x) : Noncentral(x);
+}
+
+double TPdf::Central(double x) {
+    constexpr double kSquareRange = 1e150;    // where the square does not overflow
+    constexpr double kDensityIsZero = 1e100;  // and neither does this square
+    const double df = shape_.Df();
+    const double scale = scale_.Get([this, df] {
+        if (df <= 0) frame::ThrowGammaOfNonpositive();
+        if (df / 2 + 7 <= 7) frame::ThrowGammaTooCloseToZero();
+        return shape_.GammaRatio() / std::sqrt(df * std::numbers::pi);
+    });
+    const double z = std::abs(x) / std::sqrt(df);
+    const double logSum = z < kSquareRange ? std::log1p(z * z) : 2 * std::log(z);
+    const double shift = std::min(std::abs(noncentrality_), kDensityIsZero);
+    return scale * frame::SafeExp(-(df + 1) / 2 * logSum - shift * shift / 2);
+}
+
+double TPdf::Noncentral(double x) const {
+    const double df = shape_.Df();
+    TailPair above;
+    TailPair here;
+    if (!TTails(frame::SafeSqrt((df + 2) / df) * x, shapeAbove_, noncentrality_, &above) ||
+        !TTails(x, shape_, noncentrality_, &here))
+        return kNA;
+    // The upper tails have the same difference, and more of its digits where they are the smaller ones.
+    const double difference = here.lower > 0.5 ? here.upper - above.upper : above.lower - here.lower;
+    return difference * df / x;
+}
+
+namespace {
+
+// The largest noncentrality's stand-in where "t_ncdf" refuses that noncentrality; NA when there is none.
+double AcceptedNoncentrality(double df) {
+    constexpr double kLinear = 6.1738;
+    constexpr double kLimit = 94906265;
+    constexpr double kJustBelow = 0.999999999999;
+    const double discriminant = kLinear * kLinear - 4 * (df / 2 - kLimit);
+    if (!(discriminant >= 0)) return kNA;
+    const double y = (std::sqrt(discriminant) - kLinear) / 2;
+    // Deliberate: sqrt(2 y), not sqrt(2) y. Any noncentrality below the refused one whose answer is saturated
+    // proves the answer.
+    return y < 0 ? kNA : std::sqrt(2 * y) * kJustBelow;
+}
+
+// For a positive noncentrality that "t_ncdf" refuses.
+bool SaturatedTails(double x, const TShape& shape, TailPair* tails) {
+    const double noncentrality = AcceptedNoncentrality(shape.Df());
+    if (noncentrality == kNA) return false;
+    numerics::t_ncdf(x, shape, noncentrality, &tails->lower, &tails->upper);
+    return !errorState.Failed() && tails->lower == 0;
+}
+
+}  // namespace
+
+bool TTails(double x, const TShape& shape, double noncentrality, TailPair* tails) {
+    *tails = {};
+    if (x == kNA) return false;
+    TailPair found;
+    numerics::t_ncdf(x, shape, noncentrality, &found.lower, &found.upper);
+    if (errorState.Failed()) {
+        if (errorState.level != frame::LevelNoncentrality || noncentrality == 0) return false;
+        if (noncentrality > 0) {
+            if (!SaturatedTails(x, shape, &found)) return false;
+        } else {
+            if (!SaturatedTails(-x, shape, &found)) return false;
+            std::swap(found.lower, found.upper);
+        }
+    }
+    *tails = found;
+    return true;
+}
+
+double TCdf::operator()(double x) const {
+    TailPair tails;
+    TTails(x, shape_, noncentrality_, &tails);
+    return tails.Tail(upper_);
+}
+
+double TInvCdf::operator()(double p) const {
+    if (p == 0 || p == 1) return kNA;
+    return noncentrality_ == 0 ? Central(p) : Noncentral(p);
+}
+
+double TInvCdf::Central(double p) const {
+    double t = 0;
+    if (p > 0.5)
+        numerics::t_upper_qt(1 - p, shape_, &t);
+    else
+        numerics::t_lower_qt(p, shape_, &t);
+    return errorState.Failed() ? kNA : t;
+}
+
+namespace {
+
+struct Bracket {
+    double lo = -kFarEnd;
+    double hi = kFarEnd;
+};
+
+// The bracket from which the search for the quantile at p starts; NA where an end is not to be had.
+Bracket FirstBracket(double p, double df, double noncentrality) {
+    constexpr double kLargest = 1e100;  // what is larger has no finite moments here
+    constexpr double kWidening = 1.1;
+
+    if (!(std::abs(noncentrality) < kLargest)) return {kNA, kNA};
+    const double s = 1 / numerics::HalfStepGammaRatio((df - 1) / 2);
+    const double mean = std::sqrt(df / 2) * noncentrality * s;
+    if (df <= 2) return {std::min(mean, 2 * mean), std::max(mean, 2 * mean)};
+    const double variance = (noncentrality * noncentrality + 1) * df / (df - 2) -
+                            (s * noncentrality) * (s * noncentrality) * df / 2;
+    if (!(variance > 0)) return {kNA, kNA};
+    const double sd = std::sqrt(variance);
+    if (p < 0.5) return {NormalInvCdfKernel(p / kWidening, mean, sd), NormalInvCdfKernel(p, mean, sd)};
+    return {NormalInvCdfKernel(p, mean, sd), NormalInvCdfKernel(1 - (1 - p) / kWidening, mean, sd)};
+}
+
+}  // namespace
+
+double TInvCdf::Noncentral(double p) const {
+    CmTCdf f(shape_, noncentrality_, p);
+    if (shape_.Df() > 1) {
+        Bracket bracket = FirstBracket(p, shape_.Df(), noncentrality_);
+        if (bracket.lo != kNA && bracket.hi != kNA &&
+            numerics::ExpandBracket(&bracket.lo, &bracket.hi, f, -kFarEnd, kFarEnd))
+            return SolveInversion(f, bracket.lo, bracket.hi);
+    }
+    return SolveInversion(f, -kFarEnd, kFarEnd);
+}
+
+CmTCdf::CmTCdf(const TShape& shape, double noncentrality, double p)
+    : CmInversion(p), shape_(shape), noncentrality_(noncentrality), p_(p) {}
+
+double CmTCdf::Evaluate(double t) {
+    TailPair tails;
+    TTails(t, shape_, noncentrality_, &tails);
+    return tails.lower - p_;
+}
+
+double TPdfKernel(double x, double df, double noncentrality) {
+    return TPdf(df, noncentrality)(x);
+}
+
+double TCdfKernel(double x, double df, double noncentrality, bool upper) {
+    return TCdf(df, noncentrality, upper)(x);
+}
+
+double TInvCdfKernel(double p, double df, double noncentrality) {
+    return TInvCdf(df, noncentrality)(p);
+}
+
+}  // namespace kernels
+
+double TPdf(double x, double df, double noncentrality) {
+    return frame::Framed<kernels::TPdf>(x, df, noncentrality);
+}
+
+double TCdf(double x, double df, double noncentrality, bool upper) {
+    return frame::Framed<kernels::TCdf>(x, df, noncentrality, upper);
+}
+
+double TInvCdf(double p, double df, double noncentrality) {
+    return frame::Framed<kernels::TInvCdf>(p, df, noncentrality);
+}
+
+void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
+    frame::FramedEach<kernels::TPdf>(out, in, count, df, noncentrality);
+}
+
+void TCdf(double* out, const double* in, std::size_t count, double df, double noncentrality, bool upper) {
+    frame::FramedEach<kernels::TCdf>(out, in, count, df, noncentrality, upper);
+}
+
+void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
+    frame::FramedEach<kernels::TInvCdf>(out, in, count, df, noncentrality);
+}
+
+}  // namespace zul
