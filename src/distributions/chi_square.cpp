@@ -83,7 +83,8 @@ double ChiSqInvCdf::Noncentral(double p) const {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const double df = 2 * halfDf_.Value();
     CmChiSqCdf f(halfDf_, noncentrality_, p);
-    return SolvePositive(f, RatioGuess(df, noncentrality_, kInfinity, df));
+    if (!RatioGuess::Covers(df, noncentrality_, kInfinity)) return SolveInversion(f, 0, kFarEnd);
+    return SolveFromGuess(f, Range::Positive, RatioGuess(df, noncentrality_, kInfinity, df));
 }
 
 double CmChiSqCdf::Evaluate(double t) {

@@ -101,8 +101,11 @@ double FInvCdf::Central(double p) const {
 }
 
 double FInvCdf::Noncentral(double p) const {
+    const double df1 = 2 * halfDf_.A();
+    const double df2 = 2 * halfDf_.B();
     CmFCdf f(halfDf_, noncentrality_, p);
-    return SolvePositive(f, RatioGuess(2 * halfDf_.A(), noncentrality_, 2 * halfDf_.B(), 1));
+    if (!RatioGuess::Covers(df1, noncentrality_, df2)) return SolveInversion(f, 0, kFarEnd);
+    return SolveFromGuess(f, Range::Positive, RatioGuess(df1, noncentrality_, df2, 1));
 }
 
 CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p)

@@ -25,56 +25,65 @@ double LogitSlope(double z) {
     return std::sqrt(kAtCentre * kAtCentre + z * z);
 }
 
-// The logit of the tail p + difference less that of p, without cancellation. 0 < tail < 1.
+// The logit of the tail p + difference less that of p, without cancellation. Both tails lie in (0, 1).
 double LogitDifference(double difference, double p) {
     const double lower =
         std::abs(difference) < p / 2 ? std::log1p(difference / p) : std::log(p + difference) - std::log(p);
     return lower - std::log1p(-difference / (1 - p));
 }
 
-// The search along u = log(t).
+// The search along u, which is log(t) or asinh(t).
 class Search {
 public:
-    Search(CmInversion& f, const RatioGuess& guess) : f_(f), p_(f.target), guess_(guess) {}
+    Search(CmInversion& f, Range range, const QuantileGuess& guess)
+        : f_(f), p_(f.target), positive_(range == Range::Positive), guess_(guess) {}
 
-    // NA: it came to no end.
     double Run() {
-        constexpr int kLimit = 100;
-        constexpr double kSmallest = -690;  // where t does not underflow yet
-        constexpr double kLargest = 69;     // just below kFarEnd
+        constexpr int kLimit = 60;
+        constexpr double kLeastLog = -690;  // where t does not underflow yet
+        const double most = U(kFarEnd);
+        const double least = positive_ ? kLeastLog : -most;
 
         const double z = RoughDeviate(p_);
-        double u = std::clamp(std::log(guess_.At(z)), kSmallest, kLargest);
+        double u = std::clamp(U(guess_.At(z)), least, most);
         for (int count = 0; count < kLimit; ++count) {
-            const double t = std::exp(u);
+            const double t = T(u);
             const double value = f_.Evaluate(t);
-            if (IsMissing(value)) return kNA;
+            if (IsMissing(value)) break;
             if (std::abs(value) <= kInversionRelTol * p_) return t;
             (value < 0 ? below_ : above_) = u;
             double next = Along(u, value, z);
-            longest_ *= 2;
             if (!(next > below_ && next < above_)) next = Between(u, value < 0);
-            if (std::abs(next - u) < kInversionRelTol) return std::exp(next);
-            if (next < kSmallest || next > kLargest) return kNA;
+            longest_ *= 2;
+            next = std::clamp(next, least, most);
+            if (next == u) break;
+            const double tNext = T(next);
+            if (std::abs(tNext - t) < kInversionRelTol * std::abs(t)) return tNext;
             u = next;
         }
-        return kNA;
+        const double lo = below_ > -DBL_MAX ? T(below_) : positive_ ? 0 : -kFarEnd;
+        return SolveInversion(f_, lo, above_ < DBL_MAX ? T(above_) : kFarEnd);
     }
 
 private:
-    // The next point by the secant, for the first point by the guess; u where there is none.
+    double T(double u) const { return positive_ ? std::exp(u) : std::sinh(u); }
+    double U(double t) const { return positive_ ? std::log(t) : std::asinh(t); }
+
+    // The next point by the secant, from the first point by the guess; u where there is none.
     double Along(double u, double value, double z) {
+        constexpr double kSecantReach = 16;
         const double tail = p_ + value;
-        const bool had = known_;
-        known_ = tail > 0 && tail < 1;
-        if (!known_) return u;
-        const double logit = LogitDifference(value, p_);
-        const double slope = had ? (logit - logit_) / (u - u_) : 0;
+        const bool hadLogit = hasLogit_;
         const bool isFirst = u_ == DBL_MAX;
+        hasLogit_ = tail > 0 && tail < 1;
+        const double logit = hasLogit_ ? LogitDifference(value, p_) : 0;
+        const double slope = hasLogit_ && hadLogit ? (logit - logit_) / (u - u_) : 0;
         logit_ = logit;
         u_ = u;
-        if (isFirst) return std::log(guess_.At(z - logit / LogitSlope(z)));
-        return slope > 0 ? u - std::clamp(logit / slope, -longest_, longest_) : u;
+        if (!hasLogit_) return u;
+        if (isFirst) return U(guess_.At(z - logit / LogitSlope(z)));
+        return slope > 0 ? u - std::clamp(logit / slope, -kSecantReach * longest_, kSecantReach * longest_)
+                         : u;
     }
 
     double Between(double u, bool isBelow) const {
@@ -84,23 +93,27 @@ private:
 
     CmInversion& f_;
     double p_;
-    const RatioGuess& guess_;
+    bool positive_;
+    const QuantileGuess& guess_;
     // The bracket, as far as it is known.
     double below_ = -DBL_MAX;
     double above_ = DBL_MAX;
-    double longest_ = 0.1;  // of the steps
-    // The last point, whose logit is known or not.
+    double longest_ = 0.25;  // step that leaves the bracket
+    // The last point, and its logit unless that is infinite.
     double u_ = DBL_MAX;
     double logit_ = 0;
-    bool known_ = false;
+    bool hasLogit_ = false;
 };
 
 }  // namespace
 
-RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scale) {
+bool RatioGuess::Covers(double df1, double noncentrality, double df2) {
     constexpr double kLeast = 1e-50;
     constexpr double kMost = 1e50;
-    if (!(df1 > kLeast && df1 < kMost && noncentrality >= 0 && noncentrality < kMost && df2 > kLeast)) return;
+    return df1 > kLeast && df1 < kMost && noncentrality >= 0 && noncentrality < kMost && df2 > kLeast;
+}
+
+RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scale) {
     const double sum = df1 + noncentrality;
     const double df = sum * (sum / (sum + noncentrality));
     mean_ = scale * (sum / df1);
@@ -109,23 +122,24 @@ RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scal
 }
 
 double RatioGuess::At(double z) const {
-    constexpr double kLeast = 0.01;  // of the root, and of what it is divided by
+    // The limits of the root, and the least of what it is divided by.
+    constexpr double kLeast = 0.01;
     constexpr double kMost = 1e10;
     const double a1 = 1 - variance1_;
     const double a2 = 1 - variance2_;
-    const double square = a1 * a1 * variance2_ + a2 * a2 * variance1_ - z * z * variance1_ * variance2_;
-    const double divisor = std::max(a2 * a2 - z * z * variance2_, kLeast);
-    const double root = (a1 * a2 + z * std::sqrt(std::max(square, 0.0))) / divisor;
+    const double rest1 = a1 * a1 - z * z * variance1_;
+    const double rest2 = a2 * a2 - z * z * variance2_;
+    const double shift = z * std::sqrt(std::max(a1 * a1 * variance2_ + rest2 * variance1_, 0.0));
+    // Of the two forms of the root the one that does not cancel.
+    const double root = z < 0 ? (a1 > 0 ? rest1 / std::max(a1 * a2 - shift, kLeast) : 0)
+                              : (a1 * a2 + shift) / std::max(rest2, kLeast);
     const double bounded = std::clamp(root, kLeast, kMost);
     return mean_ * bounded * bounded * bounded;
 }
 
-double SolvePositive(CmInversion& f, const RatioGuess& guess) {
-    if (f.target > DBL_MIN && f.target < 1 && guess.Valid()) {
-        const double t = Search(f, guess).Run();
-        if (t != kNA) return t;
-    }
-    return SolveInversion(f, 0, kFarEnd);
+double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess) {
+    if (f.target > DBL_MIN && f.target < 1) return Search(f, range, guess).Run();
+    return SolveInversion(f, range == Range::Positive ? 0 : -kFarEnd, kFarEnd);
 }
 
 }  // namespace zul::kernels

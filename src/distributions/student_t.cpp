@@ -141,8 +141,31 @@ Bracket FirstBracket(double p, double df, double noncentrality) {
 
 }  // namespace
 
-double TInvCdf::Noncentral(double p) const {
-    CmTCdf f(shape_, noncentrality_, p);
+class TGuess final : public QuantileGuess {
+public:
+    TGuess(const TShape& shape, double noncentrality)
+        : noncentrality_(noncentrality), meanScale_(shape.GammaRatio() * std::sqrt(2 / shape.Df())) {}
+    double At(double z) const override {
+        constexpr double kLeast = 0.01;  // of what is divided by, to its value at the centre
+        const double square = meanScale_ * meanScale_;
+        const double variance = std::max(1 - square, 0.0);
+        const double excess = noncentrality_ * noncentrality_ - z * z;
+        const double root = std::sqrt(std::max(square + variance * excess, 0.0));
+        const double centre = noncentrality_ * meanScale_;
+        // Between 0 and the centre nothing cancels in this form.
+        if (excess > 0 && noncentrality_ * z < 0) return excess / (centre - z * root);
+        return (centre + z * root) / std::max(square - z * z * variance, kLeast * square);
+    }
+
+private:
+    double noncentrality_;
+    double meanScale_;
+};
+
+double TInvSolve(CmInversion& f, const TShape& shape_, double noncentrality_) {
+    double p = f.target;
+    if (shape_.Df() > 1e-50 && shape_.Df() < 1e50 && std::abs(noncentrality_) < 1e10)
+        return SolveFromGuess(f, Range::Real, TGuess(shape_, noncentrality_));
     if (shape_.Df() > 1) {
         Bracket bracket = FirstBracket(p, shape_.Df(), noncentrality_);
         if (bracket.lo != kNA && bracket.hi != kNA &&
@@ -150,6 +173,11 @@ double TInvCdf::Noncentral(double p) const {
             return SolveInversion(f, bracket.lo, bracket.hi);
     }
     return SolveInversion(f, -kFarEnd, kFarEnd);
+}
+
+double TInvCdf::Noncentral(double p) const {
+    CmTCdf f(shape_, noncentrality_, p);
+    return TInvSolve(f, shape_, noncentrality_);
 }
 
 CmTCdf::CmTCdf(const TShape& shape, double noncentrality, double p)

@@ -58,6 +58,7 @@ private:
     double noncentrality_;
 };
 
+double TInvSolve(CmInversion& f, const numerics::TShape& shape, double noncentrality);
 double TPdfKernel(double x, double df, double noncentrality);
 double TCdfKernel(double x, double df, double noncentrality, bool upper);
 double TInvCdfKernel(double p, double df, double noncentrality);
