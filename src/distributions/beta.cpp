@@ -9,6 +9,7 @@
 #include "numerics/beta_quantiles.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
+#include "numerics/prompt_gamma.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -16,18 +17,8 @@ namespace kernels {
 
 using frame::errorState;
 using frame::kNA;
-using numerics::BetaShapes;
 
 namespace {
-
-double BetaDensity(const BetaShapes* shapes, double x) {
-    const double a = shapes->A();
-    const double b = shapes->B();
-    // The domain of the logarithm of the gamma function.
-    if (!(a > 0 && b > 0 && a + 7 > 7 && b + 7 > 7)) return kNA;
-    if (x >= numerics::kTinyArgument) return frame::SafeExp(numerics::BetaLogDensity(shapes->Direct(), x));
-    return frame::SafeExp((a - 1) * std::log(x) + (b - 1) * std::log1p(-x) + shapes->MinusLogBeta());
-}
 
 // At an end with the given shape.
 double DensityAtEnd(double shape, double other) {
@@ -37,11 +28,30 @@ double DensityAtEnd(double shape, double other) {
 
 }  // namespace
 
-double BetaPdf::operator()(double x) const {
+double BetaPdf::LogBeta() {
+    return logBeta_.Get([this] {
+        const double a = shapes_.A();
+        const double b = shapes_.B();
+        numerics::RequireGammaArgument(a);
+        numerics::RequireGammaArgument(b);
+        return a + b > numerics::kPromptLimit ? -shapes_.MinusLogBeta() : numerics::PromptLogBeta(a, b);
+    });
+}
+
+double BetaPdf::Density(BetaPdf* at, double x) {
+    const double a = at->shapes_.A();
+    const double b = at->shapes_.B();
+    const double logBeta = at->LogBeta();
+    if (a + b > numerics::kPromptLimit && x >= numerics::kTinyArgument)
+        return frame::SafeExp(numerics::BetaLogDensity(at->shapes_.Direct(), x));
+    return frame::SafeExp((a - 1) * std::log(x) + (b - 1) * std::log1p(-x) - logBeta);
+}
+
+double BetaPdf::operator()(double x) {
     if (x < 0 || x > 1) return 0;
     if (x == 0) return DensityAtEnd(shapes_.A(), shapes_.B());
     if (x == 1) return DensityAtEnd(shapes_.B(), shapes_.A());
-    return frame::OnAnyFailure(kNA, &BetaDensity, &shapes_, x);
+    return frame::OnAnyFailure(kNA, &BetaPdf::Density, this, x);
 }
 
 double BetaCdf::operator()(double x) const {

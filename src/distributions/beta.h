@@ -12,10 +12,13 @@ class BetaPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
     BetaPdf(double a, double b) : shapes_(a, b) {}
-    double operator()(double x) const;
+    double operator()(double x);
 
 private:
+    static double Density(BetaPdf* at, double x);
+    double LogBeta();
     numerics::BetaShapes shapes_;
+    numerics::Lazy logBeta_;
 };
 
 // Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.

@@ -8,11 +8,11 @@
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
-#include "numerics/gamma.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/noncentral_gamma.h"
+#include "numerics/prompt_gamma.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -22,14 +22,13 @@ using frame::errorState;
 using frame::kNA;
 
 double ChiSqPdf::Density(ChiSqPdf* at, double x) {
-    // Up to here the formula as it stands loses few digits; beyond, its terms cancel.
-    constexpr double kMediumShape = 50;
-
     const double half = at->halfDf_.Value();
-    const double logNorm =
-        at->logNorm_.Get([half] { return numerics::GuardedLogGamma(half) + half * std::numbers::ln2; });
-    if (half <= kMediumShape || x < numerics::kTinyArgument)
-        return frame::SafeExp((half - 1) * frame::SafeLog(x) - logNorm - x / 2);
+    const double logNorm = at->logNorm_.Get([half] {
+        numerics::RequireGammaArgument(half);
+        return half > numerics::kPromptLimit ? 0 : numerics::PromptLogGamma(half) + half * std::numbers::ln2;
+    });
+    if (half <= numerics::kPromptLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
+    if (x < numerics::kTinyArgument) return 0;
     return frame::SafeExp(numerics::GammaLogDensity(at->halfDf_, x / 2)) / 2;
 }
 

@@ -9,8 +9,8 @@
 #include "frame/missing_value.h"
 #include "numerics/beta_quantiles.h"
 #include "numerics/deviance.h"
-#include "numerics/gamma.h"
 #include "numerics/noncentral_beta.h"
+#include "numerics/prompt_gamma.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -34,10 +34,16 @@ double CentralIfTiny(double noncentrality) {
 double FPdf::LogRatio() {
     return logRatio_.Get([this] {
         const double logRatio = frame::SafeLog(df1_ / df2_);
-        // For their domain and their exceptions.
-        numerics::GuardedLogGamma(halfDf_.A());
-        numerics::GuardedLogGamma(halfDf_.B());
+        numerics::RequireGammaArgument(halfDf_.A());
+        numerics::RequireGammaArgument(halfDf_.B());
         return logRatio;
+    });
+}
+
+double FPdf::LogBeta() {
+    return logBeta_.Get([this] {
+        const bool isPrompt = halfDf_.A() + halfDf_.B() <= numerics::kPromptLimit;
+        return isPrompt ? numerics::PromptLogBeta(halfDf_.A(), halfDf_.B()) : -halfDf_.MinusLogBeta();
     });
 }
 
@@ -56,7 +62,7 @@ double FPdf::operator()(double x) {
     const bool isFar = std::abs(logOdds) > kFar;
     if (sum <= kMediumSum || isFar) {
         const double logSum = isFar ? std::max(logOdds, 0.0) : std::log1p(x * (df1_ / df2_));
-        return frame::SafeExp(logX * (a - 1) + logRatio * a + halfDf_.MinusLogBeta() - logSum * sum);
+        return frame::SafeExp(logX * (a - 1) + logRatio * a - LogBeta() - logSum * sum);
     }
     const double odds = x * (df1_ / df2_);
     const double share = 1 / (1 + odds);

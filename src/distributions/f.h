@@ -19,10 +19,12 @@ public:
 
 private:
     double LogRatio();
+    double LogBeta();
     double df1_;
     double df2_;
     numerics::BetaShapes halfDf_;
     numerics::Lazy logRatio_;
+    numerics::Lazy logBeta_;
 };
 
 // Both tails at x by "F_ncdf", with the halves of the degrees of freedom. x <= 0: 0 and 1. False, and both

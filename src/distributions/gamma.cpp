@@ -1,5 +1,6 @@
 #include "distributions/gamma.h"
 
+#include <cfloat>
 #include <cmath>
 
 #include "frame/error_state.h"
@@ -8,6 +9,7 @@
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
+#include "numerics/prompt_gamma.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -23,11 +25,6 @@ bool InDomain(const GammaShape& shape) {
     return shape.Value() > 0 && shape.Value() <= numerics::kShapeLimit;
 }
 
-double LogDensity(double z, const GammaShape& shape) {
-    if (z >= numerics::kTinyArgument) return numerics::GammaLogDensity(shape, z);
-    return (shape.Value() - 1) * std::log(z) - z - shape.LogGamma();
-}
-
 double StandardLowerTail(double z, const GammaShape& shape) {
     double lower = 0;
     double upper = 0;
@@ -37,13 +34,21 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 
 }  // namespace
 
-double GammaPdf::operator()(double x) const {
+double GammaPdf::LogDensity(double z) {
+    const double a = shape_.Value();
+    if (a > numerics::kPromptLimit) {
+        return z < numerics::kTinyArgument ? -DBL_MAX : numerics::GammaLogDensity(shape_, z);
+    }
+    return (a - 1) * std::log(z) - z - logGamma_.Get([a] { return numerics::PromptLogGamma(a); });
+}
+
+double GammaPdf::operator()(double x) {
     const double distance = x - threshold_;
     if (distance <= 0) return 0;
     const double z = distance / scale_;
     if (!InDomain(shape_) || z < 0) return kNA;
     if (z == 0 || z > numerics::kArgumentLimit) return 0;
-    const double logDensity = LogDensity(z, shape_);
+    const double logDensity = LogDensity(z);
     // Deliberate: 0 from kLogUnderflow on, as "gamma_df" has its density.
     return logDensity < numerics::kLogUnderflow ? 0 : frame::SafeExp(logDensity) / scale_;
 }

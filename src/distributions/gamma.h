@@ -14,12 +14,14 @@ public:
     using Parameters = frame::ParameterList<double, double, double>;
     GammaPdf(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
-    double operator()(double x) const;
+    double operator()(double x);
 
 private:
+    double LogDensity(double z);
     numerics::GammaShape shape_;
     double scale_;
     double threshold_;
+    numerics::Lazy logGamma_;
 };
 
 // Either tail at x: "gamma_df" at (x - threshold) / scale for x >= threshold, else 0 and 1.

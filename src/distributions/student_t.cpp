@@ -7,10 +7,10 @@
 #include "distributions/normal.h"
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
-#include "frame/errors.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "numerics/noncentral_t.h"
+#include "numerics/prompt_gamma.h"
 #include "numerics/root_finder.h"
 #include "zul/distributions.h"
 
@@ -26,18 +26,23 @@ double TPdf::operator()(double x) {
 }
 
 double TPdf::Central(double x) {
+    constexpr double kFewHalves = 10;         // beyond it the log-gammas cancel more than they save
     constexpr double kSquareRange = 1e150;    // where the square does not overflow
     constexpr double kDensityIsZero = 1e100;  // and neither does this square
+
     const double df = shape_.Df();
-    const double scale = scale_.Get([this, df] {
-        if (df <= 0) frame::ThrowGammaOfNonpositive();
-        if (df / 2 + 7 <= 7) frame::ThrowGammaTooCloseToZero();
-        return shape_.GammaRatio() / std::sqrt(df * std::numbers::pi);
+    const double logScale = logScale_.Get([this, df] {
+        const double half = df / 2;
+        numerics::RequireGammaArgument(half);
+        const double logRatio = half <= kFewHalves
+                                    ? numerics::PromptLogGamma(half + 0.5) - numerics::PromptLogGamma(half)
+                                    : std::log(shape_.GammaRatio());
+        return logRatio - std::log(df * std::numbers::pi) / 2;
     });
     const double z = std::abs(x) / std::sqrt(df);
     const double logSum = z < kSquareRange ? std::log1p(z * z) : 2 * std::log(z);
     const double shift = std::min(std::abs(noncentrality_), kDensityIsZero);
-    return scale * frame::SafeExp(-(df + 1) / 2 * logSum - shift * shift / 2);
+    return frame::SafeExp(logScale - (df + 1) / 2 * logSum - shift * shift / 2);
 }
 
 double TPdf::Noncentral(double x) const {

@@ -23,7 +23,7 @@ private:
     double noncentrality_;
     numerics::TShape shape_;
     numerics::TShape shapeAbove_;
-    numerics::Lazy scale_;
+    numerics::Lazy logScale_;
 };
 
 // Both tails at x by "t_ncdf". Where the noncentrality is too large for it, the answer is that of a smaller
