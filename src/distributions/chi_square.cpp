@@ -1,5 +1,7 @@
 #include "distributions/chi_square.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -82,8 +84,8 @@ double ChiSqInvCdf::Noncentral(double p) const {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const double df = 2 * halfDf_.Value();
     CmChiSqCdf f(halfDf_, noncentrality_, p);
-    if (!RatioGuess::Covers(df, noncentrality_, kInfinity)) return SolveInversion(f, 0, kFarEnd);
-    return SolveFromGuess(f, Range::Positive, RatioGuess(df, noncentrality_, kInfinity, df));
+    return SolveFromGuess(f, Range::Positive, RatioGuess(df, noncentrality_, kInfinity, df),
+                          std::sqrt(std::max(noncentrality_, 0.0)));
 }
 
 double CmChiSqCdf::Evaluate(double t) {

@@ -110,8 +110,8 @@ double FInvCdf::Noncentral(double p) const {
     const double df1 = 2 * halfDf_.A();
     const double df2 = 2 * halfDf_.B();
     CmFCdf f(halfDf_, noncentrality_, p);
-    if (!RatioGuess::Covers(df1, noncentrality_, df2)) return SolveInversion(f, 0, kFarEnd);
-    return SolveFromGuess(f, Range::Positive, RatioGuess(df1, noncentrality_, df2, 1));
+    return SolveFromGuess(f, Range::Positive, RatioGuess(df1, noncentrality_, df2, 1),
+                          std::sqrt(noncentrality_));
 }
 
 CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p)

@@ -38,52 +38,75 @@ public:
     Search(CmInversion& f, Range range, const QuantileGuess& guess)
         : f_(f), p_(f.target), positive_(range == Range::Positive), guess_(guess) {}
 
-    double Run() {
-        constexpr int kLimit = 60;
+    double Run(int limit) {
         constexpr double kLeastLog = -690;  // where t does not underflow yet
         const double most = U(kFarEnd);
         const double least = positive_ ? kLeastLog : -most;
 
         const double z = RoughDeviate(p_);
         double u = std::clamp(U(guess_.At(z)), least, most);
-        for (int count = 0; count < kLimit; ++count) {
-            const double t = T(u);
-            const double value = f_.Evaluate(t);
-            if (IsMissing(value)) break;
-            if (std::abs(value) <= kInversionRelTol * p_) return t;
+        for (int count = 0; count < limit; ++count) {
+            const double value = f_.Evaluate(T(u));
+            if (std::abs(value) <= Tolerance(count)) return T(u);
+            if (IsMissing(value) || (value < 0 ? u == most : u == least)) return FromRest();
             (value < 0 ? below_ : above_) = u;
-            double next = Along(u, value, z);
-            if (!(next > below_ && next < above_)) next = Between(u, value < 0);
-            longest_ *= 2;
-            next = std::clamp(next, least, most);
-            if (next == u) break;
-            const double tNext = T(next);
-            if (std::abs(tNext - t) < kInversionRelTol * std::abs(t)) return tNext;
+            const double next = std::clamp(Next(u, value, z), least, most);
+            if (AreClose(u, next)) return T(next);
             u = next;
         }
-        const double lo = below_ > -DBL_MAX ? T(below_) : positive_ ? 0 : -kFarEnd;
-        return SolveInversion(f_, lo, above_ < DBL_MAX ? T(above_) : kFarEnd);
+        return kNA;
     }
 
 private:
     double T(double u) const { return positive_ ? std::exp(u) : std::sinh(u); }
     double U(double t) const { return positive_ ? std::log(t) : std::asinh(t); }
 
-    // The next point by the secant, from the first point by the guess; u where there is none.
-    double Along(double u, double value, double z) {
+    bool AreClose(double u, double next) const {
+        return std::abs(T(next) - T(u)) < kInversionRelTol * std::abs(T(u));
+    }
+
+    // Of the value of f. The absolute one is for tiny p where the tail leaps, as it does to its underflow.
+    double Tolerance(int count) const {
+        constexpr int kUsualCount = 20;
+        const double relative = kInversionRelTol * p_;
+        return count < kUsualCount ? relative : std::max(relative, kInversionAbsTol);
+    }
+
+    // By the root finder alone.
+    double FromRest() const {
+        const double lo = below_ > -DBL_MAX ? T(below_) : positive_ ? 0 : -kFarEnd;
+        return SolveInversion(f_, lo, above_ < DBL_MAX ? T(above_) : kFarEnd);
+    }
+
+    double Next(double u, double value, double z) {
+        const bool isFirst = u_ == DBL_MAX;
+        double next = 0;
+        const bool isGuided = Guided(u, value, z, &next);
+        longest_ *= 2;
+        // At the root the next point may be outside by a rounding.
+        if (isGuided && ((next > below_ && next < above_) || (!isFirst && AreClose(u, next)))) return next;
+        return Between(u, value < 0);
+    }
+
+    // The next point by the secant, from the first point by the guess. False: there is none.
+    bool Guided(double u, double value, double z, double* next) {
         constexpr double kSecantReach = 16;
         const double tail = p_ + value;
-        const bool hadLogit = hasLogit_;
         const bool isFirst = u_ == DBL_MAX;
+        const bool hadLogit = hasLogit_;
         hasLogit_ = tail > 0 && tail < 1;
         const double logit = hasLogit_ ? LogitDifference(value, p_) : 0;
         const double slope = hasLogit_ && hadLogit ? (logit - logit_) / (u - u_) : 0;
         logit_ = logit;
         u_ = u;
-        if (!hasLogit_) return u;
-        if (isFirst) return U(guess_.At(z - logit / LogitSlope(z)));
-        return slope > 0 ? u - std::clamp(logit / slope, -kSecantReach * longest_, kSecantReach * longest_)
-                         : u;
+        if (isFirst && hasLogit_) {
+            *next = U(guess_.At(z - logit / LogitSlope(z)));
+            return true;
+        }
+        if (!(slope > 0)) return false;
+        const double reach = kSecantReach * longest_;
+        *next = u - std::clamp(logit / slope, -reach, reach);
+        return true;
     }
 
     double Between(double u, bool isBelow) const {
@@ -107,18 +130,16 @@ private:
 
 }  // namespace
 
-bool RatioGuess::Covers(double df1, double noncentrality, double df2) {
+RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scale) {
+    // Within these nothing below overflows.
     constexpr double kLeast = 1e-50;
     constexpr double kMost = 1e50;
-    return df1 > kLeast && df1 < kMost && noncentrality >= 0 && noncentrality < kMost && df2 > kLeast;
-}
-
-RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scale) {
-    const double sum = df1 + noncentrality;
-    const double df = sum * (sum / (sum + noncentrality));
-    mean_ = scale * (sum / df1);
+    const double first = std::clamp(df1, kLeast, kMost);
+    const double sum = first + std::clamp(noncentrality, 0.0, kMost);
+    const double df = sum * (sum / (2 * sum - first));
+    mean_ = std::clamp(scale, kLeast, kMost) * (sum / first);
     variance1_ = 2 / (9 * df);
-    variance2_ = 2 / (9 * df2);
+    variance2_ = 2 / (9 * std::max(df2, kLeast));
 }
 
 double RatioGuess::At(double z) const {
@@ -137,9 +158,15 @@ double RatioGuess::At(double z) const {
     return mean_ * bounded * bounded * bounded;
 }
 
-double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess) {
-    if (f.target > DBL_MIN && f.target < 1) return Search(f, range, guess).Run();
-    return SolveInversion(f, range == Range::Positive ? 0 : -kFarEnd, kFarEnd);
+double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess, double terms) {
+    constexpr double kTermBudget = 1.2e6;
+    constexpr double kLeast = 12;
+    constexpr double kMost = 100;
+    if (!(f.target > DBL_MIN && f.target < 1)) {
+        return SolveInversion(f, range == Range::Positive ? 0 : -kFarEnd, kFarEnd);
+    }
+    const double limit = std::clamp(kTermBudget / std::max(terms, 1.0), kLeast, kMost);
+    return Search(f, range, guess).Run(static_cast<int>(limit));
 }
 
 }  // namespace zul::kernels

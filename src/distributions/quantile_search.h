@@ -20,8 +20,6 @@ protected:
 // normalization of the analysis of variance distribution, 1942.
 class RatioGuess final : public QuantileGuess {
 public:
-    // Whether there is a guess for these parameters.
-    static bool Covers(double df1, double noncentrality, double df2);
     RatioGuess(double df1, double noncentrality, double df2, double scale);
     double At(double z) const override;
 
@@ -39,7 +37,9 @@ enum class Range { Positive, Real };
 // result is p to kInversionRelTol as well.
 //
 // From the guess on by secants of the logit of the tail over log(t), or over asinh(t), which are nearly
-// straight; where these come to no end, the root finder looks through what is left of the range.
-double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess);
+// straight: four or five evaluations for ordinary parameters. Where they leave the range the root finder looks
+// through the rest of it. terms: about how many terms an evaluation sums, in units of 25 ns; a search for which
+// some 30 ms of them do not do, as when the rounding of the tail hides the root, gives NA.
+double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess, double terms);
 
 }  // namespace zul::kernels

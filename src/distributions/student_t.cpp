@@ -4,14 +4,12 @@
 #include <cmath>
 #include <numbers>
 
-#include "distributions/normal.h"
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "numerics/noncentral_t.h"
 #include "numerics/prompt_gamma.h"
-#include "numerics/root_finder.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -45,8 +43,10 @@ double TPdf::Central(double x) {
     return frame::SafeExp(logScale - (df + 1) / 2 * logSum - shift * shift / 2);
 }
 
-double TPdf::Noncentral(double x) const {
+double TPdf::Noncentral(double x) {
     const double df = shape_.Df();
+    double sum = 0;
+    if (SumNearCentre(x, &sum)) return Central(x) * sum;
     TailPair above;
     TailPair here;
     if (!TTails(frame::SafeSqrt((df + 2) / df) * x, shapeAbove_, noncentrality_, &above) ||
@@ -55,6 +55,31 @@ double TPdf::Noncentral(double x) const {
     // The upper tails have the same difference, and more of its digits where they are the smaller ones.
     const double difference = here.lower > 0.5 ? here.upper - above.upper : above.lower - here.lower;
     return difference * df / x;
+}
+
+// The density as a multiple of the central one: the sum over j >= 0 of gamma((df + j + 1) / 2) /
+// gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2). False: it has more than a few
+// terms. Where it has not, the difference of the tails may have lost all digits.
+bool TPdf::SumNearCentre(double x, double* sum) const {
+    constexpr double kLargestDf = 1e8;  // up to here, with the sizes below, "t_ncdf" refuses nothing
+    constexpr double kLargestNoncentrality = 1000;
+    constexpr double kFewTerms = 1;
+    constexpr double kNegligible = 1e-17;
+    constexpr int kTermLimit = 200;
+
+    const double df = shape_.Df();
+    if (!(df > 0 && df < kLargestDf && std::abs(noncentrality_) < kLargestNoncentrality)) return false;
+    const double y = std::numbers::sqrt2 * noncentrality_ * (x / std::hypot(x, std::sqrt(df)));
+    if (std::abs(y) * std::sqrt(df + 1) > kFewTerms * std::numbers::sqrt2) return false;
+    double even = 1;
+    double odd = df / 2 / shape_.GammaRatio() * y;
+    *sum = even + odd;
+    for (int j = 0; j < kTermLimit && std::abs(even) + std::abs(odd) > kNegligible; j += 2) {
+        even *= y * y * (df + j + 1) / 2 / ((j + 1) * (j + 2));
+        odd *= y * y * (df + j + 2) / 2 / ((j + 2) * (j + 3));
+        *sum += even + odd;
+    }
+    return true;
 }
 
 namespace {
@@ -122,34 +147,12 @@ double TInvCdf::Central(double p) const {
 
 namespace {
 
-struct Bracket {
-    double lo = -kFarEnd;
-    double hi = kFarEnd;
-};
-
-// The bracket from which the search for the quantile at p starts; NA where an end is not to be had.
-Bracket FirstBracket(double p, double df, double noncentrality) {
-    constexpr double kLargest = 1e100;  // what is larger has no finite moments here
-    constexpr double kWidening = 1.1;
-
-    if (!(std::abs(noncentrality) < kLargest)) return {kNA, kNA};
-    const double s = 1 / numerics::HalfStepGammaRatio((df - 1) / 2);
-    const double mean = std::sqrt(df / 2) * noncentrality * s;
-    if (df <= 2) return {std::min(mean, 2 * mean), std::max(mean, 2 * mean)};
-    const double variance = (noncentrality * noncentrality + 1) * df / (df - 2) -
-                            (s * noncentrality) * (s * noncentrality) * df / 2;
-    if (!(variance > 0)) return {kNA, kNA};
-    const double sd = std::sqrt(variance);
-    if (p < 0.5) return {NormalInvCdfKernel(p / kWidening, mean, sd), NormalInvCdfKernel(p, mean, sd)};
-    return {NormalInvCdfKernel(p, mean, sd), NormalInvCdfKernel(1 - (1 - p) / kWidening, mean, sd)};
-}
-
-}  // namespace
-
+// Source: W. A. Jennett and B. L. Welch, The control of proportion defective as judged by a single quality
+// characteristic varying on a continuous scale, 1939.
 class TGuess final : public QuantileGuess {
 public:
     TGuess(const TShape& shape, double noncentrality)
-        : noncentrality_(noncentrality), meanScale_(shape.GammaRatio() * std::sqrt(2 / shape.Df())) {}
+        : noncentrality_(std::clamp(noncentrality, -kMost, kMost)), meanScale_(MeanScale(shape)) {}
     double At(double z) const override {
         constexpr double kLeast = 0.01;  // of what is divided by, to its value at the centre
         const double square = meanScale_ * meanScale_;
@@ -163,26 +166,23 @@ public:
     }
 
 private:
+    // The mean of the divisor sqrt(chi-square / df).
+    static double MeanScale(const TShape& shape) {
+        constexpr double kLeast = 1e-50;
+        if (shape.Df() < kLeast) return std::sqrt(kLeast);
+        return shape.Df() > kMost ? 1 : shape.GammaRatio() * std::sqrt(2 / shape.Df());
+    }
+    static constexpr double kMost = 1e50;
     double noncentrality_;
     double meanScale_;
 };
 
-double TInvSolve(CmInversion& f, const TShape& shape_, double noncentrality_) {
-    double p = f.target;
-    if (shape_.Df() > 1e-50 && shape_.Df() < 1e50 && std::abs(noncentrality_) < 1e10)
-        return SolveFromGuess(f, Range::Real, TGuess(shape_, noncentrality_));
-    if (shape_.Df() > 1) {
-        Bracket bracket = FirstBracket(p, shape_.Df(), noncentrality_);
-        if (bracket.lo != kNA && bracket.hi != kNA &&
-            numerics::ExpandBracket(&bracket.lo, &bracket.hi, f, -kFarEnd, kFarEnd))
-            return SolveInversion(f, bracket.lo, bracket.hi);
-    }
-    return SolveInversion(f, -kFarEnd, kFarEnd);
-}
+}  // namespace
 
+// A bracket from the moments, which the distribution has for df > 1, would be widened to the same root.
 double TInvCdf::Noncentral(double p) const {
     CmTCdf f(shape_, noncentrality_, p);
-    return TInvSolve(f, shape_, noncentrality_);
+    return SolveFromGuess(f, Range::Real, TGuess(shape_, noncentrality_), 2 * std::abs(noncentrality_));
 }
 
 CmTCdf::CmTCdf(const TShape& shape, double noncentrality, double p)

@@ -10,7 +10,8 @@ namespace zul::kernels {
 
 // Noncentrality 0 or x = 0: gamma((df + 1) / 2) / (gamma(df / 2) sqrt(df pi)) (1 + x^2 / df)^(-(df + 1) / 2)
 // exp(-noncentrality^2 / 2). Else (F1 - F2) df / x, where F2 is the lower tail at x and F1 that at c x with
-// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails.
+// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where that difference cancels, its
+// power series in x.
 class TPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
@@ -19,7 +20,8 @@ public:
 
 private:
     double Central(double x);
-    double Noncentral(double x) const;
+    double Noncentral(double x);
+    bool SumNearCentre(double x, double* sum) const;
     double noncentrality_;
     numerics::TShape shape_;
     numerics::TShape shapeAbove_;
@@ -58,7 +60,6 @@ private:
     double noncentrality_;
 };
 
-double TInvSolve(CmInversion& f, const numerics::TShape& shape, double noncentrality);
 double TPdfKernel(double x, double df, double noncentrality);
 double TCdfKernel(double x, double df, double noncentrality, bool upper);
 double TInvCdfKernel(double p, double df, double noncentrality);
