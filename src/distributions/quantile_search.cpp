@@ -48,8 +48,9 @@ public:
         for (int count = 0; count < limit; ++count) {
             const double value = f_.Evaluate(T(u));
             if (std::abs(value) <= Tolerance(count)) return T(u);
-            if (IsMissing(value) || (value < 0 ? u == most : u == least)) return FromRest();
+            if (IsMissing(value)) return FromRest();
             (value < 0 ? below_ : above_) = u;
+            if (value < 0 ? u == most : u == least) return FromRest();
             const double next = std::clamp(Next(u, value, z), least, most);
             if (AreClose(u, next)) return T(next);
             u = next;
@@ -159,7 +160,7 @@ double RatioGuess::At(double z) const {
 }
 
 double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess, double terms) {
-    constexpr double kTermBudget = 1.2e6;
+    constexpr double kTermBudget = 8e5;
     constexpr double kLeast = 12;
     constexpr double kMost = 100;
     if (!(f.target > DBL_MIN && f.target < 1)) {
