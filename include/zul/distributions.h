@@ -37,11 +37,12 @@ enum EAlternative : int { LowerTail = -1, TwoSided = 0, UpperTail = 1 };
 /// a, b: the shapes, 0 < a, b <= 94906265. The support is [0, 1].
 /// @{
 
-/// The density x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0, 1];
-/// relative error some roundings of the largest logarithm in it, 3e-12 for large shapes.
+/// The density x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0,
+/// 1]; relative error some roundings of the largest logarithm in it, 3e-12 for large shapes.
 ///
 /// x = 0 gives b for a = 1, 0 for a > 1 and NaN, for infinity, for a < 1; x = 1 likewise. NaN also where the
-/// density is too large for a double, and for shapes that are not above 4e-16. Shapes above 94906265 are allowed.
+/// density is too large for a double, and for shapes that are not above 4e-16. Shapes above 94906265 are
+/// allowed.
 /// Method: C. Loader, Fast and accurate computation of binomial probabilities, 2000, for large shapes.
 ZUL_API double BetaPdf(double x, double a, double b);
 /// @copydoc BetaPdf(double, double, double)
@@ -50,19 +51,19 @@ ZUL_API void BetaPdf(double* out, const double* in, std::size_t count, double a,
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
 ///
 /// x <= 0 gives 0 and 1, x >= 1 gives 1 and 0. NaN for shapes outside [0, 94906265].
-/// Method: the incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964,
-/// 26.5.4; A. R. DiDonato and A. H. Morris, Algorithm 708: significant digit computation of the incomplete beta
-/// function ratios, 1992.
+/// Method: the incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions,
+/// 1964, 26.5.4; A. R. DiDonato and A. H. Morris, Algorithm 708: significant digit computation of the
+/// incomplete beta function ratios, 1992.
 ZUL_API double BetaCdf(double x, double a, double b, bool upper);
 /// @copydoc BetaCdf(double, double, double, bool)
 ZUL_API void BetaCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
 
-/// The quantile: the x with P(X <= x) = p, for 0 <= p <= 1. p = 0 gives 0 and p = 1 gives 1; p outside [0, 1] and
-/// shapes outside their domain give NaN.
+/// The quantile: the x with P(X <= x) = p, for 0 <= p <= 1. p = 0 gives 0 and p = 1 gives 1; p outside [0, 1]
+/// and shapes outside their domain give NaN.
 ///
 /// The smaller tail at the result gives p, or 1 - p, back to 1e-9.
-/// Method: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and Algorithm AS 109: a remark on algorithms
-/// AS 63 and AS 64, 1977, for the start; E. Halley's iteration.
+/// Method: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and Algorithm AS 109: a remark on
+/// algorithms AS 63 and AS 64, 1977, for the start; E. Halley's iteration.
 ZUL_API double BetaInvCdf(double p, double a, double b);
 /// @copydoc BetaInvCdf(double, double, double)
 ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b);
@@ -118,12 +119,12 @@ ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, doub
 /// @}
 
 /// @name Chi-square distribution
-/// df: degrees of freedom, 0 < df <= 189812530. noncentrality: the sum of the squared means of the normals that
-/// are squared and added, 0 <= noncentrality <= 2e10; 0 is the central distribution.
+/// df: degrees of freedom, 0 < df <= 189812530. noncentrality: the sum of the squared means of the normals
+/// that are squared and added, 0 <= noncentrality <= 2e10; 0 is the central distribution.
 /// @{
 
-/// The density x^(df/2 - 1) exp(-x/2) / (2^(df/2) gamma(df/2)) of the central distribution for x > 0, and 0 for
-/// x <= 0; relative error some roundings of the largest logarithm in it.
+/// The density x^(df/2 - 1) exp(-x/2) / (2^(df/2) gamma(df/2)) of the central distribution for x > 0, and 0
+/// for x <= 0; relative error some roundings of the largest logarithm in it.
 ///
 /// Deliberate: no noncentrality, which the other two functions have. NaN where the density is too large for a
 /// double. df <= 0: std::invalid_argument.
@@ -136,8 +137,8 @@ ZUL_API void ChiSqPdf(double* out, const double* in, std::size_t count, double d
 ///
 /// x <= 0 gives 0 and 1. NaN for df or noncentrality outside its domain.
 /// Method: the incomplete gamma pair, W. Gautschi, A computational procedure for incomplete gamma functions,
-/// 1979; for a noncentrality its Poisson mixture, D. Benton and K. Krishnamoorthy, Computing discrete mixtures
-/// of continuous distributions, 2003.
+/// 1979; for a noncentrality its Poisson mixture, D. Benton and K. Krishnamoorthy, Computing discrete
+/// mixtures of continuous distributions, 2003.
 ZUL_API double ChiSqCdf(double x, double df, double noncentrality, bool upper);
 /// @copydoc ChiSqCdf(double, double, double, bool)
 ZUL_API void ChiSqCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
@@ -148,8 +149,8 @@ ZUL_API void ChiSqCdf(double* out, const double* in, std::size_t count, double d
 ///
 /// The tail at the result gives p back to 1e-9 for noncentrality 0, else to 1e-12 of p or of the result.
 /// Method: A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma function ratios and their
-/// inverse, 1986; for a noncentrality the secant method on the logit of the tail, from the guess of
-/// P. B. Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
+/// inverse, 1986; for a noncentrality the secant method on the logit of the tail, from the guess of P. B.
+/// Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
 ZUL_API double ChiSqInvCdf(double p, double df, double noncentrality);
 /// @copydoc ChiSqInvCdf(double, double, double)
 ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
@@ -190,19 +191,20 @@ ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count,
 /// @}
 
 /// @name F distribution
-/// df1, df2: degrees of freedom of the numerator and the denominator, 0 < df1, df2 <= 189812530. noncentrality: that
-/// of the numerator's chi-square, the sum of the squared means, 0 <= noncentrality <= 6e9; 0 is the central
-/// distribution.
+/// df1, df2: degrees of freedom of the numerator and the denominator, 0 < df1, df2 <= 189812530.
+/// noncentrality: that of the numerator's chi-square, the sum of the squared means, 0 <= noncentrality <=
+/// 6e9; 0 is the central distribution.
 /// @{
 
-/// The density x^(a - 1) (df1/df2)^a gamma(a + b) / (gamma(a) gamma(b)) (1 + df1 x / df2)^-(a + b), a = df1/2 and
-/// b = df2/2, of the central distribution for x > 0, and 0 for x <= 0; relative error some roundings of the
-/// largest logarithm in it.
+/// The density x^(a - 1) (df1/df2)^a gamma(a + b) / (gamma(a) gamma(b)) (1 + df1 x / df2)^-(a + b), a = df1/2
+/// and b = df2/2, of the central distribution for x > 0, and 0 for x <= 0; relative error some roundings of
+/// the largest logarithm in it.
 ///
-/// Deliberate: no noncentrality, which the other two functions have. df1 or df2 <= 0: std::invalid_argument, for a
-/// quotient df1/df2 of 0 or with df2 = 0 std::runtime_error. A density too large for a double:
+/// Deliberate: no noncentrality, which the other two functions have. df1 or df2 <= 0: std::invalid_argument,
+/// for a quotient df1/df2 of 0 or with df2 = 0 std::runtime_error. A density too large for a double:
 /// std::runtime_error ("float overflow").
-/// Method: C. Loader, Fast and accurate computation of binomial probabilities, 2000, for many degrees of freedom.
+/// Method: C. Loader, Fast and accurate computation of binomial probabilities, 2000, for many degrees of
+/// freedom.
 ZUL_API double FPdf(double x, double df1, double df2);
 /// @copydoc FPdf(double, double, double)
 ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, double df2);
@@ -218,14 +220,15 @@ ZUL_API double FCdf(double x, double df1, double df2, double noncentrality, bool
 ZUL_API void FCdf(double* out, const double* in, std::size_t count, double df1, double df2,
                   double noncentrality, bool upper);
 
-/// The quantile: the x with P(X <= x) = p, for 0 <= p < 1. p = 0 gives 0; p = 1, p outside [0, 1], and parameters
-/// outside their domain give NaN. A noncentrality below 2.2e-307, also a negative one, counts as 0.
+/// The quantile: the x with P(X <= x) = p, for 0 <= p < 1. p = 0 gives 0; p = 1, p outside [0, 1], and
+/// parameters outside their domain give NaN. A noncentrality below 2.2e-307, also a negative one, counts as
+/// 0.
 ///
-/// The tail at the result gives p back to 1e-9 for noncentrality 0, else to 1e-12 of p or of the result. With a
-/// noncentrality the result is at most 1e30; NaN also where the search ends without a result, seen for a
+/// The tail at the result gives p back to 1e-9 for noncentrality 0, else to 1e-12 of p or of the result. With
+/// a noncentrality the result is at most 1e30; NaN also where the search ends without a result, seen for a
 /// noncentrality above 1e8 with df2 below 0.1.
-/// Method: see BetaInvCdf(); for a noncentrality the secant method on the logit of the tail, from the guess of
-/// P. B. Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
+/// Method: see BetaInvCdf(); for a noncentrality the secant method on the logit of the tail, from the guess
+/// of P. B. Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
 ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality);
 /// @copydoc FInvCdf(double, double, double, double)
 ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2,
@@ -234,11 +237,13 @@ ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df
 /// @}
 
 /// @name Gamma distribution
-/// shape: 0 < shape <= 94906265. scale: a scale, not a rate, scale > 0. threshold: the lower end of the support.
+/// shape: 0 < shape <= 94906265. scale: a scale, not a rate, scale > 0. threshold: the lower end of the
+/// support.
 /// @{
 
-/// The density z^(shape - 1) exp(-z) / (gamma(shape) scale), z = (x - threshold) / scale, for x > threshold, and
-/// 0 for x <= threshold; relative error some roundings of the largest logarithm in it, 7e-11 for a shape of 1e5.
+/// The density z^(shape - 1) exp(-z) / (gamma(shape) scale), z = (x - threshold) / scale, for x > threshold,
+/// and 0 for x <= threshold; relative error some roundings of the largest logarithm in it, 7e-11 for a shape
+/// of 1e5.
 ///
 /// 0 also where the density of z is below 2.2e-288. NaN for a shape outside its domain and a scale below 0.
 /// scale = 0: std::runtime_error ("Float exception: divide by zero."). A density too large for a double:
@@ -252,21 +257,22 @@ ZUL_API void GammaPdf(double* out, const double* in, std::size_t count, double s
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
 ///
-/// x <= threshold gives 0 and 1. NaN for a shape outside its domain and a scale below 0. scale = 0: an exception as
-/// of GammaPdf(), std::invalid_argument for x = threshold.
-/// Method: the incomplete gamma pair, W. Gautschi, A computational procedure for incomplete gamma functions, 1979.
+/// x <= threshold gives 0 and 1. NaN for a shape outside its domain and a scale below 0. scale = 0: an
+/// exception as of GammaPdf(), std::invalid_argument for x = threshold.
+/// Method: the incomplete gamma pair, W. Gautschi, A computational procedure for incomplete gamma functions,
+/// 1979.
 ZUL_API double GammaCdf(double x, double shape, double scale, double threshold, bool upper);
 /// @copydoc GammaCdf(double, double, double, double, bool)
 ZUL_API void GammaCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                       double threshold, bool upper);
 
-/// The quantile: the x with P(X <= x) = p, for 0 <= p < 1. p = 1, p outside [0, 1], and a shape outside its domain
-/// give NaN.
+/// The quantile: the x with P(X <= x) = p, for 0 <= p < 1. p = 1, p outside [0, 1], and a shape outside its
+/// domain give NaN.
 ///
-/// Deliberate: 0, and not the threshold, for p = 0 and where (x - threshold) / scale is below the smallest double.
-/// Otherwise the tail at the result gives p back to 1e-9.
-/// Method: A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma function ratios and their inverse,
-/// 1986.
+/// Deliberate: 0, and not the threshold, for p = 0 and where (x - threshold) / scale is below the smallest
+/// double. Otherwise the tail at the result gives p back to 1e-9.
+/// Method: A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma function ratios and their
+/// inverse, 1986.
 ZUL_API double GammaInvCdf(double p, double shape, double scale, double threshold);
 /// @copydoc GammaInvCdf(double, double, double, double)
 ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
@@ -669,18 +675,19 @@ ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size
 /// @}
 
 /// @name Student's t distribution
-/// df: degrees of freedom, df > 0; the central tails and quantiles take infinity too, the normal distribution.
-/// noncentrality: the mean of the normal numerator; 0 is the central distribution. With a noncentrality d:
-/// df/2 + d^2/2 + 4.3656 |d| <= 94906265.
+/// df: degrees of freedom, df > 0; the central tails and quantiles take infinity too, the normal
+/// distribution. noncentrality: the mean of the normal numerator; 0 is the central distribution. With a
+/// noncentrality d: df/2 + d^2/2 + 4.3656 |d| <= 94906265.
 /// @{
 
-/// The density. For noncentrality 0 or x = 0: gamma((df + 1)/2) / (gamma(df/2) sqrt(df pi)) (1 + x^2/df)^-((df +
-/// 1)/2) exp(-noncentrality^2/2), with a relative error of some roundings of the largest logarithm in it.
+/// The density. For noncentrality 0 or x = 0: gamma((df + 1)/2) / (gamma(df/2) sqrt(df pi)) (1 +
+/// x^2/df)^-((df + 1)/2) exp(-noncentrality^2/2), with a relative error of some roundings of the largest
+/// logarithm in it.
 ///
 /// Otherwise (F1 - F2) df / x, where F2 is the lower tail at x, and F1 that at x sqrt((df + 2)/df) with df + 2
-/// degrees of freedom: an absolute error of about 1e-13 df / x of the tail; NaN where a tail is. Close to x = 0 and
-/// for a small noncentrality its power series in x, to some roundings. df <= 0: std::invalid_argument, or for
-/// df = 0 std::runtime_error.
+/// degrees of freedom: an absolute error of about 1e-13 df / x of the smaller tail; NaN where a tail is. For
+/// |noncentrality| <= 20, where x has its sign or is close to 0, a power series in x, to 1e-13 of the density.
+/// df <= 0: std::invalid_argument, or for df = 0 std::runtime_error.
 ZUL_API double TPdf(double x, double df, double noncentrality);
 /// @copydoc TPdf(double, double, double)
 ZUL_API void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
@@ -688,24 +695,24 @@ ZUL_API void TPdf(double* out, const double* in, std::size_t count, double df, d
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
 /// noncentrality 0 and 1e-12 above.
 ///
-/// A larger noncentrality than the domain has gives 0 and 1, as a smaller one does, where that is certain, else
-/// NaN. NaN for df <= 0.
-/// Method: the incomplete beta pair, see BetaCdf(); R. V. Lenth, Algorithm AS 243: cumulative distribution function
-/// of the non-central t distribution, 1989, summed as D. Benton and K. Krishnamoorthy, Computing discrete mixtures
-/// of continuous distributions, 2003.
+/// A larger noncentrality than the domain has gives 0 and 1, as a smaller one does, where that is certain,
+/// else NaN. NaN for df <= 0.
+/// Method: the incomplete beta pair, see BetaCdf(); R. V. Lenth, Algorithm AS 243: cumulative distribution
+/// function of the non-central t distribution, 1989, summed as D. Benton and K. Krishnamoorthy, Computing
+/// discrete mixtures of continuous distributions, 2003.
 ZUL_API double TCdf(double x, double df, double noncentrality, bool upper);
 /// @copydoc TCdf(double, double, double, bool)
 ZUL_API void TCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
                   bool upper);
 
-/// The quantile: the x with P(X <= x) = p, for 0 < p < 1. p = 0, p = 1, p outside [0, 1], and parameters outside
-/// their domain give NaN; so does, for noncentrality 0, a smaller tail below 1e-280.
+/// The quantile: the x with P(X <= x) = p, for 0 < p < 1. p = 0, p = 1, p outside [0, 1], and parameters
+/// outside their domain give NaN; so does, for noncentrality 0, a smaller tail below 1e-280.
 ///
-/// Noncentrality 0: to 1e-13 of the quantile; p = 0.5 gives exactly 0. Otherwise the tail at the result gives p back
-/// to 1e-12 of p or of the result, which lies in [-1e30, 1e30]; NaN where there is none.
-/// Method: G. W. Hill, Algorithm 396: Student's t-quantiles, 1970; for a noncentrality the secant method on the
-/// logit of the tail, from the guess of W. A. Jennett and B. L. Welch, The control of proportion defective as
-/// judged by a single quality characteristic varying on a continuous scale, 1939.
+/// Noncentrality 0: to 1e-13 of the quantile; p = 0.5 gives exactly 0. Otherwise the tail at the result gives
+/// p back to 1e-12 of p or of the result, which lies in [-1e30, 1e30]; NaN where there is none.
+/// Method: G. W. Hill, Algorithm 396: Student's t-quantiles, 1970; for a noncentrality the secant method on
+/// the logit of the tail, from the guess of W. A. Jennett and B. L. Welch, The control of proportion
+/// defective as judged by a single quality characteristic varying on a continuous scale, 1939.
 ZUL_API double TInvCdf(double p, double df, double noncentrality);
 /// @copydoc TInvCdf(double, double, double)
 ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);

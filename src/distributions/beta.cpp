@@ -9,7 +9,7 @@
 #include "numerics/beta_quantiles.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -30,27 +30,25 @@ double DensityAtEnd(double shape, double other) {
 
 double BetaPdf::LogBeta() {
     return logBeta_.Get([this] {
-        const double a = shapes_.A();
-        const double b = shapes_.B();
-        numerics::RequireGammaArgument(a);
-        numerics::RequireGammaArgument(b);
-        return a + b > numerics::kPromptLimit ? -shapes_.MinusLogBeta() : numerics::PromptLogBeta(a, b);
+        numerics::RequireGammaArgument(a_);
+        numerics::RequireGammaArgument(b_);
+        if (a_ + b_ <= numerics::kPromptLimit) return numerics::PromptLogBeta(a_, b_);
+        largeShapes_.emplace(a_, b_);
+        return -largeShapes_->MinusLogBeta();
     });
 }
 
 double BetaPdf::Density(BetaPdf* at, double x) {
-    const double a = at->shapes_.A();
-    const double b = at->shapes_.B();
     const double logBeta = at->LogBeta();
-    if (a + b > numerics::kPromptLimit && x >= numerics::kTinyArgument)
-        return frame::SafeExp(numerics::BetaLogDensity(at->shapes_.Direct(), x));
-    return frame::SafeExp((a - 1) * std::log(x) + (b - 1) * std::log1p(-x) - logBeta);
+    if (at->largeShapes_ && x >= numerics::kTinyArgument)
+        return frame::SafeExp(numerics::BetaLogDensity(at->largeShapes_->Direct(), x));
+    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::PromptLog1p(-x) - logBeta);
 }
 
 double BetaPdf::operator()(double x) {
     if (x < 0 || x > 1) return 0;
-    if (x == 0) return DensityAtEnd(shapes_.A(), shapes_.B());
-    if (x == 1) return DensityAtEnd(shapes_.B(), shapes_.A());
+    if (x == 0) return DensityAtEnd(a_, b_);
+    if (x == 1) return DensityAtEnd(b_, a_);
     return frame::OnAnyFailure(kNA, &BetaPdf::Density, this, x);
 }
 

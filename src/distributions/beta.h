@@ -1,6 +1,8 @@
 // The beta family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include <optional>
+
 #include "frame/call_frame.h"
 #include "numerics/beta_shapes.h"
 
@@ -11,14 +13,16 @@ namespace zul::kernels {
 class BetaPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    BetaPdf(double a, double b) : shapes_(a, b) {}
+    BetaPdf(double a, double b) : a_(a), b_(b) {}
     double operator()(double x);
 
 private:
     static double Density(BetaPdf* at, double x);
     double LogBeta();
-    numerics::BetaShapes shapes_;
+    double a_;
+    double b_;
     numerics::Lazy logBeta_;
+    std::optional<numerics::BetaShapes> largeShapes_;
 };
 
 // Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.

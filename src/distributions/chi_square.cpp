@@ -14,7 +14,7 @@
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/noncentral_gamma.h"
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -24,14 +24,15 @@ using frame::errorState;
 using frame::kNA;
 
 double ChiSqPdf::Density(ChiSqPdf* at, double x) {
-    const double half = at->halfDf_.Value();
+    const double half = at->half_;
     const double logNorm = at->logNorm_.Get([half] {
         numerics::RequireGammaArgument(half);
         return half > numerics::kPromptLimit ? 0 : numerics::PromptLogGamma(half) + half * std::numbers::ln2;
     });
     if (half <= numerics::kPromptLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
     if (x < numerics::kTinyArgument) return 0;
-    return frame::SafeExp(numerics::GammaLogDensity(at->halfDf_, x / 2)) / 2;
+    if (!at->largeShape_) at->largeShape_.emplace(half);
+    return frame::SafeExp(numerics::GammaLogDensity(*at->largeShape_, x / 2)) / 2;
 }
 
 double ChiSqPdf::operator()(double x) {

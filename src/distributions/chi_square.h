@@ -1,6 +1,8 @@
 // The chi-square family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include <optional>
+
 #include "distributions/inversion.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
@@ -13,13 +15,14 @@ namespace zul::kernels {
 class ChiSqPdf {
 public:
     using Parameters = frame::ParameterList<double>;
-    explicit ChiSqPdf(double df) : halfDf_(df / 2) {}
+    explicit ChiSqPdf(double df) : half_(df / 2) {}
     double operator()(double x);
 
 private:
     static double Density(ChiSqPdf* at, double x);
-    numerics::GammaShape halfDf_;
+    double half_;
     numerics::Lazy logNorm_;
+    std::optional<numerics::GammaShape> largeShape_;
 };
 
 // Both tails at x, by "gamma_ncdf" at x / 2: "chi2_ncdf" with the half of the degrees of freedom prepared.

@@ -10,7 +10,7 @@
 #include "numerics/beta_quantiles.h"
 #include "numerics/deviance.h"
 #include "numerics/noncentral_beta.h"
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -34,40 +34,42 @@ double CentralIfTiny(double noncentrality) {
 double FPdf::LogRatio() {
     return logRatio_.Get([this] {
         const double logRatio = frame::SafeLog(df1_ / df2_);
-        numerics::RequireGammaArgument(halfDf_.A());
-        numerics::RequireGammaArgument(halfDf_.B());
+        numerics::RequireGammaArgument(df1_ / 2);
+        numerics::RequireGammaArgument(df2_ / 2);
         return logRatio;
     });
 }
 
 double FPdf::LogBeta() {
     return logBeta_.Get([this] {
-        const bool isPrompt = halfDf_.A() + halfDf_.B() <= numerics::kPromptLimit;
-        return isPrompt ? numerics::PromptLogBeta(halfDf_.A(), halfDf_.B()) : -halfDf_.MinusLogBeta();
+        if ((df1_ + df2_) / 2 <= numerics::kPromptLimit) return numerics::PromptLogBeta(df1_ / 2, df2_ / 2);
+        largeShapes_.emplace(df1_ / 2, df2_ / 2);
+        return -largeShapes_->MinusLogBeta();
     });
 }
 
 double FPdf::operator()(double x) {
     // Up to here the powers themselves lose few digits; beyond, the deviances have to take their place.
     constexpr double kMediumSum = 1000;
-    constexpr double kFar = 600;  // the logarithm of a ratio that does not overflow, nor its reciprocal
+    constexpr double kFar = 600;  // the logarithm of odds that do not overflow, nor their reciprocal
 
     if (x <= 0) return 0;
-    const double a = halfDf_.A();
-    const double b = halfDf_.B();
+    const double a = df1_ / 2;
+    const double b = df2_ / 2;
     const double sum = a + b;
     const double logRatio = LogRatio();
+    const double logBeta = LogBeta();
     const double logX = std::log(x);
     const double logOdds = logX + logRatio;
     const bool isFar = std::abs(logOdds) > kFar;
     if (sum <= kMediumSum || isFar) {
-        const double logSum = isFar ? std::max(logOdds, 0.0) : std::log1p(x * (df1_ / df2_));
-        return frame::SafeExp(logX * (a - 1) + logRatio * a - LogBeta() - logSum * sum);
+        const double logSum = isFar ? std::max(logOdds, 0.0) : numerics::PromptLog1p(x * (df1_ / df2_));
+        return frame::SafeExp(logX * (a - 1) + logRatio * a - logBeta - logSum * sum);
     }
     const double odds = x * (df1_ / df2_);
     const double share = 1 / (1 + odds);
     const double deviance = numerics::Deviance(a, sum * odds * share) + numerics::Deviance(b, sum * share);
-    return frame::SafeExp(halfDf_.DensityConstant() - deviance - logX);
+    return frame::SafeExp(largeShapes_->DensityConstant() - deviance - logX);
 }
 
 bool FTails(double x, const BetaShapes& halfDf, double noncentrality, TailPair* tails) {

@@ -1,6 +1,8 @@
 // The F family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include <optional>
+
 #include "distributions/inversion.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
@@ -14,7 +16,7 @@ namespace zul::kernels {
 class FPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    FPdf(double df1, double df2) : df1_(df1), df2_(df2), halfDf_(df1 / 2, df2 / 2) {}
+    FPdf(double df1, double df2) : df1_(df1), df2_(df2) {}
     double operator()(double x);
 
 private:
@@ -22,9 +24,9 @@ private:
     double LogBeta();
     double df1_;
     double df2_;
-    numerics::BetaShapes halfDf_;
     numerics::Lazy logRatio_;
     numerics::Lazy logBeta_;
+    std::optional<numerics::BetaShapes> largeShapes_;
 };
 
 // Both tails at x by "F_ncdf", with the halves of the degrees of freedom. x <= 0: 0 and 1. False, and both

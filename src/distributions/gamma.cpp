@@ -9,7 +9,7 @@
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -21,10 +21,6 @@ using numerics::GammaShape;
 
 namespace {
 
-bool InDomain(const GammaShape& shape) {
-    return shape.Value() > 0 && shape.Value() <= numerics::kShapeLimit;
-}
-
 double StandardLowerTail(double z, const GammaShape& shape) {
     double lower = 0;
     double upper = 0;
@@ -35,21 +31,23 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 }  // namespace
 
 double GammaPdf::LogDensity(double z) {
-    const double a = shape_.Value();
-    if (a > numerics::kPromptLimit) {
-        return z < numerics::kTinyArgument ? -DBL_MAX : numerics::GammaLogDensity(shape_, z);
+    if (shape_ <= numerics::kPromptLimit) {
+        const double logGamma = logGamma_.Get([a = shape_] { return numerics::PromptLogGamma(a); });
+        return (shape_ - 1) * std::log(z) - z - logGamma;
     }
-    return (a - 1) * std::log(z) - z - logGamma_.Get([a] { return numerics::PromptLogGamma(a); });
+    if (z < numerics::kTinyArgument) return -DBL_MAX;
+    if (!largeShape_) largeShape_.emplace(shape_);
+    return numerics::GammaLogDensity(*largeShape_, z);
 }
 
 double GammaPdf::operator()(double x) {
     const double distance = x - threshold_;
     if (distance <= 0) return 0;
     const double z = distance / scale_;
-    if (!InDomain(shape_) || z < 0) return kNA;
+    if (!(shape_ > 0 && shape_ <= numerics::kShapeLimit && z >= 0)) return kNA;
     if (z == 0 || z > numerics::kArgumentLimit) return 0;
-    const double logDensity = LogDensity(z);
     // Deliberate: 0 from kLogUnderflow on, as "gamma_df" has its density.
+    const double logDensity = LogDensity(z);
     return logDensity < numerics::kLogUnderflow ? 0 : frame::SafeExp(logDensity) / scale_;
 }
 

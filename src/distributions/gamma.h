@@ -1,6 +1,8 @@
 // The gamma family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include <optional>
+
 #include "distributions/inversion.h"
 #include "frame/call_frame.h"
 #include "numerics/gamma_shape.h"
@@ -18,10 +20,11 @@ public:
 
 private:
     double LogDensity(double z);
-    numerics::GammaShape shape_;
+    double shape_;
     double scale_;
     double threshold_;
     numerics::Lazy logGamma_;
+    std::optional<numerics::GammaShape> largeShape_;
 };
 
 // Either tail at x: "gamma_df" at (x - threshold) / scale for x >= threshold, else 0 and 1.

@@ -47,8 +47,8 @@ public:
         double u = std::clamp(U(guess_.At(z)), least, most);
         for (int count = 0; count < limit; ++count) {
             const double value = f_.Evaluate(T(u));
-            if (std::abs(value) <= Tolerance(count)) return T(u);
             if (IsMissing(value)) return FromRest();
+            if (std::abs(value) <= Tolerance(count)) return T(u);
             (value < 0 ? below_ : above_) = u;
             if (value < 0 ? u == most : u == least) return FromRest();
             const double next = std::clamp(Next(u, value, z), least, most);

@@ -9,7 +9,7 @@
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "numerics/noncentral_t.h"
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -19,66 +19,88 @@ using frame::errorState;
 using frame::kNA;
 using numerics::TShape;
 
-double TPdf::operator()(double x) {
-    return noncentrality_ == 0 || x == 0 ? Central(x) : Noncentral(x);
+namespace {
+
+// log(1 + z^2).
+double LogSumOfFar(double z) {
+    constexpr double kSquareRange = 1e150;
+    return z < kSquareRange ? numerics::PromptLog1p(z * z) : 2 * std::log(z);
 }
 
-double TPdf::Central(double x) {
-    constexpr double kFewHalves = 10;         // beyond it the log-gammas cancel more than they save
-    constexpr double kSquareRange = 1e150;    // where the square does not overflow
-    constexpr double kDensityIsZero = 1e100;  // and neither does this square
+}  // namespace
 
-    const double df = shape_.Df();
-    const double logScale = logScale_.Get([this, df] {
+double TPdf::operator()(double x) {
+    return noncentrality_ == 0 || x == 0 ? Central(x, 0) : Noncentral(x);
+}
+
+double TPdf::LogScale() {
+    constexpr double kFewHalves = 10;  // beyond it the log-gammas would cancel
+    constexpr double kHalfLogTwoPi = 0.9189385332046727;
+    return logScale_.Get([df = df_] {
         const double half = df / 2;
         numerics::RequireGammaArgument(half);
-        const double logRatio = half <= kFewHalves
-                                    ? numerics::PromptLogGamma(half + 0.5) - numerics::PromptLogGamma(half)
-                                    : std::log(shape_.GammaRatio());
-        return logRatio - std::log(df * std::numbers::pi) / 2;
+        if (half > kFewHalves) return numerics::PromptLogHalfStep(half) - kHalfLogTwoPi;
+        return numerics::PromptLogGamma(half + 0.5) - numerics::PromptLogGamma(half) -
+               std::log(df * std::numbers::pi) / 2;
     });
-    const double z = std::abs(x) / std::sqrt(df);
-    const double logSum = z < kSquareRange ? std::log1p(z * z) : 2 * std::log(z);
-    const double shift = std::min(std::abs(noncentrality_), kDensityIsZero);
-    return frame::SafeExp(logScale - (df + 1) / 2 * logSum - shift * shift / 2);
+}
+
+double TPdf::Central(double x, double logFactor) {
+    constexpr double kMedium = 1e100;  // neither a square nor its quotient leaves the range
+
+    const double logScale = LogScale();
+    const double size = std::abs(x);
+    const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::PromptLog1p(size * size / df_)
+                                                              : LogSumOfFar(size / std::sqrt(df_));
+    const double shift = std::min(std::abs(noncentrality_), kMedium);
+    return frame::SafeExp(logScale - (df_ + 1) / 2 * logSum - shift * shift / 2 + logFactor);
 }
 
 double TPdf::Noncentral(double x) {
-    const double df = shape_.Df();
-    double sum = 0;
-    if (SumNearCentre(x, &sum)) return Central(x) * sum;
+    double logSum = 0;
+    if (LogPowerSeries(x, &logSum)) return Central(x, logSum);
+    if (!shape_) {
+        shape_.emplace(df_);
+        shapeAbove_.emplace(df_ + 2);
+    }
     TailPair above;
     TailPair here;
-    if (!TTails(frame::SafeSqrt((df + 2) / df) * x, shapeAbove_, noncentrality_, &above) ||
-        !TTails(x, shape_, noncentrality_, &here))
+    if (!TTails(frame::SafeSqrt((df_ + 2) / df_) * x, *shapeAbove_, noncentrality_, &above) ||
+        !TTails(x, *shape_, noncentrality_, &here))
         return kNA;
     // The upper tails have the same difference, and more of its digits where they are the smaller ones.
     const double difference = here.lower > 0.5 ? here.upper - above.upper : above.lower - here.lower;
-    return difference * df / x;
+    return difference * df_ / x;
 }
 
-// The density as a multiple of the central one: the sum over j >= 0 of gamma((df + j + 1) / 2) /
-// gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2). False: it has more than a few
-// terms. Where it has not, the difference of the tails may have lost all digits.
-bool TPdf::SumNearCentre(double x, double* sum) const {
-    constexpr double kLargestDf = 1e8;  // up to here, with the sizes below, "t_ncdf" refuses nothing
-    constexpr double kLargestNoncentrality = 1000;
-    constexpr double kFewTerms = 1;
+// The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1) / 2) /
+// gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2), but for exp(-noncentrality^2 / 2).
+// False: the terms alternate and cancel, or there are too many. Source: N. L. Johnson, S. Kotz and N. Balakrishnan,
+// Continuous Univariate Distributions, volume 2, 1995, chapter 31.
+bool TPdf::LogPowerSeries(double x, double* logSum) {
+    constexpr double kLargestDf = 1e8;  // up to here, with the size below, "t_ncdf" refuses nothing
+    constexpr double kLargestSize = 20;
+    // Of the terms' exponential generating function, with either sign and with a positive one.
+    constexpr double kAlternatingReach = 1;
+    constexpr double kPositiveReach = 100;
     constexpr double kNegligible = 1e-17;
-    constexpr int kTermLimit = 200;
+    constexpr int kTermLimit = 4000;
 
-    const double df = shape_.Df();
-    if (!(df > 0 && df < kLargestDf && std::abs(noncentrality_) < kLargestNoncentrality)) return false;
+    const double df = df_;
+    if (!(df > 0 && df < kLargestDf && std::abs(noncentrality_) <= kLargestSize)) return false;
     const double y = std::numbers::sqrt2 * noncentrality_ * (x / std::hypot(x, std::sqrt(df)));
-    if (std::abs(y) * std::sqrt(df + 1) > kFewTerms * std::numbers::sqrt2) return false;
+    const double reach = y * std::sqrt((df + 1) / 2);
+    if (reach < -kAlternatingReach || reach > kPositiveReach) return false;
     double even = 1;
-    double odd = df / 2 / shape_.GammaRatio() * y;
-    *sum = even + odd;
-    for (int j = 0; j < kTermLimit && std::abs(even) + std::abs(odd) > kNegligible; j += 2) {
-        even *= y * y * (df + j + 1) / 2 / ((j + 1) * (j + 2));
-        odd *= y * y * (df + j + 2) / 2 / ((j + 2) * (j + 3));
-        *sum += even + odd;
+    double odd = df / 2 / gammaRatio_.Get([df] { return numerics::HalfStepGammaRatio(df / 2); }) * y;
+    double sum = even + odd;
+    const double step = y * y / 2;
+    for (double j = 1; j < kTermLimit && std::abs(even) + std::abs(odd) > kNegligible * sum; j += 2) {
+        even *= step * (df + j) / (j * (j + 1));
+        odd *= step * (df + j + 1) / ((j + 1) * (j + 2));
+        sum += even + odd;
     }
+    *logSum = std::log(sum);
     return true;
 }
 

@@ -1,6 +1,8 @@
 // Kernels of the family T, Student's t distribution. Kernels return NA for "no result".
 #pragma once
 
+#include <optional>
+
 #include "distributions/inversion.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
@@ -10,22 +12,26 @@ namespace zul::kernels {
 
 // Noncentrality 0 or x = 0: gamma((df + 1) / 2) / (gamma(df / 2) sqrt(df pi)) (1 + x^2 / df)^(-(df + 1) / 2)
 // exp(-noncentrality^2 / 2). Else (F1 - F2) df / x, where F2 is the lower tail at x and F1 that at c x with
-// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where that difference cancels, its
-// power series in x.
+// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where a power series in x does, that
+// is the density instead: the difference may cancel.
 class TPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    TPdf(double df, double noncentrality) : noncentrality_(noncentrality), shape_(df), shapeAbove_(df + 2) {}
+    TPdf(double df, double noncentrality) : df_(df), noncentrality_(noncentrality) {}
     double operator()(double x);
 
 private:
-    double Central(double x);
+    double LogScale();
+    double Central(double x, double logFactor);
     double Noncentral(double x);
-    bool SumNearCentre(double x, double* sum) const;
+    bool LogPowerSeries(double x, double* logSum);
+    double df_;
     double noncentrality_;
-    numerics::TShape shape_;
-    numerics::TShape shapeAbove_;
     numerics::Lazy logScale_;
+    numerics::Lazy gammaRatio_;
+    // For the tails, of which the central density needs none.
+    std::optional<numerics::TShape> shape_;
+    std::optional<numerics::TShape> shapeAbove_;
 };
 
 // Both tails at x by "t_ncdf". Where the noncentrality is too large for it, the answer is that of a smaller

@@ -185,7 +185,8 @@ TEST_F(ContinuousSpecial, DensitiesDoNotJump) {
         {"F powers", [](double df) { return FPdf(1.1, df, 800); }, 1200},
         {"t", [](double df) { return TPdf(1.7, df, 0); }, 20},
         {"t far out", [](double x) { return TPdf(x, 0.01, 0); }, 1e149},
-        {"noncentral t", [](double x) { return TPdf(x, 6, 2); }, std::sqrt(6.0 / 27)},
+        {"noncentral t", [](double x) { return TPdf(x, 6, -2); }, std::sqrt(6.0 / 13)},
+        {"noncentral t far out", [](double d) { return TPdf(20, 30, d); }, 20},
     };
     for (const auto& [what, at, switchPoint] : rows) {
         const double below = at(switchPoint * (1 - 1e-14));

@@ -1,4 +1,4 @@
-#include "numerics/prompt_gamma.h"
+#include "numerics/prompt_logarithms.h"
 
 #include <cmath>
 
@@ -45,6 +45,14 @@ double PromptLogBeta(double a, double b) {
     const Raised sum = Raise(a + b);
     return Stirling(first.y) + Stirling(second.y) - Stirling(sum.y) +
            (std::log(sum.product) - (std::log(first.product) + std::log(second.product)));
+}
+
+double PromptLogHalfStep(double b) {
+    const double t = 1 / b;
+    const double s = t * t;
+    const double s2 = s * s;
+    const double low = (-1.0 / 8 + 1.0 / 192 * s) + (-1.0 / 640 + 17.0 / 14336 * s) * s2;
+    return t * (low + (-31.0 / 18432 + 691.0 / 180224 * s) * (s2 * s2));
 }
 
 void RequireGammaArgument(double a) {
