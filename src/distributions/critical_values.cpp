@@ -1,26 +1,74 @@
+#include "distributions/chi_square.h"
+#include "distributions/f.h"
 #include "distributions/normal.h"
+#include "distributions/student_t.h"
 #include "frame/call_frame.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
 #include "zul/distributions.h"
 
 namespace zul {
 namespace {
 
-double NormalCritValueKernel(double alpha, int alternative) {
+double ChiSqCritValueKernel(double alpha, double df, int alternative) {
+    // Deliberate: 0 for TwoSided, which has two critical values, as for any other code.
+    if (alternative != LowerTail && alternative != UpperTail) return 0;
+    return kernels::ChiSqInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df, 0);
+}
+
+double FCritValueKernel(double alpha, double df1, double df2, int alternative) {
+    // Deliberate: as for the chi-square statistic.
+    if (alternative != LowerTail && alternative != UpperTail) return 0;
+    return kernels::FInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df1, df2, 0);
+}
+
+// Where a symmetric statistic has its critical value at the level alpha. Deliberate: the upper quantile for
+// LowerTail, too; callers set the sign themselves. Any other code gives 0, at which the quantile is NA.
+double SymmetricProbability(double alpha, int alternative) {
     switch (alternative) {
-        case LowerTail:  // Deliberate: the upper quantile, as for UpperTail; callers set the sign themselves.
+        case LowerTail:
         case UpperTail:
-            return kernels::NormalInvCdfKernel(1 - alpha, 0, 1);
+            return 1 - alpha;
         case TwoSided:
-            return kernels::NormalInvCdfKernel(1 - alpha / 2, 0, 1);
+            return 1 - alpha / 2;
         default:
-            return kernels::NormalInvCdfKernel(0, 0, 1);
+            return 0;
     }
+}
+
+double NormalCritValueKernel(double alpha, int alternative) {
+    return kernels::NormalInvCdfKernel(SymmetricProbability(alpha, alternative), 0, 1);
+}
+
+double TCritValueKernel(double alpha, double df, int alternative, int comparisons) {
+    return kernels::TInvCdfKernel(SymmetricProbability(alpha / comparisons, alternative), df, 0);
+}
+
+double TSidakCritValueKernel(double alpha, double df, int alternative, int comparisons) {
+    const double level = 1 - frame::SafePow(1 - alpha, 1.0 / comparisons);
+    return kernels::TInvCdfKernel(SymmetricProbability(level, alternative), df, 0);
 }
 
 }  // namespace
 
+double ChiSqCritValue(double alpha, double df, EAlternative alternative) {
+    return frame::FramedCall(&ChiSqCritValueKernel, alpha, df, static_cast<int>(alternative));
+}
+
+double FCritValue(double alpha, double df1, double df2, EAlternative alternative) {
+    return frame::FramedCall(&FCritValueKernel, alpha, df1, df2, static_cast<int>(alternative));
+}
+
 double NormalCritValue(double alpha, EAlternative alternative) {
     return frame::FramedCall(&NormalCritValueKernel, alpha, static_cast<int>(alternative));
+}
+
+double TCritValue(double alpha, double df, EAlternative alternative, int comparisons) {
+    return frame::FramedCall(&TCritValueKernel, alpha, df, static_cast<int>(alternative), comparisons);
+}
+
+double TSidakCritValue(double alpha, double df, EAlternative alternative, int comparisons) {
+    return frame::FramedCall(&TSidakCritValueKernel, alpha, df, static_cast<int>(alternative), comparisons);
 }
 
 }  // namespace zul

@@ -1,9 +1,9 @@
 #include "distributions/normal.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 
+#include "distributions/tail_pair.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -20,17 +20,12 @@ using frame::kNA;
 
 namespace {
 
-struct Tails {
-    double lower;
-    double upper;
-};
-
 // Both tails; NA and NA on failure. The centre is exact.
-Tails TailsAt(double z) {
+TailPair TailsAt(double z) {
     if (z == 0) return {0.5, 0.5};
-    Tails tails{};
+    TailPair tails;
     numerics::normal_df(z, &tails.lower, &tails.upper);
-    return errorState.Failed() ? Tails{kNA, kNA} : tails;
+    return errorState.Failed() ? TailPair{} : tails;
 }
 
 // The lower end of the bracket of the fallback, and of the probabilities that it can answer.
@@ -56,10 +51,7 @@ double NormalPdf::operator()(double x) const {
 double NormalCdf::operator()(double x) const {
     if (x == kNA) return kNA;
     if (x == mean) return 0.5;
-    Tails tails{};
-    numerics::normal_df((x - mean) / sd, &tails.lower, &tails.upper);
-    if (errorState.Failed()) return kNA;
-    return upper ? tails.upper : tails.lower;
+    return TailsAt((x - mean) / sd).Tail(upper);
 }
 
 double NormalInvCdf::operator()(double p) const {
@@ -88,18 +80,8 @@ double NormalInvCdfKernel(double p, double mean, double sd) {
 
 double StandardNormalTail(double z, int alternative) {
     if (z == kNA) return kNA;
-    const auto [lower, upper] = TailsAt(z);
-    if (lower == kNA) return kNA;
-    switch (alternative) {
-        case LowerTail:
-            return lower;
-        case TwoSided:
-            return 2 * std::min(lower, upper);
-        case UpperTail:
-            return upper;
-        default:
-            return 0.0;
-    }
+    const TailPair tails = TailsAt(z);
+    return tails.lower == kNA ? kNA : tails.PValue(alternative);
 }
 
 CmStandardNormalCdf::CmStandardNormalCdf(double p) {

@@ -1,0 +1,126 @@
+#include "distributions/binomial.h"
+
+#include <cmath>
+
+#include "distributions/discrete_rules.h"
+#include "frame/error_state.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "numerics/gamma.h"
+#include "numerics/incomplete_beta.h"
+#include "numerics/limits.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::errorState;
+using frame::kNA;
+using numerics::BinomialShape;
+
+namespace {
+
+const BinomialShape& Prepared(std::optional<BinomialShape>& shape, double n, double prob) {
+    if (!shape) shape.emplace(n, prob);
+    return *shape;
+}
+
+}  // namespace
+
+double BinomialPdf::operator()(double x) {
+    const WholeArgument at(x);
+    if (!at.isWhole) return 0;
+    const double k = at.value;
+    if (prob_ == 0) return k == 0 ? 1 : 0;
+    if (prob_ == 1) return k == n_ ? 1 : 0;
+    if (!(k >= 0 && k <= n_)) return 0;
+    return Mass(k);
+}
+
+// The saddle-point mass is the formula without its cancellation, where it applies.
+double BinomialPdf::Mass(double k) {
+    const BinomialShape& shape = Prepared(shape_, n_, prob_);
+    if (shape.Valid() && shape.Successes() >= numerics::kTinyArgument)
+        return numerics::BinomialMass(k, shape);
+    return MassByLogarithms(k);
+}
+
+double BinomialPdf::MassByLogarithms(double k) const {
+    const double logSuccess = frame::SafeLog(prob_);
+    const double logFailure = prob_ < 0.5 ? std::log1p(-prob_) : frame::SafeLog(1 - prob_);
+    return frame::SafeExp(numerics::LogBinomialCoefficient(n_, k) + k * logSuccess + (n_ - k) * logFailure);
+}
+
+BinomialCdf::BinomialCdf(double n, double prob, bool upper)
+    : n_(WholeArgument(n).value), prob_(prob), upper_(upper) {}
+
+// The upper tail is the lower tail of the number of failures. That rule decides where an x between whole
+// numbers belongs and what lies outside; the tail itself needs no 1 - prob, which would round.
+double BinomialCdf::operator()(double x) {
+    const double k = WholeArgument(upper_ ? n_ - x : x).value;
+    if (k < 0) return 0;
+    if (k >= n_) return 1;
+    double lower = 0;
+    double above = 0;
+    if (!Tails(upper_ ? n_ - k - 1 : k, &lower, &above)) return kNA;
+    return upper_ ? above : lower;
+}
+
+bool BinomialCdf::Tails(double k, double* lower, double* above) {
+    constexpr double kTrialLimit = 2.147e9;
+
+    if (n_ <= kTrialLimit) {
+        numerics::binomial_df(k, Prepared(shape_, n_, prob_), lower, above);
+        if (!errorState.Failed()) return true;
+    }
+    // M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964, 26.5.24.
+    numerics::beta_df(prob_, numerics::BetaShapes(k + 1, n_ - k), above, lower, nullptr);
+    return !errorState.Failed();
+}
+
+double BinomialInvCdf::operator()(double p) {
+    if (p == 0) return 0;
+    if (p == 1) return n_;
+    return DiscreteQuantile(p, Prepared(shape_, n_, prob_), &numerics::binomial_lower_quant,
+                            &numerics::binomial_upper_quant);
+}
+
+double BinomialPdfKernel(double x, int n, double prob) {
+    return BinomialPdf(n, prob)(x);
+}
+
+double BinomialCdfKernel(double x, double n, double prob, bool upper) {
+    return BinomialCdf(n, prob, upper)(x);
+}
+
+double BinomialInvCdfKernel(double p, int n, double prob) {
+    return BinomialInvCdf(n, prob)(p);
+}
+
+}  // namespace kernels
+
+double BinomialPdf(double x, int n, double prob) {
+    return frame::Framed<kernels::BinomialPdf>(x, n, prob);
+}
+
+double BinomialCdf(double x, double n, double prob, bool upper) {
+    return frame::Framed<kernels::BinomialCdf>(x, n, prob, upper);
+}
+
+double BinomialInvCdf(double p, int n, double prob) {
+    return frame::Framed<kernels::BinomialInvCdf>(p, n, prob);
+}
+
+void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob) {
+    frame::FramedEach<kernels::BinomialPdf>(out, in, count, n, prob);
+}
+
+void BinomialCdf(double* out, const double* in, std::size_t count, double n, double prob, bool upper) {
+    frame::FramedEach<kernels::BinomialCdf>(out, in, count, n, prob, upper);
+}
+
+void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob) {
+    frame::FramedEach<kernels::BinomialInvCdf>(out, in, count, n, prob);
+}
+
+}  // namespace zul

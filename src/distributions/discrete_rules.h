@@ -1,0 +1,66 @@
+// What the families on whole numbers have in common: the whole number that an argument stands for, the
+// quantile from the routines of the numerical core, and the search along the whole numbers.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/compare.h"
+#include "frame/error_state.h"
+#include "frame/missing_value.h"
+
+namespace zul::kernels {
+
+// The whole number that x is within CompareTolerant, or else the one below it.
+struct WholeArgument {
+    explicit WholeArgument(double x)
+        : value(frame::RoundHalfAway(x)), isWhole(frame::CompareTolerant(x, value, 0) == 0) {
+        if (!isWhole) value = std::floor(x);
+    }
+    double value;
+    bool isWhole;
+};
+
+// The first whole number on the way from start to end at which the condition holds, given that it holds from
+// there on; NA if it holds nowhere. It tries about twice the logarithm of the distance.
+template <typename Condition>
+double FirstOnTheWay(double start, double end, Condition holds) {
+    if (holds(start)) return start;
+    double before = start;
+    double after = start;
+    for (double step = 1;; step *= 2) {
+        if (before == end) return frame::kNA;
+        after = end > start ? std::min(before + step, end) : std::max(before - step, end);
+        if (holds(after)) break;
+        before = after;
+    }
+    for (;;) {
+        const double middle = std::floor(before + (after - before) / 2);
+        if (middle == before || middle == after) return after;
+        (holds(middle) ? after : before) = middle;
+    }
+}
+
+// The quantile at p from a family's two quantile routines. With their k comes the share of its atom that
+// belongs to the tail asked for: when that is within 1e-9 of the end of the atom, p is the lower tail at
+// k - 1 but for rounding, and k - 1 is the answer.
+template <typename Routine, typename Shape>
+double DiscreteQuantile(double p, const Shape& shape, Routine* lowerQuantile, Routine* upperQuantile) {
+    constexpr double kNoShare = 1e-9;
+    constexpr double kWholeShare = 0.999999999;
+
+    double k = 0;
+    double share = 0;
+    bool isBelow = false;
+    if (p > 0.5) {
+        upperQuantile(1 - p, shape, &k, &share);
+        isBelow = share >= kWholeShare;
+    } else {
+        lowerQuantile(p, shape, &k, &share);
+        isBelow = share <= kNoShare;
+    }
+    if (frame::errorState.Failed()) return frame::kNA;
+    return isBelow ? k - 1 : k;
+}
+
+}  // namespace zul::kernels
