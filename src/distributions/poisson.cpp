@@ -1,31 +1,22 @@
 #include "distributions/poisson.h"
 
-#include <cmath>
-
-#include "distributions/chi_square.h"
 #include "distributions/discrete_rules.h"
-#include "frame/guarded.h"
+#include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
-#include "numerics/poisson.h"
-#include "numerics/saddle_point.h"
 #include "zul/distributions.h"
 
 namespace zul {
 namespace kernels {
 
+using frame::errorState;
 using frame::kNA;
 
 namespace {
 
-// exp(k log(mean) - mean - log(gamma(k + 1))) in the form in which nothing cancels, for mean > 0. Source: C.
-// Loader, Fast and accurate computation of binomial probabilities, 2000.
-double PoissonMass(const PoissonPdf* at, double k) {
-    const double mean = at->mean;
-    if (mean <= 0) return 0;  // log(mean) fails
-    if (k == 0) return frame::SafeExp(-mean);
-    const double exponent = numerics::StirlingError(k) + numerics::CountDeviance(k, mean, k - mean);
-    return frame::SafeExp(-exponent) / std::sqrt(numerics::StirlingWeight(k));
+double Mass(const numerics::PoissonShape* shape, double k) {
+    if (shape->Mean() <= 0) return 0;  // log(mean) fails
+    return numerics::PoissonMass(k, *shape);
 }
 
 }  // namespace
@@ -33,34 +24,37 @@ double PoissonMass(const PoissonPdf* at, double k) {
 double PoissonPdf::operator()(double x) const {
     const WholeArgument at(x);
     if (!at.isWhole || at.value < 0) return 0;
-    return frame::OnAnyFailure(0.0, &PoissonMass, this, at.value);
+    return frame::OnAnyFailure(0.0, &Mass, &shape_, at.value);
 }
 
 double PoissonCdf::operator()(double x) const {
     const WholeArgument at(x);
-    const double k = upper && at.isWhole ? at.value - 1 : at.value;
-    if (k < 0) return upper ? 1 : 0;
-    TailPair tails;
-    ChiSqTails(2 * mean, k + 1, 0, &tails);
-    return tails.Tail(!upper);
+    const double k = upper_ && at.isWhole ? at.value - 1 : at.value;
+    if (k < 0) return upper_ ? 1 : 0;
+    if (shape_.Mean() <= 0) return upper_ ? 0 : 1;
+    double lower = 0;
+    double above = 0;
+    numerics::poisson_df(k, shape_, &lower, &above);
+    if (errorState.Failed()) return kNA;
+    return upper_ ? above : lower;
 }
 
 double PoissonInvCdf::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;
-    return DiscreteQuantile(p, mean, &numerics::poisson_lower_quant, &numerics::poisson_upper_quant);
+    return DiscreteQuantile(p, shape_, &numerics::poisson_lower_quant, &numerics::poisson_upper_quant);
 }
 
 double PoissonPdfKernel(double x, double mean) {
-    return PoissonPdf{mean}(x);
+    return PoissonPdf(mean)(x);
 }
 
 double PoissonCdfKernel(double x, double mean, bool upper) {
-    return PoissonCdf{mean, upper}(x);
+    return PoissonCdf(mean, upper)(x);
 }
 
 double PoissonInvCdfKernel(double p, double mean) {
-    return PoissonInvCdf{mean}(p);
+    return PoissonInvCdf(mean)(p);
 }
 
 }  // namespace kernels

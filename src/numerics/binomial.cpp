@@ -57,6 +57,14 @@ bool LowerIsSmaller(double k, const BinomialShape& shape) {
 
 // For 0 <= k < n and parameters that are not degenerate.
 void InnerTails(double k, const BinomialShape& shape, double* lower, double* upper) {
+    const double rarer = shape.SuccessIsRarer() ? k : shape.N() - k - 1;
+    if (shape.Keeps(rarer) && shape.Kept(rarer).lower <= KeptMasses::kLowerLimit) {
+        errorState.method = MassSumTerms;
+        const double tail = shape.Kept(rarer).lower;
+        *lower = shape.SuccessIsRarer() ? tail : 1 - tail;
+        *upper = shape.SuccessIsRarer() ? 1 - tail : tail;
+        return;
+    }
     const bool below = LowerIsSmaller(k, shape);
     const double sum = below ? LowerSum(k, shape) : UpperSum(k, shape);
     if (sum == 0) {
@@ -105,16 +113,24 @@ BinomialShape::BinomialShape(double trials, double probability)
       failure_(1 - probability),
       valid_(IsCount(trials) && probability >= 0 && probability <= 1) {
     if (!valid_) return;
-    // 1 - probability is exact where it is the smaller.
-    const double smaller = success_ <= 0.5 ? success_ : failure_;
-    head_ = Head(smaller);
-    tail_ = smaller - head_;
+    head_ = Head(Rarer());
+    tail_ = Rarer() - head_;
     weight_ = numerics::StirlingWeight(n_);
-    error_ = numerics::StirlingError(n_);
+}
+
+double BinomialShape::StirlingError() const {
+    return error_.Get([this] { return numerics::StirlingError(n_); });
+}
+
+const KeptMasses::Entry& BinomialShape::Kept(double k) const {
+    const double p = Rarer();
+    return kept_.At(
+        k, [this, p] { return std::exp(n_ * std::log1p(-p)); },
+        [this, p](double j) { return (n_ - j + 1) * p / (j * (1 - p)); });
 }
 
 double BinomialShape::Deviation(double k) const {
-    return success_ <= 0.5 ? (k - n_ * head_) - n_ * tail_ : n_ * tail_ - ((n_ - k) - n_ * head_);
+    return SuccessIsRarer() ? (k - n_ * head_) - n_ * tail_ : n_ * tail_ - ((n_ - k) - n_ * head_);
 }
 
 double BinomialMass(double k, const BinomialShape& shape) {
@@ -122,6 +138,8 @@ double BinomialMass(double k, const BinomialShape& shape) {
     if (!(k >= 0 && k <= n)) return 0;
     if (Degenerate(shape)) return k == OnlyNumber(shape) ? 1 : 0;
     const double left = n - k;
+    const double rarer = shape.SuccessIsRarer() ? k : left;
+    if (shape.Keeps(rarer)) return shape.Kept(rarer).mass;
     const double deviation = shape.Deviation(k);
     const double deviance =
         CountDeviance(k, shape.Successes(), deviation) + CountDeviance(left, shape.Failures(), -deviation);

@@ -6,9 +6,12 @@
 // (the tails); discrete_quantile.h (the quantiles).
 #pragma once
 
+#include "numerics/gamma_shape.h"
+#include "numerics/kept_masses.h"
+
 namespace zul::numerics {
 
-// The parameters with what depends on them alone. Domain: n a whole number from 0 to 2^31, the probability
+// The parameters with what depends on them alone; an object serves one thread at a time. Domain: n a whole number from 0 to 2^31, the probability
 // in [0, 1].
 class BinomialShape {
 public:
@@ -23,7 +26,13 @@ public:
     // k - n success, rounded once.
     double Deviation(double k) const;
     double StirlingWeight() const { return weight_; }
-    double StirlingError() const { return error_; }
+    double StirlingError() const;
+    // The rarer of the two outcomes: whether it is the success, and its probability, without a rounding.
+    bool SuccessIsRarer() const { return success_ <= 0.5; }
+    double Rarer() const { return SuccessIsRarer() ? success_ : failure_; }
+    // Whether Kept() has the whole number k >= 0 of the rarer outcomes, and the mass and the lower tail there.
+    bool Keeps(double k) const { return k < KeptMasses::kNumbers && n_ * Rarer() < KeptMasses::kMeanLimit; }
+    const KeptMasses::Entry& Kept(double k) const;
 
 private:
     double n_;
@@ -34,7 +43,8 @@ private:
     double head_ = 0;
     double tail_ = 0;
     double weight_ = 1;
-    double error_ = 0;
+    mutable Lazy error_;
+    mutable KeptMasses kept_;
 };
 
 // P(X = k) for whole k, 0 outside the support and where it is below 1e-307. The shape has to be valid.

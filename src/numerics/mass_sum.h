@@ -5,6 +5,10 @@
 
 namespace zul::numerics {
 
+// A count that does not run out, larger than all others: a Poisson distribution is a binomial one with so many
+// failures.
+inline constexpr double kEndlessCount = 0x1p200;
+
 // The way outward from a number: each step takes one from every falling count and gives one to every rising
 // count of the distribution's table (k successes and n - k failures, say). The mass after step i, counted
 // from 0, is the mass before it times odds * product(falling - i) / product(rising + 1 + i).
@@ -18,9 +22,9 @@ struct MassWalk {
     double slope;
 };
 
-// How MassSum came to its result, left in errorState.method.
+// How a tail came about, left in errorState.method.
 enum MassSumMethod : int {
-    MassSumTerms = 1,
+    MassSumTerms = 1,  // also of KeptMasses
     MassSumIntegral = 2,
 };
 

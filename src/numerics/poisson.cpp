@@ -5,8 +5,9 @@
 
 #include "frame/error_state.h"
 #include "numerics/discrete_quantile.h"
-#include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
+#include "numerics/mass_sum.h"
+#include "numerics/saddle_point.h"
 
 namespace zul::numerics {
 
@@ -15,21 +16,60 @@ using frame::operator""_routine;
 
 namespace {
 
+// The tail from the number next to k away from the mean, as a multiple of the mass at k.
+double LowerSum(double k, double mean) {
+    return MassSum(
+        MassWalk<1>{{k}, {kEndlessCount}, kEndlessCount / mean, kEndlessCount * ((mean - k) / mean)});
+}
+
+double UpperSum(double k, double mean) {
+    const double next = mean / (k + 1);
+    return next * MassSum(MassWalk<1>{{kEndlessCount}, {k + 1}, mean / kEndlessCount, k + 1 - mean});
+}
+
+// For whole k from 0 to kShapeLimit and a mean from kTinyArgument to kArgumentLimit.
+void InnerTails(double k, const PoissonShape& shape, double* lower, double* upper) {
+    if (shape.Keeps(k) && shape.Kept(k).lower <= KeptMasses::kLowerLimit) {
+        errorState.method = MassSumTerms;
+        *lower = shape.Kept(k).lower;
+        *upper = 1 - *lower;
+        return;
+    }
+    const double mean = shape.Mean();
+    const bool below = k + 1 <= mean;
+    const double mass = PoissonMass(k, shape);
+    double tail = 0;
+    if (mass > 0) {
+        const double sum = below ? LowerSum(k, mean) : UpperSum(k, mean);
+        if (sum == 0) {
+            errorState.Fail(frame::LevelNoConvergence, "poisson_df"_routine);
+            return;
+        }
+        tail = mass * sum;
+    }
+    if (tail < kTinyArgument) {
+        tail = 0;
+        errorState.level = frame::LevelUnderflow;
+    }
+    *lower = below ? tail : 1 - tail;
+    *upper = below ? 1 - tail : tail;
+}
+
 class Poisson final : public DiscreteFamily {
 public:
-    explicit Poisson(double mean) : DiscreteFamily(0, kShapeLimit - 1), mean_(mean) {}
+    explicit Poisson(const PoissonShape& shape) : DiscreteFamily(0, kShapeLimit - 1), shape_(shape) {}
     bool Evaluate(double k, DiscreteTails* tails) const override {
-        poisson_df(k, mean_, &tails->lower, &tails->upper);
+        poisson_df(k, shape_, &tails->lower, &tails->upper);
         return !errorState.Failed();
     }
     double Start(double p, bool upper) const {
-        if (mean_ == 0) return 0;
-        const double sd = std::sqrt(mean_);
-        return CornishFisherStart(mean_, sd, 1 / sd, p, upper);
+        if (shape_.Mean() == 0) return 0;
+        const double sd = std::sqrt(shape_.Mean());
+        return CornishFisherStart(shape_.Mean(), sd, 1 / sd, p, upper);
     }
 
 private:
-    double mean_;
+    const PoissonShape& shape_;
 };
 
 // The end that p = 1 and q = 0 stand for is at infinity.
@@ -40,36 +80,59 @@ bool InDomain(double mean, double target, double end, double* k, double* c) {
 
 }  // namespace
 
-void poisson_df(double k, double mean, double* lower, double* upper) {
-    errorState.Begin("poisson_df"_routine);
-    if (k < 0 && mean >= 0) {
-        *lower = 0;
-        *upper = 1;
-        return;
-    }
-    gamma_df(mean, std::floor(k) + 1, upper, lower, nullptr);
-    errorState.routine = "poisson_df"_routine;
+const KeptMasses::Entry& PoissonShape::Kept(double k) const {
+    return kept_.At(
+        k, [this] { return std::exp(-mean_); }, [this](double j) { return mean_ / j; });
 }
 
-void poisson_lower_quant(double p, double mean, double* k, double* c) {
-    constexpr const frame::RoutineName& kName = "poisson_lower_quant"_routine;
-    errorState.Begin(kName);
-    if (!InDomain(mean, p, 1, k, c)) {
+double PoissonMass(double k, const PoissonShape& shape) {
+    if (shape.Keeps(k)) return shape.Kept(k).mass;
+    const double mean = shape.Mean();
+    if (k == 0) return MassExponential(-mean);
+    const double exponent = StirlingError(k) + CountDeviance(k, mean, k - mean);
+    return MassExponential(-exponent) / std::sqrt(StirlingWeight(k));
+}
+
+void poisson_df(double k, const PoissonShape& shape, double* lower, double* upper) {
+    errorState.Begin("poisson_df"_routine);
+    errorState.method = 0;
+    errorState.count = 0;
+    const double mean = shape.Mean();
+    const double whole = std::floor(k);
+    if (!(mean >= 0 && whole + 1 <= kShapeLimit)) {
         errorState.level = frame::LevelDomain;
         return;
     }
-    const Poisson family(mean);
+    if (whole >= 0 && mean >= kTinyArgument && mean <= kArgumentLimit) {
+        InnerTails(whole, shape, lower, upper);
+        return;
+    }
+    const bool all = whole >= 0 && mean < kTinyArgument;
+    *lower = all ? 1 : 0;
+    *upper = all ? 0 : 1;
+    // The other tail is no 0, but too small.
+    if (whole >= 0 && mean > 0) errorState.level = frame::LevelUnderflow;
+}
+
+void poisson_lower_quant(double p, const PoissonShape& shape, double* k, double* c) {
+    constexpr const frame::RoutineName& kName = "poisson_lower_quant"_routine;
+    errorState.Begin(kName);
+    if (!InDomain(shape.Mean(), p, 1, k, c)) {
+        errorState.level = frame::LevelDomain;
+        return;
+    }
+    const Poisson family(shape);
     DiscreteLowerQuantile(family, p, family.Start(p, false), kName, k, c);
 }
 
-void poisson_upper_quant(double q, double mean, double* k, double* c) {
+void poisson_upper_quant(double q, const PoissonShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "poisson_upper_quant"_routine;
     errorState.Begin(kName);
-    if (!InDomain(mean, q, 0, k, c)) {
+    if (!InDomain(shape.Mean(), q, 0, k, c)) {
         errorState.level = frame::LevelDomain;
         return;
     }
-    const Poisson family(mean);
+    const Poisson family(shape);
     DiscreteUpperQuantile(family, q, family.Start(q, true), kName, k, c);
 }
 
