@@ -85,23 +85,26 @@ ZUL_API double BinomialPdf(double x, int n, double prob);
 /// @copydoc BinomialPdf(double, int, double)
 ZUL_API void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob);
 
-/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the smaller
-/// tail at most 2e-13 down to 1e-50, 9e-13 down to 1e-250.
+/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
+/// smaller tail at most 2e-13 down to 1e-50, 9e-13 down to 1e-250.
 ///
-/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above. x < 0
-/// gives 0 and 1, x > n gives 1 and 0, whatever prob is. NaN for prob outside [0, 1] and for n above 2147000000.
-/// Method: sums of the saddle-point masses, or their Euler-Maclaurin integral; for a prob that fails there the
-/// incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964, 26.5.24.
+/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
+/// x < 0 gives 0 and 1, x > n gives 1 and 0, whatever prob is. NaN for prob outside [0, 1] and for n above
+/// 2147000000.
+/// Method: sums of the saddle-point masses, or their Euler-Maclaurin integral; for a prob that fails there
+/// the incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964,
+/// 26.5.24.
 ZUL_API double BinomialCdf(double x, double n, double prob, bool upper);
 /// @copydoc BinomialCdf(double, double, double, bool)
 ZUL_API void BinomialCdf(double* out, const double* in, std::size_t count, double n, double prob, bool upper);
 
-/// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p <= 1. p = 0 gives 0, p = 1 gives n.
+/// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p <= 1. p = 0 gives 0, p = 1 gives
+/// n.
 ///
-/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. p, n or prob
-/// outside their domain: NaN.
-/// Method: the tails at the numbers around a Cornish-Fisher start, R. A. Fisher and E. A. Cornish, The percentile
-/// points of distributions having known cumulants, 1960.
+/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. p, n or
+/// prob outside their domain: NaN.
+/// Method: the tails at the numbers around a Cornish-Fisher start, R. A. Fisher and E. A. Cornish, The
+/// percentile points of distributions having known cumulants, 1960.
 ZUL_API double BinomialInvCdf(double p, int n, double prob);
 /// @copydoc BinomialInvCdf(double, int, double)
 ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob);
@@ -302,31 +305,31 @@ ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, doubl
 /// @}
 
 /// @name Geometric distribution
-/// The number of trials up to and including the first success: 1, 2, ... prob: the probability of success of a
-/// trial, 0 <= prob <= 1.
+/// The number of trials up to and including the first success: 1, 2, ... prob: the probability of success of
+/// a trial, 0 <= prob <= 1.
 /// @{
 
 /// The probability P(X = x) = (1 - prob)^(x - 1) prob; relative error some roundings of its logarithm.
 ///
-/// 0 for an x that is not a whole number of 1 or more. prob outside [0, 1] gives what the formula gives; a power too
-/// large for a double: std::runtime_error ("float overflow").
+/// 0 for an x that is not a whole number of 1 or more. prob outside [0, 1] gives what the formula gives; a
+/// power too large for a double: std::runtime_error ("float overflow").
 ZUL_API double GeometricPdf(double x, double prob);
 /// @copydoc GeometricPdf(double, double)
 ZUL_API void GeometricPdf(double* out, const double* in, std::size_t count, double prob);
 
-/// The lower tail P(X <= x) = 1 - (1 - prob)^x, or the upper tail P(X >= x) = (1 - prob)^(x - 1), which includes the
-/// point; relative error some roundings of the logarithm of the power.
+/// The lower tail P(X <= x) = 1 - (1 - prob)^x, or the upper tail P(X >= x) = (1 - prob)^(x - 1), which
+/// includes the point; relative error some roundings of the logarithm of the power.
 ///
-/// Deliberate: x is not rounded, so that both tails vary continuously from 1 on. x < 1 gives 0, x <= 1 gives 1. prob
-/// outside [0, 1]: as GeometricPdf(), and prob > 1 with an x that is not whole std::invalid_argument.
+/// Deliberate: x is not rounded, so that both tails vary continuously from 1 on. x < 1 gives 0, x <= 1 gives
+/// 1. prob outside [0, 1]: as GeometricPdf(), and prob > 1 with an x that is not whole std::invalid_argument.
 ZUL_API double GeometricCdf(double x, double prob, bool upper);
 /// @copydoc GeometricCdf(double, double, bool)
 ZUL_API void GeometricCdf(double* out, const double* in, std::size_t count, double prob, bool upper);
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p < 1. p <= prob gives 1.
 ///
-/// NaN for p within 1e-12 of 1 or above, for prob below 1e-30 and wherever the logarithms of 1 - p and 1 - prob fail.
-/// For k above 2^53 the nearest double to log(1 - p) / log(1 - prob), rounded up.
+/// NaN for p within 1e-12 of 1 or above, for prob below 1e-30 and wherever the logarithms of 1 - p and 1 -
+/// prob fail. For k above 2^53 the nearest double to log(1 - p) / log(1 - prob), rounded up.
 ZUL_API double GeometricInvCdf(double p, double prob);
 /// @copydoc GeometricInvCdf(double, double)
 ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, double prob);
@@ -364,37 +367,39 @@ ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, 
 /// @}
 
 /// @name Hypergeometric distribution
-/// The number of successes in a sample drawn without replacement. N: size of the population. M: successes in it. n:
-/// size of the sample. 0 <= M <= N and 0 <= n <= N. X takes the whole numbers from max(0, M - N + n) to min(M, n). A
-/// whole number is one within 1e-12 of its size.
+/// The number of successes in a sample drawn without replacement. N: size of the population. M: successes in
+/// it. n: size of the sample. 0 <= M <= N and 0 <= n <= N. X takes the whole numbers from max(0, M - N + n)
+/// to min(M, n). A whole number is one within 1e-12 of its size.
 /// @{
 
-/// The probability P(X = x) = C(M, x) C(N - M, n - x) / C(N, n) with the binomial coefficients C; relative error as of
-/// the tails.
+/// The probability P(X = x) = C(M, x) C(N - M, n - x) / C(N, n) with the binomial coefficients C; relative
+/// error as of the tails.
 ///
-/// 0 for an x that is not a whole number of the range of X, and for any x if N, M and n are outside their domain.
+/// 0 for an x that is not a whole number of the range of X, and for any x if N, M and n are outside their
+/// domain.
 /// Method: the saddle-point form, C. Loader, Fast and accurate computation of binomial probabilities, 2000.
 ZUL_API double HypergeometricPdf(double x, int N, int M, int n);
 /// @copydoc HypergeometricPdf(double, int, int, int)
 ZUL_API void HypergeometricPdf(double* out, const double* in, std::size_t count, int N, int M, int n);
 
-/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the smaller
-/// tail at most 2e-13 down to 1e-50, 8e-13 down to 1e-250.
+/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
+/// smaller tail at most 2e-13 down to 1e-50, 8e-13 down to 1e-250.
 ///
-/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above. Below the
-/// range of X 0 and 1, beyond it 1 and 0; one of the two also where N, M and n are outside their domain.
+/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
+/// Below the range of X 0 and 1, beyond it 1 and 0; one of the two also where N, M and n are outside their
+/// domain.
 /// Method: sums of the saddle-point masses, or their Euler-Maclaurin integral.
 ZUL_API double HypergeometricCdf(double x, int N, int M, int n, bool upper);
 /// @copydoc HypergeometricCdf(double, int, int, int, bool)
 ZUL_API void HypergeometricCdf(double* out, const double* in, std::size_t count, int N, int M, int n,
                                bool upper);
 
-/// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p <= 1. p = 0 and p >= 1 give the ends of
-/// the range of X.
+/// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p <= 1. p = 0 and p >= 1 give the
+/// ends of the range of X.
 ///
-/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. N = M gives n, M =
-/// 0 gives 0, N = n gives M and n = 0 gives 0, whatever p is. Otherwise p < 0, and N, M and n outside their domain:
-/// NaN, but for p = 0 and p >= 1.
+/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. N = M
+/// gives n, M = 0 gives 0, N = n gives M and n = 0 gives 0, whatever p is. Otherwise p < 0, and N, M and n
+/// outside their domain: NaN, but for p = 0 and p >= 1.
 /// Method: as BinomialInvCdf().
 ZUL_API double HypergeometricInvCdf(double p, int N, int M, int n);
 /// @copydoc HypergeometricInvCdf(double, int, int, int)
@@ -628,25 +633,26 @@ ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, d
 /// @}
 
 /// @name Negative binomial distribution
-/// The number of trials up to and including the r-th success: r, r + 1, ... (not the number of failures). prob: the
-/// probability of success of a trial, 0 < prob <= 1. r: successes, a whole number of 1 or more.
+/// The number of trials up to and including the r-th success: r, r + 1, ... (not the number of failures).
+/// prob: the probability of success of a trial, 0 < prob <= 1. r: successes, a whole number of 1 or more.
 /// @{
 
-/// The probability P(X = x) = C(x - 1, r - 1) prob^r (1 - prob)^(x - r) with the binomial coefficient C; relative
-/// error as of BinomialPdf(), for x above 2^31 about 1e-15 x.
+/// The probability P(X = x) = C(x - 1, r - 1) prob^r (1 - prob)^(x - r) with the binomial coefficient C;
+/// relative error as of BinomialPdf().
 ///
-/// 0 for an x that is not a whole number of r or more, and for an r that is not whole. r = 1 is GeometricPdf(). Else
-/// prob outside [0, 1]: std::invalid_argument.
+/// 0 for an x that is not a whole number of r or more, and for an r that is not whole. r = 1 is
+/// GeometricPdf(). Else prob outside [0, 1]: std::invalid_argument. x above 1e154: std::overflow_error.
+/// Method: prob times the saddle-point mass of r - 1 successes in x - 1 trials, as BinomialPdf().
 ZUL_API double NegBinomialPdf(double x, double prob, double r);
 /// @copydoc NegBinomialPdf(double, double, double)
 ZUL_API void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r);
 
-/// The lower tail P(X <= x), the probability of r or more successes in x trials, or the upper tail P(X >= x), that
-/// of at most r - 1 in x - 1 trials, which includes the point; relative error as of BinomialCdf().
+/// The lower tail P(X <= x), the probability of r or more successes in x trials, or the upper tail P(X >= x),
+/// that of at most r - 1 in x - 1 trials, which includes the point; relative error as of BinomialCdf().
 ///
-/// x < r gives 0, x <= r gives 1. Deliberate: x is not rounded. Between whole numbers both tails are those at the
-/// number below, and for r = 1 those of GeometricCdf(). NaN for prob outside [0, 1] and for x above 2147000000,
-/// unless r = 1.
+/// x < r gives 0, x <= r gives 1. Deliberate: x is not rounded. Between whole numbers both tails are those at
+/// the number below, and for r = 1 those of GeometricCdf(). NaN for prob outside [0, 1] and for x above
+/// 2147000000, unless r = 1.
 ZUL_API double NegBinomialCdf(double x, double prob, double r, bool upper);
 /// @copydoc NegBinomialCdf(double, double, double, bool)
 ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r,
@@ -654,8 +660,8 @@ ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, do
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p < 1. p <= prob^r gives r.
 ///
-/// NaN for p within 1e-12 of 1 or above, for p below 4e-284 but above prob^r, for prob below 1e-30 and where the
-/// quantile is above 2147000000. r = 1 is GeometricInvCdf(). A prob or r outside its domain may also give
+/// NaN for p within 1e-12 of 1 or above, for p below 4e-284 but above prob^r, for prob below 1e-30 and where
+/// the quantile is above 2147000000. r = 1 is GeometricInvCdf(). A prob or r outside its domain may also give
 /// std::invalid_argument, and std::runtime_error where prob^r is too large for a double.
 /// Method: false position on the lower tail from a Cornish-Fisher start, R. A. Fisher and E. A. Cornish, The
 /// percentile points of distributions having known cumulants, 1960.
@@ -671,8 +677,8 @@ ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count,
 
 /// The density exp(-z^2 / 2) / (sqrt(2 pi) sd) with z = (x - mean) / sd; relative error about z^2 roundings.
 ///
-/// 0 wherever the computation overflows or divides by zero: z^2 for a far x, sd = 0 at any x but the mean, and
-/// also the density itself for sd below 1e-308 or its divisor for sd above 7e307. sd = 0 at the mean:
+/// 0 wherever the computation overflows or divides by zero: z^2 for a far x, sd = 0 at any x but the mean,
+/// and also the density itself for sd below 1e-308 or its divisor for sd above 7e307. sd = 0 at the mean:
 /// std::invalid_argument.
 ZUL_API double NormalPdf(double x, double mean, double sd);
 /// @copydoc NormalPdf(double, double, double)
@@ -680,9 +686,9 @@ ZUL_API void NormalPdf(double* out, const double* in, std::size_t count, double 
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
 ///
-/// x = mean gives exactly 0.5, whatever sd is. z = (x - mean) / sd above 36.29 in magnitude gives 0 for the far
-/// tail. sd = 0 and x different from the mean: std::runtime_error ("Float exception: divide by zero."). z or
-/// x - mean too large for a double: std::overflow_error.
+/// x = mean gives exactly 0.5, whatever sd is. z = (x - mean) / sd above 36.29 in magnitude gives 0 for the
+/// far tail. sd = 0 and x different from the mean: std::runtime_error ("Float exception: divide by zero."). z
+/// or x - mean too large for a double: std::overflow_error.
 /// Method: the incomplete gamma pair with shape 1/2, W. Gautschi, A computational procedure for incomplete
 /// gamma functions, 1979.
 ZUL_API double NormalCdf(double x, double mean, double sd, bool upper);
@@ -707,29 +713,29 @@ ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, doub
 
 /// The probability P(X = x) = mean^x exp(-mean) / x!; relative error a few roundings of its logarithm.
 ///
-/// 0 for an x that is not a whole number of 0 or more. Deliberate: 0, too, wherever the computation fails; so for
-/// mean <= 0, even at x = 0, and for a mean that is NaN.
+/// 0 for an x that is not a whole number of 0 or more. Deliberate: 0, too, wherever the computation fails; so
+/// for mean <= 0, even at x = 0, and for a mean that is NaN.
 /// Method: the saddle-point form, C. Loader, Fast and accurate computation of binomial probabilities, 2000.
 ZUL_API double PoissonPdf(double x, double mean);
 /// @copydoc PoissonPdf(double, double)
 ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double mean);
 
-/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the smaller
-/// tail about 1e-9.
+/// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
+/// smaller tail about 1e-9.
 ///
-/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above. x < 0
-/// gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for x of 94906265 or more. mean above 8e307:
-/// std::overflow_error.
-/// Method: the chi-square tails at 2 mean with 2 (x + 1) degrees of freedom, M. Abramowitz and I. A. Stegun, Handbook
-/// of Mathematical Functions, 1964, 26.4.21.
+/// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
+/// x < 0 gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for x of 94906265 or more. mean
+/// above 8e307: std::overflow_error.
+/// Method: the chi-square tails at 2 mean with 2 (x + 1) degrees of freedom, M. Abramowitz and I. A. Stegun,
+/// Handbook of Mathematical Functions, 1964, 26.4.21.
 ZUL_API double PoissonCdf(double x, double mean, bool upper);
 /// @copydoc PoissonCdf(double, double, bool)
 ZUL_API void PoissonCdf(double* out, const double* in, std::size_t count, double mean, bool upper);
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p < 1. p = 0 gives 0.
 ///
-/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. p = 1, p outside
-/// [0, 1] and a mean outside [0, 94906265] give NaN.
+/// p above P(X <= k) by less than 1e-9 of P(X = k + 1) still gives k: a lower tail gives its x back. p = 1, p
+/// outside [0, 1] and a mean outside [0, 94906265] give NaN.
 /// Method: as BinomialInvCdf().
 ZUL_API double PoissonInvCdf(double p, double mean);
 /// @copydoc PoissonInvCdf(double, double)
@@ -950,9 +956,9 @@ ZUL_API void DiscreteInvCdf(double* out, const double* in, std::size_t count, co
 /// @}
 
 /// @name P-values
-/// The p-value of a statistic for the side of the test. LowerTail: its lower tail. UpperTail: its upper tail. TwoSided:
-/// twice the smaller of them for the continuous statistics, and a rule of their own for the two exact tests.
-/// An alternative that is none of the three gives 0, unless a function says otherwise.
+/// The p-value of a statistic for the side of the test. LowerTail: its lower tail. UpperTail: its upper tail.
+/// TwoSided: twice the smaller of them for the continuous statistics, and a rule of their own for the two
+/// exact tests. An alternative that is none of the three gives 0, unless a function says otherwise.
 /// @{
 
 /// The p-value of a chi-square statistic x with df degrees of freedom; relative error about 1e-9.
@@ -960,8 +966,8 @@ ZUL_API void DiscreteInvCdf(double* out, const double* in, std::size_t count, co
 /// x <= 0 has the tails 0 and 1. NaN for df outside (0, 189812530], unless x <= 0.
 ZUL_API double ChiSqPValue(double x, double df, EAlternative alternative);
 
-/// The p-value of an F statistic x with df1 and df2 degrees of freedom in numerator and denominator; relative error
-/// about 1e-9.
+/// The p-value of an F statistic x with df1 and df2 degrees of freedom in numerator and denominator; relative
+/// error about 1e-9.
 ///
 /// x <= 0 has the tails 0 and 1. NaN for df1 or df2 outside the domain of FCdf(), unless x <= 0.
 ZUL_API double FPValue(double x, double df1, double df2, EAlternative alternative);
@@ -976,25 +982,28 @@ ZUL_API double NormalPValue(double z, EAlternative alternative);
 /// NaN for df outside the domain of TCdf().
 ZUL_API double TPValue(double t, double df, EAlternative alternative);
 
-/// The exact p-value of x successes in n trials under the proportion p0, 0 <= n <= 2147000000 and 0 <= p0 <= 1;
-/// relative error as of BinomialCdf().
+/// The exact p-value of x successes in n trials under the proportion p0, 0 <= n <= 2147000000 and 0 <= p0 <=
+/// 1; relative error as of BinomialCdf().
 ///
-/// LowerTail and UpperTail: P(X <= x) and P(X >= x) of BinomialCdf(). TwoSided, with x cut to a whole number: twice the
-/// smaller tail for p0 = 1/2 (within 1e-12), and 1 at the middle n / 2, rounded down. Else 1 if x / n is p0 (within
-/// 1e-12), and otherwise the tail of x plus the tail on the other side of the mean from the first count on whose
-/// likelihood ratio against p0 is at least that of x. 1.23456e30 is a count as any other. p0 outside [0, 1]: NaN, for
-/// TwoSided std::invalid_argument.
-/// Source of the order: S. S. Wilks, The large-sample distribution of the likelihood ratio for testing composite
-/// hypotheses, 1938.
+/// LowerTail and UpperTail: P(X <= x) and P(X >= x) of BinomialCdf(). TwoSided, with x cut to a whole number:
+/// twice the smaller tail for p0 = 1/2 (within 1e-12), and 1 at the middle n / 2, rounded down. Else 1 if x /
+/// n is p0 (within 1e-12), and otherwise the tail of x plus the tail on the other side of the mean from the
+/// first count on whose likelihood ratio against p0 is at least that of x. 1.23456e30 is a count as any
+/// other. p0 outside [0, 1]: NaN, for TwoSided std::invalid_argument.
+/// Source of the order: S. S. Wilks, The large-sample distribution of the likelihood ratio for testing
+/// composite hypotheses, 1938.
 ZUL_API double BinomialPValue(double x, int n, double p0, EAlternative alternative);
 
-/// The exact p-value of x successes in a sample of n from a population of N, M of which are successes, 0 <= M <= N and
-/// 0 <= n <= N (Fisher's exact test of a two-by-two table); relative error as of HypergeometricCdf().
+/// The exact p-value of x successes in a sample of n from a population of N, M of which are successes, 0 <= M
+/// <= N and 0 <= n <= N (Fisher's exact test of a two-by-two table); relative error as of
+/// HypergeometricCdf().
 ///
-/// LowerTail and UpperTail: P(X <= x) and P(X >= x) of HypergeometricCdf(). TwoSided: 1 at the mode; else the tail of x
-/// plus the tail on the other side of the mode from the first count on whose probability is not above that of x, within
-/// 1e-12 of itself or of 1. Deliberate: an alternative that is none of the three gives NaN.
-/// Source: J. O. Irwin, Tests of significance for differences between percentages based on small numbers, 1935.
+/// LowerTail and UpperTail: P(X <= x) and P(X >= x) of HypergeometricCdf(). TwoSided: 1 at the mode; else the
+/// tail of x plus the tail on the other side of the mode from the first count on whose probability is not
+/// above that of x, within 1e-12 of itself or of 1. Deliberate: an alternative that is none of the three
+/// gives NaN. N = -2: an exception, its mode being a division by zero.
+/// Source: J. O. Irwin, Tests of significance for differences between percentages based on small numbers,
+/// 1935.
 ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alternative);
 
 /// @}
@@ -1003,35 +1012,36 @@ ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alt
 /// The critical value of a statistic at the significance level alpha, 0 < alpha < 1.
 /// @{
 
-/// The quantile of the chi-square distribution with df degrees of freedom at alpha for LowerTail, at 1 - alpha for
-/// UpperTail. Accuracy and NaN as ChiSqInvCdf().
+/// The quantile of the chi-square distribution with df degrees of freedom at alpha for LowerTail, at 1 -
+/// alpha for UpperTail. Accuracy and NaN as ChiSqInvCdf().
 ///
 /// Deliberate: 0 for TwoSided, for which there are two values, and for any other alternative.
 ZUL_API double ChiSqCritValue(double alpha, double df, EAlternative alternative);
 
-/// The quantile of the F distribution with df1 and df2 degrees of freedom at alpha for LowerTail, at 1 - alpha for
-/// UpperTail. Accuracy and NaN as FInvCdf().
+/// The quantile of the F distribution with df1 and df2 degrees of freedom at alpha for LowerTail, at 1 -
+/// alpha for UpperTail. Accuracy and NaN as FInvCdf().
 ///
 /// Deliberate: 0 for TwoSided, for which there are two values, and for any other alternative.
 ZUL_API double FCritValue(double alpha, double df1, double df2, EAlternative alternative);
 
-/// The quantile of the standard normal distribution at 1 - alpha for UpperTail and LowerTail, at 1 - alpha / 2 for
-/// TwoSided; positive for alpha < 0.5, so that the caller of LowerTail sets the sign.
+/// The quantile of the standard normal distribution at 1 - alpha for UpperTail and LowerTail, at 1 - alpha /
+/// 2 for TwoSided; positive for alpha < 0.5, so that the caller of LowerTail sets the sign.
 ///
-/// An alternative that is none of the three (for any alpha), or a probability outside (0, 1): NaN. Accuracy as
-/// NormalInvCdf().
+/// An alternative that is none of the three (for any alpha), or a probability outside (0, 1): NaN. Accuracy
+/// as NormalInvCdf().
 ZUL_API double NormalCritValue(double alpha, EAlternative alternative);
 
-/// The quantile of Student's t distribution with df degrees of freedom at 1 - a for UpperTail and LowerTail, at 1 - a /
-/// 2 for TwoSided, where a = alpha / comparisons is Bonferroni's level of each of so many comparisons; positive for
-/// a < 0.5, so that the caller of LowerTail sets the sign.
+/// The quantile of Student's t distribution with df degrees of freedom at 1 - a for UpperTail and LowerTail,
+/// at 1 - a / 2 for TwoSided, where a = alpha / comparisons is Bonferroni's level of each of so many
+/// comparisons; positive for a < 0.5, so that the caller of LowerTail sets the sign.
 ///
-/// An alternative that is none of the three, or a probability outside (0, 1): NaN. Accuracy as TInvCdf(). comparisons =
-/// 0: std::runtime_error ("Float exception: divide by zero.").
+/// An alternative that is none of the three, or a probability outside (0, 1): NaN. Accuracy as TInvCdf().
+/// comparisons = 0: std::runtime_error ("Float exception: divide by zero.").
 /// Source: O. J. Dunn, Multiple comparisons among means, 1961.
 ZUL_API double TCritValue(double alpha, double df, EAlternative alternative, int comparisons);
 
-/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons). One comparison gives TCritValue() to rounding.
+/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons). One comparison gives TCritValue() to
+/// rounding.
 ///
 /// alpha > 1 with more than one comparison: std::invalid_argument.
 /// Source: Z. Sidak, Rectangular confidence regions for the means of multivariate normal distributions, 1967.

@@ -9,6 +9,7 @@
 #include "numerics/gamma.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
+#include "numerics/saddle_point.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -40,9 +41,21 @@ double BinomialPdf::operator()(double x) {
 // The saddle-point mass is the formula without its cancellation, where it applies.
 double BinomialPdf::Mass(double k) {
     const BinomialShape& shape = Prepared(shape_, n_, prob_);
-    if (shape.Valid() && shape.Successes() >= numerics::kTinyArgument)
-        return numerics::BinomialMass(k, shape);
+    if (prob_ > 0 && prob_ < 1 && n_ * prob_ >= numerics::kTinyArgument)
+        return shape.Valid() ? numerics::BinomialMass(k, shape) : MassOfMany(k);
     return MassByLogarithms(k);
+}
+
+// The same for more trials than a BinomialShape takes: those before the last of a negative binomial count.
+double BinomialPdf::MassOfMany(double k) const {
+    const double left = n_ - k;
+    const double deviation = std::fma(-n_, prob_, k);
+    const double exponent = numerics::StirlingError(k) + numerics::StirlingError(left) -
+                            numerics::StirlingError(n_) + numerics::CountDeviance(k, n_ * prob_, deviation) +
+                            numerics::CountDeviance(left, n_ * (1 - prob_), -deviation);
+    const double weight =
+        numerics::StirlingWeight(n_) / numerics::StirlingWeight(left) / numerics::StirlingWeight(k);
+    return std::sqrt(weight) * numerics::MassExponential(-exponent);
 }
 
 double BinomialPdf::MassByLogarithms(double k) const {

@@ -20,15 +20,16 @@ public:
 
 private:
     double Mass(double k);
+    double MassOfMany(double k) const;
     double MassByLogarithms(double k) const;
     double n_;
     double prob_;
     std::optional<numerics::BinomialShape> shape_;  // the zero branches need none
 };
 
-// P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above. n counts as the whole
-// number below it. x < 0: 0 and 1; x beyond n: 1 and 0. "binomial_df" up to n = 2.147e9; where it fails and for
-// larger n the incomplete beta pair, whose shapes end at kShapeLimit: NA.
+// P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above. n counts as the
+// whole number below it. x < 0: 0 and 1; x beyond n: 1 and 0. "binomial_df" up to n = 2.147e9; where it fails
+// and for larger n the incomplete beta pair, whose shapes end at kShapeLimit: NA.
 class BinomialCdf {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;

@@ -8,9 +8,9 @@ namespace zul::kernels {
 // The p-value of x successes in n trials under the proportion p0, for the code of an EAlternative: -1 lower
 // tail, 1 upper tail, 0 two-sided; any other code gives 0.
 //
-// Two-sided: the probability of all counts on the side of x that are as far out, and of those on the other side
-// whose likelihood ratio is as large. Source of the order: S. S. Wilks, The large-sample distribution of the
-// likelihood ratio for testing composite hypotheses, 1938.
+// Two-sided: the probability of all counts on the side of x that are as far out, and of those on the other
+// side whose likelihood ratio is as large. Source of the order: S. S. Wilks, The large-sample distribution of
+// the likelihood ratio for testing composite hypotheses, 1938.
 double BinomialPValueKernel(double x, int n, double p0, int alternative);
 
 // A proportion and its complement, so that exchanging them rounds neither.
@@ -20,9 +20,9 @@ struct Proportion {
     Proportion Mirrored() const { return {failure, success}; }
 };
 
-// Half the likelihood-ratio statistic of k successes in n trials under a proportion: (n - k) log((1 - k/n) / (1 -
-// p0)), counted for k < n, plus k log((k/n) / p0), counted for k >= 1. Infinite where the proportion does not
-// allow k; elsewhere a proportion outside [0, 1] is a logarithm that fails.
+// Half the likelihood-ratio statistic of k successes in n trials under a proportion: (n - k) log((1 - k/n) /
+// (1 - p0)), counted for k < n, plus k log((k/n) / p0), counted for k >= 1. Infinite where the proportion
+// does not allow k; elsewhere a proportion outside [0, 1] is a logarithm that fails.
 double LikelihoodRatio(double k, double n, Proportion p0);
 
 // LikelihoodRatio at the whole number below t, minus the target.

@@ -39,8 +39,8 @@ private:
         return mass_(mode + 1) > mass_(mode) ? mode + 1 : mode;
     }
 
-    // The first number from the mode on with a mass not above that of x, up to the end of the support; NA if there
-    // is none.
+    // The first number from the mode on with a mass not above that of x, up to the end of the support; NA if
+    // there is none.
     double Across(double x, double end) const {
         constexpr double kTolerance = 1e-12;
 

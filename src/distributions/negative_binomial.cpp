@@ -51,8 +51,8 @@ double UpperTail(const NegBinomialCdf& at, double x) {
 }
 
 // The quantile for r = 1: down from a start that is right but for rounding to the first k for which the lower
-// tail at k - 1 is below p, where k - 1 is a smaller number still. Where p is close to 1 the tail has the same
-// value at so many k that single steps would not end.
+// tail at k - 1 is below p, where k - 1 is a smaller number still. Where p is close to 1 the tail has the
+// same value at so many k that single steps would not end.
 double GeometricQuantile(double p, double prob) {
     const double start = std::ceil(std::abs(LogOfFailure(p) / LogOfFailure(prob)));
     if (start - 1 == start) return start;

@@ -8,8 +8,8 @@
 
 namespace zul::kernels {
 
-// C(k - 1, r - 1) prob^r (1 - prob)^(k - r) at k = x: prob times the binomial mass of r - 1 successes in k - 1
-// trials. 0 * prob for k < r and between whole numbers.
+// C(k - 1, r - 1) prob^r (1 - prob)^(k - r) at k = x: prob times the binomial mass of r - 1 successes in k -
+// 1 trials. 0 * prob for k < r and between whole numbers.
 struct NegBinomialPdf {
     using Parameters = frame::ParameterList<double, double>;
     double prob;
@@ -17,8 +17,9 @@ struct NegBinomialPdf {
     double operator()(double x) const;
 };
 
-// P(X <= x) is the probability of r or more successes in x trials, P(X >= x) that of fewer in x - 1 trials, both
-// after the rules of BinomialCdf for its n: for r = 1 1 - (1 - prob)^x and (1 - prob)^(x - 1) with x as it is.
+// P(X <= x) is the probability of r or more successes in x trials, P(X >= x) that of fewer in x - 1 trials,
+// both after the rules of BinomialCdf for its n: for r = 1 1 - (1 - prob)^x and (1 - prob)^(x - 1) with x as
+// it is.
 struct NegBinomialCdf {
     using Parameters = frame::ParameterList<double, double, bool>;
     double prob;
@@ -27,8 +28,8 @@ struct NegBinomialCdf {
     double operator()(double x) const;
 };
 
-// The quantile at p. p <= prob^r gives r; else p = 1 or prob = 0, within CompareTolerant, gives NA. For r = 1 a
-// failure of the logarithms gives NA.
+// The quantile at p. p <= prob^r gives r; else p = 1 or prob = 0, within CompareTolerant, gives NA. For r = 1
+// a failure of the logarithms gives NA.
 class NegBinomialInvCdf {
 public:
     using Parameters = frame::ParameterList<double, double>;

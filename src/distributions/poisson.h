@@ -18,9 +18,10 @@ private:
     numerics::PoissonShape shape_;
 };
 
-// P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above: the other tail of the
-// chi-square distribution at 2 mean with 2 (k + 1) degrees of freedom for P(X <= k) and P(X > k). So a mean <= 0
-// puts all mass on 0, and the shapes end at kShapeLimit: NA. "poisson_df" has the same numbers from fewer steps.
+// P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above: the other tail of
+// the chi-square distribution at 2 mean with 2 (k + 1) degrees of freedom for P(X <= k) and P(X > k). So a
+// mean <= 0 puts all mass on 0, and the shapes end at kShapeLimit: NA. "poisson_df" has the same numbers from
+// fewer steps.
 class PoissonCdf {
 public:
     using Parameters = frame::ParameterList<double, bool>;

@@ -11,8 +11,8 @@ struct TailPair {
     double lower = frame::kNA;
     double upper = frame::kNA;
     double Tail(bool isUpper) const { return isUpper ? upper : lower; }
-    // The p-value for the code of an EAlternative: -1 the lower tail, 1 the upper one, 0 twice the smaller; any
-    // other code gives 0.
+    // The p-value for the code of an EAlternative: -1 the lower tail, 1 the upper one, 0 twice the smaller;
+    // any other code gives 0.
     double PValue(int alternative) const {
         if (alternative == 0) return 2 * std::min(lower, upper);
         return alternative == -1 ? lower : alternative == 1 ? upper : 0.0;

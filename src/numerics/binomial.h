@@ -11,8 +11,8 @@
 
 namespace zul::numerics {
 
-// The parameters with what depends on them alone; an object serves one thread at a time. Domain: n a whole number from 0 to 2^31, the probability
-// in [0, 1].
+// The parameters with what depends on them alone; an object serves one thread at a time. Domain: n a whole
+// number from 0 to 2^31, the probability in [0, 1].
 class BinomialShape {
 public:
     BinomialShape(double trials, double probability);
@@ -30,7 +30,8 @@ public:
     // The rarer of the two outcomes: whether it is the success, and its probability, without a rounding.
     bool SuccessIsRarer() const { return success_ <= 0.5; }
     double Rarer() const { return SuccessIsRarer() ? success_ : failure_; }
-    // Whether Kept() has the whole number k >= 0 of the rarer outcomes, and the mass and the lower tail there.
+    // Whether Kept() has the whole number k >= 0 of the rarer outcomes, and the mass and the lower tail
+    // there.
     bool Keeps(double k) const { return k < KeptMasses::kNumbers && n_ * Rarer() < KeptMasses::kMeanLimit; }
     const KeptMasses::Entry& Kept(double k) const;
 

@@ -3,8 +3,8 @@
 
 namespace zul::numerics {
 
-// Computed on first need and kept, so an object serves one thread at a time: the distribution functions at many
-// small counts take one pass over them.
+// Computed on first need and kept, so an object serves one thread at a time: the distribution functions at
+// many small counts take one pass over them.
 class KeptMasses {
 public:
     // Beyond them a saddle-point mass takes less time.
@@ -22,8 +22,8 @@ public:
     // cppcheck-suppress uninitMemberVar ; the entries are filled as they are needed
     KeptMasses() {}  // NOLINT: not = default, which would fill them
 
-    // Those at the whole number k, 0 <= k < kNumbers, from the mass at 0 and the ratio of the mass at j to that at
-    // j - 1. Relative error: that of the mass at 0 and two roundings of each step.
+    // Those at the whole number k, 0 <= k < kNumbers, from the mass at 0 and the ratio of the mass at j to
+    // that at j - 1. Relative error: that of the mass at 0 and two roundings of each step.
     template <typename First, typename Ratio>
     const Entry& At(double k, First first, Ratio ratio) {
         const int index = static_cast<int>(k);

@@ -5,8 +5,8 @@
 
 namespace zul::numerics {
 
-// A count that does not run out, larger than all others: a Poisson distribution is a binomial one with so many
-// failures.
+// A count that does not run out, larger than all others: a Poisson distribution is a binomial one with so
+// many failures.
 inline constexpr double kEndlessCount = 0x1p200;
 
 // The way outward from a number: each step takes one from every falling count and gives one to every rising

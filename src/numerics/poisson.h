@@ -1,8 +1,8 @@
-// The Poisson distribution: mass, both tails and the quantiles. The routines with lower-case names report through
-// frame::errorState.
+// The Poisson distribution: mass, both tails and the quantiles. The routines with lower-case names report
+// through frame::errorState.
 //
-// Sources: C. Loader, Fast and accurate computation of binomial probabilities, 2000 (the mass); mass_sum.h (the
-// tails); discrete_quantile.h (the quantiles).
+// Sources: C. Loader, Fast and accurate computation of binomial probabilities, 2000 (the mass); mass_sum.h
+// (the tails); discrete_quantile.h (the quantiles).
 #pragma once
 
 #include "numerics/kept_masses.h"
@@ -23,12 +23,15 @@ private:
     mutable KeptMasses kept_;
 };
 
-// P(X = k) for whole k >= 0 and a mean > 0; 0 where it is below 1e-307. Relative error: as of the tails.
+// P(X = k) for whole k >= 0 and a mean > 0; 0 where it is below 1e-307, but for the first numbers. Relative
+// error: as of the tails.
 double PoissonMass(double k, const PoissonShape& shape);
 
-// *lower = P(X <= k) and *upper = P(X > k); for k between whole numbers the one below counts. k < 0 gives (0, 1).
-// Level 1: a tail below kTinyArgument is an exact 0. Level 2 (mean < 0, k + 1 > kShapeLimit, or NaN): nothing is
-// written. Level 4 if the sum did not end, which has not been seen. WORST
+// *lower = P(X <= k) and *upper = P(X > k); for k between whole numbers the one below counts. k < 0 gives (0,
+// 1). Level 1: a tail below kTinyArgument is an exact 0. Level 2 (mean < 0, k + 1 > kShapeLimit, or NaN):
+// nothing is written. Level 4 if the sum did not end, which has not been seen. Worst relative error of the
+// smaller tail: 1e-13 down to 1e-250, where the exponent of the mass is large. Grid: 3000 random (k, mean)
+// with a mean from 0.01 to 7e7 and k up to 34 standard deviations from it, against 40 digits.
 void poisson_df(double k, const PoissonShape& shape, double* lower, double* upper);
 
 // *k = the smallest number with P(X <= k) > p and *c = the share (p - P(X <= k - 1)) / P(X = k) of its atom;
