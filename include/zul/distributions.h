@@ -677,8 +677,8 @@ ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count,
 
 /// The density exp(-z^2 / 2) / (sqrt(2 pi) sd) with z = (x - mean) / sd; relative error about z^2 roundings.
 ///
-/// 0 wherever the computation overflows or divides by zero: z^2 for a far x, sd = 0 at any x but the mean,
-/// and also the density itself for sd below 1e-308 or its divisor for sd above 7e307. sd = 0 at the mean:
+/// 0 wherever the computation overflows or divides by zero: z^2 for a far x, sd = 0 at any x but the mean, and
+/// also the density itself for sd below 1e-308 or its divisor for sd above 7e307. sd = 0 at the mean:
 /// std::invalid_argument.
 ZUL_API double NormalPdf(double x, double mean, double sd);
 /// @copydoc NormalPdf(double, double, double)
@@ -686,9 +686,9 @@ ZUL_API void NormalPdf(double* out, const double* in, std::size_t count, double 
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
 ///
-/// x = mean gives exactly 0.5, whatever sd is. z = (x - mean) / sd above 36.29 in magnitude gives 0 for the
-/// far tail. sd = 0 and x different from the mean: std::runtime_error ("Float exception: divide by zero."). z
-/// or x - mean too large for a double: std::overflow_error.
+/// x = mean gives exactly 0.5, whatever sd is. z = (x - mean) / sd above 36.29 in magnitude gives 0 for the far
+/// tail. sd = 0 and x different from the mean: std::runtime_error ("Float exception: divide by zero."). z or
+/// x - mean too large for a double: std::overflow_error.
 /// Method: the incomplete gamma pair with shape 1/2, W. Gautschi, A computational procedure for incomplete
 /// gamma functions, 1979.
 ZUL_API double NormalCdf(double x, double mean, double sd, bool upper);
