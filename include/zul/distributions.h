@@ -641,7 +641,7 @@ ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, d
 /// relative error as of BinomialPdf().
 ///
 /// 0 for an x that is not a whole number of r or more, and for an r that is not whole. r = 1 is
-/// GeometricPdf(). Else prob outside [0, 1]: std::invalid_argument. x above 1e154: std::overflow_error.
+/// GeometricPdf(). Else prob outside [0, 1]: std::invalid_argument. x above 1e307: std::runtime_error.
 /// Method: prob times the saddle-point mass of r - 1 successes in x - 1 trials, as BinomialPdf().
 ZUL_API double NegBinomialPdf(double x, double prob, double r);
 /// @copydoc NegBinomialPdf(double, double, double)

@@ -45,8 +45,9 @@ double AtanhRemainder(double w) {
 double StirlingError(double count) {
     if (count < static_cast<double>(std::size(kStirlingErrors)))
         return kStirlingErrors[static_cast<std::size_t>(count)];
-    const double s = 1 / (count * count);
-    return ((((1.0 / 1188 * s - 1.0 / 1680) * s + 1.0 / 1260) * s - 1.0 / 360) * s + 1.0 / 12) / count;
+    const double r = 1 / count;
+    const double s = r * r;
+    return ((((1.0 / 1188 * s - 1.0 / 1680) * s + 1.0 / 1260) * s - 1.0 / 360) * s + 1.0 / 12) * r;
 }
 
 double CountDeviance(double x, double mean, double difference) {

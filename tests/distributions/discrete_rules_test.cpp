@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 #include <cmath>
 #include <initializer_list>
@@ -173,20 +172,26 @@ TEST(PValues, TheBinomialOneAddsTheCountsWithALikelihoodRatioAsLarge) {
 }
 
 TEST(PValues, TheHypergeometricOneAddsTheTailBeyondTheFirstSmallerMass) {
-    for (const auto& [N, M, n] :
-         {std::array{40, 17, 12}, {30, 15, 15}, {61, 8, 50}, {5, 0, 3}, {200, 70, 90}}) {
+    struct Table {
+        int population;
+        int successes;
+        int sample;
+        double Mass(int k) const { return HypergeometricPdf(k, population, successes, sample); }
+    };
+    for (const Table& table :
+         {Table{40, 17, 12}, Table{30, 15, 15}, Table{61, 8, 50}, Table{5, 0, 3}, Table{200, 70, 90}}) {
+        const auto [N, M, n] = table;
         const int first = std::max(0, M - N + n);
         const int last = std::min(M, n);
-        const auto mass = [&](int k) { return HypergeometricPdf(k, N, M, n); };
         int mode = first;
         for (int k = first; k <= last; ++k)
-            mode = mass(k) > mass(mode) ? k : mode;
+            mode = table.Mass(k) > table.Mass(mode) ? k : mode;
         for (int x = first; x <= last; ++x) {
-            const bool tiedMode = x != mode && std::abs(mass(x) - mass(mode)) < 1e-13;
+            const bool tiedMode = x != mode && std::abs(table.Mass(x) - table.Mass(mode)) < 1e-13;
             double expected = 0;
             for (int j = first; j <= last; ++j) {
                 const bool sameSide = x < mode ? j <= x : j >= x;
-                if (sameSide || mass(j) <= mass(x) + 1e-12) expected += mass(j);
+                if (sameSide || table.Mass(j) <= table.Mass(x) + 1e-12) expected += table.Mass(j);
             }
             const double actual = HypergeometricPValue(x, N, M, n, TwoSided);
             ASSERT_NEAR(actual, x == mode || tiedMode ? 1 : expected, 1e-11) << x << " of " << N << " " << M;
