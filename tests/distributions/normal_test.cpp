@@ -5,9 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <random>
 #include <stdexcept>
-#include <vector>
 
 #include "zul/distributions.h"
 #include "zul/frame.h"
@@ -81,50 +79,6 @@ TEST(Normal, FailuresReachTheHost) {
     EXPECT_THROW(NormalInvCdf(nan, 0, 1), std::invalid_argument);
     EXPECT_THROW(NormalInvCdf(0.975, 0, 1e308 * 1.7), std::overflow_error);
     EXPECT_THROW(NormalInvCdf(1e-200, 0, 1e308), std::overflow_error);
-}
-
-TEST(NormalArray, ATrapLeavesTheElementsBeforeIt) {
-    const double in[] = {1, -kNA, std::numeric_limits<double>::quiet_NaN(), 2};
-    double out[] = {-7, -7, -7, -7};
-    EXPECT_THROW(NormalCdf(out, in, 4, 0, 1, false), std::invalid_argument);
-    EXPECT_EQ(out[0], NormalCdf(1, 0, 1, false));
-    EXPECT_EQ(out[1], 0);
-    EXPECT_EQ(out[2], -7);
-    EXPECT_EQ(out[3], -7);
-}
-
-TEST(NormalArray, GivesTheBitsOfTheScalarCallsAlsoInPlace) {
-    std::mt19937_64 generator(20);
-    std::normal_distribution<double> wide(1, 12);
-    std::uniform_real_distribution<double> unit(-0.01, 1.01);
-    std::vector<double> x(2000);
-    std::vector<double> p(2000);
-    for (double& value : x)
-        value = wide(generator);
-    for (double& value : p)
-        value = unit(generator);
-    x[7] = kNA;
-    const auto check = [](std::vector<double> in, auto array, auto scalar) {
-        std::vector<double> out(in.size());
-        array(out.data(), in.data(), in.size());
-        for (std::size_t i = 0; i < in.size(); ++i)
-            ASSERT_EQ(Bits(out[i]), Bits(scalar(in[i]))) << in[i];
-        array(in.data(), in.data(), in.size());
-        for (std::size_t i = 0; i < in.size(); ++i)
-            ASSERT_EQ(Bits(out[i]), Bits(in[i]));
-        array(nullptr, nullptr, std::size_t{0});
-    };
-    check(
-        x, [](double* out, const double* in, std::size_t n) { NormalPdf(out, in, n, 1, 2.5); },
-        [](double v) { return NormalPdf(v, 1, 2.5); });
-    for (const bool upper : {false, true}) {
-        check(
-            x, [=](double* out, const double* in, std::size_t n) { NormalCdf(out, in, n, 1, 2.5, upper); },
-            [=](double v) { return NormalCdf(v, 1, 2.5, upper); });
-    }
-    check(
-        p, [](double* out, const double* in, std::size_t n) { NormalInvCdf(out, in, n, 1, 2.5); },
-        [](double v) { return NormalInvCdf(v, 1, 2.5); });
 }
 
 TEST(Psi, EndsAndTheDeliberateLastTerm) {

@@ -7,7 +7,6 @@
 #include <cfenv>
 #include <cfloat>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -15,7 +14,6 @@
 #include <typeinfo>
 
 #include "frame/traps.h"
-#include "zul/distributions.h"
 
 namespace zul {
 namespace {
@@ -42,27 +40,6 @@ TEST(Frame, SetsTheWholeControlRegister) {
     EXPECT_EQ(RegisterKelSigfpeHandler(), 0);
     EXPECT_EQ(std::fegetround(), FE_TONEAREST);
     EXPECT_EQ(_mm_getcsr(), kDefault);
-}
-
-TEST(Frame, HoldsDuringACallAlone) {
-    double out[2];
-    const double in[2] = {1, 2};
-    const std::function<void()> calls[] = {
-        [&] { NormalCdf(1, 0, 1, false); },          [&] { NormalCdf(out, in, 2, 0, 1, false); },
-        [&] { NormalCdf(out, in, 0, 0, 1, false); }, [&] { NormalPValue(1, TwoSided); },
-        [&] { NormalCritValue(0.05, TwoSided); },
-    };
-    for (const auto& call : calls) {
-        _mm_setcsr(0xFFC0);
-        call();
-        EXPECT_EQ(_mm_getcsr(), kDefault);
-    }
-}
-
-TEST(Frame, PsiRunsBare) {
-    _mm_setcsr(kTrapping);
-    v2::Psi(2.5);
-    EXPECT_EQ(_mm_getcsr() & ~kFlags, kTrapping);
 }
 
 TEST(Traps, BecomeStandardExceptions) {

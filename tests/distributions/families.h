@@ -1,0 +1,84 @@
+// The exported distribution functions behind one signature, and what the suites need to know of each family.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace zul::test {
+
+using Arguments = std::span<const double>;
+
+// The type of an argument in the declaration. Here all of them are doubles: flags 0 or 1, integers and
+// alternatives whole.
+enum class Type { Real, Integer, Flag, Alternative };
+
+struct Function {
+    std::string name;
+    std::vector<Type> types;
+    std::function<double(Arguments)> call;
+    // The array form, absent for p-values and the like; without the first argument.
+    std::function<void(double* out, const double* in, std::size_t count, Arguments parameters)> each;
+};
+
+// A function of a family with its parameters.
+struct Applied {
+    const Function* function;
+    std::vector<double> parameters;
+    double operator()(double x) const;
+    void operator()(double* out, const double* in, std::size_t count) const;
+    std::string Name() const;
+};
+
+// A member of a family, with ordinary parameters and the ends of its support.
+struct Distribution {
+    Applied pdf;
+    Applied lower;
+    Applied upper;
+    Applied quantile;
+    double lowest;
+    double highest;
+    // Each of the four.
+    std::vector<Applied> Functions() const { return {pdf, lower, upper, quantile}; }
+};
+
+struct Parameters {
+    std::vector<double> values;  // those of the cumulative function; density and inverse may have fewer
+    double lowest;
+    double highest;
+};
+
+enum class Kind { Continuous, Discrete };
+
+class Family {
+public:
+    std::string name;
+    Kind kind;
+    Function pdf;
+    Function cdf;
+    Function invCdf;
+    std::vector<Parameters> parameters;
+    // Without the floating-point frame.
+    bool bare = false;
+
+    std::vector<const Function*> Functions() const { return {&pdf, &cdf, &invCdf}; }
+    Distribution With(const Parameters& chosen) const;
+};
+
+const std::vector<Family>& Families();
+
+// Functions that belong to no family, with ordinary arguments.
+struct Statistic {
+    Function function;
+    std::vector<double> arguments;
+};
+
+// The p-values, the critical values and digamma.
+const std::vector<Statistic>& Statistics();
+
+// Every exported function by its name.
+const Function& FunctionOf(const std::string& name);
+
+}  // namespace zul::test

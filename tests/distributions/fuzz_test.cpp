@@ -1,0 +1,241 @@
+// Every exported function on wild arguments: it returns, or throws a documented exception, and soon.
+// ZUL_FUZZ_CALLS is the number of calls of each function.
+#include <gtest/gtest.h>
+#include <sys/time.h>
+#include <time.h>
+#include <xmmintrin.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "distributions/families.h"
+#include "support/wild_arguments.h"
+#include "zul/frame.h"
+
+namespace zul {
+namespace {
+
+using test::Function;
+using test::Type;
+
+constexpr double kNA = 1.23456e30;
+constexpr unsigned kDefault = 0x1F80;
+constexpr unsigned kTrapping = 0x1900;
+constexpr unsigned kFlags = 0x3F;
+#ifdef ZUL_TEST_SANITIZED
+constexpr double kLimit = 1;  // seconds of one call
+#else
+constexpr double kLimit = 0.05;
+#endif
+
+int Calls() {
+    const char* calls = std::getenv("ZUL_FUZZ_CALLS");
+    return calls == nullptr ? 2000 : std::atoi(calls);
+}
+
+double ThreadSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+std::string Call(const Function& function, const std::vector<double>& arguments) {
+    std::ostringstream text;
+    text.precision(17);
+    text << function.name << "(";
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        text << (i == 0 ? "" : ", ") << arguments[i];
+    text << ")";
+    return text.str();
+}
+
+// What is running, for the message of a crash or of a call without end.
+const Function* current = nullptr;
+const std::vector<double>* currentArguments = nullptr;
+
+void Die(int signal) {
+    std::fprintf(stderr, "signal %d in %s\n", signal, Call(*current, *currentArguments).c_str());
+    std::_Exit(1);
+}
+
+// Raises SIGVTALRM after some seconds of computing.
+void StartTimer() {
+    const itimerval limit{{}, {10, 0}};
+    setitimer(ITIMER_VIRTUAL, &limit, nullptr);
+}
+
+// A function and arguments that it is made for.
+struct Subject {
+    const Function* function;
+    bool bare;
+    std::vector<std::vector<double>> ordinary;
+};
+
+std::vector<Subject> SubjectsOf(const test::Family& family) {
+    std::vector<Subject> subjects;
+    for (const Function* function : family.Functions())
+        subjects.push_back({function, family.bare, {}});
+    for (const test::Parameters& parameters : family.parameters) {
+        const test::Distribution d = family.With(parameters);
+        for (const test::Applied& f : d.Functions()) {
+            for (const double p : {1e-6, 0.3, 0.5, 0.999}) {
+                std::vector<double> arguments = {f.function == &family.invCdf ? p : d.quantile(p)};
+                arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
+                std::ranges::find(subjects, f.function, &Subject::function)->ordinary.push_back(arguments);
+            }
+        }
+    }
+    return subjects;
+}
+
+std::vector<Subject> Subjects(const std::string& family) {
+    for (const test::Family& candidate : test::Families())
+        if (candidate.name == family) return SubjectsOf(candidate);
+    std::vector<Subject> subjects;
+    for (const auto& [function, arguments] : test::Statistics())
+        subjects.push_back({&function, function.name == "Psi", {arguments}});
+    return subjects;
+}
+
+class Fuzzer {
+public:
+    explicit Fuzzer(const std::string& name) : wild_(std::hash<std::string>()(name)) {}
+
+    double Real() {
+        constexpr std::array kBad = {kNA, -kNA, std::numeric_limits<double>::quiet_NaN(),
+                                     std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity()};
+        const double kind = wild_.Uniform();
+        if (kind < 0.02) return kBad[Index(kBad.size())];
+        if (kind < 0.4) return wild_.OrSpecial(wild_.Fraction());
+        if (kind < 0.55) return std::floor(wild_.Power(0, 4));
+        const double size = wild_.OrSpecial(wild_.Positive());
+        return kind < 0.85 ? size : -size;
+    }
+
+    int Integer() {
+        constexpr std::array kEnds = {INT_MIN, INT_MIN + 1, -1, 0, 1, 2, INT_MAX - 1, INT_MAX};
+        const double kind = wild_.Uniform();
+        if (kind < 0.1) return kEnds[Index(kEnds.size())];
+        const int size = static_cast<int>(wild_.Power(0, kind < 0.7 ? 3 : 9.33));
+        return kind < 0.95 ? size : -size;
+    }
+
+    double Argument(Type type) {
+        switch (type) {
+            case Type::Flag:
+                return wild_.Uniform() < 0.5 ? 0 : 1;
+            case Type::Alternative:
+                return std::floor(wild_.Uniform(-2, 3));
+            case Type::Integer:
+                return Integer();
+            default:
+                return Real();
+        }
+    }
+
+    // Ordinary arguments, all or some of them replaced.
+    std::vector<double> Draw(const Subject& subject) {
+        std::vector<double> arguments = subject.ordinary[Index(subject.ordinary.size())];
+        const double share = wild_.Uniform() < 0.4 ? 1 : wild_.Uniform();
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            if (wild_.Uniform() < share) arguments[i] = Argument(subject.function->types[i]);
+        return arguments;
+    }
+
+private:
+    std::size_t Index(std::size_t count) {
+        return static_cast<std::size_t>(wild_.Uniform(0, static_cast<double>(count)));
+    }
+    test::WildArguments wild_;
+};
+
+bool IsDocumented(const std::exception& error) {
+    return typeid(error) == typeid(std::invalid_argument) || typeid(error) == typeid(std::runtime_error) ||
+           typeid(error) == typeid(std::overflow_error);
+}
+
+// Calls evaluate(), which calls the function with these arguments.
+template <typename Evaluate>
+void Check(const Subject& subject, const std::vector<double>& arguments, Evaluate evaluate) {
+    current = subject.function;
+    currentArguments = &arguments;
+    StartTimer();
+    const double start = ThreadSeconds();
+    std::string complaint;
+    try {
+        const double result = evaluate();
+        if (!subject.bare && (_mm_getcsr() & ~kFlags) != kDefault) complaint = "left the default mode";
+        if (!subject.bare && result == kNA) complaint = "gave the missing value";
+    } catch (const std::exception& error) {
+        const unsigned mode = _mm_getcsr() & ~kFlags;
+        ResetFpuStates();
+        if (subject.bare || mode != kTrapping || !IsDocumented(error)) complaint = error.what();
+    }
+    const double seconds = ThreadSeconds() - start;
+    if (seconds > kLimit) complaint = "took " + std::to_string(seconds) + " s";
+    EXPECT_EQ(complaint, "") << Call(*subject.function, arguments);
+}
+
+class Fuzz : public testing::TestWithParam<std::string> {
+protected:
+    void SetUp() override {
+        for (const int number : {SIGVTALRM, SIGSEGV, SIGABRT})
+            std::signal(number, Die);
+    }
+    void TearDown() override {
+        const itimerval none{};
+        setitimer(ITIMER_VIRTUAL, &none, nullptr);
+    }
+};
+
+TEST_P(Fuzz, ScalarCallsReturnOrThrow) {
+    Fuzzer fuzzer(GetParam());
+    for (const Subject& subject : Subjects(GetParam())) {
+        for (int i = 0; i < Calls(); ++i) {
+            const std::vector<double> arguments = fuzzer.Draw(subject);
+            Check(subject, arguments, [&] { return subject.function->call(arguments); });
+        }
+    }
+}
+
+TEST_P(Fuzz, ArrayCallsReturnOrThrow) {
+    Fuzzer fuzzer(GetParam());
+    for (const Subject& subject : Subjects(GetParam())) {
+        if (!subject.function->each) continue;
+        for (int i = 0; i < Calls() / 10; ++i) {
+            const std::vector<double> arguments = fuzzer.Draw(subject);
+            std::array<double, 5> x{};
+            std::ranges::generate(x, [&] { return fuzzer.Draw(subject).front(); });
+            Check(subject, arguments, [&] {
+                subject.function->each(x.data(), x.data(), x.size(), test::Arguments(arguments).subspan(1));
+                return std::ranges::find(x, kNA) == x.end() ? 0 : kNA;
+            });
+        }
+    }
+}
+
+std::vector<std::string> Names() {
+    std::vector<std::string> names = {"Statistics"};
+    for (const test::Family& family : test::Families())
+        names.push_back(family.name);
+    return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, Fuzz, testing::ValuesIn(Names()),
+                         [](const auto& family) { return family.param; });
+
+}  // namespace
+}  // namespace zul

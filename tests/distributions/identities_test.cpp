@@ -1,0 +1,206 @@
+// Identities between families that compute in different ways, each at some points.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "support/reference_table.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace {
+
+// The incomplete gamma and beta pairs stop at a relative 1e-9; two of them may meet.
+constexpr double kSeries = 2e-9;
+constexpr double kRounding = 1e-12;
+
+const std::vector<double> kUnit = {1e-6, 0.003, 0.1, 0.37, 0.5, 0.81, 0.99, 0.9999};
+const std::vector<double> kPositive = {1e-4, 0.02, 0.3, 0.99, 1, 2.6, 9, 33};
+const std::vector<double> kReal = {-33, -2.6, -0.99, -0.02, 0, 1e-4, 0.3, 1, 9};
+const std::vector<double> kCounts = {0, 1, 2, 5, 9, 17, 24, 25};
+
+struct Identity {
+    std::string name;
+    std::vector<double> points;
+    double tolerance;
+    double (*left)(double x);
+    double (*right)(double x);
+};
+
+const std::vector<Identity> kIdentities = {
+    {"binomial and beta, lower tail", kCounts, kSeries,
+     [](double k) { return BinomialCdf(k, 30, 0.4, false); },
+     [](double k) { return BetaCdf(0.4, k + 1, 30 - k, true); }},
+    {"binomial and beta, upper tail",
+     {1, 2, 5, 9, 17, 30},
+     kSeries,
+     [](double k) { return BinomialCdf(k, 30, 0.4, true); },
+     [](double k) { return BetaCdf(0.4, k, 31 - k, false); }},
+    {"binomial beyond 2.147e9 trials and Poisson", kCounts, 1e-7,
+     [](double k) { return BinomialCdf(k, 2.147e9, 7 / 2.147e9, false); },
+     [](double k) { return PoissonCdf(k, 7, false); }},
+    {"negative binomial and binomial, lower tail",
+     {5, 6, 9, 17, 40},
+     kSeries,
+     [](double x) { return NegBinomialCdf(x, 0.3, 5, false); },
+     [](double x) { return BinomialCdf(5, x, 0.3, true); }},
+    {"negative binomial and binomial, mass",
+     {5, 6, 9, 17, 40},
+     1e-11,
+     [](double x) { return NegBinomialPdf(x, 0.3, 5); },
+     [](double x) { return 5 / x * BinomialPdf(5, static_cast<int>(x), 0.3); }},
+    {"negative binomial and beta",
+     {5, 6, 9, 17, 40},
+     kSeries,
+     [](double x) { return NegBinomialCdf(x, 0.3, 5, true); },
+     [](double x) { return x == 5 ? 1 : BetaCdf(0.3, 5, x - 5, true); }},
+    {"geometric and negative binomial, mass",
+     {1, 2, 9, 40},
+     0,
+     [](double x) { return GeometricPdf(x, 0.3); },
+     [](double x) { return NegBinomialPdf(x, 0.3, 1); }},
+    {"geometric and negative binomial, tail",
+     {1, 2, 2.5, 9, 40},
+     0,
+     [](double x) { return GeometricCdf(x, 0.3, true); },
+     [](double x) { return NegBinomialCdf(x, 0.3, 1, true); }},
+    {"geometric and negative binomial, inverse", kUnit, 0, [](double p) { return GeometricInvCdf(p, 0.3); },
+     [](double p) { return NegBinomialInvCdf(p, 0.3, 1); }},
+    {"Poisson and gamma, lower tail", kCounts, kSeries, [](double k) { return PoissonCdf(k, 6.5, false); },
+     [](double k) { return GammaCdf(6.5, k + 1, 1, 0, true); }},
+    {"Poisson and chi-square, upper tail",
+     {1, 2, 9, 40},
+     kSeries,
+     [](double k) { return PoissonCdf(k, 6.5, true); },
+     [](double k) { return ChiSqCdf(13, 2 * k, 0, false); }},
+    {"Poisson and gamma, mass", kCounts, 1e-11, [](double k) { return PoissonPdf(k, 6.5); },
+     [](double k) { return GammaPdf(6.5, k + 1, 1, 0); }},
+    {"hypergeometric, the two samples exchanged",
+     {0, 1, 5, 9, 12},
+     kSeries,
+     [](double k) { return HypergeometricCdf(k, 60, 25, 12, false); },
+     [](double k) { return HypergeometricCdf(k, 60, 12, 25, false); }},
+    {"hypergeometric, failures counted",
+     {0, 1, 5, 9, 12},
+     kSeries,
+     [](double k) { return HypergeometricCdf(k, 60, 25, 12, false); },
+     [](double k) { return HypergeometricCdf(12 - k, 60, 35, 12, true); }},
+    {"chi-square and gamma, tail", kPositive, kSeries, [](double x) { return ChiSqCdf(x, 5, 0, true); },
+     [](double x) { return GammaCdf(x, 2.5, 2, 0, true); }},
+    {"chi-square and gamma, density", kPositive, 1e-11, [](double x) { return ChiSqPdf(x, 5); },
+     [](double x) { return GammaPdf(x, 2.5, 2, 0); }},
+    {"chi-square and gamma, inverse", kUnit, kSeries, [](double p) { return ChiSqInvCdf(p, 5, 0); },
+     [](double p) { return GammaInvCdf(p, 2.5, 2, 0); }},
+    {"chi-square and half-normal", kPositive, 1e-8,
+     [](double x) { return HalfNormalCdf(x / 6, 1.5, 0, false); },
+     [](double x) { return ChiSqCdf(x * x / 81, 1, 0, false); }},
+    {"F and beta, tail", kPositive, kSeries, [](double x) { return FCdf(x, 5, 8, 0, true); },
+     [](double x) { return BetaCdf(5 * x / (8 + 5 * x), 2.5, 4, true); }},
+    {"F and beta, density", kPositive, 1e-11, [](double x) { return FPdf(x, 5, 8); },
+     [](double x) { return BetaPdf(5 * x / (8 + 5 * x), 2.5, 4) * 40 / ((8 + 5 * x) * (8 + 5 * x)); }},
+    {"F and beta, inverse", kUnit, 1e-8, [](double p) { return 5 / (8 / FInvCdf(p, 5, 8, 0) + 5); },
+     [](double p) { return BetaInvCdf(p, 2.5, 4); }},
+    {"F, ratio turned over", kPositive, kSeries, [](double x) { return FCdf(x, 5, 8, 0, false); },
+     [](double x) { return FCdf(1 / x, 8, 5, 0, true); }},
+    {"t squared and F", kPositive, kSeries, [](double x) { return 2 * TCdf(std::sqrt(x), 7, 0, true); },
+     [](double x) { return FCdf(x, 1, 7, 0, true); }},
+    {"noncentral t squared and F", kPositive, 1e-10,
+     [](double x) { return TCdf(std::sqrt(x), 7, 1.5, false) - TCdf(-std::sqrt(x), 7, 1.5, false); },
+     [](double x) { return FCdf(x, 1, 7, 2.25, false); }},
+    {"noncentral F and chi-square", kPositive, 1e-6, [](double x) { return FCdf(x, 3, 1e8, 4, false); },
+     [](double x) { return ChiSqCdf(3 * x, 3, 4, false); }},
+    {"t and Cauchy, tail", kReal, kSeries, [](double x) { return TCdf(x, 1, 0, true); },
+     [](double x) { return CauchyCdf(x, 0, 1, true); }},
+    {"t and Cauchy, density", kReal, kRounding, [](double x) { return TPdf(x, 1, 0); },
+     [](double x) { return CauchyPdf(x, 0, 1); }},
+    {"t and Cauchy, inverse", kUnit, kSeries, [](double p) { return TInvCdf(p, 1, 0); },
+     [](double p) { return CauchyInvCdf(p, 0, 1); }},
+    {"t mirrored, tail", kReal, kRounding, [](double x) { return TCdf(x, 6, 1.5, false); },
+     [](double x) { return TCdf(-x, 6, -1.5, true); }},
+    {"t mirrored, density", kReal, 1e-9, [](double x) { return TPdf(x, 6, 1.5); },
+     [](double x) { return TPdf(-x, 6, -1.5); }},
+    {"t mirrored, inverse",
+     {0.003, 0.1, 0.37, 0.5, 0.81, 0.99},
+     1e-9,
+     [](double p) { return TInvCdf(p, 6, 1.5); },
+     [](double p) { return -TInvCdf(1 - p, 6, -1.5); }},
+    {"t mirrored, noncentrality too large",
+     {-9, 0, 1, 9},
+     0,
+     [](double x) { return TCdf(x, 1000, 2e4, false); },
+     [](double x) { return TCdf(-x, 1000, -2e4, true); }},
+    {"beta mirrored", kUnit, kRounding, [](double x) { return BetaCdf(x, 3, 0.7, false); },
+     [](double x) { return BetaCdf(1 - x, 0.7, 3, true); }},
+    {"beta and uniform", kUnit, kSeries, [](double x) { return BetaCdf(x, 1, 1, false); },
+     [](double x) { return UniformCdf(x, 0, 1, false); }},
+    {"gamma and exponential", kPositive, kSeries, [](double x) { return GammaCdf(x, 1, 3, -1, false); },
+     [](double x) { return ExponentialCdf(x, 3, -1, false); }},
+    {"Weibull and exponential, tail", kPositive, kRounding,
+     [](double x) { return WeibullCdf(x, 1, 3, 0, true); },
+     [](double x) { return ExponentialCdf(x, 3, 0, true); }},
+    {"Weibull and exponential, density", kPositive, kRounding,
+     [](double x) { return WeibullPdf(x, 1, 3, 0); }, [](double x) { return ExponentialPdf(x, 3, 0); }},
+    {"Weibull and exponential, inverse", kUnit, kRounding,
+     [](double p) { return WeibullInvCdf(p, 1, 3, -2); },
+     [](double p) { return ExponentialInvCdf(p, 3, -2); }},
+    {"Weibull and smallest extreme value, tail", kPositive, 1e-11,
+     [](double x) { return WeibullCdf(x, 2.5, 3, 0, true); },
+     [](double x) { return SmallestExtremeValueCdf(std::log(x), std::log(3), 0.4, true); }},
+    {"Weibull and smallest extreme value, density", kPositive, 1e-11,
+     [](double x) { return x * WeibullPdf(x, 2.5, 3, 0); },
+     [](double x) { return SmallestExtremeValuePdf(std::log(x), std::log(3), 0.4); }},
+    {"extreme values mirrored, tail", kReal, 0,
+     [](double x) { return SmallestExtremeValueCdf(x, 1, 2, false); },
+     [](double x) { return LargestExtremeValueCdf(-x, -1, 2, true); }},
+    {"extreme values mirrored, density", kReal, 0, [](double x) { return SmallestExtremeValuePdf(x, 1, 2); },
+     [](double x) { return LargestExtremeValuePdf(-x, -1, 2); }},
+    {"extreme values mirrored, inverse", kUnit, 1e-9,
+     [](double p) { return SmallestExtremeValueInvCdf(p, 1, 2); },
+     [](double p) { return -LargestExtremeValueInvCdf(1 - p, -1, 2); }},
+    {"lognormal and normal, tail", kPositive, kRounding,
+     [](double x) { return LogNormalCdf(x - 1, 0.3, 2, -1, true); },
+     [](double x) { return NormalCdf(std::log(x), 0.3, 2, true); }},
+    {"lognormal and normal, density", kPositive, kRounding,
+     [](double x) { return x * LogNormalPdf(x - 1, 0.3, 2, -1); },
+     [](double x) { return NormalPdf(std::log(x), 0.3, 2); }},
+    {"lognormal and normal, inverse", kUnit, kRounding,
+     [](double p) { return LogNormalInvCdf(p, 0.3, 2, 0); },
+     [](double p) { return std::exp(NormalInvCdf(p, 0.3, 2)); }},
+    {"log-logistic and logistic, tail", kPositive, kRounding,
+     [](double x) { return LogLogisticCdf(x - 1, 0.3, 2, -1, true); },
+     [](double x) { return LogisticCdf(std::log(x), 0.3, 2, true); }},
+    {"log-logistic and logistic, density", kPositive, kRounding,
+     [](double x) { return x * LogLogisticPdf(x - 1, 0.3, 2, -1); },
+     [](double x) { return LogisticPdf(std::log(x), 0.3, 2); }},
+    {"Laplace and exponential", kPositive, kRounding, [](double x) { return 2 * LaplaceCdf(x, 0, 3, true); },
+     [](double x) { return ExponentialCdf(x, 3, 0, true); }},
+    {"Tukey lambda 0 and logistic", kReal, 1e-9, [](double x) { return LambdaCdf(x, 0, 1, 2, true); },
+     [](double x) { return LogisticCdf(x, 1, 2, true); }},
+    {"Tukey lambda near 0 and logistic", kReal, 1e-6, [](double x) { return LambdaCdf(x, 1e-9, 1, 2, true); },
+     [](double x) { return LogisticCdf(x, 1, 2, true); }},
+    {"Tukey lambda near 1 and uniform, density",
+     {-0.9, -0.3, 0, 0.8},
+     1e-6,
+     [](double x) { return LambdaPdf(x, 1 + 1e-9, 0, 1); },
+     [](double x) { return UniformPdf(x, -1, 1); }},
+    {"Tukey lambda near 2 and uniform, tail",
+     {-0.4, -0.3, 0, 0.4},
+     1e-6,
+     [](double x) { return LambdaCdf(x, 2 - 1e-9, 0, 1, true); },
+     [](double x) { return UniformCdf(x, -0.5, 0.5, true); }},
+    {"integer uniform and uniform",
+     {1, 2, 3, 6},
+     kRounding,
+     [](double k) { return IntegerUniformCdf(k, 1, 6, false); },
+     [](double k) { return UniformCdf(k, 0, 6, false); }},
+};
+
+TEST(Identities, Hold) {
+    for (const auto& [name, points, tolerance, left, right] : kIdentities)
+        for (const double x : points)
+            EXPECT_TRUE(test::IsNear(left(x), right(x), tolerance)) << name << " at " << x;
+}
+
+}  // namespace
+}  // namespace zul
