@@ -7,8 +7,10 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "csv_table.h"
+#include "distribution.h"
 #include "report.h"
 #include "text.h"
 
@@ -50,6 +52,22 @@ void AddNumber(CLI::App& command, const std::string& name, T& target, const CLI:
     command.add_option(name, store, description)->type_name("NUMBER")->check(valid);
 }
 
+// A list with commas.
+void AddNumbers(CLI::App& command, const std::string& name, std::vector<double>& target,
+                const std::string& description) {
+    const auto store = [&target](const CLI::results_t& results) {
+        for (const std::string& text : results)
+            target.push_back(*ParseNumber(text));
+        return true;
+    };
+    command.add_option(name, store, description)
+        ->type_name("NUMBER,...")
+        ->delimiter(',')
+        ->expected(1, CLI::detail::expected_max_vector_size)
+        ->allow_extra_args(false)
+        ->check(Number("a number", IsAny));
+}
+
 void AddReport(CLI::App& app) {
     const auto options = std::make_shared<analyze::ReportOptions>();
     CLI::App& report = *app.add_subcommand("report", "Summary, z interval and z tests of one column");
@@ -63,15 +81,26 @@ void AddReport(CLI::App& app) {
     report.callback([options] { analyze::PrintReport(std::cout, *options); });
 }
 
+void AddDistribution(CLI::App& app) {
+    const auto options = std::make_shared<analyze::DistributionOptions>();
+    CLI::App& command = *app.add_subcommand("distribution", "Table of density and tails, or of quantiles");
+    command.add_option("FAMILY", options->family, "Distribution family, such as Gamma")->required();
+    AddNumbers(command, "--parameters", options->parameters, "Its parameters, all of them");
+    AddNumbers(command, "--x", options->x, "Where density and tails are wanted");
+    AddNumbers(command, "--p", options->p, "Probabilities whose quantiles are wanted");
+    command.callback([options] { analyze::PrintDistribution(std::cout, *options); });
+}
+
 int Complain(const std::string& message, int status) {
     std::cerr << "analyze: " << analyze::OneLine(message) << '\n';
     return status;
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Statistics of the columns of CSV files", "analyze");
+    CLI::App app("Statistics of the columns of CSV files, and distributions", "analyze");
     app.require_subcommand(1);
     AddReport(app);
+    AddDistribution(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {

@@ -228,4 +228,11 @@ const Function& FunctionOf(const std::string& name) {
     return *byName.at(name);
 }
 
+std::vector<std::string> ReferenceTables() {
+    std::vector<std::string> tables = {"pvalues", "critvalues", "psi"};
+    for (const Family& family : Families())
+        if (family.name != "Discrete") tables.push_back(family.name);  // its user has the table
+    return tables;
+}
+
 }  // namespace zul::test

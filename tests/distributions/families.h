@@ -81,4 +81,7 @@ const std::vector<Statistic>& Statistics();
 // Every exported function by its name.
 const Function& FunctionOf(const std::string& name);
 
+// The names of the files in data/distributions: function, arguments, expected value, relative tolerance.
+std::vector<std::string> ReferenceTables();
+
 }  // namespace zul::test

@@ -11,14 +11,6 @@
 namespace zul {
 namespace {
 
-// The user-defined family needs no table.
-std::vector<std::string> Tables() {
-    std::vector<std::string> tables = {"pvalues", "critvalues", "psi"};
-    for (const test::Family& family : test::Families())
-        if (family.name != "Discrete") tables.push_back(family.name);
-    return tables;
-}
-
 std::vector<test::Row> Rows(const std::string& table) {
     return test::ReadTable("distributions/" + table + ".csv", ';');
 }
@@ -33,12 +25,12 @@ TEST_P(Reference, EveryRowIsWithinItsTolerance) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Tables, Reference, testing::ValuesIn(Tables()),
+INSTANTIATE_TEST_SUITE_P(Tables, Reference, testing::ValuesIn(test::ReferenceTables()),
                          [](const auto& table) { return table.param; });
 
 TEST(ReferenceTables, CoverEveryFunction) {
     std::set<std::string> covered;
-    for (const std::string& table : Tables())
+    for (const std::string& table : test::ReferenceTables())
         for (const test::Row& row : Rows(table))
             covered.insert(row.at(0));
     EXPECT_EQ(covered.size(), 3 * (test::Families().size() - 1) + test::Statistics().size());

@@ -83,6 +83,23 @@ done
 prints '^Usage: analyze .*SUBCOMMAND' --help
 prints '^Usage: analyze report .*FILE' report --help
 
+gamma=(distribution Gamma --parameters 2,0.5,1)
+prints '^Gamma\(shape 2, scale 0\.5, threshold 1\)$' "${gamma[@]}" --x 2
+prints '^ +x +density +P\(X <= x\) +P\(X > x\)$' "${gamma[@]}" --x 2
+prints '^ +2 +0\.541341133 +0\.593994150 +0\.406005850$' "${gamma[@]}" --x 1,2
+prints '^ +0\.59399415029016 +2\.00000000$' "${gamma[@]}" --p 0.5,0.59399415029016
+prints '^ +x +P\(X = x\) +P\(X <= x\) +P\(X >= x\)$' distribution Binomial --parameters 10,0.5 --x 3
+prints '^ +3 +0\.117187500 +0\.171875000 +0\.945312500$' distribution Binomial --parameters 10,0.5 --x 3
+prints '^ +-1 +0\.241970725 ' distribution Normal --parameters 0,1 --x -1
+prints '^ +3 +not defined +0\.' distribution ChiSq --parameters 4,6 --x 3
+refuses "no distribution 'Gama'; the distributions are Beta, .*, Weibull" distribution Gama --x 1
+refuses 'Gamma has 3 parameters, not 2: shape, scale, threshold' distribution Gamma --parameters 2,0.5 --x 1
+refuses 'Binomial: n = 2.5 is not a whole number, or too large' distribution Binomial --parameters 2.5,0.5 --x 1
+refuses "Normal\\(mean 0, sd 0\\) at 1: Float exception: divide by zero." distribution Normal --parameters 0,0 --x 1
+refuses "'one' is not a number" "${gamma[@]}" --x 1,one
+refuses 'give either --x or --p' "${gamma[@]}"
+refuses 'give either --x or --p' "${gamma[@]}" --x 1 --p 0.5
+
 if [[ -e /dev/full ]]; then
     message=$("$analyze" report "$light" --column x 2>&1 >/dev/full)
     [[ $? == 1 && $message == 'analyze: the output could not be written' ]] || fail "full disk" "$message"
