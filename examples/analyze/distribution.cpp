@@ -184,9 +184,9 @@ void PrintDistribution(std::ostream& out, const DistributionOptions& options) {
     const auto column = [&](const Function& function, bool upper) {
         return [&, upper](double x) { return function(x, parameters, upper); };
     };
-    const Columns columns = quantiles ? Columns{column(family.invCdf, false)}
-                                      : Columns{column(family.pdf, false), column(family.cdf, false),
-                                                column(family.cdf, true)};
+    const Columns columns =
+        quantiles ? Columns{column(family.invCdf, false)}
+                  : Columns{column(family.pdf, false), column(family.cdf, false), column(family.cdf, true)};
     std::vector<Row> table = {quantiles         ? Row{"p", "inverse"}
                               : family.discrete ? Row{"x", "P(X = x)", "P(X <= x)", "P(X >= x)"}
                                                 : Row{"x", "density", "P(X <= x)", "P(X > x)"}};

@@ -52,6 +52,9 @@ struct Parameters {
 
 enum class Kind { Continuous, Discrete };
 
+// Where a parameter may lie. Above: above the parameter before it.
+enum class Domain { Real, Positive, Fraction, Noncentrality, Exponent, Above, Count, UpToFirst };
+
 class Family {
 public:
     std::string name;
@@ -59,6 +62,7 @@ public:
     Function pdf;
     Function cdf;
     Function invCdf;
+    std::vector<Domain> domains;
     std::vector<Parameters> parameters;
     // Without the floating-point frame.
     bool bare = false;

@@ -167,6 +167,45 @@ bool IsDocumented(const std::exception& error) {
            typeid(error) == typeid(std::overflow_error);
 }
 
+std::vector<double> DrawParameters(const std::vector<test::Domain>& domains, test::WildArguments& wild) {
+    using enum test::Domain;
+    std::vector<double> values;
+    for (const test::Domain domain : domains) {
+        const double size = wild.Uniform() < 0.7 ? wild.Power(-2, 3) : wild.Power(-6, 7);
+        const double count = std::floor(wild.Power(0, wild.Uniform() < 0.7 ? 3 : 9));
+        const double first = values.empty() ? 0 : values.front();
+        const double previous = values.empty() ? 0 : values.back();
+        const bool whole = !domains.empty() && domains.front() == Count;
+        switch (domain) {
+            case Real:
+                values.push_back(wild.Uniform() < 0.5 ? size : -size);
+                break;
+            case Positive:
+                values.push_back(size);
+                break;
+            case Fraction:
+                values.push_back(wild.Fraction());
+                break;
+            case Noncentrality:
+                values.push_back(wild.Uniform() < 0.5 ? 0 : size);
+                break;
+            case Exponent:
+                values.push_back(wild.Uniform(-5, 10));
+                break;
+            case Above:
+                values.push_back(previous + (whole ? count : size));
+                break;
+            case Count:
+                values.push_back(count);
+                break;
+            case UpToFirst:
+                values.push_back(std::floor(first * wild.Uniform()));
+                break;
+        }
+    }
+    return values;
+}
+
 // Calls evaluate(), which calls the function with these arguments so many times.
 template <typename Evaluate>
 void Check(const Subject& subject, const std::vector<double>& arguments, int times, Evaluate evaluate) {
@@ -223,6 +262,59 @@ TEST_P(Fuzz, ArrayCallsReturnOrThrow) {
                 subject.function->each(x.data(), x.data(), x.size(), test::Arguments(arguments).subspan(1));
                 return std::ranges::find(x, kNA) == x.end() ? 0 : kNA;
             });
+        }
+    }
+}
+
+// NaN when it throws.
+double ValueOf(const test::Applied& f, double x) {
+    try {
+        return f(x);
+    } catch (const std::exception&) {
+        ResetFpuStates();
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+}
+
+void CheckTails(const test::Distribution& d, bool discrete, double x) {
+    const double lower = ValueOf(d.lower, x);
+    const double upper = ValueOf(d.upper, x);
+    const double density = ValueOf(d.pdf, x);
+    EXPECT_FALSE(density < 0 || lower < 0 || lower > 1 || upper < 0 || upper > 1)
+        << d.lower.Name() << " at " << x << ": " << lower << " " << upper << " " << density;
+    const double mass = discrete ? density : 0;
+    EXPECT_FALSE(std::abs(lower + upper - 1 - mass) > 2e-9 + 1e-5 * mass)
+        << d.lower.Name() << " at " << x << ": " << lower << " " << upper << " " << mass;
+}
+
+// The lower tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
+void CheckQuantile(const test::Distribution& d, bool discrete, double p, double x) {
+    double size = std::abs(x);
+    for (const double parameter : d.quantile.parameters)
+        size = std::max(size, std::abs(parameter));
+    const double rounding = size * 1e-15;
+    const double below = ValueOf(d.lower, discrete ? x - 1 : x - rounding);
+    const double above = ValueOf(d.lower, discrete ? x : x + rounding);
+    EXPECT_FALSE(below > p + 2e-9 || above < p - 2e-9)
+        << d.quantile.Name() << " at " << p << " = " << x << ": " << below << " " << above;
+}
+
+TEST_P(Fuzz, ValidParametersGiveTailsAndQuantiles) {
+    test::WildArguments wild(std::hash<std::string>()(GetParam()));
+    for (const test::Family& family : test::Families()) {
+        if (family.name != GetParam()) continue;
+        const bool discrete = family.kind == test::Kind::Discrete;
+        for (int i = 0; i < Calls(); ++i) {
+            const test::Distribution d = family.With({DrawParameters(family.domains, wild), 0, 0});
+            const double p = wild.Fraction();
+            const double x = ValueOf(d.quantile, p);
+            // Some quantiles lie beyond the range of a double.
+            if (std::isfinite(x) && x != 0 && std::abs(x) < 1e29) {
+                CheckTails(d, discrete, x);
+                CheckQuantile(d, discrete, p, x);
+            }
+            const double any = wild.Uniform() < 0.5 ? wild.Positive() : -wild.Positive();
+            CheckTails(d, discrete, discrete ? std::floor(any) : any);
         }
     }
 }
