@@ -85,7 +85,7 @@ private:
     }
 
     void PrintLine(const std::array<std::string, 4>& cells) {
-        GetOutputStream() << std::left << std::setw(26) << cells[0] << " | " << std::right << std::setw(21)
+        GetOutputStream() << std::left << std::setw(34) << cells[0] << " | " << std::right << std::setw(21)
                           << cells[1] << " | " << std::setw(20) << cells[2] << " | " << std::setw(5)
                           << cells[3] << '\n';
     }
