@@ -320,8 +320,10 @@ TEST(Families, TheFrameHoldsDuringACallAlone) {
             ExpectMode(family.bare, f.Name() + " empty array", [&] { f(out, in, 0); });
         }
     });
-    for (const auto& [function, arguments] : test::Statistics())
-        ExpectMode(function.name == "Psi", function.name, [&] { function.call(arguments); });
+    for (const test::Statistic& statistic : test::Statistics()) {
+        const test::Function& function = statistic.function;
+        ExpectMode(function.name == "Psi", function.name, [&] { function.call(statistic.arguments); });
+    }
 }
 
 }  // namespace
