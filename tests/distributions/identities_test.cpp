@@ -37,7 +37,7 @@ const std::vector<Identity> kIdentities = {
      kSeries,
      [](double k) { return BinomialCdf(k, 30, 0.4, true); },
      [](double k) { return BetaCdf(0.4, k, 31 - k, false); }},
-    {"binomial beyond 2.147e9 trials and Poisson", kCounts, 1e-7,
+    {"binomial of very many trials and Poisson", kCounts, 1e-7,
      [](double k) { return BinomialCdf(k, 2.147e9, 7 / 2.147e9, false); },
      [](double k) { return PoissonCdf(k, 7, false); }},
     {"negative binomial and binomial, lower tail",
