@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/time.h>
 #include <time.h>
-#include <xmmintrin.h>
 
 #include <algorithm>
 #include <array>
@@ -21,6 +20,7 @@
 #include <vector>
 
 #include "distributions/families.h"
+#include "support/float_mode.h"
 #include "support/wild_arguments.h"
 #include "zul/frame.h"
 
@@ -31,13 +31,12 @@ using test::Function;
 using test::Type;
 
 constexpr double kNA = 1.23456e30;
-constexpr unsigned kDefault = 0x1F80;
-constexpr unsigned kTrapping = 0x1900;
-constexpr unsigned kFlags = 0x3F;
 #ifdef ZUL_TEST_SANITIZED
 constexpr double kLimit = 1;  // seconds of one call
+constexpr std::array kSignals = {SIGVTALRM, SIGABRT};
 #else
 constexpr double kLimit = 0.05;
+constexpr std::array kSignals = {SIGVTALRM, SIGABRT, SIGSEGV};
 #endif
 
 int Calls() {
@@ -167,42 +166,36 @@ bool IsDocumented(const std::exception& error) {
            typeid(error) == typeid(std::overflow_error);
 }
 
-std::vector<double> DrawParameters(const std::vector<test::Domain>& domains, test::WildArguments& wild) {
+// One more parameter after those before it.
+double DrawParameter(test::Domain domain, const std::vector<double>& before, bool whole,
+                     test::WildArguments& wild) {
     using enum test::Domain;
-    std::vector<double> values;
-    for (const test::Domain domain : domains) {
-        const double size = wild.Uniform() < 0.7 ? wild.Power(-2, 3) : wild.Power(-6, 7);
-        const double count = std::floor(wild.Power(0, wild.Uniform() < 0.7 ? 3 : 9));
-        const double first = values.empty() ? 0 : values.front();
-        const double previous = values.empty() ? 0 : values.back();
-        const bool whole = !domains.empty() && domains.front() == Count;
-        switch (domain) {
-            case Real:
-                values.push_back(wild.Uniform() < 0.5 ? size : -size);
-                break;
-            case Positive:
-                values.push_back(size);
-                break;
-            case Fraction:
-                values.push_back(wild.Fraction());
-                break;
-            case Noncentrality:
-                values.push_back(wild.Uniform() < 0.5 ? 0 : size);
-                break;
-            case Exponent:
-                values.push_back(wild.Uniform(-5, 10));
-                break;
-            case Above:
-                values.push_back(previous + (whole ? count : size));
-                break;
-            case Count:
-                values.push_back(count);
-                break;
-            case UpToFirst:
-                values.push_back(std::floor(first * wild.Uniform()));
-                break;
-        }
+    const double size = wild.Uniform() < 0.7 ? wild.Power(-2, 3) : wild.Power(-6, 7);
+    const double count = std::floor(wild.Power(0, wild.Uniform() < 0.7 ? 3 : 9));
+    switch (domain) {
+        case Real:
+            return wild.Uniform() < 0.5 ? size : -size;
+        case Fraction:
+            return wild.Fraction();
+        case Noncentrality:
+            return wild.Uniform() < 0.5 ? 0 : size;
+        case Exponent:
+            return wild.Uniform(-5, 10);
+        case Above:
+            return before.back() + (whole ? count : size);
+        case Count:
+            return count;
+        case UpToFirst:
+            return std::floor(before.front() * wild.Uniform());
+        default:
+            return size;
     }
+}
+
+std::vector<double> DrawParameters(const std::vector<test::Domain>& domains, test::WildArguments& wild) {
+    std::vector<double> values;
+    for (const test::Domain domain : domains)
+        values.push_back(DrawParameter(domain, values, domains.front() == test::Domain::Count, wild));
     return values;
 }
 
@@ -216,12 +209,13 @@ void Check(const Subject& subject, const std::vector<double>& arguments, int tim
     std::string complaint;
     try {
         const double result = evaluate();
-        if (!subject.bare && (_mm_getcsr() & ~kFlags) != kDefault) complaint = "left the default mode";
+        if (!subject.bare && test::ModeWithoutFlags() != test::kDefaultMode)
+            complaint = "left the default mode";
         if (!subject.bare && result == kNA) complaint = "gave the missing value";
     } catch (const std::exception& error) {
-        const unsigned mode = _mm_getcsr() & ~kFlags;
+        const unsigned mode = test::ModeWithoutFlags();
         ResetFpuStates();
-        if (subject.bare || mode != kTrapping || !IsDocumented(error)) complaint = error.what();
+        if (subject.bare || mode != test::kTrappingMode || !IsDocumented(error)) complaint = error.what();
     }
     const double seconds = ThreadSeconds() - start;
     if (seconds > kLimit * times) complaint = "took " + std::to_string(seconds) + " s";
@@ -231,7 +225,7 @@ void Check(const Subject& subject, const std::vector<double>& arguments, int tim
 class Fuzz : public testing::TestWithParam<std::string> {
 protected:
     void SetUp() override {
-        for (const int number : {SIGVTALRM, SIGSEGV, SIGABRT})
+        for (const int number : kSignals)
             std::signal(number, Die);
     }
     void TearDown() override {

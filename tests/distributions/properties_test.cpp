@@ -1,6 +1,5 @@
 // Rules that hold for every family.
 #include <gtest/gtest.h>
-#include <xmmintrin.h>
 
 #include <algorithm>
 #include <bit>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "distributions/families.h"
+#include "support/float_mode.h"
 #include "zul/distributions.h"
 #include "zul/frame.h"
 
@@ -294,20 +294,16 @@ TEST(Families, TheMissingValueHasNoTails) {
     EXPECT_TRUE(IsNaN(NormalPValue(kNA, UpperTail)) && IsNaN(TPValue(kNA, 3, UpperTail)));
 }
 
-constexpr unsigned kDefault = 0x1F80;
-constexpr unsigned kTrapping = 0x1900;
-constexpr unsigned kFlags = 0x3F;
-
 // The frame ends in the default mode, whatever was before; without the frame the mode stays.
 void ExpectMode(bool bare, const std::string& name, const std::function<void()>& call) {
-    _mm_setcsr(bare ? kTrapping : 0xFFC0);  // round towards zero, denormals flushed
+    _mm_setcsr(bare ? test::kTrappingMode : 0xFFC0);  // round towards zero, denormals flushed
     call();
     const unsigned mode = _mm_getcsr();
     ResetFpuStates();
     if (bare)
-        EXPECT_EQ(mode & ~kFlags, kTrapping) << name;
+        EXPECT_EQ(mode & ~test::kFlags, test::kTrappingMode) << name;
     else
-        EXPECT_EQ(mode, kDefault) << name;
+        EXPECT_EQ(mode, test::kDefaultMode) << name;
 }
 
 TEST(Families, TheFrameHoldsDuringACallAlone) {

@@ -1,7 +1,6 @@
 #include "zul/frame.h"
 
 #include <gtest/gtest.h>
-#include <xmmintrin.h>
 
 #include <bit>
 #include <cfenv>
@@ -14,13 +13,13 @@
 #include <typeinfo>
 
 #include "frame/traps.h"
+#include "support/float_mode.h"
 
 namespace zul {
 namespace {
 
-constexpr unsigned kDefault = 0x1F80;
-constexpr unsigned kTrapping = 0x1900;
-constexpr unsigned kFlags = 0x3F;
+using test::kDefaultMode;
+using test::kTrappingMode;
 
 // Runs the operation where the compiler cannot know that it does not throw.
 template <typename Operation>
@@ -32,14 +31,14 @@ double Opaque(Operation operation) {
 TEST(Frame, SetsTheWholeControlRegister) {
     _mm_setcsr(0xFFC0);  // round towards zero, denormals flushed
     SetKelFpuStates();
-    EXPECT_EQ(_mm_getcsr(), kTrapping);
+    EXPECT_EQ(_mm_getcsr(), kTrappingMode);
     ResetFpuStates();
-    EXPECT_EQ(_mm_getcsr(), kDefault);
+    EXPECT_EQ(_mm_getcsr(), kDefaultMode);
     EXPECT_EQ(test::Divide(1, 0), std::numeric_limits<double>::infinity());
     std::fesetround(FE_UPWARD);
     EXPECT_EQ(RegisterKelSigfpeHandler(), 0);
     EXPECT_EQ(std::fegetround(), FE_TONEAREST);
-    EXPECT_EQ(_mm_getcsr(), kDefault);
+    EXPECT_EQ(_mm_getcsr(), kDefaultMode);
 }
 
 TEST(Traps, BecomeStandardExceptions) {
@@ -65,7 +64,7 @@ TEST(Traps, BecomeStandardExceptions) {
                 ResetFpuStates();
                 ADD_FAILURE() << c.message << " did not come: " << result;
             } catch (const std::exception& e) {
-                EXPECT_EQ(_mm_getcsr() & ~kFlags, kTrapping);
+                EXPECT_EQ(test::ModeWithoutFlags(), kTrappingMode);
                 ResetFpuStates();
                 EXPECT_EQ(typeid(e), c.type) << c.message;
                 EXPECT_EQ(e.what(), c.message);
@@ -75,7 +74,7 @@ TEST(Traps, BecomeStandardExceptions) {
 }
 
 TEST(Traps, IntegerDivisionKeepsTheFloatingPointMode) {
-    for (const unsigned mode : {kDefault, kTrapping}) {
+    for (const unsigned mode : {kDefaultMode, kTrappingMode}) {
         _mm_setcsr(mode);
         try {
             const double result = Opaque([] { return static_cast<double>(test::DivideIntegers(1, 0)); });
@@ -83,7 +82,7 @@ TEST(Traps, IntegerDivisionKeepsTheFloatingPointMode) {
         } catch (const std::runtime_error& e) {
             const unsigned control = _mm_getcsr();
             ResetFpuStates();
-            EXPECT_EQ(control & ~kFlags, mode);
+            EXPECT_EQ(control & ~test::kFlags, mode);
             EXPECT_STREQ(e.what(), "Runtime exception: integer division by zero.");
         }
     }
