@@ -37,9 +37,9 @@ enum class Range { Positive, Real };
 // result is p to kInversionRelTol as well.
 //
 // From the guess on by secants of the logit of the tail over log(t), or over asinh(t), which are nearly
-// straight: four or five evaluations for ordinary parameters. Where they leave the range the root finder looks
-// through the rest of it. terms: about how many terms an evaluation sums, in units of 25 ns; a search for which
-// some 20 ms of them do not do, as when the rounding of the tail hides the root, gives NA.
+// straight: four or five evaluations for ordinary parameters. Where they leave the range the root finder
+// looks through the rest of it. terms: about how many terms an evaluation sums, in units of 25 ns; a search
+// for which some 20 ms of them do not do, as when the rounding of the tail hides the root, gives NA.
 double SolveFromGuess(CmInversion& f, Range range, const QuantileGuess& guess, double terms);
 
 }  // namespace zul::kernels

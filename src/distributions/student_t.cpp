@@ -57,6 +57,7 @@ double TPdf::Central(double x, double logFactor) {
 }
 
 double TPdf::Noncentral(double x) {
+    if (x == kNA) return kNA;
     double logSum = 0;
     if (LogPowerSeries(x, &logSum)) return Central(x, logSum);
     if (!shape_) {
@@ -73,24 +74,27 @@ double TPdf::Noncentral(double x) {
     return difference * df_ / x;
 }
 
-// The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1) / 2) /
-// gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2), but for exp(-noncentrality^2 / 2).
-// False: the terms alternate and cancel, or there are too many. Source: N. L. Johnson, S. Kotz and N. Balakrishnan,
-// Continuous Univariate Distributions, volume 2, 1995, chapter 31.
+// The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1)
+// / 2) / gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2), but for
+// exp(-noncentrality^2 / 2). False: the terms alternate and cancel, or there are too many. Source: N. L.
+// Johnson, S. Kotz and N. Balakrishnan, Continuous Univariate Distributions, volume 2, 1995, chapter 31.
 bool TPdf::LogPowerSeries(double x, double* logSum) {
-    constexpr double kLargestDf = 1e8;  // up to here, with the size below, "t_ncdf" refuses nothing
-    constexpr double kLargestSize = 20;
-    // Of the terms' exponential generating function, with either sign and with a positive one.
-    constexpr double kAlternatingReach = 1;
+    // Up to here "t_ncdf" refuses nothing.
+    constexpr double kLargestDf = 1e8;
+    constexpr double kLargestSize = 1000;
+    // The sum is near the exponential of its reach, and has few terms more; the size keeps it from overflow.
+    constexpr double kReach = 1;
     constexpr double kPositiveReach = 100;
+    constexpr double kSizeForPositive = 20;
     constexpr double kNegligible = 1e-17;
     constexpr int kTermLimit = 4000;
 
     const double df = df_;
-    if (!(df > 0 && df < kLargestDf && std::abs(noncentrality_) <= kLargestSize)) return false;
+    const double size = std::abs(noncentrality_);
+    if (!(df > 0 && df < kLargestDf && size <= kLargestSize)) return false;
     const double y = std::numbers::sqrt2 * noncentrality_ * (x / std::hypot(x, std::sqrt(df)));
     const double reach = y * std::sqrt((df + 1) / 2);
-    if (reach < -kAlternatingReach || reach > kPositiveReach) return false;
+    if (reach < -kReach || reach > (size <= kSizeForPositive ? kPositiveReach : kReach)) return false;
     double even = 1;
     double odd = df / 2 / gammaRatio_.Get([df] { return numerics::HalfStepGammaRatio(df / 2); }) * y;
     double sum = even + odd;
@@ -106,7 +110,7 @@ bool TPdf::LogPowerSeries(double x, double* logSum) {
 
 namespace {
 
-// The largest noncentrality's stand-in where "t_ncdf" refuses that noncentrality; NA when there is none.
+// A noncentrality that "t_ncdf" takes, for one that it refuses; NA when there is none.
 double AcceptedNoncentrality(double df) {
     constexpr double kLinear = 6.1738;
     constexpr double kLimit = 94906265;

@@ -12,8 +12,8 @@ namespace zul::kernels {
 
 // Noncentrality 0 or x = 0: gamma((df + 1) / 2) / (gamma(df / 2) sqrt(df pi)) (1 + x^2 / df)^(-(df + 1) / 2)
 // exp(-noncentrality^2 / 2). Else (F1 - F2) df / x, where F2 is the lower tail at x and F1 that at c x with
-// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where a power series in x does, that
-// is the density instead: the difference may cancel.
+// df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where a power series in x does,
+// that is the density instead: the difference may cancel.
 class TPdf {
 public:
     using Parameters = frame::ParameterList<double, double>;

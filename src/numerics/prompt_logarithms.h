@@ -1,5 +1,5 @@
-// Logarithms for densities: with the absolute error that an exponent can bear, and in half the time from argument
-// to result that LogGammaFn and std::log1p take, since few steps wait for others.
+// Logarithms for densities: with the absolute error that an exponent can bear, and in half the time from
+// argument to result that LogGammaFn and std::log1p take, since few steps wait for others.
 #pragma once
 
 #include <cmath>
@@ -16,7 +16,8 @@ double PromptLogGamma(double a);
 // log(gamma(a) gamma(b) / gamma(a + b)) for a, b > 0 and a + b <= kPromptLimit: twice that error.
 double PromptLogBeta(double a, double b);
 
-// log(gamma(b + 1/2) / (gamma(b) sqrt(b))) for b >= 10. Source: its expansion in powers of 1 / b, from 6.1.40.
+// log(gamma(b + 1/2) / (gamma(b) sqrt(b))) for b >= 10. Source: its expansion in powers of 1 / b, from
+// 6.1.40.
 double PromptLogHalfStep(double b);
 
 // log(1 + t) for t > -1, to a few roundings. Source: W. Kahan's correction of the rounding of 1 + t, in the

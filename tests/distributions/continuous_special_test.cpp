@@ -92,6 +92,7 @@ TEST_F(ContinuousSpecial, ExactValues) {
         // t.
         {TPdf(1e200, 3, 0), 0},
         {TPdf(0, 3, 1e200), 0},
+        {TPdf(kNA, 3, 1), kNaN},
         {TCdf(kNA, 3, 0, false), kNaN},
         {TCdf(0, 3, 0, true), 0.5},
         {TCdf(1, -3, 1, false), kNaN},
@@ -122,7 +123,8 @@ TEST_F(ContinuousSpecial, FailuresThatReachTheHost) {
     EXPECT_THROW(TInvCdf(kNaN, 3, 2), std::invalid_argument);
 }
 
-// Beyond the noncentrality that the mixture takes, also by the answer of a smaller one that is 0 or 1 already.
+// Beyond the noncentrality that the mixture takes, also by the answer of a smaller one that is 0 or 1
+// already.
 TEST_F(ContinuousSpecial, NoncentralTIsMirrored) {
     for (const double df : {0.5, 3.0, 1e6, 1.89e8})
         for (const double noncentrality : {0.3, 5.0, 130.0, 9000.0, 14000.0, 1e200})
@@ -197,7 +199,7 @@ TEST_F(ContinuousSpecial, DensitiesDoNotJump) {
 // The difference of the two tails would lose all digits close to 0, and even its sign.
 TEST_F(ContinuousSpecial, NoncentralTDensityNearZero) {
     for (const double df : {0.3, 6.0, 5e7})
-        for (const double noncentrality : {-14.0, 1e-6, 2.0}) {
+        for (const double noncentrality : {-33.0, -14.0, 1e-6, 2.0}) {
             const double centre = TPdf(0, df, noncentrality);
             EXPECT_NEAR(TPdf(1e-13, df, noncentrality) / centre, 1, 1e-11);
             EXPECT_NEAR(TPdf(-1e-300, df, noncentrality) / centre, 1, 1e-14);
