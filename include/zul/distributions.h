@@ -234,7 +234,7 @@ ZUL_API double FPdf(double x, double df1, double df2);
 ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, double df2);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
-/// noncentrality 0 and 1e-12 above, up to some 1e4 degrees of freedom.
+/// noncentrality 0 and 1e-12 above (1e-9 for more than 1e4 degrees of freedom).
 ///
 /// x <= 0 gives 0 and 1. NaN for parameters outside their domain.
 /// Method: the incomplete beta pair at df1 x / (df1 x + df2), see BetaCdf(); for a noncentrality its Poisson

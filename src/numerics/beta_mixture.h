@@ -32,10 +32,11 @@ struct BetaMixture {
 
     // Which sums are the short ones: the upper for x above the centre (a + h) / (a + b + h). About 1.5
     // standard deviations belong to the lower ones still: their fraction converges there at once, and the
-    // other tail is not small yet. Where a tiny shape draws the centre to an end, nearer to it than x, the
-    // fraction of that side fails.
+    // other tail is not small yet. Of two large shapes none does: above the centre that fraction cancels.
+    // Where a tiny shape draws the centre to an end, nearer to it than x, the fraction of that side fails.
     bool PrefersUpper() const {
         constexpr double kSds = 1.5;
+        constexpr double kLargeShape = 1e4;
         constexpr double kTinyShape = 0.1;
         constexpr double kNearEnd = 1e-4;
         constexpr double kReached = 1;  // beyond it that fraction converges, and the other fails
@@ -43,7 +44,8 @@ struct BetaMixture {
         const double product = at.complement * shape;
         if (b < kTinyShape && at.complement < kNearEnd && product < kReached) return true;
         if (shape < kTinyShape && at.x < kNearEnd && at.x * b < kReached) return false;
-        return at.x * b > (b < 1 ? product : product + at.complement * kSds * std::sqrt(shape));
+        if (b < 1 || (b > kLargeShape && shape > kLargeShape)) return at.x * b > product;
+        return at.x * b > product + at.complement * kSds * std::sqrt(shape);
     }
 };
 

@@ -171,6 +171,13 @@ TEST_F(ContinuousSpecial, NoncentralQuantilesInvertTheTail) {
     EXPECT_LT(ChiSqInvCdf(1e-20, 0.05, 1), 1e-280);
 }
 
+// Above the centre of two large shapes the fraction of the lower tail has no digits.
+TEST_F(ContinuousSpecial, NoncentralFWithManyDegreesOfFreedom) {
+    for (double x = 0.998; x < 1.002; x += 0.0001)
+        for (const bool upper : {false, true})
+            EXPECT_NEAR(FCdf(x, 1e7, 9e6, 1e-6, upper) / FCdf(x, 1e7, 9e6, 0, upper), 1, 2e-9) << x;
+}
+
 // Both sides of each switch point of a density in its parameters.
 TEST_F(ContinuousSpecial, DensitiesDoNotJump) {
     const struct {
