@@ -22,7 +22,10 @@ double SumOfTails(double a, double b) {
 }
 
 double RatioTerm(double count, double n, double probability) {
+    constexpr double kQuotientOverflows = 1e-290;
     if (probability == 0) return std::numeric_limits<double>::infinity();
+    if (probability > 0 && probability < kQuotientOverflows)
+        return count * (frame::SafeLog(count / n) - frame::SafeLog(probability));
     return count * frame::SafeLog(count / n / probability);
 }
 

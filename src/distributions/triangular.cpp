@@ -1,5 +1,7 @@
 #include "distributions/triangular.h"
 
+#include <algorithm>
+
 #include "frame/guarded.h"
 #include "zul/distributions.h"
 
@@ -20,7 +22,11 @@ namespace {
 double LowerTail(double x, double lower, double mode, double upper) {
     if (x >= upper) return 1;
     const double range = upper - lower;
-    if (x > mode) return ((upper - x) / (upper - mode) + 1) * ((x - mode) / range) + (mode - lower) / range;
+    if (x > mode) {
+        const double tail =
+            ((upper - x) / (upper - mode) + 1) * ((x - mode) / range) + (mode - lower) / range;
+        return std::min(tail, 1.0);  // a rounding may pass it
+    }
     return x > lower ? (x - lower) / (mode - lower) * ((x - lower) / range) : 0;
 }
 
