@@ -1,14 +1,18 @@
 /// @file
-/// Descriptive statistics: sums, moments, correlation.
+/// Descriptive statistics: sums, moments, correlation, ranks, quantiles, summaries.
 ///
 /// Every accumulation is compensated (W. Kahan, 1965), in index order; means and centred sums are updated in
 /// one pass (B. P. Welford, 1962): a mean forms differences of two values, not their total, and so holds for
-/// values whose sum overflows.
+/// values whose sum overflows. These functions allocate nothing.
 ///
-/// The functions look neither for NaN nor for the library's missing value: each of the n values takes part in
-/// the arithmetic, a NaN makes the result NaN, 1.23456e30 is a number. They set no floating-point mode, in
-/// the default mode never throw, allocate nothing, and may run on several threads at once on different
-/// outputs.
+/// What needs the data in order sorts a private copy, once. Memory that cannot be obtained is status 30001,
+/// never an exception.
+///
+/// The functions look neither for NaN nor for the library's missing value: 1.23456e30 is a number; each of the
+/// n values takes part in the arithmetic, where a NaN makes the result NaN, and in the order, where NaN come
+/// after plus infinity. They set no floating-point mode, in the default mode never throw, and may run on
+/// several threads at once on different outputs, except RunKelBoxplotHelper(), which evaluates distributions
+/// and is to be serialised with the calls that do so.
 #pragma once
 
 #include <zul/export.h>
@@ -24,6 +28,32 @@ struct ZUL_API SecondSampleMoments {
     double sum;           ///< sum of the data
     unsigned count;       ///< number of values; an input of GetSecondSampleMoments()
     SecondSampleMoments();
+};
+
+/// Minimum, quartiles, median and maximum. The constructor sets them to NaN.
+struct ZUL_API FiveNumberSummary {
+    double minimum;
+    double firstQuartile;
+    double median;
+    double thirdQuartile;
+    double maximum;
+    FiveNumberSummary();
+};
+
+/// What a boxplot shows. The constructor sets all to NaN.
+struct ZUL_API KelBoxplotHelper {
+    double minimum;            ///< smallest value
+    double maximum;            ///< largest value
+    double firstQuartile;      ///< quantile at 0.25, method 6
+    double thirdQuartile;      ///< quantile at 0.75, method 6
+    double median;             ///< quantile at 0.5, method 6
+    double medianLowerBound;   ///< lower end of the confidence interval for the median
+    double medianUpperBound;   ///< upper end of that interval
+    double lowerHinge;         ///< quantile at h = (n + 3) / (4 (n + 1)), method 6: depth (n + 3) / 4
+    double upperHinge;         ///< quantile at 1 - h, method 6: the same depth from the top
+    double mean;               ///< arithmetic mean
+    double standardDeviation;  ///< root of the sample variance, divisor n - 1
+    KelBoxplotHelper();
 };
 
 /// The sum of x. An infinite value before the last gives NaN.
@@ -91,6 +121,16 @@ ZUL_API double GetCovariance(const double* x, const double* y, unsigned n, doubl
 /// @return the correlation; n < 2, or a constant x or y: NaN
 ZUL_API double GetPearsonCorrelation(const double* x, const double* y, unsigned n);
 
+/// Spearman's rank correlation: Pearson's correlation of the ranks by GetRank(), ties with their mean rank
+/// (C. Spearman, The proof and measurement of association between two things, 1904).
+/// @param x in: n values
+/// @param y in: n values
+/// @param n number of pairs
+/// @param status out: 0; 30001 if memory for the ranks could not be obtained; not written if a ranking could
+/// not obtain its own
+/// @return the correlation; n < 2, a constant x or y, or a failure: NaN
+ZUL_API double GetSpearmanCorrelation(const double* x, const double* y, unsigned n, int* status);
+
 /// The mean and the sums of the second, third and fourth powers of the deviations from it, in one pass
 /// (T. B. Terriberry, Computing higher-order moments online, 2007).
 /// @param x in: n values
@@ -113,6 +153,100 @@ ZUL_API void GetSecondSampleMoments(SecondSampleMoments* record, const double* x
 /// @param skewness out: n < 3: NaN
 /// @param kurtosis out: n < 4: NaN
 ZUL_API void GetKelSkewnessAndKurtosis(const double* x, unsigned n, double* skewness, double* kurtosis);
+
+/// The order of the values: x[order[0]], x[order[1]], ... ascend, NaN last. Which of tied values comes first
+/// is not promised. Needs no memory to succeed, but is faster with it.
+/// @param x in: n values
+/// @param n number of values
+/// @param order out: n indices, from 0
+ZUL_API void GetOrder(const double* x, unsigned n, unsigned* order);
+
+/// The ranks of the values, from 1. Tied values have the mean of their ranks; NaN have the last ranks, each
+/// its own.
+/// @param x in: n values
+/// @param n number of values
+/// @param ranks out: n ranks, in the order of the values, may equal x; all NaN without memory
+/// @return 0; 30001 if memory could not be obtained
+ZUL_API int GetRank(const double* x, unsigned n, double* ranks);
+
+/// Sample quantiles by one of nine definitions (R. J. Hyndman and Y. Fan, Sample quantiles in statistical
+/// packages, 1996), by their numbers: 1 to 3 are steps, 4 to 9 interpolate between the values next to the
+/// position
+///
+///     4: n p    5: n p + 1/2    6: n p + p    7: n p + (1 - p)    8: n p + (p + 1) / 3    9: n p + (p + 1.5) / 4
+///
+/// or give the end value beyond the first or last. 1 is the inverse of the empirical distribution function, 2
+/// the same with averages at its steps, 3 the value nearest to n p, between two the even one.
+/// @param x in: n values
+/// @param n number of values
+/// @param method from 1 to 9
+/// @param out out: count quantiles, may equal probabilities: the minimum at 0, the maximum at 1, NaN for a
+/// probability outside [0, 1] or NaN, and for n = 0
+/// @param probabilities in: count probabilities
+/// @param count number of quantiles
+/// @return 0; 30001 if memory could not be obtained, 30017 for another method: nothing is written
+ZUL_API int GetSampleQuantiles(const double* x, unsigned n, int method, double* out,
+                               const double* probabilities, unsigned count);
+
+/// The mean without the five percent smallest and the five percent largest values, as many at each end as
+/// 0.05 n rounded half up.
+/// @param x in: n values
+/// @param n number of values
+/// @param status out: 0; 30001 if memory could not be obtained
+/// @return the trimmed mean; n = 0, or a failure: NaN
+ZUL_API double GetKelTrimmedMean(const double* x, unsigned n, int* status);
+
+/// The mean without the smallest and the largest values, as many at each end as the integer part of n times
+/// the fraction.
+/// @param x in: n values
+/// @param n number of values
+/// @param fraction of the values, cut from each end
+/// @param status out: 0; 30001 if memory could not be obtained
+/// @return the trimmed mean; a negative or NaN fraction, no value left, or a failure: NaN
+ZUL_API double GetTrimmedMean(const double* x, unsigned n, double fraction, int* status);
+
+/// The most frequent values, in ascending order. Values that occur once are never modes: without repeats there
+/// is none. Modes for which there is no room are not counted.
+/// @param x in: n values
+/// @param n number of values
+/// @param modes out: maxModes values, NaN after the last mode; null is allowed for maxModes = 0
+/// @param maxModes room for modes; 0: no mode is looked for
+/// @param modeCount out: number of modes written, 0 without any
+/// @param modeFrequency out: how often each mode occurs, 0 without any
+/// @return 0; 30001 if memory could not be obtained: no modes
+ZUL_API int GetMode(const double* x, unsigned n, double* modes, unsigned maxModes, unsigned* modeCount,
+                    unsigned* modeFrequency);
+
+/// Minimum, quartiles, median and maximum, the quartiles and the median as quantiles by method 6.
+/// @param out out: the summary, all NaN for n = 0; not written on failure
+/// @param x in: n values
+/// @param n number of values
+/// @return 0; 30001 if memory could not be obtained
+ZUL_API int GetKelFiveNumberSummary(FiveNumberSummary* out, const double* x, unsigned n);
+
+/// GetSecondSampleMoments(), GetKelFiveNumberSummary() and GetMode() with room for five modes, sorting once.
+/// @param moments in: count; out: the other fields
+/// @param five out: the summary
+/// @param modes out: 5 values, NaN after the last mode
+/// @param modeCount out: number of modes written
+/// @param modeFrequency out: how often each mode occurs
+/// @param x in: moments->count values
+/// @return 0; 30001 if memory could not be obtained: only the moments are written
+ZUL_API int GetKel2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSummary* five, double* modes,
+                                      unsigned* modeCount, unsigned* modeFrequency, const double* x);
+
+/// Fills the record of a boxplot.
+///
+/// The interval for the median is interpolated between order statistics (T. P. Hettmansperger and
+/// S. J. Sheather, Confidence intervals based on interpolated order statistics, 1986), with the binomial
+/// distribution up to n = 50 and its normal approximation from n = 51 on. It is NaN where the values are too
+/// few for the confidence; n = 1 gives the value itself for both ends.
+/// @param out out: the record, all NaN for n = 0 and on failure
+/// @param confidence of the interval for the median, in (0, 1); outside that the interval may be NaN
+/// @param x in: n values
+/// @param n number of values
+/// @return 0; 30001 if memory could not be obtained
+ZUL_API int RunKelBoxplotHelper(KelBoxplotHelper* out, double confidence, const double* x, unsigned n);
 
 }  // namespace v1
 

@@ -7,6 +7,7 @@ inline constexpr int kSuccess = 0;
 inline constexpr int kOutOfMemory = 30001;
 inline constexpr int kBadIntervalType = 30002;
 inline constexpr int kTooManyValues = 30011;
+inline constexpr int kUnknownOption = 30017;
 inline constexpr int kRootNotEvaluated = 30020;
 inline constexpr int kRootNotBracketed = 30021;
 

@@ -1,13 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <functional>
 #include <limits>
-#include <map>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "support/reference_table.h"
@@ -43,69 +38,6 @@ double Kurtosis(const Sample& x) {
     double kurtosis = 0;
     v1::GetKelSkewnessAndKurtosis(x.data(), Size(x), &skewness, &kurtosis);
     return kurtosis;
-}
-
-// The exact value within the conditioning of the data, and the very bits of the prescribed order of
-// operations.
-void ExpectRow(double actual, const std::string& value, const std::string& literal,
-               const std::string& tolerance, const std::string& where) {
-    EXPECT_TRUE(test::IsNear(actual, test::Number(value), test::Number(tolerance))) << where;
-    if (literal != "-") {
-        EXPECT_TRUE(test::IsNear(actual, test::Number(literal), 0)) << where;
-    }
-}
-
-TEST(Univariate, MatchesReferenceToTheBit) {
-    const std::map<std::string, std::function<double(const Sample&, double)>> quantities = {
-        {"sum", [](const Sample& x, double) { return v1::GetSum(x.data(), Size(x)); }},
-        {"mean", [](const Sample& x, double) { return v1::GetSampleMean(x.data(), Size(x)); }},
-        {"variance", [](const Sample& x, double) { return v1::GetSampleVariance(x.data(), Size(x)); }},
-        {"variance_given_mean",
-         [](const Sample& x, double m) { return v1::GetSampleVariance(x.data(), Size(x), m); }},
-        {"M2", [](const Sample& x, double) { return PowerSum(x, 2); }},
-        {"M3", [](const Sample& x, double) { return PowerSum(x, 3); }},
-        {"M4", [](const Sample& x, double) { return PowerSum(x, 4); }},
-        {"skewness", [](const Sample& x, double) { return Skewness(x); }},
-        {"kurtosis", [](const Sample& x, double) { return Kurtosis(x); }},
-        {"geometric_mean", [](const Sample& x, double) { return v2::GetGeometricMean(x.data(), Size(x)); }},
-    };
-    for (const test::Row& row : test::ReadTable("descriptive/univariate.csv", ',')) {
-        const double argument = row.at(2).empty() ? 0 : test::Number(row.at(2));
-        const double actual = quantities.at(row.at(1))(test::ReadSample(row.at(0)), argument);
-        ExpectRow(actual, row.at(3), row.at(4), row.at(5), row[0] + " " + row[1]);
-    }
-}
-
-TEST(Bivariate, MatchesReferenceToTheBit) {
-    for (const test::Row& row : test::ReadTable("descriptive/bivariate.csv", ',')) {
-        const Sample x = test::ReadSample(row.at(0));
-        const Sample y = test::ReadSample(row.at(1));
-        double varianceX = 0;
-        double varianceY = 0;
-        const double covariance = v1::GetCovariance(x.data(), y.data(), Size(x), &varianceX, &varianceY);
-        const std::map<std::string, double> quantities = {
-            {"covariance", covariance},
-            {"variance_x", varianceX},
-            {"variance_y", varianceY},
-            {"pearson", v1::GetPearsonCorrelation(x.data(), y.data(), Size(x))}};
-        ExpectRow(quantities.at(row.at(2)), row.at(3), row.at(4), row.at(5),
-                  row[0] + " " + row[1] + " " + row[2]);
-    }
-}
-
-TEST(Nist, CertifiedMeanAndStandardDeviation) {
-    for (const test::Row& row : test::ReadTable("descriptive/nist_certified.csv", ',')) {
-        const Sample x = test::ReadSample(row.at(0));
-        ASSERT_EQ(Size(x), test::Number(row.at(1)));
-        double mean = 0;
-        double variance = 0;
-        v1::GetSampleMeanAndVariance(x.data(), Size(x), &mean, &variance);
-        // The decimals of the data are rounded to doubles, which moves the deviations by that much.
-        const double deviation = test::Number(row.at(3));
-        const double tolerance = std::numeric_limits<double>::epsilon() * (4 + std::abs(mean) / deviation);
-        EXPECT_TRUE(test::IsNear(mean, test::Number(row.at(2)), 1e-15)) << row[0];
-        EXPECT_TRUE(test::IsNear(std::sqrt(variance), deviation, tolerance)) << row[0];
-    }
 }
 
 TEST(SmallSamples, HaveFixedAnswers) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zul/descriptive.h"
+
+namespace zul::descriptive {
+
+// The quantile definition of the five-number summary and the boxplot.
+inline constexpr int kSummaryMethod = 6;
+
+// The quantile of n sorted values at the probability p by a method from 1 to 9. n = 0, p outside [0, 1] or
+// NaN: NaN.
+// Source: R. J. Hyndman and Y. Fan, Sample quantiles in statistical packages, 1996; their numbers.
+double SortedQuantile(const double* sorted, unsigned n, int method, double p);
+
+// Minimum, quartiles, median and maximum of n sorted values.
+void SummariseSorted(const double* sorted, unsigned n, v1::FiveNumberSummary* out);
+
+}  // namespace zul::descriptive
