@@ -70,9 +70,11 @@ void AddNumbers(CLI::App& command, const std::string& name, std::vector<double>&
 
 void AddReport(CLI::App& app) {
     const auto options = std::make_shared<analyze::ReportOptions>();
-    CLI::App& report = *app.add_subcommand("report", "Summary, z interval and z tests of one column");
+    CLI::App& report =
+        *app.add_subcommand("report", "Summary, boxplot, z interval and z tests of one column");
     report.add_option("FILE", options->file, "CSV file, the first line is the heading")->required();
     report.add_option("--column", options->column, "Heading of the column")->required()->type_name("NAME");
+    report.add_option("--with", options->with, "Heading of a column to correlate with")->type_name("NAME");
     AddNumber(report, "--sigma", options->sigma, Number("a positive number", IsPositive),
               "Known sd of one value (default: the sample's)");
     AddNumber(report, "--mu", options->mu, Number("a number", IsAny), "Hypothesised mean (default: 0)");

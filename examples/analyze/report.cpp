@@ -6,12 +6,12 @@
 #include <array>
 #include <cmath>
 #include <iomanip>
-#include <limits>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
 
 #include "csv_table.h"
+#include "summary.h"
 #include "text.h"
 
 namespace analyze {
@@ -19,19 +19,12 @@ namespace {
 
 using zul::AlternativeHypothesis;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-// Reading decimal data rounds them, and a spread much smaller than the mean magnifies that: of the sd of
-// six-digit measurements with a spread of a thousandth some 13 digits are theirs, of skewness and kurtosis
-// fewer.
-constexpr int kSampleDigits = 13;
-constexpr int kShapeDigits = 8;
 // Quantiles and p-values of the normal distribution are good to about eight digits; a bound has more where
 // the interval is short beside the mean.
 constexpr int kBoundDigits = 10;
 constexpr int kTestDigits = 6;
+constexpr int kCorrelationDigits = 10;
 constexpr int kNameWidth = 70;
-constexpr int kLabelWidth = 18;
-constexpr int kValueWidth = 24;
 // Wide enough for "against  mean not equal to" and any number, and three columns of less than 80 characters.
 constexpr int kAlternativeWidth = 51;
 constexpr int kTestWidth = 14;
@@ -46,29 +39,6 @@ constexpr std::array kAlternatives = {Alternative{AlternativeHypothesis::LessTha
                                       Alternative{AlternativeHypothesis::GreaterThan, ">"}};
 
 using ZTests = std::array<zul::v0::OneSampleZ, kAlternatives.size()>;
-
-struct Summary {
-    unsigned n;
-    double mean;
-    double standardDeviation;
-    double skewness;
-    double kurtosis;
-};
-
-unsigned CountOf(const std::vector<double>& values) {
-    if (values.size() > std::numeric_limits<unsigned>::max()) throw std::length_error("too many values");
-    return static_cast<unsigned>(values.size());
-}
-
-Summary Summarise(const std::vector<double>& values) {
-    Summary summary{CountOf(values), kNaN, kNaN, kNaN, kNaN};
-    double variance = kNaN;
-    zul::v1::GetSampleMeanAndVariance(values.data(), summary.n, &summary.mean, &variance);
-    // The library's variance of a single value is 0, which a reader would take for a measured one.
-    if (summary.n > 1) summary.standardDeviation = std::sqrt(variance);
-    zul::v1::GetKelSkewnessAndKurtosis(values.data(), summary.n, &summary.skewness, &summary.kurtosis);
-    return summary;
-}
 
 double SigmaOf(const Summary& summary, const ReportOptions& options) {
     if (options.sigma) return *options.sigma;
@@ -92,18 +62,15 @@ ZTests RunTests(const std::vector<double>& values, double sigma, const ReportOpt
     return tests;
 }
 
-void PrintRow(std::ostream& out, std::string_view label, const std::string& value) {
-    out << "  " << std::left << std::setw(kLabelWidth) << label << std::right << std::setw(kValueWidth)
-        << value << '\n';
-}
-
-void PrintSummary(std::ostream& out, const Summary& summary) {
-    out << "Sample\n";
-    PrintRow(out, "n", std::to_string(summary.n));
-    PrintRow(out, "mean", Significant(summary.mean, kSampleDigits));
-    PrintRow(out, "sd", Significant(summary.standardDeviation, kSampleDigits));
-    PrintRow(out, "skewness", Significant(summary.skewness, kShapeDigits));
-    PrintRow(out, "excess kurtosis", Significant(summary.kurtosis, kShapeDigits));
+// The library's coefficients of one pair of columns.
+void PrintCorrelations(std::ostream& out, const std::vector<double>& x, const std::vector<double>& y) {
+    const unsigned n = CountOf(x);
+    int status = 0;
+    const double spearman = zul::v1::GetSpearmanCorrelation(x.data(), y.data(), n, &status);
+    if (status != 0) throw std::runtime_error("the ranks failed with status " + std::to_string(status));
+    const double pearson = zul::v1::GetPearsonCorrelation(x.data(), y.data(), n);
+    PrintRow(out, "Pearson", Significant(pearson, kCorrelationDigits));
+    PrintRow(out, "Spearman", Significant(spearman, kCorrelationDigits));
 }
 
 void PrintInterval(std::ostream& out, const zul::v0::OneSampleZ& test, double sigma,
@@ -135,15 +102,24 @@ void PrintTests(std::ostream& out, const ZTests& tests, double mu) {
 }  // namespace
 
 void PrintReport(std::ostream& out, const ReportOptions& options) {
-    const std::vector<double> values = CsvTable(options.file).ReadColumn(options.column);
-    const Summary summary = Summarise(values);
+    const CsvTable table(options.file);
+    const std::vector<double> values = table.ReadColumn(options.column);
+    const std::vector<double> others = options.with ? table.ReadColumn(*options.with) : std::vector<double>();
+    const Summary summary = Summarise(values, options.confidence);
     const double sigma = SigmaOf(summary, options);
     const ZTests tests = RunTests(values, sigma, options);
 
     out << "File    " << OneLine(ShortenedToEnd(options.file, kNameWidth)) << '\n'
         << "Column  " << OneLine(ShortenedToEnd(options.column, kNameWidth)) << "\n\n";
-    PrintSummary(out, summary);
+    PrintSummary(out, summary, options.confidence);
     out << '\n';
+    PrintBoxplot(out, values, summary);
+    out << '\n';
+    if (options.with) {
+        out << "Correlation with " << OneLine(Quoted(*options.with)) << '\n';
+        PrintCorrelations(out, values, others);
+        out << '\n';
+    }
     PrintInterval(out, tests.front(), sigma, options);
     out << '\n';
     PrintTests(out, tests, options.mu);

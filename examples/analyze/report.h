@@ -1,5 +1,6 @@
 /// @file
-/// The subcommand `report`: summary of one column, z interval and z tests of its mean.
+/// The subcommand `report`: summary and boxplot of one column, its correlation with another, z interval and
+/// z tests of its mean.
 #pragma once
 
 #include <optional>
@@ -11,9 +12,10 @@ namespace analyze {
 struct ReportOptions {
     std::string file;
     std::string column;
-    std::optional<double> sigma;  ///< known standard deviation of one value; absent: that of the sample
-    double mu = 0;                ///< hypothesised mean
-    double confidence = 0.95;     ///< confidence level, in (0, 1)
+    std::optional<std::string> with;  ///< second column, of which the correlations are wanted
+    std::optional<double> sigma;      ///< known standard deviation of one value; absent: that of the sample
+    double mu = 0;                    ///< hypothesised mean
+    double confidence = 0.95;         ///< confidence level of the intervals, in (0, 1)
 };
 
 /// Writes the report. Throws InputError, before anything is written.

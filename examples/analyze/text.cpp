@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iomanip>
 #include <limits>
 #include <system_error>
 
@@ -14,6 +15,8 @@ namespace {
 constexpr std::size_t kNumberLength = 32;
 // So much of a cell still lets a message fit on one line of a terminal.
 constexpr std::size_t kQuotedLength = 40;
+constexpr int kLabelWidth = 18;
+constexpr int kValueWidth = 24;
 
 std::string_view WithoutBlanks(std::string_view text) {
     constexpr std::string_view kBlanks = " \t";
@@ -47,6 +50,11 @@ std::string AsGiven(double value) {
 
 std::string Significant(double value, int digits) {
     return std::isnan(value) ? "not defined" : Formatted("%#.*g", value, digits);
+}
+
+void PrintRow(std::ostream& out, std::string_view label, const std::string& value) {
+    out << "  " << std::left << std::setw(kLabelWidth) << label << std::right << std::setw(kValueWidth)
+        << value << '\n';
 }
 
 std::string OneLine(std::string_view text) {

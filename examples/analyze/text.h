@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -17,8 +18,15 @@ std::optional<double> ParseNumber(std::string_view text);
 /// A number that the user gave, with the digits that were given, up to the 15 that a double keeps.
 std::string AsGiven(double value);
 
+/// Reading decimal data rounds them, and a spread much smaller than the mean magnifies that: of the sd of
+/// six-digit measurements with a spread of a thousandth some 13 digits are theirs.
+inline constexpr int kSampleDigits = 13;
+
 /// A computed number with so many significant digits, trailing zeros kept; "not defined" for NaN.
 std::string Significant(double value, int digits);
+
+/// One line of a table of labels and values.
+void PrintRow(std::ostream& out, std::string_view label, const std::string& value);
 
 /// The text with a question mark for each control character, so that it stays on one line.
 std::string OneLine(std::string_view text);

@@ -40,6 +40,12 @@ refuses_file() {
 prints ' n +100$' report "$light" --column x
 prints ' mean +299\.8524000000$' report "$light" --column x
 prints ' sd +0\.07901054781905$' report "$light" --column x
+prints ' first quartile +299\.8025000000$' report "$light" --column x
+prints ' 95 % from +299\.84000$' report "$light" --column x
+prints ' 80 % to +299\.86000$' report "$light" --column x --confidence 0.8
+prints ' modes +299\.81, 299\.88 \(10 times\)$' report "$light" --column x
+prints ' 5 % trimmed mean +299\.8528888889$' report "$light" --column x
+prints '^  o    o +\|-+\[=+\(M\+=\)=+\]-+\| +o$' report "$light" --column x
 prints 'sigma taken from the sample$' report "$light" --column x
 
 # mean -+ 1.959964 * 0.008, and the normal tails of z = 0.3
@@ -56,6 +62,14 @@ prints '99\.9 % confidence' "${z[@]}" --confidence 0.999
 printf '\xEF\xBB\xBFx,"a ""b"", c"\r\n\r\n +1 ,"two\r\nlines"\r\n" -2e0",\r\n4,5' >"$scratch/good.csv"
 prints ' mean +1\.000000000000$' report "$scratch/good.csv" --column x
 refuses 'good.csv, line 3, column .*: .two\?\?lines. is not a number' report "$scratch/good.csv" --column 'a "b", c'
+
+# One value has its place in the middle; of two columns that rise together one is curved.
+printf 'x\n3\n' >"$scratch/one.csv"
+prints '^ +M +$' report "$scratch/one.csv" --column x --sigma 1
+printf 'x,y\n1,1\n2,4\n3,9\n4,16\n' >"$scratch/pairs.csv"
+prints ' Pearson +0\.9843740387$' report "$scratch/pairs.csv" --column x --with y
+prints ' Spearman +1\.000000000$' report "$scratch/pairs.csv" --column x --with y
+refuses "pairs.csv: no column 'z'; .*" report "$scratch/pairs.csv" --column x --with z
 
 refuses 'none.csv: No such file or directory' report "$scratch/none.csv" --column x
 refuses_file '' ': the file has no heading line'

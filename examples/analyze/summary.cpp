@@ -1,0 +1,140 @@
+#include "summary.h"
+
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+#include "text.h"
+
+namespace analyze {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+// Of skewness and kurtosis fewer digits than kSampleDigits outlast the reading of decimal data.
+constexpr int kShapeDigits = 8;
+constexpr int kIntervalDigits = 8;
+// Columns of the boxplot, and the digits of the numbers at its ends.
+constexpr std::size_t kPlotWidth = 72;
+constexpr int kPlotDigits = 6;
+// How far a whisker reaches from the box at most, in lengths of the box: J. W. Tukey, Exploratory data
+// analysis, 1977.
+constexpr double kWhiskerReach = 1.5;
+
+void Expect(int status, const std::string& what) {
+    if (status != 0) throw std::runtime_error(what + " failed with status " + std::to_string(status));
+}
+
+std::string ModesOf(const Summary& summary) {
+    if (summary.modeCount == 0) return "none";
+    std::string text;
+    for (unsigned i = 0; i < summary.modeCount; ++i)
+        text.append(i == 0 ? "" : ", ").append(AsGiven(summary.modes[i]));
+    if (summary.modeCount == summary.modes.size()) text += ", ...";
+    return text + " (" + std::to_string(summary.modeFrequency) + " times)";
+}
+
+// One line of characters over a range of values.
+class PlotLine {
+public:
+    PlotLine(double from, double to) : from_(from), to_(to), text_(kPlotWidth, ' ') {}
+    // NaN has no place.
+    void Mark(double value, char mark) {
+        if (!std::isnan(value)) text_[Column(value)] = mark;
+    }
+    void Fill(double from, double to, char mark) {
+        for (std::size_t i = Column(from); i <= Column(to); ++i)
+            text_[i] = mark;
+    }
+    const std::string& Text() const { return text_; }
+
+private:
+    std::size_t Column(double value) const {
+        if (to_ <= from_) return kPlotWidth / 2;
+        // Halves, since the difference of two huge values might overflow.
+        const double share = (value / 2 - from_ / 2) / (to_ / 2 - from_ / 2);
+        return static_cast<std::size_t>(std::lround(share * static_cast<double>(kPlotWidth - 1)));
+    }
+
+    double from_;
+    double to_;
+    std::string text_;
+};
+
+}  // namespace
+
+unsigned CountOf(const std::vector<double>& values) {
+    if (values.size() > std::numeric_limits<unsigned>::max()) throw std::length_error("too many values");
+    return static_cast<unsigned>(values.size());
+}
+
+Summary Summarise(const std::vector<double>& values, double confidence) {
+    Summary summary{};
+    summary.n = CountOf(values);
+    zul::v1::SecondSampleMoments moments;
+    moments.count = summary.n;
+    Expect(zul::v1::GetKel2013ExtendedSummary(&moments, &summary.five, summary.modes.data(),
+                                              &summary.modeCount, &summary.modeFrequency, values.data()),
+           "the summary");
+    summary.mean = moments.mean;
+    // The library's variance of a single value is 0, which a reader would take for a measured one.
+    summary.standardDeviation = summary.n > 1 ? std::sqrt(moments.variance) : kNaN;
+    zul::v1::GetKelSkewnessAndKurtosis(values.data(), summary.n, &summary.skewness, &summary.kurtosis);
+    int status = 0;
+    summary.trimmedMean = zul::v1::GetKelTrimmedMean(values.data(), summary.n, &status);
+    Expect(status, "the trimmed mean");
+    Expect(zul::v1::RunKelBoxplotHelper(&summary.box, confidence, values.data(), summary.n), "the boxplot");
+    return summary;
+}
+
+void PrintSummary(std::ostream& out, const Summary& summary, double confidence) {
+    const std::string level = "  " + AsGiven(100 * confidence) + " % ";
+    out << "Sample\n";
+    PrintRow(out, "n", std::to_string(summary.n));
+    PrintRow(out, "mean", Significant(summary.mean, kSampleDigits));
+    PrintRow(out, "sd", Significant(summary.standardDeviation, kSampleDigits));
+    PrintRow(out, "minimum", Significant(summary.five.minimum, kSampleDigits));
+    PrintRow(out, "first quartile", Significant(summary.five.firstQuartile, kSampleDigits));
+    PrintRow(out, "median", Significant(summary.five.median, kSampleDigits));
+    PrintRow(out, level + "from", Significant(summary.box.medianLowerBound, kIntervalDigits));
+    PrintRow(out, level + "to", Significant(summary.box.medianUpperBound, kIntervalDigits));
+    PrintRow(out, "third quartile", Significant(summary.five.thirdQuartile, kSampleDigits));
+    PrintRow(out, "maximum", Significant(summary.five.maximum, kSampleDigits));
+    PrintRow(out, "modes", ModesOf(summary));
+    PrintRow(out, "5 % trimmed mean", Significant(summary.trimmedMean, kSampleDigits));
+    PrintRow(out, "skewness", Significant(summary.skewness, kShapeDigits));
+    PrintRow(out, "excess kurtosis", Significant(summary.kurtosis, kShapeDigits));
+}
+
+void PrintBoxplot(std::ostream& out, const std::vector<double>& values, const Summary& summary) {
+    const zul::v1::KelBoxplotHelper& box = summary.box;
+    const double reach = kWhiskerReach * (box.thirdQuartile - box.firstQuartile);
+    double low = box.firstQuartile;
+    double high = box.thirdQuartile;
+    PlotLine line(box.minimum, box.maximum);
+    for (const double value : values) {
+        const bool outlier = value < box.firstQuartile - reach || value > box.thirdQuartile + reach;
+        if (outlier) line.Mark(value, 'o');
+        if (!outlier && value < low) low = value;
+        if (!outlier && value > high) high = value;
+    }
+    line.Fill(low, high, '-');
+    line.Mark(low, '|');
+    line.Mark(high, '|');
+    line.Fill(box.firstQuartile, box.thirdQuartile, '=');
+    line.Mark(box.firstQuartile, '[');
+    line.Mark(box.thirdQuartile, ']');
+    line.Mark(box.medianLowerBound, '(');
+    line.Mark(box.medianUpperBound, ')');
+    line.Mark(box.mean, '+');
+    line.Mark(box.median, 'M');
+
+    const std::string from = Significant(box.minimum, kPlotDigits);
+    const std::string to = Significant(box.maximum, kPlotDigits);
+    const std::string gap(kPlotWidth - from.size() - to.size(), ' ');
+    out << "Boxplot\n  " << line.Text() << "\n  " << from << gap << to
+        << "\n  [ ] quartiles  M median  ( ) its interval  + mean  o more than 1.5 boxes away\n";
+}
+
+}  // namespace analyze
