@@ -44,6 +44,22 @@ inline void EnterDefaultMode() {
 #endif
 }
 
+// Whether the processor multiplies and adds with one rounding. The marked functions are compiled for such
+// processors and are to be called on them alone; what they call has to be inlined to be so compiled.
+#if defined(__GNUC__)
+#define ZUL_FUSED __attribute__((target("fma")))
+#define ZUL_INLINE inline __attribute__((always_inline))
+inline bool HasFusedMultiplyAdd() {
+    return __builtin_cpu_supports("fma") != 0;
+}
+#else
+#define ZUL_FUSED
+#define ZUL_INLINE inline
+inline bool HasFusedMultiplyAdd() {
+    return false;
+}
+#endif
+
 // From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide
 // handler is installed on the first call and never again; traps that are not ours go to the handler that
 // was there before.

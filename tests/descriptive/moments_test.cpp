@@ -40,6 +40,103 @@ double Kurtosis(const Sample& x) {
     return kurtosis;
 }
 
+// A plain sequential compensated sum.
+struct Sum {
+    double s = 0;
+    double c = 0;
+    void Add(double v) {
+        const double y = v + c;
+        const double t = s + y;
+        c = y - (t - s);
+        s = t;
+    }
+};
+
+// What the functions give, step by step.
+struct Moments {
+    Sum sum;
+    Sum mean;
+    Sum squares;
+    Sum m[5];  // the mean, and the sums of the powers 2, 3 and 4 at their index
+    Sum meanY;
+    Sum xx;
+    Sum yy;
+    Sum xy;
+};
+
+Moments Sequential(const Sample& x, const Sample& y) {
+    Moments r;
+    r.sum.Add(x[0]);
+    r.mean.s = r.m[1].s = x[0];
+    r.meanY.s = y[0];
+    for (std::size_t i = 1; i < x.size(); ++i) {
+        const auto k = static_cast<double>(i);
+        const double count = k + 1;
+        r.sum.Add(x[i]);
+        const double dx = x[i] - r.mean.s;
+        const double dy = y[i] - r.meanY.s;
+        r.mean.Add(dx / count);
+        r.squares.Add(k * (dx / count) * dx);
+        r.xx.Add(k * dx * (dx / count));
+        r.meanY.Add(dy / count);
+        r.yy.Add(k * dy * (dy / count));
+        r.xy.Add(k * (dy / count) * dx);
+        const double delta = x[i] - r.m[1].s;
+        const double dn = delta / count;
+        const double t = k * dn * delta;
+        r.m[4].Add(dn * ((k * (k - 1) + 1) * t * dn + 6 * r.m[2].s * dn - 4 * r.m[3].s));
+        r.m[3].Add(dn * ((k - 1) * t - 3 * r.m[2].s));
+        r.m[2].Add(t);
+        r.m[1].Add(dn);
+    }
+    return r;
+}
+
+void ExpectSequential(const Sample& x, const Sample& y) {
+    const Moments expected = Sequential(x, y);
+    const unsigned n = Size(x);
+    const double divisor = n - 1.0;
+    double mean = 0;
+    double variance = 0;
+    double varianceX = 0;
+    double varianceY = 0;
+    v1::GetSampleMeanAndVariance(x.data(), n, &mean, &variance);
+    const double covariance = v1::GetCovariance(x.data(), y.data(), n, &varianceX, &varianceY);
+    const double pairs[][2] = {
+        {v1::GetSum(x.data(), n), expected.sum.s},
+        {v1::GetSampleMean(x.data(), n), expected.mean.s},
+        {mean, expected.mean.s},
+        {variance, expected.squares.s / divisor},
+        {PowerSum(x, 1), expected.m[1].s},
+        {PowerSum(x, 2), expected.m[2].s},
+        {PowerSum(x, 3), expected.m[3].s},
+        {PowerSum(x, 4), expected.m[4].s},
+        {covariance, expected.xy.s / divisor},
+        {varianceX, expected.xx.s / divisor},
+        {varianceY, expected.yy.s / divisor},
+    };
+    for (const auto& [actual, sequential] : pairs)
+        ASSERT_TRUE(test::IsNear(actual, sequential, 0)) << n << " from " << x[0];
+}
+
+TEST(Moments, HaveTheBitsOfASequentialLoop) {
+    std::mt19937_64 generator(11);
+    std::normal_distribution<double> normal(3, 2);
+    for (int exponent = -1070; exponent <= 1020; exponent += 10) {
+        Sample x(2 + generator() % 200);
+        Sample y(x.size());
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            x[i] = std::ldexp(normal(generator), exponent);
+            y[i] = generator() % 4 == 0 ? 7 : normal(generator);
+        }
+        ExpectSequential(x, y);
+    }
+    Sample x(300'001);
+    for (double& value : x)
+        value = normal(generator);
+    ExpectSequential(x, Sample(x.rbegin(), x.rend()));
+}
+
 TEST(SmallSamples, HaveFixedAnswers) {
     const double x[] = {5, 7, 8};
     double out[6] = {-7, -7, -7, -7, -7, -7};
