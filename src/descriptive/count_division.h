@@ -13,11 +13,18 @@ struct PlainDivision {
     static double Quotient(double a, double k) { return a / k; }
 };
 
-// a / k for a whole k from 1 to 2^32, to the bit, with a multiplication and a fused one to wait for instead of
-// the slower division. high + low is 1 / k to 104 bits, and so is the quotient before its one rounding: enough,
-// since a 53-bit number over a 32-bit one is further than a 2^-87th of itself from the middle between two
-// doubles. Both parts depend on k alone and are ready when a is. The method is that of P. Markstein,
-// Computation of elementary functions on the IBM RISC System/6000 processor, 1990.
+// a / k for a whole k from 1 to 2^32, to the bit when rounding to nearest (in another direction exact quotients
+// come out one off), with a multiplication and a fused one to wait for instead of the slower division. Both
+// parts of 1 / k depend on k alone and are ready when a is. Where nothing underflows or overflows:
+//
+//   - The remainder 1 - k high is exact, being a whole multiple, at most k / 2, of the last place of high. So
+//     high + low is 1 / k to 2^-105 of itself, and with the rounding of a low the quotient before its one
+//     rounding is off by less than 2^-104 of itself.
+//   - A quotient of a 53-bit number by a 32-bit one is no middle between two doubles, and from each of them
+//     further than 2^-87 of itself: so both sides of the error round to the same double.
+//
+// The method is that of P. Markstein, Computation of elementary functions on the IBM RISC System/6000
+// processor, 1990.
 struct FusedDivision {
     static ZUL_INLINE double Quotient(double a, double k) {
         const double high = 1 / k;
@@ -28,8 +35,8 @@ struct FusedDivision {
     }
 
 private:
-    // Between 2^-900 and 2^901, where no part of the product underflows or overflows. By the bits, since a
-    // comparison would trap NaN in trapping mode.
+    // Between 2^-900 and 2^901: of the parts of the product a low is the smallest, above 2^-118 of a unless 0.
+    // By the bits, since a comparison would trap NaN in trapping mode.
     static ZUL_INLINE bool IsModerate(double a) {
         constexpr std::uint64_t kBias = 1023;
         constexpr std::uint64_t kReach = 900;

@@ -49,8 +49,8 @@ ZUL_FUSED double UpdatedMeanFused(const double* x, unsigned n) {
 
 double GetSampleMean(const double* x, unsigned n) {
     if (n == 0) return kQuietNaN;
-    return frame::HasFusedMultiplyAdd() ? UpdatedMeanFused(x, n)
-                                        : UpdatedMean<descriptive::PlainDivision>(x, n);
+    const bool fused = frame::HasFusedMultiplyAdd() && frame::RoundsToNearest();
+    return fused ? UpdatedMeanFused(x, n) : UpdatedMean<descriptive::PlainDivision>(x, n);
 }
 
 double GetSampleVariance(const double* x, unsigned n, double mean) {

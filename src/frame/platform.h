@@ -24,6 +24,11 @@ inline void SetControl(unsigned control) {
     _mm_setcsr(control);
 }
 
+inline bool RoundsToNearest() {
+    constexpr unsigned kDirection = 0x6000;
+    return (GetControl() & kDirection) == 0;
+}
+
 // One write of the whole register clears the flags and sets masks and rounding together; a
 // read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
 inline void EnterTrappingMode() {
