@@ -39,9 +39,9 @@ std::string ModesOf(const Summary& summary) {
 class PlotLine {
 public:
     PlotLine(double from, double to) : from_(from), to_(to), text_(kPlotWidth, ' ') {}
-    // NaN has no place.
+    // NaN has no place, nor has the infinite mean of huge values.
     void Mark(double value, char mark) {
-        if (!std::isnan(value)) text_[Column(value)] = mark;
+        if (std::isfinite(value)) text_[Column(value)] = mark;
     }
     void Fill(double from, double to, char mark) {
         for (std::size_t i = Column(from); i <= Column(to); ++i)

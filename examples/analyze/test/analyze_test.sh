@@ -63,9 +63,11 @@ printf '\xEF\xBB\xBFx,"a ""b"", c"\r\n\r\n +1 ,"two\r\nlines"\r\n" -2e0",\r\n4,5
 prints ' mean +1\.000000000000$' report "$scratch/good.csv" --column x
 refuses 'good.csv, line 3, column .*: .two\?\?lines. is not a number' report "$scratch/good.csv" --column 'a "b", c'
 
-# One value has its place in the middle; of two columns that rise together one is curved.
+# One value has its place in the middle, an infinite mean has none; of two columns that rise together one is curved.
 printf 'x\n3\n' >"$scratch/one.csv"
 prints '^ +M +$' report "$scratch/one.csv" --column x --sigma 1
+printf 'x\n1.7e308\n-1.7e308\n' >"$scratch/huge.csv"
+prints ' mean +-inf$' report "$scratch/huge.csv" --column x --sigma 1
 printf 'x,y\n1,1\n2,4\n3,9\n4,16\n' >"$scratch/pairs.csv"
 prints ' Pearson +0\.9843740387$' report "$scratch/pairs.csv" --column x --with y
 prints ' Spearman +1\.000000000$' report "$scratch/pairs.csv" --column x --with y
