@@ -2,17 +2,18 @@
 /// Descriptive statistics: sums, moments, correlation, ranks, quantiles, summaries.
 ///
 /// Every accumulation is compensated (W. Kahan, 1965), in index order; means and centred sums are updated in
-/// one pass (B. P. Welford, 1962): a mean forms differences of two values, not their total, and so holds for
-/// values whose sum overflows. These functions allocate nothing.
+/// one pass (B. P. Welford, 1962): a mean forms the differences of the values from it, not their total, and
+/// so holds for values whose sum overflows. The sums and moments allocate nothing.
 ///
-/// What needs the data in order sorts a private copy, once. Memory that cannot be obtained is status 30001,
-/// never an exception.
+/// What needs the data in order sorts a private copy, once, and leaves x as it is. Memory that cannot be
+/// obtained is status 30001, never an exception. Where n is 0, x may be null.
 ///
-/// The functions look neither for NaN nor for the library's missing value: 1.23456e30 is a number; each of the
-/// n values takes part in the arithmetic, where a NaN makes the result NaN, and in the order, where NaN come
-/// after plus infinity. They set no floating-point mode, in the default mode never throw, and may run on
-/// several threads at once on different outputs, except RunKelBoxplotHelper(), which evaluates distributions
-/// and is to be serialised with the calls that do so.
+/// The functions look neither for NaN nor for the library's missing value: 1.23456e30 is a number; each of
+/// the n values takes part in the arithmetic, where a NaN makes the result NaN, and in the order, where NaN
+/// come after plus infinity. An infinite value gives an infinity or NaN, as the arithmetic has it. The
+/// functions set no floating-point mode, in the default mode never throw, and may run on several threads at
+/// once on different outputs, except RunKelBoxplotHelper(), which evaluates distributions and is to be
+/// serialised with the calls that do so.
 #pragma once
 
 #include <zul/export.h>
@@ -62,7 +63,7 @@ struct ZUL_API KelBoxplotHelper {
 /// @return the sum; n = 0: NaN
 ZUL_API double GetSum(const double* x, unsigned n);
 
-/// The running sums x[0] + ... + x[i]. n = 0 writes nothing.
+/// The running sums x[0] + ... + x[i], NaN after an infinite value. n = 0 writes nothing.
 /// @param x in: n values
 /// @param n number of values
 /// @param out out: n values, may equal x
@@ -75,15 +76,15 @@ ZUL_API void GetCumulativeSums(const double* x, unsigned n, double* out);
 /// @return the sum; n = 0: NaN
 ZUL_API double GetProportions(const double* x, unsigned n, double* out);
 
-/// The arithmetic mean.
+/// The arithmetic mean, the sum of x / n.
 /// @param x in: n values
 /// @param n number of values
 /// @return the mean; n = 0: NaN
 ZUL_API double GetSampleMean(const double* x, unsigned n);
 
-/// The sample variance, divisor n - 1, from the deviations from a given mean. The mean need not be exact: the
-/// sum of the deviations corrects for it (T. F. Chan, G. H. Golub and R. J. LeVeque, Algorithms for computing
-/// the sample variance, 1983).
+/// The sample variance from the deviations d from a given mean, (sum of d^2 - (sum of d)^2 / n) / (n - 1).
+/// The mean need not be exact: the sum of the deviations corrects for it (T. F. Chan, G. H. Golub and R. J.
+/// LeVeque, Algorithms for computing the sample variance, 1983).
 /// @param x in: n values
 /// @param n number of values
 /// @param mean the mean of the values
@@ -103,7 +104,8 @@ ZUL_API double GetSampleVariance(const double* x, unsigned n);
 /// @param variance out: the variance; n = 0: NaN; n = 1: 0
 ZUL_API void GetSampleMeanAndVariance(const double* x, unsigned n, double* mean, double* variance);
 
-/// The sample covariance of x and y and their variances, divisor n - 1, in one pass.
+/// The sample covariance of x and y, the sum of (x - mean x) (y - mean y) / (n - 1), and their variances, in
+/// one pass.
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs
@@ -113,8 +115,9 @@ ZUL_API void GetSampleMeanAndVariance(const double* x, unsigned n, double* mean,
 ZUL_API double GetCovariance(const double* x, const double* y, unsigned n, double* varianceX,
                              double* varianceY);
 
-/// Pearson's product-moment correlation, in [-1, 1] but for rounding. Data whose spread is near 1e-80 or 1e80
-/// and beyond give NaN or lose it: products of four deviations are formed.
+/// Pearson's product-moment correlation, covariance / root of the product of the variances, in [-1, 1] but
+/// for rounding. Products of four deviations are formed: where these are below 1e-75 or above 1e75 or so, the
+/// result may be inaccurate or NaN.
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs
@@ -126,8 +129,8 @@ ZUL_API double GetPearsonCorrelation(const double* x, const double* y, unsigned 
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs
-/// @param status out: 0; 30001 if memory for the ranks could not be obtained; not written if a ranking could
-/// not obtain its own
+/// @param status out: 0, for n < 2 as well; 30001 if memory for the ranks could not be obtained; left as it
+/// was if a ranking could not obtain the memory that it works in, so let it be nonzero before the call
 /// @return the correlation; n < 2, a constant x or y, or a failure: NaN
 ZUL_API double GetSpearmanCorrelation(const double* x, const double* y, unsigned n, int* status);
 
@@ -146,8 +149,13 @@ ZUL_API int GetCenteredOrderKPowerSums(const double* x, unsigned n, double* out,
 /// @param x in: record->count values
 ZUL_API void GetSecondSampleMoments(SecondSampleMoments* record, const double* x);
 
-/// The adjusted sample skewness G1 and excess kurtosis G2 (0 for a normal population), D. N. Joanes and
-/// C. A. Gill, Comparing measures of sample skewness and kurtosis, 1998.
+/// The adjusted sample skewness G1 and excess kurtosis G2 (0 for a normal population), from the sums M2, M3
+/// and M4 of the powers of the deviations:
+///
+///     G1 = n sqrt(n - 1) M3 / ((n - 2) M2^1.5)
+///     G2 = (n + 1) n (n - 1) M4 / ((n - 2) (n - 3) M2^2) - 3 (n - 1)^2 / ((n - 2) (n - 3))
+///
+/// D. N. Joanes and C. A. Gill, Comparing measures of sample skewness and kurtosis, 1998.
 /// @param x in: n values; constant values give NaN for both
 /// @param n number of values
 /// @param skewness out: n < 3: NaN
@@ -176,7 +184,8 @@ ZUL_API int GetRank(const double* x, unsigned n, double* ranks);
 ///     4: n p    5: n p + 1/2    6: n p + p    7: n p + (1 - p)    8: n p + (p + 1) / 3    9: n p + (p + 1.5) / 4
 ///
 /// or give the end value beyond the first or last. 1 is the inverse of the empirical distribution function, 2
-/// the same with averages at its steps, 3 the value nearest to n p, between two the even one.
+/// the same with averages at its steps, 3 the value whose number, from 1, is nearest to n p, the even one of
+/// two.
 /// @param x in: n values
 /// @param n number of values
 /// @param method from 1 to 9
@@ -184,7 +193,8 @@ ZUL_API int GetRank(const double* x, unsigned n, double* ranks);
 /// probability outside [0, 1] or NaN, and for n = 0
 /// @param probabilities in: count probabilities
 /// @param count number of quantiles
-/// @return 0; 30001 if memory could not be obtained, 30017 for another method: nothing is written
+/// @return 0; 30001 if memory could not be obtained, 30017 for another method, for n = 0 as well: then
+/// nothing is written
 ZUL_API int GetSampleQuantiles(const double* x, unsigned n, int method, double* out,
                                const double* probabilities, unsigned count);
 
@@ -200,20 +210,20 @@ ZUL_API double GetKelTrimmedMean(const double* x, unsigned n, int* status);
 /// the fraction.
 /// @param x in: n values
 /// @param n number of values
-/// @param fraction of the values, cut from each end
+/// @param fraction of the values to cut from each end, from 0 to below 1/2
 /// @param status out: 0; 30001 if memory could not be obtained
 /// @return the trimmed mean; a negative or NaN fraction, no value left, or a failure: NaN
 ZUL_API double GetTrimmedMean(const double* x, unsigned n, double fraction, int* status);
 
-/// The most frequent values, in ascending order. Values that occur once are never modes: without repeats there
-/// is none. Modes for which there is no room are not counted.
+/// The most frequent values, in ascending order. Values that occur once are never modes: without repeats
+/// there is none. Modes for which there is no room are not counted.
 /// @param x in: n values
 /// @param n number of values
 /// @param modes out: maxModes values, NaN after the last mode; null is allowed for maxModes = 0
 /// @param maxModes room for modes; 0: no mode is looked for
 /// @param modeCount out: number of modes written, 0 without any
 /// @param modeFrequency out: how often each mode occurs, 0 without any
-/// @return 0; 30001 if memory could not be obtained: no modes
+/// @return 0; 30001 if memory could not be obtained: modes are all NaN then, and both counts 0
 ZUL_API int GetMode(const double* x, unsigned n, double* modes, unsigned maxModes, unsigned* modeCount,
                     unsigned* modeFrequency);
 
@@ -237,12 +247,15 @@ ZUL_API int GetKel2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSu
 
 /// Fills the record of a boxplot.
 ///
-/// The interval for the median is interpolated between order statistics (T. P. Hettmansperger and
-/// S. J. Sheather, Confidence intervals based on interpolated order statistics, 1986), with the binomial
-/// distribution up to n = 50 and its normal approximation from n = 51 on. It is NaN where the values are too
-/// few for the confidence; n = 1 gives the value itself for both ends.
+/// The interval for the median is interpolated between the values of depth d and d + 1 from either end (T. P.
+/// Hettmansperger and S. J. Sheather, Confidence intervals based on interpolated order statistics, 1986), or
+/// between those of depth d and the median where d reaches the middle. Up to n = 50 d is the quantile of the
+/// binomial distribution with n trials and success probability 1/2 at (1 - confidence) / 2; from n = 51 on it
+/// is floor(n / 2 + z sqrt(n) / 2 + 1/2), z the standard normal quantile there. The interval is NaN where d
+/// is 0, the values being too few for the confidence; n = 1 gives the value itself for both ends.
 /// @param out out: the record, all NaN for n = 0 and on failure
-/// @param confidence of the interval for the median, in (0, 1); outside that the interval may be NaN
+/// @param confidence of the interval for the median, in (0, 1), such as 0.95; otherwise the interval is NaN
+/// or without meaning
 /// @param x in: n values
 /// @param n number of values
 /// @return 0; 30001 if memory could not be obtained
@@ -252,7 +265,8 @@ ZUL_API int RunKelBoxplotHelper(KelBoxplotHelper* out, double confidence, const 
 
 namespace v2 {
 
-/// The geometric mean, by a running product that is scaled back between 2^-256 and 2^256 after each value.
+/// The geometric mean, the n-th root of the product of x, by a running product that is scaled back between
+/// 2^-256 and 2^256 after each value.
 ///
 /// Values from 3e-231 to 1e231 are safe; beyond, the product may underflow, which gives 0, or overflow, which
 /// gives infinity. The first value that decides ends the loop, and the values after it are not looked at: 0
