@@ -9,6 +9,10 @@
 namespace zul::hypothesis {
 namespace {
 
+double TwoSidedLevel(double confidence) {
+    return (confidence + 1.0) * 0.5;
+}
+
 // quantile(p) is that of the standardised estimate.
 template <typename Quantile>
 int Interval(Quantile quantile, double confidence, IntervalType type, double estimate, double standardError,
@@ -20,7 +24,7 @@ int Interval(Quantile quantile, double confidence, IntervalType type, double est
             *upper = estimate + quantile(confidence) * standardError;
             return kSuccess;
         case IntervalType::TwoSided: {
-            const double halfWidth = quantile((confidence + 1.0) * 0.5) * standardError;
+            const double halfWidth = quantile(TwoSidedLevel(confidence)) * standardError;
             *lower = estimate - halfWidth;
             *upper = estimate + halfWidth;
             return kSuccess;
@@ -41,8 +45,22 @@ int NormalInterval(double confidence, IntervalType type, double estimate, double
     return Interval(FramedNormalQuantile, confidence, type, estimate, standardError, lower, upper);
 }
 
+int TInterval(double df, double confidence, IntervalType type, double estimate, double standardError,
+              double* lower, double* upper) {
+    const auto quantile = [df](double p) { return FramedTQuantile(p, df); };
+    return Interval(quantile, confidence, type, estimate, standardError, lower, upper);
+}
+
+double TwoSidedNormalQuantile(double confidence) {
+    return FramedNormalQuantile(TwoSidedLevel(confidence));
+}
+
 double NormalTestPValue(double z, AlternativeHypothesis alternative) {
     return FramedNormalTail(z, static_cast<int>(alternative));
+}
+
+double TTestPValue(double t, double df, AlternativeHypothesis alternative) {
+    return FramedTTail(t, df, static_cast<int>(alternative));
 }
 
 }  // namespace zul::hypothesis

@@ -2,16 +2,14 @@
 
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
-#include "zul/descriptive.h"
+#include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
 namespace {
 
 void Summarise(OneSampleZ* record, const double* data) {
-    double variance = 0;
-    v1::GetSampleMeanAndVariance(data, record->n, &record->mean, &variance);
-    record->standardDeviation = std::sqrt(variance);
+    hypothesis::MeanAndStandardDeviation(data, record->n, &record->mean, &record->standardDeviation);
 }
 
 }  // namespace
