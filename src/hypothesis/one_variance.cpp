@@ -1,0 +1,99 @@
+#include <algorithm>
+#include <limits>
+
+#include "distributions/framed_evaluations.h"
+#include "frame/missing_value.h"
+#include "frame/status.h"
+#include "hypothesis/bonett.h"
+#include "zul/descriptive.h"
+#include "zul/hypothesis.h"
+
+namespace zul::v0 {
+namespace {
+
+using frame::kQuietNaN;
+using hypothesis::BonettSample;
+
+int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type) {
+    const double df = record->n - 1.0;
+    const double sumOfSquares = record->variance * df;
+    double* const lower = &record->chiSquareLowerBound;
+    double* const upper = &record->chiSquareUpperBound;
+    switch (type) {
+        case IntervalType::UpperBound:
+            *lower = 0;
+            *upper = sumOfSquares / FramedChiSqQuantile(1 - confidence, df);
+            return kSuccess;
+        case IntervalType::TwoSided:
+            *lower = sumOfSquares / FramedChiSqQuantile((confidence + 1) * 0.5, df);
+            *upper = sumOfSquares / FramedChiSqQuantile((1 - confidence) * 0.5, df);
+            return kSuccess;
+        case IntervalType::LowerBound:
+            *lower = sumOfSquares / FramedChiSqQuantile(confidence, df);
+            *upper = std::numeric_limits<double>::infinity();
+            return kSuccess;
+    }
+    *lower = *upper = kQuietNaN;
+    return kBadIntervalType;
+}
+
+void ChiSquareTest(OneVariance* record, AlternativeHypothesis alternative, double variance0) {
+    const double df = record->n - 1.0;
+    record->degreesOfFreedom = df;
+    record->chiSquareStatistic = record->variance * df / variance0;
+    const bool usable = record->chiSquareStatistic < std::numeric_limits<double>::infinity();
+    record->chiSquarePValue =
+        usable ? FramedChiSqTail(record->chiSquareStatistic, df, static_cast<int>(alternative)) : kQuietNaN;
+}
+
+void ClearTests(OneVariance* record) {
+    record->chiSquareStatistic = record->chiSquarePValue = kQuietNaN;
+    record->degreesOfFreedom = record->bonettPValue = kQuietNaN;
+}
+
+// The variance and the bounds of both methods; the sample is what Bonett's test goes on with.
+int RunIntervals(OneVariance* record, const double* data, double confidence, IntervalType type,
+                 BonettSample* sample) {
+    double mean = 0;
+    v1::GetSampleMeanAndVariance(data, record->n, &mean, &record->variance);
+    const int chiSquareStatus = ChiSquareInterval(record, confidence, type);
+    *sample = {static_cast<double>(record->n), record->variance, kQuietNaN};
+    const int bonettStatus =
+        hypothesis::EstimateKurtosis(data, record->n, record->variance, &sample->kurtosis);
+    hypothesis::BonettBounds(*sample, confidence, type, &record->bonettLowerBound, &record->bonettUpperBound);
+    return std::max(chiSquareStatus, bonettStatus);
+}
+
+}  // namespace
+
+int RunOneVariance(OneVariance* record, const double* data, double confidence, IntervalType type) {
+    BonettSample sample{};
+    ClearTests(record);
+    return RunIntervals(record, data, confidence, type, &sample);
+}
+
+// A bad type does not keep the tests from being computed: they do not need it.
+int RunOneVariance(OneVariance* record, const double* data, double confidence, IntervalType type,
+                   AlternativeHypothesis alternative, double variance0) {
+    BonettSample sample{};
+    const int status = RunIntervals(record, data, confidence, type, &sample);
+    ChiSquareTest(record, alternative, variance0);
+    record->bonettPValue = kQuietNaN;
+    record->bonettPValue = hypothesis::BonettPValue(sample, variance0, alternative);
+    return status;
+}
+
+int RunOneVariance(OneVariance* record, double confidence, IntervalType type) {
+    ClearTests(record);
+    record->bonettLowerBound = record->bonettUpperBound = kQuietNaN;
+    return ChiSquareInterval(record, confidence, type);
+}
+
+int RunOneVariance(OneVariance* record, double confidence, IntervalType type,
+                   AlternativeHypothesis alternative, double variance0) {
+    const int status = RunOneVariance(record, confidence, type);
+    ChiSquareTest(record, alternative, variance0);
+    return status;
+}
+
+}  // namespace zul::v0

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+#include "hypothesis/record_fields.h"
+#include "support/allocations.h"
+#include "zul/frame.h"
+#include "zul/hypothesis.h"
+
+namespace zul::v0 {
+namespace {
+
+using Sample = std::vector<double>;
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr auto kTwoSided = IntervalType::TwoSided;
+constexpr auto kLess = AlternativeHypothesis::LessThan;
+constexpr auto kNotEqual = AlternativeHypothesis::NotEqual;
+constexpr auto kGreater = AlternativeHypothesis::GreaterThan;
+
+const Sample kSample = {1, 2, 3, 4, 5.5, 9, -3, 1};
+
+OneVariance RunTest(const Sample& data, AlternativeHypothesis alternative, double variance0,
+                    IntervalType type = kTwoSided, int status = 0) {
+    OneVariance record;
+    record.n = static_cast<unsigned>(data.size());
+    EXPECT_EQ(RunOneVariance(&record, data.data(), 0.95, type, alternative, variance0), status);
+    return record;
+}
+
+TEST(OneVariance, BadTypeLeavesTheTests) {
+    const OneVariance good = RunTest(kSample, kNotEqual, 5);
+    const OneVariance badType = RunTest(kSample, kNotEqual, 5, static_cast<IntervalType>(2), 30002);
+    for (std::size_t i = 1; i < 5; ++i)
+        EXPECT_TRUE(std::isnan(test::Doubles(badType, 9)[i])) << i;
+    EXPECT_EQ(badType.chiSquarePValue, good.chiSquarePValue);
+    EXPECT_EQ(badType.bonettPValue, good.bonettPValue);
+}
+
+TEST(OneVariance, ExtremeHypothesesAndSamples) {
+    for (const double variance0 : {0.0, -5.0, 1e-31, kInf, kNaN})
+        EXPECT_TRUE(std::isnan(RunTest(kSample, kNotEqual, variance0).bonettPValue)) << variance0;
+    const OneVariance zero = RunTest(kSample, kNotEqual, 0);
+    EXPECT_EQ(zero.chiSquareStatistic, kInf);
+    EXPECT_TRUE(std::isnan(zero.chiSquarePValue));
+    EXPECT_NEAR(RunTest(kSample, kLess, 1e-30).bonettPValue, 1, 1e-12);
+    EXPECT_EQ(RunTest(kSample, kLess, zero.variance).bonettPValue, 0.5);
+    // The root is far beyond any quantile.
+    EXPECT_EQ(RunTest({1e150, -3e150, 2e150, 5e149, 1e150, 3e150}, kLess, 0.5).bonettPValue, 1);
+
+    const Sample constant(6, 3.0);
+    const OneVariance same = RunTest(constant, kLess, 2);
+    EXPECT_EQ(same.bonettLowerBound, 0);
+    EXPECT_EQ(same.bonettUpperBound, 0);
+    EXPECT_NEAR(same.bonettPValue, 9.865876450377018e-10, 1e-17);  // the normal tail beyond n
+    EXPECT_EQ(RunTest(constant, kGreater, 2).bonettPValue, 1);
+    for (const Sample& few : {Sample{}, Sample{3}})
+        EXPECT_TRUE(std::isnan(RunTest(few, kNotEqual, 2).chiSquarePValue));
+    EXPECT_TRUE(std::isnan(RunTest({1, 2, kNaN, 4, 5, 6}, kNotEqual, 2).bonettPValue));
+}
+
+// An interval holds the hypothesis exactly when the test does not reject it.
+TEST(OneVariance, BoundsAndTestsAgree) {
+    for (double variance0 = 2; variance0 < 90; variance0 *= 1.07) {
+        const OneVariance r = RunTest(kSample, kNotEqual, variance0);
+        const auto isInside = [=](double lo, double hi) { return lo < variance0 && variance0 < hi; };
+        EXPECT_EQ(isInside(r.chiSquareLowerBound, r.chiSquareUpperBound), r.chiSquarePValue > 1 - 0.95);
+        EXPECT_EQ(isInside(r.bonettLowerBound, r.bonettUpperBound), r.bonettPValue > 1 - 0.95) << variance0;
+        const OneVariance reversed = RunTest({kSample.rbegin(), kSample.rend()}, kNotEqual, variance0);
+        EXPECT_NEAR(reversed.bonettPValue, r.bonettPValue, 1e-11 * r.bonettPValue);
+    }
+}
+
+TEST(OneVariance, LargeSampleOverflows) {
+    Sample data;
+    for (int i = 0; i < 300'000; ++i)
+        data.push_back(i % 1000 == 0 ? 30 : i % 2);
+    EXPECT_GT(RunTest(data, kLess, 1).bonettPValue, 0);
+    OneVariance record;
+    record.n = static_cast<unsigned>(data.size());
+    EXPECT_THROW(RunOneVariance(&record, data.data(), 0.95, kTwoSided, kGreater, 1), std::runtime_error);
+    ResetFpuStates();
+    EXPECT_FALSE(std::isnan(record.chiSquarePValue));
+    EXPECT_TRUE(std::isnan(record.bonettPValue));
+}
+
+TEST(OneVariance, MemoryThatFailsIsAStatus) {
+    for (const int failing : {1, 2}) {
+        OneVariance record;
+        record.n = static_cast<unsigned>(kSample.size());
+        const test::AllocationWatch watch(failing);
+        const bool fails = failing == 1;  // there is one allocation
+        EXPECT_EQ(RunOneVariance(&record, kSample.data(), 0.95, kTwoSided, kNotEqual, 5), fails ? 30001 : 0);
+        EXPECT_EQ(watch.Live(), 0);
+        EXPECT_FALSE(std::isnan(record.chiSquareLowerBound) || std::isnan(record.chiSquarePValue));
+        EXPECT_EQ(std::isnan(record.bonettLowerBound), fails);
+        EXPECT_EQ(std::isnan(record.bonettPValue), fails);
+    }
+}
+
+}  // namespace
+}  // namespace zul::v0
