@@ -34,5 +34,6 @@ int Run(int argc, char** argv, std::initializer_list<void (*)()> subsystems);
 void AddFrameBenchmarks();
 void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();
+void AddHypothesisBenchmarks();
 
 }  // namespace zul::bench
