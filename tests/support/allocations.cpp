@@ -6,16 +6,10 @@
 
 namespace {
 
-struct {
-    bool on = false;
-    int failing = 0;
-    int count = 0;
-    int live = 0;
-} watch;
+using zul::test::AllocationWatch;
 
 void* Allocate(std::size_t size) noexcept {
-    if (watch.on && ++watch.count == watch.failing) return nullptr;
-    if (watch.on) ++watch.live;
+    if (AllocationWatch::active != nullptr && !AllocationWatch::active->Allow()) return nullptr;
     return std::malloc(size == 0 ? 1 : size);
 }
 
@@ -26,7 +20,7 @@ void* AllocateOrThrow(std::size_t size) {
 }
 
 void Free(void* memory) noexcept {
-    if (watch.on && memory != nullptr) --watch.live;
+    if (AllocationWatch::active != nullptr && memory != nullptr) AllocationWatch::active->Release();
     std::free(memory);
 }
 
@@ -56,23 +50,3 @@ void operator delete(void* memory, std::size_t) noexcept {
 void operator delete[](void* memory, std::size_t) noexcept {
     Free(memory);
 }
-
-namespace zul::test {
-
-AllocationWatch::AllocationWatch(int failing) {
-    watch = {true, failing, 0, 0};
-}
-
-AllocationWatch::~AllocationWatch() {
-    watch.on = false;
-}
-
-int AllocationWatch::Count() const {
-    return watch.count;
-}
-
-int AllocationWatch::Live() const {
-    return watch.live;
-}
-
-}  // namespace zul::test

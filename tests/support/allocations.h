@@ -4,19 +4,33 @@
 
 namespace zul::test {
 
-// From the construction to the destruction.
+// From the construction to the destruction, one at a time.
 class AllocationWatch {
 public:
     // The allocation with this number, counted from 1, fails; 0: none.
-    explicit AllocationWatch(int failing = 0);
-    ~AllocationWatch();
+    explicit AllocationWatch(int failing = 0) : failing_(failing) { active = this; }
+    ~AllocationWatch() { active = nullptr; }
     AllocationWatch(const AllocationWatch&) = delete;
     AllocationWatch& operator=(const AllocationWatch&) = delete;
 
     // Those that were tried.
-    int Count() const;
+    int Count() const { return count_; }
     // Those that succeeded and were not freed.
-    int Live() const;
+    int Live() const { return live_; }
+
+    // The watch that is on, or null; for operator new and delete alone.
+    static inline AllocationWatch* active = nullptr;
+    bool Allow() {
+        const bool allowed = ++count_ != failing_;
+        if (allowed) ++live_;
+        return allowed;
+    }
+    void Release() { --live_; }
+
+private:
+    int failing_;
+    int count_ = 0;
+    int live_ = 0;
 };
 
 }  // namespace zul::test
