@@ -113,19 +113,32 @@ CsvTable::CsvTable(const std::string& path) : path_(path) {
 }
 
 std::vector<double> CsvTable::ReadColumn(const std::string& name) const {
+    return ReadNumbers(ReadCells(name), name);
+}
+
+CsvRow CsvTable::ReadCells(const std::string& name) const {
     const std::size_t column = FindColumn(name);
     if (rows_.empty()) throw InputError(path_ + ": column " + Quoted(name) + " is empty");
+    CsvRow cells;
+    cells.reserve(rows_.size());
+    for (const CsvRow& row : rows_)
+        cells.push_back({std::string(WithoutBlanks(row[column].text)), row[column].line});
+    return cells;
+}
+
+std::vector<double> CsvTable::ReadNumbers(const CsvRow& cells, const std::string& name) const {
     std::vector<double> values;
-    values.reserve(rows_.size());
-    for (const CsvRow& row : rows_) {
-        const CsvCell& cell = row[column];
+    values.reserve(cells.size());
+    for (const CsvCell& cell : cells) {
         const auto value = ParseNumber(cell.text);
-        if (!value)
-            throw InputError(Place(cell.line) + ", column " + Quoted(name) + ": " + Quoted(cell.text) +
-                             " is not a number");
+        if (!value) throw InputError(Place(cell, name) + ": " + Quoted(cell.text) + " is not a number");
         values.push_back(*value);
     }
     return values;
+}
+
+std::string CsvTable::Place(const CsvCell& cell, const std::string& name) const {
+    return Place(cell.line) + ", column " + Quoted(name);
 }
 
 std::size_t CsvTable::FindColumn(const std::string& name) const {

@@ -32,6 +32,15 @@ public:
     /// The column under a heading as numbers, at least one. Throws InputError.
     std::vector<double> ReadColumn(const std::string& name) const;
 
+    /// The cells under a heading, at least one, without the blanks around them. Throws InputError.
+    CsvRow ReadCells(const std::string& name) const;
+
+    /// Cells of the column of that name as numbers. Throws InputError.
+    std::vector<double> ReadNumbers(const CsvRow& cells, const std::string& name) const;
+
+    /// "FILE, line N, column 'NAME'" for a message about a cell.
+    std::string Place(const CsvCell& cell, const std::string& name) const;
+
 private:
     std::size_t FindColumn(const std::string& name) const;
     std::string Place(std::size_t line) const;

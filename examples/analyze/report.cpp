@@ -6,12 +6,11 @@
 #include <array>
 #include <cmath>
 #include <iomanip>
-#include <stdexcept>
-#include <string_view>
 #include <vector>
 
 #include "csv_table.h"
 #include "summary.h"
+#include "test_text.h"
 #include "text.h"
 
 namespace analyze {
@@ -22,21 +21,14 @@ using zul::AlternativeHypothesis;
 // Quantiles and p-values of the normal distribution are good to about eight digits; a bound has more where
 // the interval is short beside the mean.
 constexpr int kBoundDigits = 10;
-constexpr int kTestDigits = 6;
 constexpr int kCorrelationDigits = 10;
 constexpr int kNameWidth = 70;
 // Wide enough for "against  mean not equal to" and any number, and three columns of less than 80 characters.
 constexpr int kAlternativeWidth = 51;
 constexpr int kTestWidth = 14;
 
-struct Alternative {
-    AlternativeHypothesis hypothesis;
-    std::string_view relation;
-};
-
-constexpr std::array kAlternatives = {Alternative{AlternativeHypothesis::LessThan, "<"},
-                                      Alternative{AlternativeHypothesis::NotEqual, "not equal to"},
-                                      Alternative{AlternativeHypothesis::GreaterThan, ">"}};
+constexpr std::array kAlternatives = {AlternativeHypothesis::LessThan, AlternativeHypothesis::NotEqual,
+                                      AlternativeHypothesis::GreaterThan};
 
 using ZTests = std::array<zul::v0::OneSampleZ, kAlternatives.size()>;
 
@@ -54,12 +46,17 @@ ZTests RunTests(const std::vector<double>& values, double sigma, const ReportOpt
     ZTests tests;
     for (std::size_t i = 0; i < tests.size(); ++i) {
         tests[i].n = CountOf(values);
-        const int status =
-            zul::v0::RunOneSampleZ(&tests[i], values.data(), sigma, options.confidence,
-                                   zul::IntervalType::TwoSided, kAlternatives[i].hypothesis, options.mu);
-        if (status != 0) throw std::runtime_error("the z test failed with status " + std::to_string(status));
+        Expect(zul::v0::RunOneSampleZ(&tests[i], values.data(), sigma, options.confidence,
+                                      zul::IntervalType::TwoSided, kAlternatives[i], options.mu),
+               "the z test");
     }
     return tests;
+}
+
+// A coefficient and its two-sided p-value, which is an approximation for ranks.
+void PrintCorrelation(std::ostream& out, const std::string& name, double correlation, unsigned n) {
+    PrintRow(out, name, Significant(correlation, kCorrelationDigits));
+    PrintRow(out, "  p", Significant(zul::v0::GetKelCorrelationPValue(correlation, n), kTestDigits));
 }
 
 // The library's coefficients of one pair of columns.
@@ -67,10 +64,10 @@ void PrintCorrelations(std::ostream& out, const std::vector<double>& x, const st
     const unsigned n = CountOf(x);
     int status = 0;
     const double spearman = zul::v1::GetSpearmanCorrelation(x.data(), y.data(), n, &status);
-    if (status != 0) throw std::runtime_error("the ranks failed with status " + std::to_string(status));
+    Expect(status, "the ranks");
     const double pearson = zul::v1::GetPearsonCorrelation(x.data(), y.data(), n);
-    PrintRow(out, "Pearson", Significant(pearson, kCorrelationDigits));
-    PrintRow(out, "Spearman", Significant(spearman, kCorrelationDigits));
+    PrintCorrelation(out, "Pearson", pearson, n);
+    PrintCorrelation(out, "Spearman", spearman, n);
 }
 
 void PrintInterval(std::ostream& out, const zul::v0::OneSampleZ& test, double sigma,
@@ -93,7 +90,7 @@ void PrintTests(std::ostream& out, const ZTests& tests, double mu) {
     PrintTestRow(out, "  H0: mean = " + AsGiven(mu), "z", "p");
     for (std::size_t i = 0; i < tests.size(); ++i) {
         std::string label = "  against  mean ";
-        label.append(kAlternatives[i].relation).append(" ").append(AsGiven(mu));
+        label.append(RelationOf(kAlternatives[i])).append(" ").append(AsGiven(mu));
         PrintTestRow(out, label, Significant(tests[i].zStatistic, kTestDigits),
                      Significant(tests[i].pValue, kTestDigits));
     }

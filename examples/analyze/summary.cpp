@@ -22,10 +22,6 @@ constexpr int kPlotDigits = 6;
 // analysis, 1977.
 constexpr double kWhiskerReach = 1.5;
 
-void Expect(int status, const std::string& what) {
-    if (status != 0) throw std::runtime_error(what + " failed with status " + std::to_string(status));
-}
-
 std::string ModesOf(const Summary& summary) {
     if (summary.modeCount == 0) return "none";
     std::string text;
@@ -64,9 +60,8 @@ private:
 
 }  // namespace
 
-unsigned CountOf(const std::vector<double>& values) {
-    if (values.size() > std::numeric_limits<unsigned>::max()) throw std::length_error("too many values");
-    return static_cast<unsigned>(values.size());
+void Expect(int status, const std::string& what) {
+    if (status != 0) throw std::runtime_error(what + " failed with status " + std::to_string(status));
 }
 
 Summary Summarise(const std::vector<double>& values, double confidence) {

@@ -5,13 +5,23 @@
 #include <zul/descriptive.h>
 
 #include <array>
+#include <limits>
 #include <ostream>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace analyze {
 
 /// At most as many values as an unsigned counts. Throws std::length_error.
-unsigned CountOf(const std::vector<double>& values);
+template <typename T>
+unsigned CountOf(const std::vector<T>& values) {
+    if (values.size() > std::numeric_limits<unsigned>::max()) throw std::length_error("too many values");
+    return static_cast<unsigned>(values.size());
+}
+
+/// Throws std::runtime_error unless the status of `what` is that of success.
+void Expect(int status, const std::string& what);
 
 struct Summary {
     unsigned n;

@@ -18,13 +18,6 @@ constexpr std::size_t kQuotedLength = 40;
 constexpr int kLabelWidth = 18;
 constexpr int kValueWidth = 24;
 
-std::string_view WithoutBlanks(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 std::string Formatted(const char* format, double value, int digits) {
     char buffer[kNumberLength];
     std::snprintf(buffer, sizeof buffer, format, digits, value);
@@ -32,6 +25,13 @@ std::string Formatted(const char* format, double value, int digits) {
 }
 
 }  // namespace
+
+std::string_view WithoutBlanks(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
 
 std::optional<double> ParseNumber(std::string_view text) {
     text = WithoutBlanks(text);

@@ -10,6 +10,9 @@
 
 namespace analyze {
 
+/// The text without the spaces and tabs around it.
+std::string_view WithoutBlanks(std::string_view text);
+
 /// The finite decimal number that is the whole of the text, but for blanks around it and a leading plus sign.
 ///
 /// "nan", "inf", hexadecimal numbers and numbers beyond the range of a double are not numbers here.

@@ -73,6 +73,69 @@ prints ' Pearson +0\.9843740387$' report "$scratch/pairs.csv" --column x --with 
 prints ' Spearman +1\.000000000$' report "$scratch/pairs.csv" --column x --with y
 refuses "pairs.csv: no column 'z'; .*" report "$scratch/pairs.csv" --column x --with z
 
+# reports ARGUMENT... -- REGEX...: success, and a line of the output matches each of them.
+reports() {
+    local command=() output regex
+    while [[ $1 != -- ]]; do command+=("$1") && shift; done
+    output=$("$analyze" "${command[@]}" 2>&1) || fail "${command[*]}" "$output"
+    for regex in "${@:2}"; do grep -Eq -- "$regex" <<<"$output" || fail "$regex from ${command[*]}" "$output"; done
+}
+
+# Values of R 4.2: t.test, binom.test, prop.test, fisher.test, cor.test, chisq.test, qchisq, fitdistr for Weibull; the
+# formulas of Bonett, of Agresti and Caffo, of the runs and of mid-p written out there. A^2 is the library's.
+# Student's sleep data, the yields of plants, the cars of 1974.
+sleep=$2/sleep.csv plants=$2/plantgrowth.csv cars=$2/mtcars.csv
+one=(t "$plants" --column weight --mu 5)
+reports "${one[@]}" -- ' t +0\.570225$' ' df +29$' ' p +0\.572917$' ' H1: mean not equal to 5$'
+reports "${one[@]}" --alternative greater -- ' at least +4\.8554786$' ' p +0\.286458$' ' H1: mean > 5$'
+reports "${one[@]}" --alternative less --confidence 0.9 -- '90 % confidence bound' ' at most +5\.2408891$' ' p +0\.713542$'
+reports paired "$sleep" --column drug1 --with drug2 -- ' mean difference +-1\.5800000$' ' t +-4\.06213$' \
+    ' from +-2\.4598858$' ' to +-0\.70011424$' ' p +0\.00283289$'
+pooled=(two-sample "$plants" --column weight --by group --groups ctrl,trt1 --pooled)
+reports "${pooled[@]}" -- ' ctrl +10 +5\.0320000' ' from +-0\.28330034$' ' t +1\.19126$' ' df +18$' ' p +0\.249023$'
+reports "${pooled[@]}" --difference 1 -- ' H0: difference = 1$' ' t +-2\.01968$'
+# Welch's df, 17.776 there, are rounded down.
+reports two-sample "$sleep" --column drug1 --with drug2 -- ' t +-1\.86081$' ' df, rounded down +17$' ' p +0\.0801572$'
+reports two-sample "$cars" --column mpg --by am -- '^  0 +19 +17\.147368' '^  1 +13 +24\.392308' ' t +-3\.76712$'
+reports proportion "$cars" --column am --exact -- ' 13 of 32$' ' from +0\.23698410$' ' to +0\.59355075$' ' p +0\.377086$'
+reports proportion "$cars" --column cyl --event 4.0 --proportion 0.4 -- ' 11 of 32$' ' from +0\.20410438$' ' p +0\.516003$'
+reports proportion "$cars" --column cyl --event 4 --continuity --alternative less -- ' z +-1\.59099$' ' p +0\.0558059$'
+reports proportion "$cars" --column am --mid-p --alternative less -- ' p +0\.148103$'
+both=(two-proportions "$cars" --column vs --by am)
+reports "${both[@]}" --pooled -- ' from +-0\.51714596$' ' to +0\.17706499$' ' p +0\.340943$' ' Fisher.s exact +0\.472697$'
+reports "${both[@]}" --continuity -- ' from +-0\.58192329$' ' z +-0\.960150$'
+reports "${both[@]}" --agresti-caffo -- ' from +-0\.48066475$'
+reports variance "$cars" --column mpg --variance 36 -- ' from +23\.346529$' ' to +64\.203431$' \
+    ' chi-square +31\.2791$' ' p +0\.904428$' ' from +22\.500949$' ' to +66\.540801$'
+reports runs "$light" --column x -- ' K, the mean +299\.8524$' ' runs +28$' ' expected runs +50\.500000$' ' p +4\.89922e-06$'
+reports fit "$cars" --column mpg -- 'normal +mean 20\.0906, sd 6\.02695 +0\.579681 +p = 0\.120737$' ' p < 0\.0025$' \
+    'Weibull +shape 3\.57945, scale 22\.2875 +0\.627318 +p = 0\.0947927$'
+reports fit "$sleep" --column drug2 -- 'need positive values$'
+reports table "$2/mendel_peas.csv" --column count --proportions ratio --labels seed -- ' chi-square +0\.470024$' \
+    ' df +3$' ' p +0\.925426$' 'round yellow +315 +312\.750 +0\.0161871$'
+reports report "$cars" --column mpg --with wt -- ' p +1\.29396e-10$' ' p +1\.48759e-11$'
+
+# Exact p by counting: of the C(6, 3) = 20 orders of three values on each side 2 have two runs.
+printf 'x,g,w\n1,a,0.5\n2,b,1\n3,a,\n7,b,2\n8,c,3\n9,a,4\n' >"$scratch/six.csv"
+reports runs "$scratch/six.csv" --column x --k 5 --exact -- ' p +0\.200000$'
+reports fit "$scratch/six.csv" --column x -- 'Weibull .* p > 0\.25$'
+reports table "$scratch/six.csv" --column x --proportions x -- ' expected < 5 +3$'
+reports two-sample "$scratch/six.csv" --column x --with w -- '^  x +6 ' '^  w +5 '
+printf 'x,y\n5,\n5,0\n' >"$scratch/five.csv"
+refuses 'five.csv: column .x.: a t test needs two values or more that differ' t "$scratch/five.csv" --column x
+refuses 'each sample needs two values or more' two-sample "$scratch/five.csv" --column x --with y
+refuses 'the runs test needs values on both sides of 5' runs "$scratch/five.csv" --column x
+refuses 'a fit needs two values or more that differ' fit "$scratch/five.csv" --column x
+refuses "five.csv, line 2, column 'y': the cell is blank" proportion "$scratch/five.csv" --column y
+refuses 'the proportions must be positive' table "$cars" --column mpg --proportions am
+refuses 'a count is negative' table "$sleep" --column drug1
+refuses "column 'group' has 3 groups, 'ctrl', 'trt1', 'trt2'; .* --groups" two-sample "$plants" --column weight --by group
+refuses "no group 'x'; the groups are 'ctrl', 'trt1', 'trt2'" "${pooled[@]:0:6}" --groups ctrl,x
+refuses 'give two different groups .*' "${pooled[@]:0:6}" --groups ctrl,ctrl
+refuses 'give the second column with --with, .* with --by' "${pooled[@]:0:4}"
+refuses "--alternative: 'more' is not less, two-sided or greater" "${one[@]}" --alternative more
+refuses "--difference: '1' is not between -1 and 1" "${both[@]}" --difference 1
+
 refuses 'none.csv: No such file or directory' report "$scratch/none.csv" --column x
 refuses_file '' ': the file has no heading line'
 refuses_file 'x\n\n' ": column 'x' is empty"
