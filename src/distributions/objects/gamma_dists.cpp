@@ -1,0 +1,172 @@
+#include "distributions/objects/gamma_dists.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <numbers>
+
+#include "frame/compare.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "frame/recover.h"
+
+namespace zul::objects {
+
+void CmDistGammaA::SetGenerator(UniformSource* generator) {
+    CmDist::SetGenerator(generator);
+    constexpr double kE = 2.718281828459045;
+    b_ = (Shape() + kE) / kE;
+}
+
+inline Candidate CmDistGammaA::Try() {
+    const double a = Shape();
+    const double p = b_ * NextUniform();
+    const double u2 = NextUniform();
+    if (p > 1) {
+        const double x = -std::log((b_ - p) / a);
+        return {x, u2 <= std::pow(x, a - 1)};
+    }
+    const double x = std::pow(p, 1 / a);
+    return {x, u2 <= std::exp(-x)};
+}
+
+double CmDistGammaA::Draw() {
+    return DrawByRejection([this] { return Try(); });
+}
+
+void CmDistGammaA::DrawMany(double* out, std::size_t count) {
+    DrawManyByRejection(out, count, [this] { return Try(); });
+}
+
+CmDistGammaB::SetUp CmDistGammaB::Prepare(double shape) {
+    // Below it the difference in d has no digits left, and d could come out above 1. The first two terms of
+    // its series are as good: any d below 1 gives the same distribution.
+    constexpr double kTinyMode = 1e-7;
+    const double c1 = std::numbers::ln2;
+    const double c2 = shape - 1;
+    const double d = c2 < kTinyMode ? 1 - c2 : (std::sqrt(4 * c2 + 1) - 1) / (2 * c2);
+    const double c4 = 1 - d;
+    const double q = std::pow(c4, c2);
+    const double c = (1 / d) * frame::SafeExp(-d * c2) + c2 * q;
+    const double c6 = 1 / c;
+    const double c7 = c6 * c2 * q;
+    return {c2, d, c4, q, c, c7, c2 * c1, c2 * std::log(c2) - c2};
+}
+
+void CmDistGammaB::SetGenerator(UniformSource* generator) {
+    CmDist::SetGenerator(generator);
+    setUp_ = Prepare(Shape());
+}
+
+inline Candidate CmDistGammaB::Try() {
+    const auto& [c2, d, c4, q, c, c7, bodyLimit, bodyLogarithm] = setUp_;
+    const double e = -std::log(NextUniform());
+    const double u2 = NextUniform();
+    if (u2 > c7) {
+        const double x = -std::log((1 - u2) * d * c) / d;
+        return {x, x * c4 + c2 * std::log(c2 / (x * c4)) - c2 <= e};
+    }
+    const double x = u2 * c / q;
+    const double logarithm = bodyLogarithm - c2 * std::log(x) + x;
+    return {x, std::max(bodyLimit - x, logarithm) <= e};
+}
+
+double CmDistGammaB::Draw() {
+    return DrawByRejection([this] { return Try(); });
+}
+
+void CmDistGammaB::DrawMany(double* out, std::size_t count) {
+    DrawManyByRejection(out, count, [this] { return Try(); });
+}
+
+namespace {
+
+// The probability of the exponential tail.
+constexpr double kTailShare = 0.009572265238289;
+
+}  // namespace
+
+CmDistGammaC::SetUp CmDistGammaC::Prepare(double shape) {
+    const double c2 = shape - 1;
+    const double r = std::sqrt(shape);
+    const double s = std::sqrt(8.0 / 3.0) * r + shape;
+    const double t = std::sqrt(s);
+    const double w = s / c2;
+    const double v = std::sqrt(6.0) * t;
+    const double z = v + c2;
+    const double k = -std::log(std::sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
+    return {c2, r, t, w, v, z, k, std::log(t * v / z)};
+}
+
+void CmDistGammaC::SetGenerator(UniformSource* generator) {
+    CmDist::SetGenerator(generator);
+    normal_.SetGenerator(generator);
+    setUp_ = Prepare(Shape());
+}
+
+Candidate CmDistGammaC::TryTail() {
+    const auto& [c2, r, t, w, v, z, k, tailShift] = setUp_;
+    const double x = (1 - std::log(NextUniform()) / v) * z;
+    const double logU = std::log(NextUniform());
+    return {x, logU <= (std::log(x / c2) + 2 - x / z) * c2 + k - z - tailShift};
+}
+
+inline Candidate CmDistGammaC::Try() {
+    const auto& [c2, r, t, w, v, z, k, tailShift] = setUp_;
+    if (NextUniform() < kTailShare) return TryTail();
+    const double y = normal_.DrawStandard();
+    const double x = y * t + c2;
+    if (x < 0 || x > z) return {x, false};
+    const double u = NextUniform();
+    const double h = y * y / 2;
+    const double g = (1 - 2 * std::min(y, 0.0) / r) * w;  // w for y >= 0
+    const bool isInside = u <= 1 - (g - 1) * h;
+    const double logRatio = std::log(std::max(x, DBL_MIN) / c2);
+    return {x, EitherOf(isInside, std::log(u) <= (logRatio + 1) * c2 - x + h)};
+}
+
+double CmDistGammaC::Draw() {
+    return DrawByRejection([this] { return Try(); });
+}
+
+void CmDistGammaC::DrawMany(double* out, std::size_t count) {
+    DrawManyByRejection(out, count, [this] { return Try(); });
+}
+
+double CmDistGamma::Pdf(double x) {
+    return frame::OnRuntimeError(frame::kNA, &kernels::GammaPdfKernel, x, Parameter<0>(), Parameter<1>(),
+                                 Parameter<2>());
+}
+
+void CmDistGamma::SetGenerator(UniformSource* generator) {
+    CmDist::SetGenerator(generator);
+    constexpr double kLargeShape = 4.0;
+    const double shape = Parameter<0>();
+    if (frame::CompareTolerant(shape, 1, 0) == 0)
+        inner_ = Choose<CmDistExponential>(1.0, 0.0);
+    else if (shape < 1)
+        inner_ = Choose<CmDistGammaA>(shape);
+    else if (shape < kLargeShape)
+        inner_ = Choose<CmDistGammaB>(shape);
+    else
+        inner_ = Choose<CmDistGammaC>(shape);
+    inner_->SetGenerator(generator);
+}
+
+void CmDistGamma::DrawMany(double* out, std::size_t count) {
+    std::visit(
+        [out, count](auto& inner) {
+            if constexpr (requires { inner.DrawMany(out, count); }) inner.DrawMany(out, count);
+        },
+        choice_);
+    const bool isExponential = std::holds_alternative<CmDistExponential>(choice_);
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = (isExponential ? inner_->Draw() : out[i]) * Parameter<1>() + Parameter<2>();
+}
+
+void CmDistGamma::Modes(std::vector<double>& modes) {
+    const double shape = Parameter<0>();
+    modes.assign({shape >= 1 ? Parameter<2>() + (shape - 1) * Parameter<1>() : Parameter<2>()});
+}
+
+}  // namespace zul::objects

@@ -1,0 +1,94 @@
+// Objects of the normal family, of one dimension and of several.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "distributions/normal.h"
+#include "distributions/objects/kernel_dist.h"
+#include "distributions/objects/rejection.h"
+
+namespace zul::objects {
+
+// Deviates by the polar method: two uniforms for each try, a pair of deviates for each success, the second of
+// which is kept for the next draw and dies with the object. A try succeeds with the probability pi / 4.
+// Source: G. Marsaglia and T. A. Bray, A convenient method for generating normal variables, 1964.
+class CmDistNormal final : public KernelDist<kernels::NormalPdf, kernels::NormalCdf, kernels::NormalInvCdf> {
+public:
+    using KernelDist::KernelDist;
+    bool IsValid() const override { return IsAbove(Parameter<1>(), 0); }
+    double Draw() override { return DrawStandard() * Parameter<1>() + Parameter<0>(); }
+    double DrawStandard() {
+        if (hasSecond_) {
+            hasSecond_ = false;
+            return second_;
+        }
+        Point point{};
+        while (!Try(&point)) {
+        }
+        const double f = Factor(point);
+        second_ = point.a2 * f;
+        hasSecond_ = true;
+        return point.a1 * f;
+    }
+    void DrawMany(double* out, std::size_t count);
+    void Modes(std::vector<double>& modes) override { modes.assign({Parameter<0>()}); }
+
+private:
+    // A point of the square around the origin, and the square of its distance from there.
+    struct Point {
+        double a1;
+        double a2;
+        double s;
+    };
+    // Whether the point lies in the unit circle. log(0) has no value.
+    bool Try(Point* point) {
+        const double a1 = 2 * NextUniform() - 1;
+        const double a2 = 2 * NextUniform() - 1;
+        const double s = a1 * a1 + a2 * a2;
+        *point = {a1, a2, s};
+        return BothOf(s <= 1, s != 0);
+    }
+    static double Factor(const Point& point) { return std::sqrt(-2 * std::log(point.s) / point.s); }
+    bool hasSecond_ = false;
+    double second_ = 0;
+};
+
+// The multivariate normal distribution: mean + L z, where L is the lower Cholesky factor of the covariance
+// matrix and z independent standard normal deviates, which are drawn in the order of their indices by one
+// CmDistNormal. Of the matrix, which is full and row by row, the lower triangle is read.
+//
+// A pivot that is zero within rounding gives a zero column, so that a covariance matrix of lower rank does.
+// One that is clearly negative, NaN or infinite leaves no factor: every value is then NaN and no uniform is
+// used. Functions of one variable do not exist: NA.
+class CmDistMVNormal final : public CmDist {
+public:
+    // The arrays, dimension and dimension x dimension values, have to outlive the object.
+    CmDistMVNormal(std::size_t dimension, const double* mean, const double* covariance);
+    // False: memory could not be obtained, and there is nothing to draw from.
+    bool Obtained() const { return factor_ != nullptr; }
+
+    // Factors the covariance matrix.
+    void SetGenerator(UniformSource* generator) override;
+    double Pdf(double x) override;
+    double Cdf(double x, bool upper) override;
+    double InvCdf(double p) override;
+    double Draw() override;
+    // The mean, then the covariance matrix row by row.
+    void GetParameters(std::vector<double>& parameters) const override;
+
+    // out: dimension values.
+    void DrawVector(double* out);
+
+private:
+    std::size_t dimension_;
+    const double* mean_;
+    const double* covariance_;
+    std::unique_ptr<double[]> factor_;  // the lower triangle, row by row
+    bool isFactored_ = false;
+    CmDistNormal normal_{0.0, 1.0};
+};
+
+}  // namespace zul::objects

@@ -1,0 +1,355 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <initializer_list>
+#include <limits>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "distributions/objects/beta_dists.h"
+#include "distributions/objects/discrete_dists.h"
+#include "distributions/objects/gamma_dists.h"
+#include "distributions/objects/inversion_dists.h"
+#include "distributions/objects/normal_dists.h"
+#include "frame/missing_value.h"
+#include "zul/distributions.h"
+
+namespace zul::objects {
+namespace {
+
+using frame::kNA;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr auto kFailures = NegBinomialCount::Failures;
+constexpr auto kTrials = NegBinomialCount::Trials;
+using Values = std::vector<double>;
+
+// The given uniforms over and over.
+class Uniforms final : public UniformSource {
+public:
+    explicit Uniforms(Values values) : values_(std::move(values)) {}
+    int Drawn() const { return static_cast<int>(drawn_ - Left()); }
+
+private:
+    void Refill() override {
+        SetBlock(values_.data(), values_.data() + values_.size());
+        drawn_ += values_.size();
+    }
+    Values values_;
+    std::size_t drawn_ = 0;
+};
+
+struct Functions {
+    std::function<double(double)> pdf;
+    std::function<double(double, bool)> cdf;
+    std::function<double(double)> inverse;
+};
+
+template <typename... P>
+Functions Of(std::type_identity_t<double (*)(double, P...)> pdf,
+             std::type_identity_t<double (*)(double, P..., bool)> cdf,
+             std::type_identity_t<double (*)(double, P...)> inverse, P... p) {
+    return {[=](double x) { return pdf(x, p...); }, [=](double x, bool upper) { return cdf(x, p..., upper); },
+            [=](double x) { return inverse(x, p...); }};
+}
+
+struct Case {
+    const char* name;
+    std::unique_ptr<CmDist> object;
+    Values parameters;
+    Values modes;
+    Values bounds;  // NaN: none
+    Functions exported;
+};
+
+template <typename Object, typename... Types>
+Case Row(const char* name, Values modes, Values bounds, Functions exported, Types... parameters) {
+    return {name,
+            std::make_unique<Object>(parameters...),
+            {static_cast<double>(parameters)...},
+            std::move(modes),
+            std::move(bounds),
+            std::move(exported)};
+}
+
+std::vector<Case> Families() {
+    const Values none = {kNaN, kNaN};
+    std::vector<Case> rows;
+    const auto add = [&rows](Case row) { rows.push_back(std::move(row)); };
+    add(Row<CmDistCauchy>("Cauchy", {1}, none, Of(CauchyPdf, CauchyCdf, CauchyInvCdf, 1.0, 2.0), 1.0, 2.0));
+    add(Row<CmDistLaplace>("Laplace", {1}, none, Of(LaplacePdf, LaplaceCdf, LaplaceInvCdf, 1.0, 2.0), 1.0,
+                           2.0));
+    add(Row<CmDistLogistic>("Logistic", {1}, none, Of(LogisticPdf, LogisticCdf, LogisticInvCdf, 1.0, 2.0),
+                            1.0, 2.0));
+    add(Row<CmDistLargestExtremeValue>(
+        "LargestExtremeValue", {1}, none,
+        Of(LargestExtremeValuePdf, LargestExtremeValueCdf, LargestExtremeValueInvCdf, 1.0, 2.0), 1.0, 2.0));
+    add(Row<CmDistSmallestExtremeValue>(
+        "SmallestExtremeValue", {1}, none,
+        Of(SmallestExtremeValuePdf, SmallestExtremeValueCdf, SmallestExtremeValueInvCdf, 1.0, 2.0), 1.0,
+        2.0));
+    add(Row<CmDistNormal>("Normal", {1}, none, Of(NormalPdf, NormalCdf, NormalInvCdf, 1.0, 2.0), 1.0, 2.0));
+    add(Row<CmDistExponential>("Exponential", {1}, {1, kNaN},
+                               Of(ExponentialPdf, ExponentialCdf, ExponentialInvCdf, 2.0, 1.0), 2.0, 1.0));
+    add(Row<CmDistLogLogistic>("LogLogistic", {1 + std::exp(0.5) / std::sqrt(3)}, {1, kNaN},
+                               Of(LogLogisticPdf, LogLogisticCdf, LogLogisticInvCdf, 0.5, 0.5, 1.0), 0.5, 0.5,
+                               1.0));
+    add(Row<CmDistLogLogistic>("LogLogistic", {1}, {1, kNaN},
+                               Of(LogLogisticPdf, LogLogisticCdf, LogLogisticInvCdf, 0.5, 1.5, 1.0), 0.5, 1.5,
+                               1.0));
+    for (const auto& [lambda, modes] :
+         {std::pair{0.14, Values{1}}, {1, {}}, {1.5, {1 - 2 / 1.5, 1 + 2 / 1.5}}, {2, {}}})
+        add(Row<CmDistLambda>("Lambda", modes, none, Of(LambdaPdf, LambdaCdf, LambdaInvCdf, lambda, 1.0, 2.0),
+                              lambda, 1.0, 2.0));
+    add(Row<CmDistUniform>("Uniform", {}, {-1, 3}, Of(UniformPdf, UniformCdf, UniformInvCdf, -1.0, 3.0), -1.0,
+                           3.0));
+    add(Row<CmDistTriangular>("Triangular", {0.5}, {0, 2},
+                              Of(TriangularPdf, TriangularCdf, TriangularInvCdf, 0.0, 0.5, 2.0), 0.0, 0.5,
+                              2.0));
+    add(Row<CmDistGamma>("Gamma", {4}, {1, kNaN}, Of(GammaPdf, GammaCdf, GammaInvCdf, 2.5, 2.0, 1.0), 2.5,
+                         2.0, 1.0));
+    add(Row<CmDistGamma>("Gamma", {1}, {1, kNaN}, Of(GammaPdf, GammaCdf, GammaInvCdf, 0.5, 2.0, 1.0), 0.5,
+                         2.0, 1.0));
+    add(Row<CmDistGamma>("Gamma", {399}, none, Of(GammaPdf, GammaCdf, GammaInvCdf, 400.0, 1.0, 0.0), 400.0,
+                         1.0, 0.0));
+    add(Row<CmDistGammaB>("GammaB", {}, none, Of(GammaPdf, GammaCdf, GammaInvCdf, 2.5, 1.0, 0.0), 2.5));
+    for (const auto& [a, b, modes] : {std::tuple{3.0, 2.0, Values{2.0 / 3}},
+                                      {0.5, 0.7, {0, 1}},
+                                      {0.5, 2.0, {0}},
+                                      {2.0, 0.5, {1}},
+                                      {1.0, 1.0, {}}})
+        add(Row<CmDistBeta>("Beta", modes, {0, 1}, Of(BetaPdf, BetaCdf, BetaInvCdf, a, b), a, b));
+    const Functions f = {[](double x) { return FPdf(x, 4, 9); },
+                         [](double x, bool upper) { return FCdf(x, 4, 9, 1.5, upper); },
+                         [](double p) { return FInvCdf(p, 4, 9, 1.5); }};
+    add(Row<CmDistF>("F", {0.5 * 9 / 11}, {0, kNaN}, f, 4.0, 9.0, 1.5));
+    add(Row<CmDistT>("T", {0}, none, Of(TPdf, TCdf, TInvCdf, 7.0, 0.0), 7.0, 0.0));
+    add(Row<CmDistT>("T", {}, none, Of(TPdf, TCdf, TInvCdf, 7.0, 1.5), 7.0, 1.5));
+    // The cumulative binomial function takes n as a double.
+    const auto binomial = [](int n, double p) -> Functions {
+        return {[=](double x) { return BinomialPdf(x, n, p); },
+                [=](double x, bool upper) { return BinomialCdf(x, n, p, upper); },
+                [=](double q) { return BinomialInvCdf(q, n, p); }};
+    };
+    add(Row<CmDistBernoulli>("Bernoulli", {0, 1}, {0, 1}, binomial(1, 0.5), 0.5));
+    add(Row<CmDistBinomial>("Binomial", {3}, {0, 9}, binomial(9, 0.37), 9, 0.37));
+    add(Row<CmDistBinomial>("Binomial", {2, 3}, {0, 9}, binomial(9, 0.3), 9, 0.3));
+    add(Row<CmDistBinomial>("Binomial", {9}, {0, 9}, binomial(9, 1), 9, 1.0));
+    add(Row<CmDistHypergeometric>("Hypergeometric", {3, 4}, {1, 6},
+                                  Of(HypergeometricPdf, HypergeometricCdf, HypergeometricInvCdf, 12, 6, 7),
+                                  12U, 6, 7));
+    add(Row<CmDistIntegerUniform>("IntegerUniform", {}, {-2, 4},
+                                  Of(IntegerUniformPdf, IntegerUniformCdf, IntegerUniformInvCdf, -2, 4), -2,
+                                  4));
+    add(Row<CmDistPoisson>("Poisson", {3}, {0, kNaN}, Of(PoissonPdf, PoissonCdf, PoissonInvCdf, 3.5), 3.5));
+    add(Row<CmDistPoisson>("Poisson", {3, 4}, {0, kNaN}, Of(PoissonPdf, PoissonCdf, PoissonInvCdf, 4.0),
+                           4.0));
+    const Functions trials = Of(NegBinomialPdf, NegBinomialCdf, NegBinomialInvCdf, 0.25, 3.0);
+    const Functions failures = {[=](double x) { return trials.pdf(x + 3); },
+                                [=](double x, bool upper) { return trials.cdf(x + 3, upper); },
+                                [=](double q) { return trials.inverse(q) - 3; }};
+    add(Row<CmDistNegBinomial>("NegBinomial", {8, 9}, {3, kNaN}, trials, kTrials, 0.25, 3.0));
+    add(Row<CmDistNegBinomial>("NegBinomial", {5, 6}, {0, kNaN}, failures, kFailures, 0.25, 3.0));
+    return rows;
+}
+
+// What an exported function shows as NaN is NA inside.
+void ExpectSame(double actual, double exported, const std::string& what) {
+    EXPECT_TRUE(std::isnan(exported) ? actual == kNA : actual == exported)
+        << what << actual << " " << exported;
+}
+
+TEST(Objects, EvaluateTheKernels) {
+    for (const Case& row : Families()) {
+        const std::string name = row.name + std::string(" ");
+        for (const double p : {0.01, 0.3, 0.5, 0.77, 0.99}) {
+            ExpectSame(row.object->InvCdf(p), row.exported.inverse(p), name);
+            const double x = std::isnan(row.exported.inverse(p)) ? 0.7 : row.exported.inverse(p);
+            ExpectSame(row.object->Pdf(x), row.exported.pdf(x), name);
+            ExpectSame(row.object->Cdf(x, false), row.exported.cdf(x, false), name);
+            ExpectSame(row.object->Cdf(x, true), row.exported.cdf(x, true), name);
+        }
+    }
+}
+
+TEST(Objects, KnowModesAndBounds) {
+    for (const Case& row : Families()) {
+        CmDist& object = *row.object;
+        Values values = {-7};
+        object.GetParameters(values);
+        EXPECT_EQ(values, row.parameters) << row.name;
+        object.Modes(values);
+        ASSERT_EQ(values.size(), row.modes.size()) << row.name;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            EXPECT_NEAR(values[i], row.modes[i], 1e-14) << row.name;
+            // At the end of a support the density may be 0; the object of noncentral F has a central one.
+            const double near = object.IsContinuous() ? 1e-9 : 0;
+            const double step = object.IsContinuous() ? 1e-3 : 1;
+            const double height =
+                std::max({object.Pdf(values[i] - near), object.Pdf(values[i]), object.Pdf(values[i] + near)});
+            for (const double side : {-step, step})
+                EXPECT_GE(height * (1 + 1e-14), object.Pdf(values[i] + side)) << row.name;
+        }
+        EXPECT_EQ(object.HasLowerBound(), !std::isnan(row.bounds[0])) << row.name;
+        EXPECT_EQ(object.HasUpperBound(), !std::isnan(row.bounds[1])) << row.name;
+        if (object.HasLowerBound()) {
+            EXPECT_EQ(object.LowerBound(), row.bounds[0]) << row.name;
+        }
+        if (object.HasUpperBound()) {
+            EXPECT_EQ(object.UpperBound(), row.bounds[1]) << row.name;
+        }
+    }
+    Values central;
+    CmDistF(4, 9, 1.5).GetCentralParameters(central);
+    EXPECT_EQ(central, Values({4, 9}));
+    CmDistT(7, 1.5).GetCentralParameters(central);
+    EXPECT_EQ(central, Values({7}));
+}
+
+TEST(Objects, TabulateMassesWithinTheSupport) {
+    struct Request {
+        double lo;
+        double hi;
+        std::size_t size;
+        double sum;
+    };
+    const auto expect = [](CmDist&& object, const std::vector<Request>& requests) {
+        for (const auto& [lo, hi, size, sum] : requests) {
+            Values masses = {-7};
+            object.MassTable(lo, hi, masses);
+            ASSERT_EQ(masses.size(), size) << lo << " " << hi;
+            double total = 0;
+            for (const double mass : masses)
+                total += mass;
+            EXPECT_NEAR(total, sum, 1e-12);
+        }
+    };
+    expect(CmDistBinomial(5, 0.5),
+           {{-1e300, 1e300, 6, 1}, {1.5, 3.4, 2, 20 / 32.0}, {3, 2, 0, 0}, {6, 9, 0, 0}});
+    expect(CmDistIntegerUniform(-2, 2), {{-100, kInfinity, 5, 1}, {-1.5, 0, 3, 0.6}});
+    expect(CmDistHypergeometric(12, 6, 7), {{0, 9, 6, 1}});
+    expect(CmDistPoisson(2), {{-kInfinity, 60, 61, 1}});
+    expect(CmDistNegBinomial(kTrials, 0.5, 2.0), {{-5, 100, 99, 1}});
+    expect(CmDistNegBinomial(kFailures, 0.5, 2.0), {{-5, 100, 101, 1}});
+    Values untouched = {-7};
+    CmDistNormal(0, 1).MassTable(0, 5, untouched);
+    EXPECT_EQ(untouched, Values({-7}));
+}
+
+TEST(Objects, CheckTheirParameters) {
+    const auto valid = [](const CmDist& object) { return object.IsValid(); };
+    for (const double bad : {0.0, -1.0, kNaN}) {
+        EXPECT_FALSE(valid(CmDistCauchy(0, bad)) || valid(CmDistNormal(0, bad)) ||
+                     valid(CmDistExponential(bad, 0)) || valid(CmDistLogLogistic(0, bad, 0)) ||
+                     valid(CmDistLambda(1, 0, bad)) || valid(CmDistGamma(bad, 1, 0)) ||
+                     valid(CmDistGamma(1, bad, 0)) || valid(CmDistBeta(bad, 1)) ||
+                     valid(CmDistBeta(1, bad)) || valid(CmDistF(bad, 1, 0)) || valid(CmDistF(1, bad, 0)) ||
+                     valid(CmDistT(bad, 0)) || valid(CmDistPoisson(bad)) || valid(CmDistUniform(0, bad)) ||
+                     valid(CmDistNegBinomial(kTrials, bad, 1)) || valid(CmDistNegBinomial(kTrials, 0.5, bad)))
+            << bad;
+    }
+    EXPECT_FALSE(valid(CmDistF(1, 1, -1e-9)) || valid(CmDistBinomial(0, 0.5)) ||
+                 valid(CmDistBinomial(1, 1.5)) || valid(CmDistBernoulli(-0.1)) ||
+                 valid(CmDistNegBinomial(kTrials, 1, 1)) || valid(CmDistIntegerUniform(2, 1)) ||
+                 valid(CmDistHypergeometric(5, 6, 1)) || valid(CmDistHypergeometric(5, 1, 6)) ||
+                 valid(CmDistHypergeometric(0, 0, 0)) || valid(CmDistTriangular(0, 3, 2)) ||
+                 valid(CmDistTriangular(1, 1, 1)) || valid(CmDistTriangular(1, 0, 2)));
+    for (const Case& row : Families())
+        EXPECT_TRUE(row.object->IsValid()) << row.name;
+}
+
+double DrawWith(CmDist&& object, const Values& uniforms, int expectedDrawn) {
+    Uniforms source(uniforms);
+    object.SetGenerator(&source);
+    const double deviate = object.Draw();
+    EXPECT_EQ(source.Drawn(), expectedDrawn);
+    return deviate;
+}
+
+// The two ends are beyond what the library's generator gives.
+TEST(Objects, DrawAtTheEndsAndTheCentre) {
+    EXPECT_EQ(DrawWith(CmDistCauchy(1, 2), {0}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistCauchy(1, 2), {0.5}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistCauchy(1, 2), {1}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistLaplace(1, 2), {0}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistLaplace(1, 2), {0.5}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistLaplace(1, 2), {1}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistLogistic(1, 2), {0.5}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistExponential(1, 2), {0}, 1), 2);
+    EXPECT_EQ(DrawWith(CmDistLambda(1, 5, 2), {0}, 1), 3);
+    EXPECT_EQ(DrawWith(CmDistLambda(2, 5, 2), {1}, 1), 6);
+    EXPECT_EQ(DrawWith(CmDistUniform(2, 5), {0}, 1), 2);
+    EXPECT_EQ(DrawWith(CmDistUniform(2, 5), {1}, 1), 5);
+    EXPECT_EQ(DrawWith(CmDistTriangular(0.1, 0.2, 0.3), {1}, 1), 0.3);
+    EXPECT_EQ(DrawWith(CmDistTriangular(0, 1, 4), {0}, 1), 0);
+    EXPECT_EQ(DrawWith(CmDistTriangular(0, 1, 4), {0.25}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistTriangular(0, 1, 4), {0.0625}, 1), 0.5);
+    EXPECT_EQ(DrawWith(CmDistIntegerUniform(-3, 3), {0}, 1), -3);
+    EXPECT_EQ(DrawWith(CmDistIntegerUniform(-3, 3), {1e-17}, 1), -3);
+    EXPECT_EQ(DrawWith(CmDistIntegerUniform(-3, 3), {0.5}, 1), 0);
+    EXPECT_EQ(DrawWith(CmDistIntegerUniform(-3, 3), {1}, 1), 3);
+    EXPECT_EQ(DrawWith(CmDistPoisson(3), {0}, 1), 0);
+    EXPECT_EQ(DrawWith(CmDistPoisson(3), {1}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistBernoulli(0), {0}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistBernoulli(0.5), {0.5}, 1), 1);
+    EXPECT_EQ(DrawWith(CmDistBinomial(5, 0.5), {0.5, 1}, 5), 3);
+    EXPECT_EQ(DrawWith(CmDistHypergeometric(6, 3, 4), {0.5, 1}, 4), 2);
+    EXPECT_EQ(DrawWith(CmDistT(3, 1), {0}, 1), kNA);
+    EXPECT_EQ(DrawWith(CmDistT(3, 1), {1}, 1), kNA);
+}
+
+// With u1 = 1/2 the logit is 0, and the first try is accepted.
+TEST(Objects, DrawByRejection) {
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(2, 3), {0.5, 0.5}, 2), 0.4);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(3, 2), {0.5, 0.5}, 2), 0.6);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(0.5, 0.75), {0.5, 0.5}, 2), 0.4);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(0.75, 0.5), {0.5, 0.5}, 2), 0.6);
+    const double share = DrawWith(CmDistBeta(2, 3), {0.5, 0.5}, 2);
+    EXPECT_EQ(DrawWith(CmDistF(4, 6, 0), {0.5, 0.5}, 2), share / (1 - share) * (6.0 / 4));
+    EXPECT_EQ(DrawWith(CmDistF(0.01, 0.01, 0), {1 - 1e-12, 0.25}, 2), 0.999999999999 / (1 - 0.999999999999));
+    const double square = DrawWith(CmDistF(1, 6, 0), {0.5, 0.5}, 2);
+    EXPECT_EQ(DrawWith(CmDistT(6, 0), {0.5, 0.5, 0.4}, 3), std::sqrt(square));
+    EXPECT_EQ(DrawWith(CmDistT(6, 0), {0.5, 0.5, 0.5}, 3), -std::sqrt(square));
+    // r = 1: the mean is an exponential deviate.
+    EXPECT_EQ(DrawWith(CmDistNegBinomial(kFailures, 0.5, 1), {0.5, 0.25}, 2),
+              PoissonInvCdf(0.25, std::log(2)));
+    EXPECT_EQ(DrawWith(CmDistNegBinomial(kTrials, 0.5, 1), {0.9, 0.9}, 2),
+              1 + PoissonInvCdf(0.9, std::log(10)));
+    EXPECT_EQ(DrawWith(CmDistNegBinomial(kTrials, 0.5, 1), {0, 0.9}, 2), 1);  // a mean of 0
+}
+
+// One by one and all at once.
+TEST(Objects, DrawTheSameInManyAsInSingle) {
+    Values uniforms;
+    for (int i = 1; i < 2000; ++i)
+        uniforms.push_back(std::fmod(i * 0.6180339887498949, 1));
+    const auto expect = [&](auto&& single, auto&& many) {
+        for (const std::size_t count : std::initializer_list<std::size_t>{1, 2, 7, 300}) {
+            Uniforms first(uniforms);
+            Uniforms second(uniforms);
+            single.SetGenerator(&first);
+            many.SetGenerator(&second);
+            Values out(count);
+            many.DrawMany(out.data(), count);
+            for (const double deviate : out)
+                ASSERT_EQ(deviate, single.Draw());
+            EXPECT_EQ(first.Drawn(), second.Drawn());
+        }
+    };
+    expect(CmDistNormal(1, 2), CmDistNormal(1, 2));
+    expect(CmDistUniform(1, 2), CmDistUniform(1, 2));
+    expect(CmDistF(3, 5, 0), CmDistF(3, 5, 0));
+    for (const auto& [a, b] : {std::pair{2, 3}, {1, 4}})
+        expect(CmDistBeta(a, b), CmDistBeta(a, b));
+    for (const double shape : {0.4, 1.0, 2.5, 9.0})
+        expect(CmDistGamma(shape, 2, 1), CmDistGamma(shape, 2, 1));
+}
+
+}  // namespace
+}  // namespace zul::objects
