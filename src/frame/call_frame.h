@@ -42,14 +42,20 @@ inline double NaToNaN(double result) {
     return result == kNA ? kQuietNaN : result;
 }
 
+// One call of any function.
+template <typename Result, typename... Types>
+Result InFrame(Result (*function)(Types...), std::type_identity_t<Types>... arguments) {
+    Result (*volatile call)(Types...) = function;
+    EnterTrappingMode();
+    const Result result = call(arguments...);
+    EnterDefaultMode();
+    return result;
+}
+
 // One evaluation of any function that returns NA for "no result".
 template <typename... Types>
 double FramedCall(double (*function)(Types...), Types... arguments) {
-    double (*volatile call)(Types...) = function;
-    EnterTrappingMode();
-    const double result = call(arguments...);
-    EnterDefaultMode();
-    return NaToNaN(result);
+    return NaToNaN(InFrame(function, arguments...));
 }
 
 template <typename Kernel, typename... Types>

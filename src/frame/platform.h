@@ -1,6 +1,6 @@
-// Everything in the library that depends on the platform: the control register of the SSE unit and the
-// translation of hardware traps into C++ exceptions. The functions that are not inline here live in one
-// source per platform (platform_posix.cpp).
+// Everything in the library that depends on the platform: the control register of the SSE unit, the
+// translation of hardware traps into C++ exceptions, and the local time. The functions that are not inline here
+// live in one source per platform (platform_posix.cpp).
 #pragma once
 
 #if !defined(__x86_64__) && !defined(_M_X64)
@@ -64,6 +64,15 @@ inline bool HasFusedMultiplyAdd() {
     return false;
 }
 #endif
+
+// The local time of day.
+struct TimeOfDay {
+    int hour;
+    int minute;
+    int second;
+    int millisecond;
+};
+TimeOfDay LocalTimeOfDay();
 
 // From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide
 // handler is installed on the first call and never again; traps that are not ours go to the handler that

@@ -4,6 +4,7 @@
 #include <ucontext.h>
 
 #include <bit>
+#include <ctime>
 #include <mutex>
 
 #include "frame/errors.h"
@@ -96,6 +97,15 @@ void InstallHandler() {
 }
 
 }  // namespace
+
+TimeOfDay LocalTimeOfDay() {
+    constexpr long kNanosecondsPerMillisecond = 1'000'000;
+    timespec now{};
+    std::tm local{};
+    if (std::timespec_get(&now, TIME_UTC) == 0 || localtime_r(&now.tv_sec, &local) == nullptr) return {};
+    return {local.tm_hour, local.tm_min, local.tm_sec,
+            static_cast<int>(now.tv_nsec / kNanosecondsPerMillisecond)};
+}
 
 void TranslateTrapsOfThisThread() {
     // Once only: two handlers that chain to each other would loop for ever.

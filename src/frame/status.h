@@ -9,6 +9,7 @@ inline constexpr int kPValueAtLeast = 10004;  // a p-value is only a lower bound
 inline constexpr int kOutOfMemory = 30001;
 inline constexpr int kBadIntervalType = 30002;  // or a bad alternative, in the exact tests of a proportion
 inline constexpr int kTooManyValues = 30011;
+inline constexpr int kNotBuilt = 30011;
 inline constexpr int kUnknownOption = 30017;
 inline constexpr int kRootNotEvaluated = 30020;
 inline constexpr int kRootNotBracketed = 30021;

@@ -1,0 +1,344 @@
+#include "zul/sampler.h"
+
+#include <gtest/gtest.h>
+#include <xmmintrin.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+#include <numeric>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "sampling/slots.h"
+#include "support/allocations.h"
+#include "support/reference_table.h"
+#include "zul/frame.h"
+
+namespace zul {
+namespace {
+
+using test::MakeSampler;
+using test::SamplerPtr;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kStates = 32362.0 * 31726.0 * 31656.0;
+constexpr unsigned kTrapping = 0x1900;
+constexpr unsigned kDefault = 0x1F80;
+
+class Sampler : public testing::Test {
+protected:
+    void TearDown() override { ResetFpuStates(); }
+};
+
+std::vector<double> Draw(ISampler& sampler, const std::string& slot, const std::vector<double>& parameters,
+                         unsigned count) {
+    std::vector<double> out(count);
+    EXPECT_EQ(test::Slots().at(slot).draw(sampler, out.data(), count, parameters), 0) << slot;
+    return out;
+}
+
+// "Normal 0 1 x3; Uniform 0 1 x2": calls in a row.
+std::vector<double> DrawChain(ISampler& sampler, const std::string& calls) {
+    std::vector<double> out;
+    std::istringstream text(calls);
+    for (std::string call; std::getline(text >> std::ws, call, ';');) {
+        const std::size_t name = call.find(' ');
+        const std::size_t count = call.rfind('x');
+        const auto drawn = Draw(sampler, call.substr(0, name), test::Numbers(call.substr(name, count - name)),
+                                static_cast<unsigned>(std::stoul(call.substr(count + 1))));
+        out.insert(out.end(), drawn.begin(), drawn.end());
+    }
+    return out;
+}
+
+TEST_F(Sampler, GivesTheExactUniforms) {
+    constexpr std::size_t kFirstUniform = 5;
+    for (const test::Row& row : test::ReadTable("sampling/uniform.csv", ',')) {
+        const SamplerPtr sampler = MakeSampler(test::Number(row[0]));
+        EXPECT_EQ(sampler->GetSeed(), test::Number(row[4]));
+        const auto uniforms =
+            Draw(*sampler, "Uniform", {0, 1}, static_cast<unsigned>(row.size() - kFirstUniform));
+        for (std::size_t i = 0; i < uniforms.size(); ++i)
+            EXPECT_EQ(uniforms[i], test::Number(row[kFirstUniform + i])) << row[0] << " " << i;
+    }
+}
+
+// The last values of each call, and by the state how many uniforms it took.
+TEST_F(Sampler, MatchesReference) {
+    for (const char* file : {"sampling/deviates.csv", "sampling/long_runs.csv"}) {
+        for (const test::Row& row : test::ReadTable(file, ',')) {
+            const SamplerPtr sampler = MakeSampler(test::Number(row.at(1)));
+            const auto count = static_cast<unsigned>(std::stoul(row.at(3)));
+            const std::vector<double> out = row[0] == "CallChain"
+                                                ? DrawChain(*sampler, row.at(2))
+                                                : Draw(*sampler, row[0], test::Numbers(row.at(2)), count);
+            const std::vector<double> expected = test::Numbers(row.at(5));
+            ASSERT_LE(expected.size(), out.size());
+            for (std::size_t i = 0; i < expected.size(); ++i)
+                EXPECT_TRUE(test::IsNear(out[out.size() - expected.size() + i], expected[i], 1e-12))
+                    << row[0] << " " << row[2] << " " << i;
+            EXPECT_EQ(sampler->GetSeed(), test::Number(row.at(4))) << row[0] << " " << row[2];
+        }
+    }
+}
+
+TEST_F(Sampler, SeedsRoundTrip) {
+    for (const test::Row& row : test::ReadTable("sampling/get_seed.csv", ',')) {
+        const SamplerPtr sampler = MakeSampler(test::Number(row.at(0)));
+        Draw(*sampler, "Uniform", {0, 1}, static_cast<unsigned>(std::stoul(row.at(1))));
+        EXPECT_EQ(sampler->GetSeed(), test::Number(row.at(2))) << row[0] << " " << row[1];
+    }
+    const SamplerPtr sampler = MakeSampler(1);
+    for (const double seed : {0.0, 0.9, -5.7, 31655.0, 31656.0, kStates - 1, kStates, kStates * 3 + 17.5,
+                              32361.0 * 31726 * 31656 - 0.00390625, 1e300, -1e300}) {
+        sampler->Reseed(seed);
+        EXPECT_EQ(sampler->GetSeed(), std::floor(std::fmod(std::abs(seed), kStates))) << seed;
+    }
+    for (const double seed : {kNaN, kInfinity, -kInfinity}) {
+        sampler->Reseed(seed);
+        EXPECT_EQ(sampler->GetSeed(), 0);
+    }
+    EXPECT_EQ(Draw(*sampler, "Uniform", {0, 1}, 1)[0],
+              std::fmod(146 / 31727.0 + 157 / 32363.0 + 142 / 31657.0, 1));
+}
+
+TEST_F(Sampler, DoesNotDependOnHowTheCallsAreDivided) {
+    const auto whole = Draw(*MakeSampler(7), "Uniform", {-2, 3}, 2000);
+    const SamplerPtr divided = MakeSampler(7);
+    const SamplerPtr other = MakeSampler(8);
+    const auto othersFirst = Draw(*MakeSampler(8), "Uniform", {0, 1}, 40);
+    std::vector<double> parts;
+    for (const unsigned count : {1U, 0U, 300U, 3U, 252U, 1U, 1024U, 400U, 19U}) {
+        const auto part = Draw(*divided, "Uniform", {-2, 3}, count);
+        parts.insert(parts.end(), part.begin(), part.end());
+        divided->Reseed(divided->GetSeed());
+    }
+    EXPECT_EQ(parts, whole);
+    EXPECT_EQ(Draw(*other, "Uniform", {0, 1}, 40), othersFirst);
+}
+
+TEST_F(Sampler, MakesOnlyWhatIsBuilt) {
+    for (const auto& [rng, expected] :
+         {std::pair{-1, 30017}, {0, 30011}, {3, 30011}, {9, 30011}, {11, 30017}}) {
+        int status = -1;
+        EXPECT_EQ(MakeISampler(&status, 1, static_cast<BasicRng>(rng)), nullptr);
+        EXPECT_EQ(status, expected) << rng;
+        EXPECT_EQ(_mm_getcsr(), kDefault);
+    }
+    for (const double seed : {0.0, -0.0, kNaN, kInfinity}) {
+        const double before = Seeder();
+        const double drawn = MakeSampler(seed)->GetSeed();
+        EXPECT_TRUE(drawn != 0 || before == 0) << seed;
+        EXPECT_EQ(std::fmod(drawn, 3250000.0), 0);
+    }
+    const SamplerPtr sampler = MakeSampler(1);
+    EXPECT_EQ(sampler->Reserved17(), 30011);
+    EXPECT_EQ(sampler->Reserved18(), 30011);
+    DeleteISampler(nullptr);
+    ISampler* none = nullptr;
+    DeleteISampler(&none);
+}
+
+// No uniform is drawn, and the status is 0.
+TEST_F(Sampler, RejectionMethodsRefuseBadParameters) {
+    const SamplerPtr sampler = MakeSampler(5);
+    const std::vector<std::pair<std::string, std::vector<double>>> calls = {
+        {"Beta", {0, 1}},
+        {"Beta", {1, kNaN}},
+        {"Beta", {-kInfinity, 1}},
+        {"ChiSquare", {0}},
+        {"ChiSquare", {kNaN}},
+        {"F", {1, 0}},
+        {"F", {kNaN, 1}},
+        {"Gamma", {-1, 1, 0}},
+        {"Gamma", {1, 0, 0}},
+        {"Gamma", {kNaN, 1, 0}},
+        {"T", {0, 0}},
+        {"T", {kNaN, 0}},
+        {"NegBinomial", {0, 1}},
+        {"NegBinomial", {1, 1}},
+        {"NegBinomial", {kInfinity, 1}},
+        {"NegBinomial", {0.5, 0}},
+        {"NegBinomial", {kNaN, 1}},
+        {"NegBinomialTrials", {1, 0.5, kNaN}},
+    };
+    for (const auto& [slot, parameters] : calls) {
+        for (const double deviate : Draw(*sampler, slot, parameters, 3))
+            EXPECT_TRUE(std::isnan(deviate)) << slot << testing::PrintToString(parameters);
+        EXPECT_EQ(_mm_getcsr(), kDefault) << slot;
+    }
+    EXPECT_EQ(sampler->GetSeed(), 5);
+    EXPECT_TRUE(std::isnan(Draw(*sampler, "Discrete", {}, 1)[0]));
+}
+
+TEST_F(Sampler, ExtremeParametersGiveDeviatesAllTheSame) {
+    const SamplerPtr sampler = MakeSampler(3);
+    const std::vector<std::pair<std::string, std::vector<double>>> calls = {
+        {"Beta", {0.001, 0.001}},
+        {"Beta", {1e-300, 1e-300}},
+        {"Beta", {1e-20, 1e200}},
+        {"Beta", {1e150, 1e150}},
+        {"Beta", {1 + 1e-15, 1 + 1e-15}},
+        {"Gamma", {1e-300, 1, 0}},
+        {"Gamma", {1e-14, 1, 0}},
+        {"Gamma", {1 + 2e-12, 1, 0}},
+        {"Gamma", {1 + 1e-9, 1, 0}},
+        {"Gamma", {1e300, 1, 0}},
+        {"F", {1e-10, 1e-10}},
+        {"T", {1e-3, 0}},
+    };
+    for (const auto& [slot, parameters] : calls)
+        for (const double deviate : Draw(*sampler, slot, parameters, 500))
+            ASSERT_TRUE(std::isfinite(deviate)) << slot << testing::PrintToString(parameters);
+}
+
+TEST_F(Sampler, CountsExactly) {
+    const SamplerPtr sampler = MakeSampler(11);
+    const auto all = [](const std::vector<double>& values, double value) {
+        return std::all_of(values.begin(), values.end(), [value](double x) { return x == value; });
+    };
+    EXPECT_TRUE(all(Draw(*sampler, "Bernoulli", {1}, 50), 1));
+    EXPECT_TRUE(all(Draw(*sampler, "Bernoulli", {0}, 50), 0));
+    EXPECT_TRUE(all(Draw(*sampler, "Binomial", {0, 0.5}, 5), 0));
+    const double seed = sampler->GetSeed();
+    // None of these needs a uniform.
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {20, 20, 7}, 5), 7));
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {20, 0, 7}, 5), 0));
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {20, 7, -1}, 5), 0));
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {0, 7, 3}, 5), 0));
+    EXPECT_EQ(sampler->GetSeed(), seed);
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {20, 7, 20}, 5), 7));
+    EXPECT_TRUE(all(Draw(*sampler, "Hypergeometric", {3, 7, 20}, 5), 3));  // the population is used up
+    EXPECT_LE(Draw(*sampler, "Hypergeometric", {4294967295, 2147483647, 10}, 1)[0], 10);
+    constexpr int kLow = std::numeric_limits<int>::min();
+    constexpr int kHigh = std::numeric_limits<int>::max();
+    const auto wide = Draw(*sampler, "IntegerUniform", {kLow, kHigh}, 1000);
+    const auto [least, greatest] = std::minmax_element(wide.begin(), wide.end());
+    EXPECT_TRUE(*least >= kLow && *least<0.95 * kLow&& * greatest <= kHigh&& * greatest> 0.95 * kHigh);
+}
+
+TEST_F(Sampler, Indices) {
+    constexpr unsigned kNoIndex = 0xFFFFFFFF;
+    const SamplerPtr sampler = MakeSampler(2);
+    std::vector<unsigned> indices(100);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 100, 100, true), 0);
+    std::sort(indices.begin(), indices.end());
+    for (unsigned i = 0; i < indices.size(); ++i)
+        EXPECT_EQ(indices[i], i);
+    const double seed = sampler->GetSeed();
+    for (const auto& [population, withoutReplacement] : {std::pair{99U, true}, {0U, true}, {0U, false}}) {
+        std::fill(indices.begin(), indices.end(), 0);
+        EXPECT_EQ(sampler->SampleIndices(indices.data(), population, 100, withoutReplacement), 30011);
+        EXPECT_EQ(std::count(indices.begin(), indices.end(), kNoIndex), 100);
+    }
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 0, 0, true), 0);
+    EXPECT_EQ(sampler->GetSeed(), seed);
+}
+
+TEST_F(Sampler, MultivariateNormal) {
+    const SamplerPtr sampler = MakeSampler(4);
+    const double mean[] = {1, -2, 3};
+    const auto draw = [&](const std::vector<double>& covariance, unsigned count) {
+        std::vector<double> out(std::size_t{3} * count);
+        EXPECT_EQ(sampler->SampleMVNormal(out.data(), count, 3, mean, covariance.data()), 0);
+        return out;
+    };
+    // L = (2; 1 3; -1 0.5 1.5): the rows follow from the standard normal deviates; what lies above the
+    // diagonal is not read.
+    const double state = sampler->GetSeed();
+    const auto rows = draw({4, kNaN, kNaN, 2, 10, kNaN, -2, 0.5, 3.5}, 5);
+    sampler->Reseed(state);
+    const auto z = Draw(*sampler, "Normal", {0, 1}, 15);
+    for (std::size_t i = 0; i < 15; i += 3) {
+        EXPECT_DOUBLE_EQ(rows[i], 1 + 2 * z[i]);
+        EXPECT_DOUBLE_EQ(rows[i + 1], -2 + (z[i] + 3 * z[i + 1]));
+        EXPECT_DOUBLE_EQ(rows[i + 2], 3 + (-z[i] + 0.5 * z[i + 1] + 1.5 * z[i + 2]));
+    }
+    // Rank 2: the third variable is the sum of the others, less their means.
+    const double a = 1.0 / 3;
+    const auto flat = draw({a, 0, a, 0, 0.7, 0.7, a, 0.7, a + 0.7}, 5);
+    for (std::size_t i = 0; i < 15; i += 3)
+        EXPECT_NEAR(flat[i + 2] - 3, flat[i] - 1 + flat[i + 1] + 2, 1e-14);
+    const double seed = sampler->GetSeed();
+    for (const auto& bad : {std::vector<double>{1, 0, 0, 2, 1, 0, 0, 0, 1},
+                            {1, 0, 0, 0, kNaN, 0, 0, 0, 1},
+                            {kInfinity, 0, 0, 0, 1, 0, 0, 0, 1}})
+        for (const double value : draw(bad, 2))
+            EXPECT_TRUE(std::isnan(value));
+    EXPECT_EQ(sampler->GetSeed(), seed);
+}
+
+// By inversion the deviates before it are written. The state is that after the uniforms drawn; the mode stays.
+TEST_F(Sampler, AnExceptionEndsTheCall) {
+    const SamplerPtr sampler = MakeSampler(1);
+    std::vector<double> out(20, -7);
+    const auto uniforms = Draw(*MakeSampler(1), "Uniform", {0, 1}, 20);
+    EXPECT_THROW(sampler->SampleExponential(out.data(), 20, 1e308, 0), std::overflow_error);
+    EXPECT_EQ(_mm_getcsr() & ~0x3Fu, kTrapping);
+    // -log(1 - u) = 1.797... is the first too large one.
+    const auto drawn = std::find(out.begin(), out.end(), -7) - out.begin();
+    const auto large = std::find_if(uniforms.begin(), uniforms.end(), [](double u) { return u > 0.8343; });
+    EXPECT_EQ(drawn, large - uniforms.begin());
+    const SamplerPtr expected = MakeSampler(1);
+    Draw(*expected, "Uniform", {0, 1}, static_cast<unsigned>(drawn) + 1);
+    EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
+
+    const double nan[] = {0.5, kNaN};
+    {
+        const test::AllocationWatch watch;
+        EXPECT_THROW(sampler->SampleDiscrete(out.data(), 1, nan, nan, 2), std::invalid_argument);
+        const double huge[] = {1, 0, 1e200, 1};
+        EXPECT_THROW(sampler->SampleMVNormal(out.data(), 1, 2, huge, huge), std::overflow_error);
+        EXPECT_EQ(watch.Live(), 0);
+    }
+    EXPECT_THROW(sampler->SampleLognormal(out.data(), 1, 1e4, 1, 0), std::runtime_error);
+    ResetFpuStates();
+    // Bare: bad parameters go through, and the mode is left alone.
+    SetKelFpuStates();
+    EXPECT_EQ(sampler->SampleWeibull(out.data(), 1, 1.5, 1, 0), 0);
+    EXPECT_EQ(_mm_getcsr() & ~0x3Fu, kTrapping);
+    ResetFpuStates();
+    sampler->SampleWeibull(out.data(), 1, kNaN, 1, 0);
+    EXPECT_TRUE(std::isnan(out[0]));
+}
+
+TEST_F(Sampler, ReportsFailingMemory) {
+    for (int failing = 1; failing <= 3; ++failing) {
+        const test::AllocationWatch watch(failing);
+        int status = -1;
+        ISampler* sampler = MakeISampler(&status, 1, CombinedCongruential);
+        EXPECT_EQ(status, failing <= 2 ? 30001 : 0);
+        EXPECT_EQ(sampler == nullptr, failing <= 2);
+        EXPECT_EQ(_mm_getcsr(), kDefault);
+        DeleteISampler(&sampler);
+        EXPECT_EQ(sampler, nullptr);
+        EXPECT_EQ(watch.Live(), 0);
+    }
+    const SamplerPtr sampler = MakeSampler(1);
+    unsigned indices[3] = {};
+    const double numbers[] = {1, 0, 0, 1};
+    double out[2] = {-7, -7};
+    const auto withFailing = [](int failing, auto call) {
+        const test::AllocationWatch watch(failing);
+        const int status = call();
+        EXPECT_EQ(watch.Live(), 0);
+        return status;
+    };
+    EXPECT_EQ(withFailing(1, [&] { return sampler->SampleIndices(indices, 5, 3, true); }), 30001);
+    for (const unsigned index : indices)
+        EXPECT_EQ(index, 0xFFFFFFFF);
+    EXPECT_EQ(withFailing(1, [&] { return sampler->SampleMVNormal(out, 1, 2, numbers, numbers); }), 30001);
+    for (const int failing : {1, 2})
+        EXPECT_EQ(withFailing(failing, [&] { return sampler->SampleDiscrete(out, 1, numbers, numbers, 2); }),
+                  30001);
+    EXPECT_EQ(out[0], -7);
+    EXPECT_EQ(_mm_getcsr(), kDefault);
+    EXPECT_EQ(sampler->GetSeed(), 1);
+}
+
+}  // namespace
+}  // namespace zul
