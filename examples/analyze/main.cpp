@@ -1,6 +1,7 @@
 #include <zul/frame.h>
 
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -16,6 +17,7 @@
 #include "proportion_tests.h"
 #include "report.h"
 #include "runs_test.h"
+#include "sample.h"
 #include "table_test.h"
 #include "text.h"
 #include "variance_test.h"
@@ -54,16 +56,33 @@ void AddDistribution(CLI::App& app) {
     command.callback([options] { analyze::PrintDistribution(std::cout, *options); });
 }
 
+bool IsSampleSize(double x) {
+    constexpr double kMost = 10'000'000;
+    return x >= 1 && x <= kMost && x == std::trunc(x);
+}
+
+void AddSample(CLI::App& app) {
+    const auto options = std::make_shared<analyze::SampleOptions>();
+    CLI::App& command = *app.add_subcommand("sample", "Random deviates, their histogram beside the density");
+    command.add_option("FAMILY", options->family, "Distribution family, such as Gamma")->required();
+    AddNumbers(command, "--parameters", options->parameters, "Its parameters, all of them");
+    AddNumber(command, "--n", options->n, Number("a whole number from 1 to 10000000", IsSampleSize),
+              "Number of deviates (default: 1000)");
+    AddNumber(command, "--seed", options->seed, Number("a number", IsAny), "Seed (default: the clock)");
+    command.callback([options] { analyze::PrintSample(std::cout, *options); });
+}
+
 int Complain(const std::string& message, int status) {
     std::cerr << "analyze: " << analyze::OneLine(message) << '\n';
     return status;
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Statistics of the columns of CSV files, and distributions", "analyze");
+    CLI::App app("Statistics of the columns of CSV files, distributions and random samples", "analyze");
     app.require_subcommand(1);
     AddReport(app);
     AddDistribution(app);
+    AddSample(app);
     analyze::AddMeanTests(app);
     analyze::AddProportionTests(app);
     analyze::AddVarianceTest(app);

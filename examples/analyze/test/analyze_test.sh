@@ -179,6 +179,24 @@ refuses "'one' is not a number" "${gamma[@]}" --x 1,one
 refuses 'give either --x or --p' "${gamma[@]}"
 refuses 'give either --x or --p' "${gamma[@]}" --x 1 --p 0.5
 
+binomial=(sample Binomial --parameters 10,0.3 --seed 5)
+prints '^Binomial\(n 10, prob 0\.3\), n 1000, seed 5$' "${binomial[@]}"
+prints '^mean 3\.0480000, sd 1\.5059761$' "${binomial[@]}"
+prints '^ +x +sample +density$' "${binomial[@]}"
+prints '^ +2 +0\.27600 +0\.23347  #{34}\|#####$' "${binomial[@]}"
+prints '^ +3 +0\.22400 +0\.26683  #{32} {7}\|$' "${binomial[@]}"
+prints ', n 3, seed 0$' sample Cauchy --parameters 0,1 --n 3 --seed 0
+prints '^ +1\.0000 +1\.0000 +1\.0000 ' sample Uniform --parameters 1,1
+prints ' not defined  \|#+$' sample Binomial --parameters 10,2
+refuses "no distribution 'Gama'; the distributions are Beta, .*, Weibull" sample Gama
+refuses 'Gamma has 3 parameters, not 1: shape, scale, threshold' sample Gamma --parameters 2
+refuses 'Binomial: n = 2.5 is not a whole number, or too large' sample Binomial --parameters 2.5,0.5
+refuses 'Gamma\(shape 0, scale 1, threshold 1\): there are no deviates' sample Gamma --parameters 0,1,1
+refuses 'Exponential\(.*\): Float exception: overflow.' sample Exponential --parameters 1e308,0
+for n in 0 2.5 10000001 nan; do
+    refuses "--n: '$n' is not a whole number from 1 to 10000000" sample Normal --parameters 0,1 --n "$n"
+done
+
 if [[ -e /dev/full ]]; then
     message=$("$analyze" report "$light" --column x 2>&1 >/dev/full)
     [[ $? == 1 && $message == 'analyze: the output could not be written' ]] || fail "full disk" "$message"
