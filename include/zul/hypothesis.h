@@ -12,6 +12,7 @@
 /// | 10003, 10004 | Anderson-Darling tests: the p-value is only an upper, or only a lower, bound |
 /// | 30001 | working storage could not be obtained |
 /// | 30002 | the interval type is none of the three: both bounds are NaN, the test is not computed |
+/// | 30002 | exact tests of one proportion: the alternative is none of the three |
 ///
 /// An overload with an alternative does all that the one without it does, then the test. An overload with data
 /// computes the summary statistics, stores them in the record, and goes on as the one without data. Data
@@ -19,13 +20,13 @@
 ///
 /// Values are not checked: NaN and infinities go through the arithmetic into the results with status 0. A
 /// confidence level without a quantile (1 and above; 0 and below for a single bound, -1 and below for both;
-/// NaN) gives NaN for the bounds that need it, an alternative that is none of the three a p-value of 0, both
-/// with status 0, unless a routine says otherwise. An infinite t or z statistic has the p-value 0 for every
-/// alternative.
+/// NaN) gives NaN for the bounds that need it, or the end of the range where the distribution has one; an
+/// alternative that is none of the three gives a p-value of 0; both with status 0, unless a routine says
+/// otherwise. An infinite t or z statistic has the p-value 0 for every alternative.
 ///
 /// The routines set no floating-point mode but around the distribution functions that they call, which leave
-/// the thread in the default mode. Called in that mode they do not throw, except RunOneVariance() for large
-/// samples and the Anderson-Darling tests for parameters outside their domain, which pass on what stopped the
+/// the thread in the default mode. Called in that mode they do not throw, except RunOneVariance(),
+/// v0::RunKelExponentialADTest() and v0::RunKelWeibullADTest() where they say so: these pass on what stopped the
 /// computation in trapping mode (see frame.h). Calls from several threads have to be serialised.
 #pragma once
 
@@ -324,8 +325,9 @@ ZUL_API int RunOneProportionWilson(OneProportion* record, bool continuity, doubl
 ZUL_API int RunOneProportionWilson(OneProportion* record, bool continuity, AlternativeHypothesis alternative,
                                    double p0);
 
-/// Exact bounds: the beta quantiles with shapes (x, n - x + 1) and (x + 1, n - x), NaN for counts above
-/// 94906264. The open bound is 0 or 1, and so is the lower bound at x = 0 and the upper one at x = n.
+/// Exact bounds: the beta quantiles with shapes (x, n - x + 1) and (x + 1, n - x). The open bound is 0 or 1, and
+/// so is the lower bound at x = 0 and the upper one at x = n. For n above 94906264 x close to 0 or n may give
+/// NaN, for n above 1.8e8 every x.
 /// Source: C. J. Clopper and E. S. Pearson, The use of confidence or fiducial limits illustrated in the case of
 /// the binomial, 1934.
 /// @param record in: x, n; out: bounds
@@ -363,7 +365,8 @@ ZUL_API int RunOneProportionAgrestiCoullCI(OneProportion* record, bool addTwo, d
                                            IntervalType type);
 
 /// Mid-p bounds: where the tail with half of the mass at x is 1 - confidence, or half of it for two bounds. The
-/// open bound is 0 or 1. By at most 50 of Newton's steps from x / n, each ending in [0, 1].
+/// open bound is 0 or 1. By at most 50 of Newton's steps from x / n, each ending in [0, 1]; the last one is the
+/// result although it may not have converged, as for a confidence near 1. A NaN confidence gives 0.
 /// Source: G. Berry and P. Armitage, Mid-P confidence intervals: a brief review, 1995.
 /// @param record in: x, n; out: bounds
 /// @param confidence confidence level, in (0, 1)
@@ -519,9 +522,9 @@ ZUL_API int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, d
 /// @param variance0 the hypothesised variance (not the standard deviation)
 /// @return 0; 30002 for another type: the bounds are NaN, but both tests are computed all the same; 30001 if
 /// memory for Bonett's method could not be obtained: its three results are NaN
-/// @throws std::runtime_error "float overflow" by Bonett's test for NotEqual and GreaterThan where n e exceeds
-/// some 690: from about 240,000 values of a normal sample on, fewer for a larger kurtosis. The other fields are
-/// written.
+/// @throws std::runtime_error "float overflow" by Bonett's test for NotEqual and GreaterThan where n e, or
+/// n e + log(variance / variance0), exceeds some 690: from about 240,000 values of a normal sample on, fewer for a
+/// larger kurtosis. The other fields are written.
 ZUL_API int RunOneVariance(OneVariance* record, const double* data, double confidence, IntervalType type,
                            AlternativeHypothesis alternative, double variance0);
 
@@ -553,7 +556,8 @@ ZUL_API double GetKelCorrelationPValue(double r, unsigned n);
 
 /// Fit of an exponential distribution that begins at 0.
 /// @param data in: n values, ascending
-/// @param scale the scale (not the rate), > 0; another one may end in the exceptions of ExponentialCdf()
+/// @param scale the scale (not the rate), > 0 and finite; another one may end in the exceptions of
+/// ExponentialCdf()
 /// @param aSquared out: the statistic; n = 0: NaN
 /// @param pValue out: the p-value; n = 0: NaN
 /// @param n number of values
@@ -563,7 +567,8 @@ ZUL_API int RunKelExponentialADTest(const double* data, double scale, double* aS
 
 /// Fit of a Weibull distribution that begins at 0. The p-value is interpolated between 0.25 and 0.01.
 /// @param data in: n values, ascending
-/// @param parameters in: shape and scale, > 0; others may end in the exceptions of WeibullCdf()
+/// @param parameters in: shape and scale, > 0 and finite; others, and a value that overflows when divided by the
+/// scale, may end in the exceptions of WeibullCdf()
 /// @param aSquared out: the statistic; n = 0: -0
 /// @param pValue out: the p-value; n = 0, and exactly the first critical value, 0.474: NaN
 /// @param n number of values

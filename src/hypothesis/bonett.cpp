@@ -46,27 +46,14 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
     const double n = sample.n;
     const double excess = sample.Excess();
     if (!(excess > 0 && std::isfinite(excess))) return;
-    const double z = type == IntervalType::TwoSided ? TwoSidedNormalQuantile(confidence)
-                                                    : FramedNormalQuantile(confidence);
+    const double z = FramedNormalQuantile(UpperLevel(confidence, type));
     if (!(z < n)) return;
     const double c = n / (n - z);
     const double factor = std::exp(c * z * std::sqrt(excess / (n - 1)));
-    const double lowerBound = c * sample.variance / factor;
-    const double upperBound = c * sample.variance * factor;
-    switch (type) {
-        case IntervalType::UpperBound:
-            *lower = 0;
-            *upper = upperBound;
-            break;
-        case IntervalType::TwoSided:
-            *lower = lowerBound;
-            *upper = upperBound;
-            break;
-        case IntervalType::LowerBound:
-            *lower = lowerBound;
-            *upper = std::numeric_limits<double>::infinity();
-            break;
-    }
+    const double scaled = c * sample.variance;
+    SetBounds(
+        type, 0, std::numeric_limits<double>::infinity(), [=] { return scaled / factor; },
+        [=] { return scaled * factor; }, lower, upper);
 }
 
 CmBonettPValueFunction::CmBonettPValueFunction(bool lowerBound, double variance, double spread, double n,

@@ -3,56 +3,44 @@
 #include <limits>
 
 #include "distributions/framed_evaluations.h"
-#include "frame/missing_value.h"
-#include "frame/status.h"
 
 namespace zul::hypothesis {
 namespace {
 
-double TwoSidedLevel(double confidence) {
-    return (confidence + 1.0) * 0.5;
-}
-
-// quantile(p) is that of the standardised estimate.
-template <typename Quantile>
-int Interval(Quantile quantile, double confidence, IntervalType type, double estimate, double standardError,
-             double* lower, double* upper) {
+// q is the quantile of the standardised estimate at the upper level.
+int Interval(double q, IntervalType type, double estimate, double standardError, double* lower,
+             double* upper) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    switch (type) {
-        case IntervalType::UpperBound:
-            *lower = -kInfinity;
-            *upper = estimate + quantile(confidence) * standardError;
-            return kSuccess;
-        case IntervalType::TwoSided: {
-            const double halfWidth = quantile(TwoSidedLevel(confidence)) * standardError;
-            *lower = estimate - halfWidth;
-            *upper = estimate + halfWidth;
-            return kSuccess;
-        }
-        case IntervalType::LowerBound:
-            *lower = estimate - quantile(confidence) * standardError;
-            *upper = kInfinity;
-            return kSuccess;
-    }
-    *lower = *upper = frame::kQuietNaN;
-    return kBadIntervalType;
+    const double margin = q * standardError;
+    return SetBounds(
+        type, -kInfinity, kInfinity, [=] { return estimate - margin; }, [=] { return estimate + margin; },
+        lower, upper);
 }
 
 }  // namespace
 
+double UpperLevel(double confidence, IntervalType type) {
+    return type == IntervalType::TwoSided ? (confidence + 1) * 0.5 : confidence;
+}
+
+double LowerLevel(double confidence, IntervalType type) {
+    return type == IntervalType::TwoSided ? (1 - confidence) * 0.5 : 1 - confidence;
+}
+
 int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
                    double* upper) {
-    return Interval(FramedNormalQuantile, confidence, type, estimate, standardError, lower, upper);
+    const double q = FramedNormalQuantile(UpperLevel(confidence, type));
+    return Interval(q, type, estimate, standardError, lower, upper);
 }
 
 int TInterval(double df, double confidence, IntervalType type, double estimate, double standardError,
               double* lower, double* upper) {
-    const auto quantile = [df](double p) { return FramedTQuantile(p, df); };
-    return Interval(quantile, confidence, type, estimate, standardError, lower, upper);
+    const double q = FramedTQuantile(UpperLevel(confidence, type), df);
+    return Interval(q, type, estimate, standardError, lower, upper);
 }
 
 double TwoSidedNormalQuantile(double confidence) {
-    return FramedNormalQuantile(TwoSidedLevel(confidence));
+    return FramedNormalQuantile(UpperLevel(confidence, IntervalType::TwoSided));
 }
 
 double NormalTestPValue(double z, AlternativeHypothesis alternative) {

@@ -1,14 +1,37 @@
 // What all hypothesis tests share: bounds from an estimate and its standard error, p-values from a statistic.
 #pragma once
 
+#include "frame/missing_value.h"
+#include "frame/status.h"
 #include "zul/hypothesis.h"
 
 namespace zul::hypothesis {
 
-// The bounds estimate -+ q * standardError, q the standard normal quantile at (confidence + 1) / 2 for a
-// two-sided interval and at the confidence itself for a single bound; the open side is infinite.
-// kBadIntervalType: both bounds are NaN. A confidence without a quantile gives NaN for the bounds that need it,
-// and kSuccess.
+// Sets the bounds that the type asks for, lower() and upper(), and the other one to its open end. An unknown
+// type: kBadIntervalType, and both are NaN.
+template <typename Lower, typename Upper>
+int SetBounds(IntervalType type, double openLower, double openUpper, Lower lower, Upper upper,
+              double* lowerBound, double* upperBound) {
+    switch (type) {
+        case IntervalType::UpperBound:
+        case IntervalType::TwoSided:
+        case IntervalType::LowerBound:
+            *lowerBound = type == IntervalType::UpperBound ? openLower : lower();
+            *upperBound = type == IntervalType::LowerBound ? openUpper : upper();
+            return kSuccess;
+    }
+    *lowerBound = *upperBound = frame::kQuietNaN;
+    return kBadIntervalType;
+}
+
+// The probability of the quantile that belongs to a bound: (confidence + 1) / 2 for one of two, and the
+// confidence itself for a single one.
+double UpperLevel(double confidence, IntervalType type);
+// That of the other tail, from the confidence rather than from the rounded level.
+double LowerLevel(double confidence, IntervalType type);
+
+// The bounds estimate -+ q * standardError, q the standard normal quantile at the upper level; the open side is
+// infinite. A confidence without a quantile gives NaN for the bounds that need it, and kSuccess.
 int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
                    double* upper);
 

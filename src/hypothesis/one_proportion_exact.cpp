@@ -2,34 +2,22 @@
 #include <algorithm>
 
 #include "distributions/framed_evaluations.h"
-#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/binomial.h"
+#include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
 
+using hypothesis::LowerLevel;
+using hypothesis::UpperLevel;
+
 int RunOneProportionClopperPearson(OneProportion* record, double confidence, IntervalType type) {
     const double x = record->x;
     const double n = record->n;
-    const auto lowerAt = [x, n](double p) { return FramedBetaQuantile(p, x, n - x + 1); };
-    const auto upperAt = [x, n](double p) { return FramedBetaQuantile(p, x + 1, n - x); };
-    record->lowerBound = 0;
-    record->upperBound = 1;
-    switch (type) {
-        case IntervalType::UpperBound:
-            record->upperBound = upperAt(confidence);
-            return kSuccess;
-        case IntervalType::TwoSided:
-            record->lowerBound = lowerAt((1 - confidence) * 0.5);
-            record->upperBound = upperAt((confidence + 1) * 0.5);
-            return kSuccess;
-        case IntervalType::LowerBound:
-            record->lowerBound = lowerAt(1 - confidence);
-            return kSuccess;
-    }
-    record->lowerBound = record->upperBound = frame::kQuietNaN;
-    return kBadIntervalType;
+    const auto lower = [=] { return FramedBetaQuantile(LowerLevel(confidence, type), x, n - x + 1); };
+    const auto upper = [=] { return FramedBetaQuantile(UpperLevel(confidence, type), x + 1, n - x); };
+    return hypothesis::SetBounds(type, 0, 1, lower, upper, &record->lowerBound, &record->upperBound);
 }
 
 int RunOneProportionClopperPearson(OneProportion* record, AlternativeHypothesis alternative, double p0) {

@@ -2,7 +2,6 @@
 #include <limits>
 
 #include "distributions/framed_evaluations.h"
-#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
@@ -29,24 +28,10 @@ struct CorrectedScore {
 int CorrectedInterval(const CorrectedScore& score, double confidence, IntervalType type, double* lower,
                       double* upper) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    switch (type) {
-        case IntervalType::UpperBound:
-            *lower = -kInfinity;
-            *upper = score.Bound(1, FramedNormalQuantile(confidence));
-            return kSuccess;
-        case IntervalType::TwoSided: {
-            const double z = hypothesis::TwoSidedNormalQuantile(confidence);
-            *lower = score.Bound(-1, z);
-            *upper = score.Bound(1, z);
-            return kSuccess;
-        }
-        case IntervalType::LowerBound:
-            *lower = score.Bound(-1, FramedNormalQuantile(confidence));
-            *upper = kInfinity;
-            return kSuccess;
-    }
-    *lower = *upper = frame::kQuietNaN;
-    return kBadIntervalType;
+    const double q = FramedNormalQuantile(hypothesis::UpperLevel(confidence, type));
+    return hypothesis::SetBounds(
+        type, -kInfinity, kInfinity, [&] { return score.Bound(-1, q); }, [&] { return score.Bound(1, q); },
+        lower, upper);
 }
 
 }  // namespace

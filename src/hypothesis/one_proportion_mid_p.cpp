@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/binomial.h"
+#include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
@@ -61,22 +61,7 @@ int RunOneProportionMidP(OneProportion* record, double confidence, IntervalType 
     // An upper bound is where the lower tail is small.
     const auto lower = [=] { return Solve({record->x, record->n, confidence, twoSided, true}); };
     const auto upper = [=] { return Solve({record->x, record->n, confidence, twoSided, false}); };
-    switch (type) {
-        case IntervalType::UpperBound:
-            record->lowerBound = 0;
-            record->upperBound = upper();
-            return kSuccess;
-        case IntervalType::TwoSided:
-            record->lowerBound = lower();
-            record->upperBound = upper();
-            return kSuccess;
-        case IntervalType::LowerBound:
-            record->lowerBound = lower();
-            record->upperBound = 1;
-            return kSuccess;
-    }
-    record->lowerBound = record->upperBound = frame::kQuietNaN;
-    return kBadIntervalType;
+    return hypothesis::SetBounds(type, 0, 1, lower, upper, &record->lowerBound, &record->upperBound);
 }
 
 int RunOneProportionMidP(OneProportion* record, AlternativeHypothesis alternative, double p0) {

@@ -3,8 +3,8 @@
 
 #include "distributions/framed_evaluations.h"
 #include "frame/missing_value.h"
-#include "frame/status.h"
 #include "hypothesis/bonett.h"
+#include "hypothesis/intervals.h"
 #include "zul/descriptive.h"
 #include "zul/hypothesis.h"
 
@@ -17,24 +17,14 @@ using hypothesis::BonettSample;
 int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type) {
     const double df = record->n - 1.0;
     const double sumOfSquares = record->variance * df;
-    double* const lower = &record->chiSquareLowerBound;
-    double* const upper = &record->chiSquareUpperBound;
-    switch (type) {
-        case IntervalType::UpperBound:
-            *lower = 0;
-            *upper = sumOfSquares / FramedChiSqQuantile(1 - confidence, df);
-            return kSuccess;
-        case IntervalType::TwoSided:
-            *lower = sumOfSquares / FramedChiSqQuantile((confidence + 1) * 0.5, df);
-            *upper = sumOfSquares / FramedChiSqQuantile((1 - confidence) * 0.5, df);
-            return kSuccess;
-        case IntervalType::LowerBound:
-            *lower = sumOfSquares / FramedChiSqQuantile(confidence, df);
-            *upper = std::numeric_limits<double>::infinity();
-            return kSuccess;
-    }
-    *lower = *upper = kQuietNaN;
-    return kBadIntervalType;
+    const auto lower = [=] {
+        return sumOfSquares / FramedChiSqQuantile(hypothesis::UpperLevel(confidence, type), df);
+    };
+    const auto upper = [=] {
+        return sumOfSquares / FramedChiSqQuantile(hypothesis::LowerLevel(confidence, type), df);
+    };
+    return hypothesis::SetBounds(type, 0, std::numeric_limits<double>::infinity(), lower, upper,
+                                 &record->chiSquareLowerBound, &record->chiSquareUpperBound);
 }
 
 void ChiSquareTest(OneVariance* record, AlternativeHypothesis alternative, double variance0) {
