@@ -1,11 +1,10 @@
-// Goodness of fit, runs, correlation: what is beyond the reference tables.
+// Goodness of fit: what is beyond the reference tables.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <vector>
 
-#include "support/reference_table.h"
 #include "zul/hypothesis.h"
 
 namespace zul {
@@ -73,38 +72,6 @@ TEST(TabularChiSquare, FewOrBadCells) {
     EXPECT_TRUE(std::isnan(chiSquare) && std::isnan(pValue));
     EXPECT_EQ(run(proportions, 100, 4), 0);
     EXPECT_TRUE(chiSquare == kInf && pValue == 0);
-}
-
-TEST(Runs, EdgesOfBothTests) {
-    struct Case {
-        std::vector<double> data;
-        double comparison;
-        bool exact;
-        unsigned below, above, runs;
-        double pValue;
-    };
-    for (const Case& c :
-         {Case{{1, 2, 3, 4}, 2, true, 1, 2, 2, 1}, Case{{1, 2, 3, 4}, 2, false, 2, 2, 2, 0.2206713619198468},
-          Case{{5, 5, 5}, 5, true, 0, 0, 0, kNaN}, Case{{5, 5, 5}, 5, false, 3, 0, 1, kNaN},
-          Case{{}, 5, true, 0, 0, 0, kNaN}, Case{{}, 5, false, 0, 0, 0, kNaN},
-          Case{{7, 8, 5, 9}, 5, true, 0, 3, 1, 0},  // one run: an empty lower tail
-          Case{{kNaN, 6, 4}, 5, true, 2, 1, 3, 2.0 / 3}}) {
-        v1::RunsTest r;
-        const auto n = static_cast<unsigned>(c.data.size());
-        EXPECT_EQ((c.exact ? v1::RunRunsTest : v1::RunKelRunsTest)(&r, c.data.data(), c.comparison, n), 0);
-        EXPECT_EQ(r.below, c.below);
-        EXPECT_EQ(r.above, c.above);
-        EXPECT_EQ(r.runs, c.runs);
-        EXPECT_TRUE(test::IsNear(r.pValue, c.pValue, 1e-9)) << c.comparison;
-    }
-}
-
-TEST(Correlation, PValueAtTheEnds) {
-    using v0::GetKelCorrelationPValue;
-    for (const double r : {std::nextafter(1, 2), -1 - 5e-13})
-        EXPECT_EQ(GetKelCorrelationPValue(r, 10), 0) << r;
-    for (const double r : {1 + 1e-11, -1.5, kNaN, kInf})
-        EXPECT_TRUE(std::isnan(GetKelCorrelationPValue(r, 10))) << r;
 }
 
 }  // namespace

@@ -1,0 +1,86 @@
+#!/usr/bin/python3
+"""Writes the *_edges.csv: bad values, ends of ranges, and what the definitions say of them."""
+from mpmath import atan, betainc, cos, erfc, erfinv, findroot, inf, mp, mpf, nan, pi, sin, sqrt
+
+mp.dps = 40
+
+
+def write(table, rows):
+    with open(table + ".csv") as full, open(table + "_edges.csv", "w") as out:
+        out.write(full.readline())
+        for row in rows:
+            out.write(",".join(cell if isinstance(cell, str) else repr(float(cell)) for cell in row) + "\n")
+
+
+def summary_t(conf, alt, mu0, n, sd, bound, t, p):
+    """A one-sample t test of the mean 10, with equal bounds."""
+    se = mpf(sd) / sqrt(n) if n else inf
+    return ["t1", "-", "-", conf, "0", alt, mu0, "-", str(n), "-", 10, sd, "-", "-", "0", 10, sd, se, bound, bound, t, p]
+
+
+angle = atan(1 / sqrt(mpf(3)))
+p1 = 1 - 2 / pi * (angle + sin(angle) * cos(angle))  # of t = 1 with three degrees of freedom
+rows = [summary_t(conf, "0", 9, 4, 2, nan, 1, p1) for conf in (-1, 1, inf, nan)]
+rows += [
+    summary_t(0, "5", 9, 4, 2, 10, 1, 0),  # unknown alternative
+    summary_t(0, "0", 10, 4, 2, 10, 0, 1),
+    summary_t(0, "1", 10, 4, 2, 10, 0, 0.5),
+    summary_t(0, "-1", 9, 4, 0, 10, inf, 0),  # infinite t, even for "less than"
+    summary_t(0, "0", 10, 4, 0, 10, nan, nan),
+    summary_t(0, "0", 9, 4, nan, nan, nan, nan),
+    summary_t(0, "0", 9, 1, 2, nan, 0.5, nan),  # no degrees of freedom, and fewer
+    summary_t(0, "0", 9, 0, 2, nan, 0, nan),
+]
+data = ["-", 0.95, "0", "0", 9, "-"]
+rows.append(["t1", "="] + data + ["0", "-", "-", "-", "-", "-", "0"] + [nan] * 7)
+rows.append(["t1", "=3"] + data + ["1", "-", "-", "-", "-", "-", "0", 3, 0, 0, nan, nan, -inf, 0])
+half = 2**31 + 1  # twice this is 2 in 32 bits
+se = 1 / sqrt(mpf(half))
+rows.append(["t2p", "-", "-", 0.95, "0", "-", "-", "-", str(half), str(half), 1, 1, 1, 1, "0"]
+            + [1, 1, 1, 1, se, se, 0, inf, 0, nan, nan, nan, nan])
+write("t_and_z", rows)
+
+
+def exact_bound(level, a, b):
+    return findroot(lambda p: betainc(a, b, 0, p, regularized=True) - level, (mpf("0.1"), mpf("0.7")), "anderson")
+
+
+exact = [exact_bound(mpf("0.025"), 7, 14), exact_bound(mpf("0.975"), 8, 13)]
+z = sqrt(2) * erfinv(mpf("0.95"))
+p, n = mpf(7) / 20, 20
+centre, spread = (7 + z**2 / 2) / (n + z**2), z * sqrt(7 * (1 - p) + z**2 / 4) / (n + z**2)
+rows = []
+for p0 in (-0.1, 1.1, inf, -inf, nan):
+    for method in ("cp_test", "midp_test"):
+        rows.append([method, "7", "20", "-", "-", "-", "0", p0, "0"] + [nan] * 5)
+    rows.append(["one", "7", "20", "1", 0.95, "0", "0", p0, "0", p, centre - spread, centre + spread, nan, nan])
+    rows.append(["kel_one", "7", "20", "0", 0.95, "0", "0", p0, "0", p] + exact + [nan, nan])
+for x in (0, 7, 20):
+    for p0 in (0, 1):
+        pvalue = 1 if x == 20 * p0 else 0
+        rows.append(["cp_test", str(x), "20", "-", "-", "-", "0", p0, "0", nan, nan, nan, nan, pvalue])
+        if x == 7:
+            rows.append(["kel_one", "7", "20", "0", 0.95, "0", "0", p0, "0", p] + exact + [nan, pvalue])
+rows.append(["one", "0", "20", "0", 0.95, "0", "-", "-", "0", 0, 0, 1 - mpf("0.025") ** (mpf(1) / 20), nan, nan])
+rows.append(["one", "0", "0", "0", 0.95, "0", "0", 0.5, "0", nan, 0, 1, nan, 1])
+rows.append(["midp_ci", "0", "0", "-", 0.95, "0", "-", "-", "0"] + [nan] * 5)
+rows.append(["midp_ci", "7", "20", "-", nan, "0", "-", "-", "0", nan, 0, 0, nan, nan])
+end = mpf("0.05") ** (mpf(1) / 20)  # the type 7 is replaced
+rows.append(["kel_one", "0", "20", "0", 0.95, "7", "-", "-", "0", 0, 0, 1 - end, nan, nan])
+rows.append(["kel_one", "20", "20", "0", 0.95, "7", "-", "-", "0", 1, end, 1, nan, nan])
+write("one_proportion", rows)
+
+third = mpf(2) / 3
+write("runs", [
+    ["exact", "=1 2 3 4", 2, 1, 2, 2, 2 * third + 1, 1],
+    ["normal", "=1 2 3 4", 2, 2, 2, 2, 3, erfc(1 / sqrt(third) / sqrt(2))],
+    ["exact", "=5 5 5", 5, 0, 0, 0, nan, nan],
+    ["normal", "=5 5 5", 5, 3, 0, 1, 1, nan],
+    ["exact", "=", 5, 0, 0, 0, nan, nan],
+    ["normal", "=", 5, 0, 0, 0, nan, nan],
+    ["exact", "=7 8 5 9", 5, 0, 3, 1, 1, 0],  # one run: an empty lower tail
+    ["exact", "=nan 6 4", 5, 2, 1, 3, 2 * third + 1, third],
+])
+
+ends = [(1 + 2**-52, 0), (-1 - 5e-13, 0), (1 + 1e-11, nan), (-1.5, nan), (nan, nan), (inf, nan)]
+write("correlation_p", [[r, "10", p] for r, p in ends])
