@@ -20,7 +20,14 @@ int Interval(double q, IntervalType type, double estimate, double standardError,
 }  // namespace
 
 double UpperLevel(double confidence, IntervalType type) {
-    return type == IntervalType::TwoSided ? (confidence + 1) * 0.5 : confidence;
+    switch (type) {
+        case IntervalType::TwoSided:
+            return (confidence + 1) * 0.5;
+        case IntervalType::UpperBound:
+        case IntervalType::LowerBound:
+            return confidence;
+    }
+    return frame::kQuietNaN;
 }
 
 double LowerLevel(double confidence, IntervalType type) {

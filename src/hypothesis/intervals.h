@@ -25,7 +25,7 @@ int SetBounds(IntervalType type, double openLower, double openUpper, Lower lower
 }
 
 // The probability of the quantile that belongs to a bound: (confidence + 1) / 2 for one of two, and the
-// confidence itself for a single one.
+// confidence itself for a single one. An unknown type: NaN, for which no quantile is evaluated.
 double UpperLevel(double confidence, IntervalType type);
 // That of the other tail, from the confidence rather than from the rounded level.
 double LowerLevel(double confidence, IntervalType type);
