@@ -67,10 +67,11 @@ double BinomialPdf::MassByLogarithms(double k) const {
 BinomialCdf::BinomialCdf(double n, double prob, bool upper)
     : n_(WholeArgument(n).value), prob_(prob), upper_(upper) {}
 
-// The upper tail is the lower tail of the number of failures. That rule decides where an x between whole
-// numbers belongs and what lies outside; the tail itself needs no 1 - prob, which would round.
+// The upper tail is the lower tail of the number of failures, which decides what lies outside; the tail itself
+// needs no 1 - prob, which would round.
 double BinomialCdf::operator()(double x) {
-    const double k = WholeArgument(upper_ ? n_ - x : x).value;
+    const WholeArgument at(x);
+    const double k = upper_ ? n_ - at.First() : at.value;
     if (k < 0) return 0;
     if (k >= n_) return 1;
     double lower = 0;

@@ -17,6 +17,8 @@ struct WholeArgument {
         : value(frame::RoundHalfAway(x)), isWhole(frame::CompareTolerant(x, value, 0) == 0) {
         if (!isWhole) value = std::floor(x);
     }
+    // The first whole number that is not below x, from which on the upper tail counts.
+    double First() const { return isWhole ? value : value + 1; }
     double value;
     bool isWhole;
 };

@@ -29,7 +29,7 @@ double PoissonPdf::operator()(double x) const {
 
 double PoissonCdf::operator()(double x) const {
     const WholeArgument at(x);
-    const double k = upper_ && at.isWhole ? at.value - 1 : at.value;
+    const double k = upper_ ? at.First() - 1 : at.value;
     if (k < 0) return upper_ ? 1 : 0;
     if (shape_.Mean() <= 0) return upper_ ? 0 : 1;
     double lower = 0;

@@ -39,6 +39,9 @@ TEST(DiscreteRules, WholeNumbersAreTolerant) {
               {PoissonCdf(3 - 4e-12, 2, false), PoissonCdf(2, 2, false)},
               {PoissonCdf(2.5, 2, true), PoissonCdf(3, 2, true)},
               {BinomialCdf(2.5, 10, 0.3, true), BinomialCdf(3, 10, 0.3, true)},
+              // By the rounding of x, not by that of its distance from n.
+              {BinomialCdf(10 + 9e-12, 10, 0.3, true), BinomialPdf(10, 10, 0.3)},
+              {BinomialCdf(1 + 1e-11, 50, 0.3, true), BinomialCdf(2, 50, 0.3, true)},
               {HypergeometricCdf(3.5, 20, 7, 12, true), HypergeometricCdf(4, 20, 7, 12, true)},
               {HypergeometricPdf(3.5, 20, 7, 12), 0},
               {NegBinomialPdf(5.5, 0.3, 2), 0},
