@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "frame/compare.h"
+#include "distributions/discrete_rules.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -18,15 +18,14 @@ double CountOf(int a, int b) {
 }  // namespace
 
 double IntegerUniformPdf::operator()(double x) const {
-    const double k = frame::RoundHalfAway(x);
-    if (k < a || k > b || frame::CompareTolerant(x, k, 0) != 0) return 0;
+    const WholeArgument at(x);
+    if (!at.isWhole || at.value < a || at.value > b) return 0;
     return 1 / CountOf(a, b);
 }
 
 double IntegerUniformCdf::operator()(double x) const {
-    const double at = upper ? b - (x - a) : x;
-    const double rounded = frame::RoundHalfAway(at);
-    const double k = frame::CompareTolerant(at, rounded, 0) == 0 ? rounded : std::floor(at);
+    const WholeArgument at(x);
+    const double k = upper ? b - (at.First() - a) : at.value;
     if (k < a) return 0;
     return k < b ? (k - a + 1) / CountOf(a, b) : 1;
 }
@@ -34,8 +33,9 @@ double IntegerUniformCdf::operator()(double x) const {
 double IntegerUniformInvCdf::operator()(double p) const {
     if (p == 0) return a;
     if (p == 1) return b;
-    // a - 1 is whole; added before rounding up it would swallow a small p.
-    return std::ceil(CountOf(a, b) * p) + (static_cast<double>(a) - 1);
+    const double k = std::ceil(CountOf(a, b) * p + a - 1);
+    // In the sum a small p is lost beside a. A NaN is not compared.
+    return k == static_cast<double>(a) - 1 && p > 0 && a <= b ? a : k;
 }
 
 double IntegerUniformPdfKernel(double x, int a, int b) {

@@ -1,7 +1,9 @@
 #include "distributions/triangular.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "frame/errors.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
 
@@ -36,12 +38,22 @@ double TriangularCdf::operator()(double x) const {
     return upperTail ? LowerTail(-x, -upper, -mode, -lower) : LowerTail(x, lower, mode, upper);
 }
 
+namespace {
+
+// sqrt(range side p). A range of 0 is a distribution at one point.
+double RootOfProduct(double range, double side, double p) {
+    return range == 0 ? 0 : std::abs(range) * frame::SafeSqrt(side / range * p);
+}
+
+}  // namespace
+
 double TriangularInvCdf::operator()(double p) const {
     if (p == 1) return upper;
     const double range = upper - lower;
     const double belowMode = lower < mode ? (mode - lower) / range : 0;
-    if (p < belowMode) return lower + range * frame::SafeSqrt(p * belowMode);
-    return upper - range * frame::SafeSqrt((1 - p) * ((upper - mode) / range));
+    if (belowMode < 0) frame::ThrowSqrtOfNegative();
+    if (p < belowMode) return lower + RootOfProduct(range, mode - lower, p);
+    return upper - RootOfProduct(range, upper - mode, 1 - p);
 }
 
 double TriangularPdfKernel(double x, double lower, double mode, double upper) {

@@ -55,7 +55,7 @@ double NearestToPole(double lambda) {
 }  // namespace
 
 LambdaRoot::LambdaRoot(double lambda) : lambda_(lambda), lowest_(0), highest_(1) {
-    if (lambda >= 0) return;
+    if (lambda >= -kLogisticLambda) return;  // the logistic family has no poles
     lowest_ = NearestToPole(lambda);
     highest_ = 1 - std::max(lowest_, 0x1p-53);
 }

@@ -54,6 +54,7 @@ TEST_F(ClosedForms, EndsAndCentres) {
         {WeibullInvCdf(1, 0.5, 1, 2), kNaN},    {TriangularPdf(2, 2, 2, 4), 1},
         {TriangularPdf(4, 2, 4, 4), 1},         {TriangularCdf(2, 2, 2, 4, false), 0},
         {TriangularCdf(4, 2, 4, 4, true), 0},   {TriangularInvCdf(1, 0.1, 0.2, 0.3), 0.3},
+        {TriangularInvCdf(0.3, 2, 2, 2), 2},    {TriangularInvCdf(0.75, 3, 1, 0), -std::sqrt(0.75)},
     });
 }
 
@@ -106,6 +107,7 @@ TEST_F(ClosedForms, FailuresReachTheHost) {
     EXPECT_THROW(CauchyPdf(1, 0, 0), std::runtime_error);
     EXPECT_THROW(CauchyInvCdf(1e6, 0, 1), std::invalid_argument);
     EXPECT_THROW(TriangularInvCdf(-0.1, 0, 1, 2), std::invalid_argument);
+    EXPECT_THROW(TriangularInvCdf(0.5, 3, 4, 2), std::invalid_argument);
     EXPECT_THROW(LogLogisticInvCdf(0.9, 0, 1e4, 0), std::runtime_error);
     EXPECT_THROW(LambdaInvCdf(0, -1, 0, 1), std::invalid_argument);
     EXPECT_THROW(LambdaInvCdf(1e-100, -5, 0, 1), std::runtime_error);
@@ -158,6 +160,7 @@ TEST_F(ClosedForms, TukeyLambda) {
         {LambdaInvCdf(0.25, 2, 1, 4), 0},
         {LambdaCdf(1.5, 1e-13, 0, 1, true), LogisticCdf(-1.5, 0, 1, false)},
         {LambdaInvCdf(0.3, -1e-12, 0, 1), LogisticInvCdf(0.3, 0, 1)},
+        {LambdaCdf(0, -1e-310, 0, 1, false), 0.5},
         // Beyond the values at the points nearest to the poles.
         {LambdaCdf(-1e300, -5, 0, 1, false), 0},
         {LambdaCdf(-1e300, -5, 0, 1, true), 1},
@@ -191,6 +194,8 @@ TEST_F(ClosedForms, IntegerUniform) {
         {IntegerUniformCdf(2.5, 1, 6, false), 2.0 / 6},
         {IntegerUniformCdf(2.5, 1, 6, true), 4.0 / 6},
         {IntegerUniformCdf(3, 1, 6, true), 4.0 / 6},
+        {IntegerUniformCdf(1000 + 1e-10, 1, 1000, true), 1e-3},
+        {IntegerUniformInvCdf(0.07, 1, 100), 7},
         {IntegerUniformCdf(DBL_MAX, 1, 6, false), 1},
         {IntegerUniformInvCdf(0.5, 1, 6), 3},
         {IntegerUniformInvCdf(1e-20, 5, 6), 5},
