@@ -140,7 +140,7 @@ RatioGuess::RatioGuess(double df1, double noncentrality, double df2, double scal
     const double df = sum * (sum / (2 * sum - first));
     mean_ = std::clamp(scale, kLeast, kMost) * (sum / first);
     variance1_ = 2 / (9 * df);
-    variance2_ = 2 / (9 * std::max(df2, kLeast));
+    variance2_ = 2 / std::max(df2, kLeast) / 9;
 }
 
 double RatioGuess::At(double z) const {

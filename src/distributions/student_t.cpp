@@ -115,9 +115,10 @@ double AcceptedNoncentrality(double df) {
     constexpr double kLinear = 6.1738;
     constexpr double kLimit = 94906265;
     constexpr double kJustBelow = 0.999999999999;
-    const double discriminant = kLinear * kLinear - 4 * (df / 2 - kLimit);
+    // Of y^2 + kLinear y + df / 2 - kLimit, over 4: a product with 4 might overflow.
+    const double discriminant = kLinear * kLinear / 4 - (df / 2 - kLimit);
     if (!(discriminant >= 0)) return kNA;
-    const double y = (std::sqrt(discriminant) - kLinear) / 2;
+    const double y = std::sqrt(discriminant) - kLinear / 2;
     // Deliberate: sqrt(2 y), not sqrt(2) y. Any noncentrality below the refused one whose answer is saturated
     // proves the answer.
     return y < 0 ? kNA : std::sqrt(2 * y) * kJustBelow;

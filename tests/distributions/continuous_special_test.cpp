@@ -78,6 +78,7 @@ TEST_F(ContinuousSpecial, ExactValues) {
         {FInvCdf(kNA, 3, 4, 5), kNaN},
         {FInvCdf(0.3, 3, 4, 2.2e-307), FInvCdf(0.3, 3, 4, 0)},
         {FInvCdf(0.3, 3, 4, -7), FInvCdf(0.3, 3, 4, 0)},
+        {FInvCdf(0.3, 1e308, 1e308, 1), kNaN},
         // Gamma. Deliberate: quantiles of exactly 0 come without the threshold.
         {GammaPdf(7, -2, 0, 7), 0},
         {GammaPdf(8, -2, 3, 7), kNaN},
@@ -96,6 +97,7 @@ TEST_F(ContinuousSpecial, ExactValues) {
         {TCdf(kNA, 3, 0, false), kNaN},
         {TCdf(0, 3, 0, true), 0.5},
         {TCdf(1, -3, 1, false), kNaN},
+        {TCdf(1, 1.7e308, 0.5, false), kNaN},
         {TInvCdf(0, 3, 0), kNaN},
         {TInvCdf(1, 3, 2), kNaN},
         {TInvCdf(0.5, 3, 0), 0},
