@@ -15,9 +15,13 @@
 /// A result that does not exist is a quiet NaN. Parameters are not checked: outside their domain the formula
 /// is computed as it stands, which gives a meaningless number, NaN or 0, or stops with one of the standard
 /// exceptions listed in frame.h; call RegisterKelSigfpeHandler() on each thread to receive them. An argument
-/// x or p that is NaN gives std::invalid_argument, a result too large for a double
-/// std::overflow_error, unless a function says otherwise. 1.23456e30 is the library's own missing value: as the argument of a cumulative function or a p-value it
-/// gives NaN.
+/// x or p that is NaN gives std::invalid_argument, a result too large for a double std::overflow_error, unless
+/// a function says otherwise.
+///
+/// 1.23456e30 is the library's own missing value. As the x of ChiSqCdf(), FCdf(), TCdf(), NormalCdf(),
+/// HalfNormalCdf(), ChiSqPValue(), FPValue(), TPValue(), NormalPValue() and of TPdf() with a noncentrality it
+/// gives NaN, and so does a result that is exactly this number, but for the families uniform and discrete. To
+/// every other function it is a number like any other.
 ///
 /// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode.
 /// Calls from several threads have to be serialised.
@@ -29,8 +33,8 @@
 
 namespace zul {
 
-/// The side of a test. The p-value of LowerTail is P(T <= t), that of UpperTail P(T >= t), that of TwoSided
-/// twice the smaller of them.
+/// The side of a test with the statistic T. The p-value of LowerTail is P(T <= t), that of UpperTail P(T >= t),
+/// that of TwoSided twice the smaller of them for a continuous T; for a count see the function.
 enum EAlternative : int { LowerTail = -1, TwoSided = 0, UpperTail = 1 };
 
 /// @name Beta distribution
@@ -428,7 +432,9 @@ ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count,
 /// The quantile ceil((b - a + 1) p + a - 1): the smallest whole number whose lower tail reaches p, for 0 <
 /// p < 1.
 ///
-/// p = 0 gives a and p = 1 gives b. p outside [0, 1] is extrapolated; p that is NaN gives NaN.
+/// p = 0 gives a and p = 1 gives b. The formula is computed as it stands, so that at a p which is a lower tail
+/// its rounding may give the next number; p > 0 gives at least a. p outside [0, 1] is extrapolated; p that is
+/// NaN gives NaN.
 ZUL_API double IntegerUniformInvCdf(double p, int a, int b);
 /// @copydoc IntegerUniformInvCdf(double, int, int)
 ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b);
@@ -446,7 +452,8 @@ ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t cou
 /// The density 1 / (u^(lambda - 1) + (1 - u)^(lambda - 1)) / scale with u = LambdaCdf(x, ..., false).
 ///
 /// 0 outside the support and at its ends, and where u is 0. Error: what 1e-12 of u and of z make. scale =
-/// 0, and a density too large for a double (about the centre for lambda > 1000): std::runtime_error.
+/// 0, and a density too large for a double (about the centre for lambda > 1000): std::runtime_error. |lambda|
+/// <= 1e-12: an x that is NaN may give 0, as of LogisticPdf().
 ZUL_API double LambdaPdf(double x, double lambda, double location, double scale);
 /// @copydoc LambdaPdf(double, double, double, double)
 ZUL_API void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
@@ -724,8 +731,7 @@ ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double
 /// smaller tail about 1e-9.
 ///
 /// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
-/// x < 0 gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for x of 94906265 or more. mean
-/// above 8e307: std::overflow_error.
+/// x < 0 gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for x of 94906265 or more.
 /// Method: the chi-square tails at 2 mean with 2 (x + 1) degrees of freedom, M. Abramowitz and I. A. Stegun,
 /// Handbook of Mathematical Functions, 1964, 26.4.21.
 ZUL_API double PoissonCdf(double x, double mean, bool upper);
@@ -846,7 +852,7 @@ ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, dou
 /// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)).
 ///
 /// p = 1 gives exactly upper. Other p: std::invalid_argument ("sqrt of a negative argument") where the root
-/// is negative. lower = upper: std::runtime_error or std::invalid_argument.
+/// is negative. lower = upper gives that point, with the mode above it std::runtime_error.
 ZUL_API double TriangularInvCdf(double p, double lower, double mode, double upper);
 /// @copydoc TriangularInvCdf(double, double, double, double)
 ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
