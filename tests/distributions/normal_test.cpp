@@ -13,8 +13,6 @@
 namespace zul {
 namespace {
 
-constexpr double kNA = 1.23456e30;
-
 std::uint64_t Bits(double x) {
     return std::bit_cast<std::uint64_t>(x);
 }
@@ -36,9 +34,8 @@ TEST(Normal, ExactValues) {
 
 TEST(Normal, NoResultIsTheQuietNaN) {
     const double results[] = {
-        NormalCdf(kNA, 0, 1, false),    NormalInvCdf(1, 0, 1),
-        NormalInvCdf(0, 0, 1),          NormalInvCdf(1e-300, 0, 1),
-        NormalInvCdf(1.5, 0, 1),        NormalPValue(kNA, TwoSided),
+        NormalInvCdf(1, 0, 1),          NormalInvCdf(0, 0, 1),
+        NormalInvCdf(1e-300, 0, 1),     NormalInvCdf(1.5, 0, 1),
         NormalCritValue(0, UpperTail),  NormalCritValue(0.05, static_cast<EAlternative>(2)),
         NormalCritValue(-1, UpperTail),
     };

@@ -75,4 +75,9 @@ testing::AssertionResult IsNear(double actual, double expected, double tolerance
            << ", relative error " << std::abs(actual / expected - 1) << " above " << tolerance;
 }
 
+void ExpectExact(const std::vector<Exact>& rows, double tolerance) {
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        EXPECT_TRUE(IsNear(rows[i].actual, rows[i].expected, tolerance)) << "row " << i;
+}
+
 }  // namespace zul::test

@@ -28,4 +28,12 @@ double Number(const std::string& text);
 // |actual - expected| <= tolerance * |expected|; NaN and infinities have to be the same.
 testing::AssertionResult IsNear(double actual, double expected, double tolerance);
 
+struct Exact {
+    double actual;
+    double expected;  // NaN: any NaN
+};
+
+// That every row is equal, by IsNear with the tolerance.
+void ExpectExact(const std::vector<Exact>& rows, double tolerance = 0);
+
 }  // namespace zul::test
