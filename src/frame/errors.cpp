@@ -52,4 +52,8 @@ void ThrowGammaTooCloseToZero() {
     throw std::invalid_argument("gamma of a value too close to 0");
 }
 
+void ThrowVectorTooLong() {
+    throw std::length_error("vector<T> too long");
+}
+
 }  // namespace zul::frame

@@ -22,4 +22,7 @@ enum class Trap : int { Invalid, DivideByZero, Overflow, IntegerDivideByZero, Mu
 [[noreturn]] void ThrowGammaOfNonpositive();
 [[noreturn]] void ThrowGammaTooCloseToZero();
 
+// std::length_error "vector<T> too long".
+[[noreturn]] void ThrowVectorTooLong();
+
 }  // namespace zul::frame

@@ -74,6 +74,26 @@ struct TimeOfDay {
 };
 TimeOfDay LocalTimeOfDay();
 
+// Whether the processor has vectors of four doubles. Functions marked ZUL_WIDE are compiled for them and are to
+// be called on such processors alone; what they call has to be inlined to be so compiled. Their results are
+// those of the same code without the mark.
+#if defined(__GNUC__)
+#define ZUL_WIDE __attribute__((target("avx2")))
+inline bool HasWideVectors() {
+    return __builtin_cpu_supports("avx2") != 0;
+}
+#else
+#define ZUL_WIDE
+inline bool HasWideVectors() {
+    return false;
+}
+#endif
+
+// The memory at an address, which need not be accessible, will be read soon.
+inline void Prefetch(const void* address) {
+    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
+}
+
 // From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide
 // handler is installed on the first call and never again; traps that are not ours go to the handler that
 // was there before.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <stdexcept>
 
 namespace zul::frame {
@@ -27,6 +28,26 @@ double OnAnyFailure(double fallback, double (*arithmetic)(Types...), Types... ar
     } catch (const std::runtime_error&) {
         return fallback;
     } catch (const std::invalid_argument&) {
+        return fallback;
+    }
+}
+
+// The value of the work, or the fallback when memory cannot be obtained. For work that does not compute.
+template <typename Value, typename Work>
+Value OnBadAlloc(Value fallback, Work work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return fallback;
+    }
+}
+
+// The same for a failure of any kind: also for work that calls operations of the host's objects.
+template <typename Value, typename Work>
+Value OnAnyException(Value fallback, Work work) {
+    try {
+        return work();
+    } catch (...) {
         return fallback;
     }
 }

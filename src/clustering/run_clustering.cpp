@@ -1,0 +1,41 @@
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+#include "clustering/host_agglomeration.h"
+#include "clustering/linkage.h"
+#include "clustering/packed_agglomeration.h"
+#include "clustering/vector.h"
+#include "frame/recover.h"
+#include "zul/clustering.h"
+
+namespace zul::dax::clustering {
+namespace {
+
+using Steps = types::Vector<ClusterStep>;
+
+std::unique_ptr<Steps> Run(LinkageEnums linkage, double maximumDistance, DistanceMatrix& distances) {
+    const std::unique_ptr<LinkFunction> link = MakeLinkFunction(linkage);
+    if (link == nullptr) {
+        std::cout << "invalid linkage" << std::endl;
+        return nullptr;
+    }
+    const int count = std::max(1, distances.RowCount());
+    auto steps = std::make_unique<Steps>(static_cast<std::size_t>(count - 1), ClusterStep());
+    auto* const own = dynamic_cast<DistanceMatrixImpl*>(&distances);
+    if (own != nullptr && own->Dimension() >= count)
+        PackedAgglomeration(*link, maximumDistance, *own, count).Run(*steps);
+    else
+        HostAgglomeration(*link, maximumDistance, distances, count).Run(*steps);
+    return steps;
+}
+
+}  // namespace
+
+types::IReadableVector<ClusterStep>* RunClustering(LinkageEnums linkage, double maximumDistance,
+                                                   DistanceMatrix& distances) {
+    return frame::OnAnyException<Steps*>(nullptr,
+                                         [&] { return Run(linkage, maximumDistance, distances).release(); });
+}
+
+}  // namespace zul::dax::clustering

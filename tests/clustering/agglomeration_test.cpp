@@ -1,0 +1,339 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "clustering/written_steps.h"
+#include "support/allocations.h"
+#include "support/clustering.h"
+#include "support/reference_table.h"
+#include "zul/clustering.h"
+
+namespace zul::dax::clustering {
+namespace {
+
+using test::HostMatrix;
+using test::MakeMatrix;
+using test::Matrix;
+using test::Square;
+
+using Steps = std::unique_ptr<types::IReadableVector<ClusterStep>>;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr LinkageEnums kLinkages[] = {Average, Single, Complete, Ward, McQuitty, Median, Centroid};
+
+// The same value, or both NaN.
+bool Same(double a, double b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+bool Same(const ClusterStep& a, const ClusterStep& b) {
+    return Same(a.similarity, b.similarity) && Same(a.distance, b.distance) && a.cluster1 == b.cluster1 &&
+           a.cluster2 == b.cluster2 && a.size == b.size;
+}
+
+void Fill(DistanceMatrix& m, const Square& distances) {
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        for (std::size_t j = 0; j <= i; ++j)
+            m.Set(static_cast<int>(i), static_cast<int>(j), distances[i][j]);
+}
+
+// The joins and what they leave in the matrix.
+void ExpectWritten(const test::WrittenSteps& written, LinkageEnums linkage, DistanceMatrix& m,
+                   const std::string& where) {
+    const Steps steps(RunClustering(linkage, 10, m));
+    ASSERT_NE(steps, nullptr);
+    ASSERT_EQ(steps->size(), written.steps.size()) << where;
+    for (std::size_t s = 0; s < steps->size(); ++s)
+        ASSERT_TRUE(Same((*steps)[s], written.steps[s]))
+            << where << ", step " << s << ": " << (*steps)[s].cluster1 << " " << (*steps)[s].cluster2
+            << " at " << (*steps)[s].distance << " instead of " << written.steps[s].cluster1 << " "
+            << written.steps[s].cluster2 << " at " << written.steps[s].distance;
+    for (std::size_t i = 0; i < written.distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            ASSERT_TRUE(Same(m(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]))
+                << where << ", left at " << i << " " << j;
+}
+
+// Both ways to run against the written rules, for each linkage.
+void ExpectWritten(const Square& distances, const std::string& where) {
+    const int n = static_cast<int>(distances.size());
+    for (const LinkageEnums linkage : kLinkages) {
+        const test::WrittenSteps written(linkage, 10, distances);
+        const Matrix own = MakeMatrix(n);
+        HostMatrix host(n);
+        for (DistanceMatrix* m : {own.get(), static_cast<DistanceMatrix*>(&host)}) {
+            Fill(*m, distances);
+            ExpectWritten(written, linkage, *m,
+                          where + ", linkage " + std::to_string(linkage) + (m == &host ? ", host" : ""));
+            if (testing::Test::HasFatalFailure()) return;
+        }
+    }
+}
+
+Square Draw(std::size_t n, const std::function<double()>& draw) {
+    Square distances(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j < i; ++j)
+            distances[i].push_back(draw());
+        distances[i].push_back(0);
+    }
+    return distances;
+}
+
+// From a few values, so that almost every choice is between ties, to none alike; with and without values that
+// are no distances.
+TEST(RunClustering, TakesTheWrittenSteps) {
+    std::mt19937_64 random(11);
+    for (int round = 0; round < 400 && !HasFatalFailure(); ++round) {
+        const std::size_t n = round < 300 ? 2 + random() % 24 : 40 + random() % 120;
+        const int values = std::vector<int>{1, 2, 3, 5, 10, 100, 1'000'000}[random() % 7];
+        const double strange = round % 4 == 0 ? std::vector<double>{0.02, 0.3, 0.9, 1}[random() % 4] : 0;
+        const auto draw = [&]() -> double {
+            if (std::generate_canonical<double, 53>(random) >= strange)
+                return static_cast<double>(1 + static_cast<int>(random() % static_cast<unsigned>(values)));
+            return std::vector<double>{kNaN, kInf, -kInf, -1, -0.0}[random() % (round % 8 == 0 ? 1 : 5)];
+        };
+        ExpectWritten(Draw(n, draw), "round " + std::to_string(round));
+    }
+}
+
+// Points, whose neighbours have a structure that random numbers lack; many of them are at one place.
+TEST(RunClustering, TakesTheWrittenStepsBetweenPoints) {
+    std::mt19937_64 random(12);
+    for (const int levels : {4, 12, 1000}) {
+        const std::size_t n = 250;
+        std::vector<std::vector<double>> points(n, std::vector<double>(3));
+        for (auto& point : points)
+            for (double& x : point)
+                x = static_cast<double>(static_cast<int>(random() % static_cast<unsigned>(levels)));
+        const test::Table data = test::MakeTable(points);
+        const Matrix m = MakeMatrix(static_cast<int>(n));
+        ASSERT_EQ(CreateForClusterObservations(*data, SquaredEuclidean, false, *m), types::Success);
+        Square distances(n);
+        for (std::size_t i = 0; i < n; ++i)
+            for (std::size_t j = 0; j <= i; ++j)
+                distances[i].push_back((*m)(static_cast<int>(i), static_cast<int>(j)));
+        ExpectWritten(distances, "levels " + std::to_string(levels));
+    }
+}
+
+// The matrix of a reference case.
+Matrix ReadCase(const test::Row& row) {
+    const int n = static_cast<int>(test::Number(row.at(5)));
+    Matrix m = MakeMatrix(n);
+    const bool option = row.at(4) == "1";
+    if (row.at(1) == "matrix") {
+        for (const test::Row& matrix : test::ReadTable("clustering/matrices.csv", ',')) {
+            if (matrix.at(0) != row.at(2)) continue;
+            std::size_t next = 0;
+            const std::vector<double> values = test::Numbers(matrix.at(2));
+            for (int i = 0; i < n; ++i)
+                for (int j = 0; j < i; ++j)
+                    m->Set(i, j, values.at(next++));
+        }
+    } else if (row.at(1) == "columns") {
+        CreateForClusterVariables(*test::ReadDataTable(row.at(2), SIZE_MAX), option, *m);
+    } else {
+        const int measure = static_cast<int>(test::Number(row.at(3)));
+        CreateForClusterObservations(*test::ReadDataTable(row.at(2), SIZE_MAX),
+                                     static_cast<DistanceEnums>(measure), option, *m);
+    }
+    return m;
+}
+
+// The joins of a reference case by a linkage.
+Steps RunCase(const std::string& name, const std::string& linkage) {
+    for (const test::Row& row : test::ReadTable("clustering/cases.csv", ','))
+        if (row.at(0) == name)
+            return Steps(RunClustering(static_cast<LinkageEnums>(static_cast<int>(test::Number(linkage))),
+                                       test::Number(row.at(6)), *ReadCase(row)));
+    return nullptr;
+}
+
+TEST(RunClustering, MatchesReference) {
+    std::string current;
+    Steps steps;
+    for (const test::Row& row : test::ReadTable("clustering/steps.csv", ',')) {
+        if (current != row.at(0) + row.at(1)) {
+            current = row.at(0) + row.at(1);
+            steps = RunCase(row[0], row[1]);
+            ASSERT_NE(steps, nullptr);
+        }
+        const auto step = static_cast<std::size_t>(test::Number(row.at(2)));
+        if (static_cast<double>(step) >= test::Number(row.at(8))) continue;
+        ASSERT_LT(step, steps->size());
+        const ClusterStep& actual = (*steps)[step];
+        EXPECT_TRUE(actual.cluster1 == test::Number(row.at(5)) &&
+                    actual.cluster2 == test::Number(row.at(6)) && actual.size == test::Number(row.at(7)))
+            << current << " " << step;
+        EXPECT_NEAR(actual.similarity, test::Number(row.at(3)), 1e-10);
+        EXPECT_NEAR(actual.distance, test::Number(row.at(4)), 1e-12 * (1 + std::abs(actual.distance)));
+    }
+}
+
+TEST(FindMembers, MatchesReference) {
+    std::string current;
+    Steps steps;
+    for (const test::Row& row : test::ReadTable("clustering/membership.csv", ',')) {
+        if (current != row.at(0) + row.at(1)) {
+            current = row.at(0) + row.at(1);
+            steps = RunCase(row[0], row[1]);
+        }
+        const double argument = test::Number(row.at(3));
+        const std::unique_ptr<types::IReadableVector<int>> labels(
+            row.at(2) == "k" ? FindMembersWithNumber(*steps, static_cast<int>(argument))
+                             : FindMembersWithCut(*steps, argument));
+        const std::vector<double> expected = row.size() > 4 ? test::Numbers(row[4]) : std::vector<double>();
+        EXPECT_EQ(std::vector<double>(labels->DataImpl(), labels->DataImpl() + labels->size()), expected)
+            << current << " " << row[2] << " " << argument;
+    }
+}
+
+// Each partition against the joins made one after the other.
+TEST(FindMembers, FollowsTheJoins) {
+    std::mt19937_64 random(13);
+    const std::size_t n = 60;
+    const Matrix m = MakeMatrix(static_cast<int>(n));
+    Fill(*m, Draw(n, [&] { return static_cast<double>(random() % 50); }));
+    const Steps steps(RunClustering(Centroid, 50, *m));
+    std::vector<std::size_t> lowest(n);
+    for (std::size_t i = 0; i < n; ++i)
+        lowest[i] = i;
+    for (std::size_t joins = 0; joins < n; ++joins) {
+        const int k = static_cast<int>(n - joins);
+        const std::unique_ptr<types::IReadableVector<int>> labels(FindMembersWithNumber(*steps, k));
+        ASSERT_EQ(labels->size(), n);
+        int next = 0;
+        for (std::size_t i = 0; i < n; ++i)
+            EXPECT_EQ((*labels)[i], lowest[i] == i ? next++ : (*labels)[lowest[i]]);
+        EXPECT_EQ(next, k);
+        if (joins + 1 == n) break;
+        const auto joined = static_cast<std::size_t>((*steps)[joins].cluster1);
+        std::replace(lowest.begin(), lowest.end(), static_cast<std::size_t>((*steps)[joins].cluster2),
+                     joined);
+    }
+}
+
+std::vector<int> Cut(const types::IReadableVector<ClusterStep>& steps, double level) {
+    const std::unique_ptr<types::IReadableVector<int>> labels(FindMembersWithCut(steps, level));
+    return {labels->DataImpl(), labels->DataImpl() + labels->size()};
+}
+
+TEST(FindMembers, CutsAtASimilarity) {
+    const Matrix m = MakeMatrix(3);
+    Fill(*m, {{0}, {1, 0}, {2, 3, 0}});
+    const Steps steps(RunClustering(Single, 4, *m));
+    ASSERT_TRUE(Same((*steps)[0], {75, 1, 0, 1, 2}) && Same((*steps)[1], {50, 2, 0, 2, 3}));
+    EXPECT_EQ(Cut(*steps, 75.1), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(Cut(*steps, 75), (std::vector<int>{0, 0, 1}));
+    EXPECT_EQ(Cut(*steps, 50), (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(Cut(*steps, kNaN), (std::vector<int>{0, 0, 0}));
+}
+
+// Steps of a host.
+class HostSteps : public types::IReadableVector<ClusterStep> {
+public:
+    explicit HostSteps(std::vector<ClusterStep> steps) : steps_(std::move(steps)) {}
+    std::size_t SizeImpl() const override { return steps_.size(); }
+    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
+    const ClusterStep* DataImpl() const override { return nullptr; }
+
+private:
+    std::vector<ClusterStep> steps_;
+};
+
+TEST(FindMembers, HasNoneOfStepsThatNoRunMade) {
+    EXPECT_EQ(Cut(HostSteps({{50, 1, 0, 1, 2}, {40, 1, 0, 2, 3}}), 45), (std::vector<int>{0, 0, 1}));
+    EXPECT_EQ(Cut(HostSteps({}), 45), std::vector<int>{0});
+    for (const int wrong : {-1, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        EXPECT_EQ(Cut(HostSteps({{50, 1, 0, 1, 2}, {40, 1, 0, wrong, 3}}), 45), std::vector<int>());
+        EXPECT_EQ(Cut(HostSteps({{50, 1, wrong, 1, 2}, {40, 1, 0, 2, 3}}), 45), std::vector<int>());
+    }
+}
+
+TEST(RunClustering, OfFewObjectsOrAnUnknownLinkage) {
+    for (int n = 0; n < 2; ++n) {
+        const Steps steps(RunClustering(Ward, 1, *MakeMatrix(n)));
+        EXPECT_TRUE(steps != nullptr && steps->EmptyImpl());
+    }
+    EXPECT_EQ(Steps(RunClustering(Ward, 0, *MakeMatrix(2)))->size(), 1u);
+    for (const int linkage : {999, 1007}) {
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(RunClustering(static_cast<LinkageEnums>(linkage), 1, *MakeMatrix(3)), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "invalid linkage\n");
+    }
+}
+
+// The matrix has fewer objects than rows, or more.
+TEST(RunClustering, TakesDistancesOutsideForNaN) {
+    const Matrix m = MakeMatrix(4);
+    ASSERT_EQ(m->Init(2, 1), types::Success);
+    const Steps steps(RunClustering(Average, 1, *m));
+    const test::WrittenSteps written(Average, 1, {{0}, {1, 0}, {kNaN, kNaN, 0}, {kNaN, kNaN, kNaN, 0}});
+    for (std::size_t s = 0; s < 3; ++s)
+        EXPECT_TRUE(Same((*steps)[s], written.steps[s])) << s;
+    ASSERT_EQ(m->Init(6, 1), types::Success);
+    EXPECT_EQ(Steps(RunClustering(Average, 1, *m))->size(), 3u);
+}
+
+TEST(RunClustering, AsksTheHostsMatrixInOrder) {
+    HostMatrix host(3, true);
+    Fill(host, {{0}, {1, 0}, {2, 3, 0}});
+    host.TakeCalls();
+    const Steps steps(RunClustering(Single, 4, host));
+    EXPECT_EQ(host.TakeCalls(), (std::vector<HostMatrix::Call>{{'n', 0, 0},
+                                                               {'g', 0, 1},
+                                                               {'g', 0, 2},
+                                                               {'g', 1, 2},
+                                                               {'g', 2, 0},
+                                                               {'g', 2, 1},
+                                                               {'n', 0, 0},
+                                                               {'s', 2, 0},
+                                                               {'g', 0, 2},
+                                                               {'g', 0, 2}}));
+}
+
+// A matrix whose operations throw.
+class ThrowingMatrix : public DistanceMatrix {
+    int RowCountImpl() const override { return 3; }
+    double GetImpl(int, int) const override { throw 1; }
+    void SetImpl(int, int, double) override {}
+    StatlibraryErrorCode InitImpl(int, double) override { return types::Success; }
+};
+
+TEST(RunClustering, LetsNoExceptionOut) {
+    ThrowingMatrix throwing;
+    EXPECT_EQ(RunClustering(Single, 1, throwing), nullptr);
+    const HostSteps steps({{50, 1, 0, 1, 2}, {40, 1, 0, 2, 3}});
+    const Matrix m = MakeMatrix(30);
+    const auto failures = [](const auto& run) {
+        for (int i = 1;; ++i) {
+            const test::AllocationWatch watch(i);
+            auto* const result = run();
+            if (watch.Count() < i) {
+                EXPECT_NE(result, nullptr);
+                delete result;
+                EXPECT_EQ(watch.Live(), 0);
+                return i - 1;
+            }
+            EXPECT_EQ(result, nullptr);
+            EXPECT_EQ(watch.Live(), 0);
+        }
+    };
+    EXPECT_GE(failures([&] { return RunClustering(Ward, 1, *m); }), 5);
+    EXPECT_GE(failures([&] { return FindMembersWithNumber(steps, 2); }), 3);
+    EXPECT_GE(failures([&] { return FindMembersWithCut(steps, 45); }), 3);
+}
+
+}  // namespace
+}  // namespace zul::dax::clustering

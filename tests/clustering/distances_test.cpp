@@ -1,0 +1,220 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/allocations.h"
+#include "support/clustering.h"
+#include "support/reference_table.h"
+#include "zul/clustering.h"
+#include "zul/descriptive.h"
+
+namespace zul::dax::clustering {
+namespace {
+
+using test::HostMatrix;
+using test::MakeMatrix;
+using test::MakeTable;
+using test::Matrix;
+using types::Failure;
+using types::Success;
+
+constexpr DistanceEnums kMeasures[] = {Euclidean, SquaredEuclidean, Manhattan, Pearson, SquaredPearson};
+
+TEST(DistanceMatrix, IsSymmetricAndKeepsItsRowCount) {
+    const Matrix m = MakeMatrix(3);
+    EXPECT_EQ(m->RowCount(), 3);
+    EXPECT_EQ((*m)(2, 1), 0);
+    EXPECT_EQ(m->Init(6, 1.5), Success);
+    EXPECT_EQ(m->RowCount(), 3);
+    EXPECT_EQ((*m)(5, 5), 1.5);
+    m->Set(2, 5, 7);
+    m->Set(3, 3, 4);
+    EXPECT_TRUE((*m)(5, 2) == 7 && (*m)(2, 5) == 7 && (*m)(3, 3) == 4 && (*m)(5, 3) == 1.5);
+    // Outside, on each side.
+    for (const int outside : {-1, 6, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        m->Set(outside, 0, 9);
+        m->Set(5, outside, 9);
+        EXPECT_TRUE(std::isnan((*m)(outside, 0)) && std::isnan((*m)(5, outside)));
+    }
+    EXPECT_EQ(m->Init(2, 0), Success);
+    EXPECT_TRUE((*m)(1, 0) == 0 && std::isnan((*m)(2, 0)));
+}
+
+TEST(DistanceMatrix, ReportsStorageThatIsNotThere) {
+    const Matrix m = MakeMatrix(3);
+    for (const int n : {-1, std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(MakeMatrix(n), nullptr);
+        EXPECT_EQ(m->Init(3, 1), Success);
+        EXPECT_EQ(m->Init(n, 0), Failure);
+        EXPECT_TRUE(std::isnan((*m)(0, 0)) && m->RowCount() == 3);
+    }
+    for (int i = 1; i <= 2; ++i) {
+        const test::AllocationWatch watch(i);
+        EXPECT_EQ(MakeDistanceMatrix(3), nullptr);
+        EXPECT_EQ(watch.Live(), 0);
+    }
+    const test::AllocationWatch watch(1);
+    EXPECT_EQ(m->Init(4, 0), Failure);
+    EXPECT_TRUE(std::isnan((*m)(0, 0)));
+}
+
+TEST(Distances, MatchReference) {
+    for (const test::Row& row : test::ReadTable("clustering/distance_matrices.csv", ',')) {
+        const int n = static_cast<int>(test::Number(row.at(4)));
+        const bool columns = row.at(0) == "columns";
+        const bool option = row.at(3) == "1";
+        const test::Table data =
+            test::ReadDataTable(row.at(1), columns ? SIZE_MAX : static_cast<std::size_t>(n));
+        const Matrix m = MakeMatrix(n);
+        const auto status =
+            columns ? CreateForClusterVariables(*data, option, *m)
+                    : CreateForClusterObservations(
+                          *data, static_cast<DistanceEnums>(static_cast<int>(test::Number(row.at(2)))),
+                          option, *m);
+        ASSERT_EQ(status, Success);
+        const std::vector<double> expected = test::Numbers(row.at(5));
+        std::size_t next = 0;
+        for (int i = 0; i < n; ++i) {
+            EXPECT_EQ((*m)(i, i), 0);
+            for (int j = 0; j < i; ++j)
+                EXPECT_TRUE(test::IsNear((*m)(i, j), expected.at(next++), 1e-14))
+                    << row[1] << " " << row[2] << " " << option << " " << i << " " << j;
+        }
+        EXPECT_EQ(next, expected.size());
+    }
+}
+
+// The distance as its definition has it, one pair at a time.
+double Distance(const types::IRectangularArray<double>& data, DistanceEnums measure, int i, int j,
+                const std::vector<double>& s) {
+    double sum = 0;
+    for (int c = 0; c < data.ColumnCount(); ++c) {
+        const double d = data.At(i, c) - data.At(j, c);
+        const double spread = s[static_cast<std::size_t>(c)];
+        sum += measure == Manhattan ? std::abs(d) : measure >= Pearson ? d * d / (spread * spread) : d * d;
+    }
+    return measure == Euclidean || measure == Pearson ? std::sqrt(sum) : sum;
+}
+
+std::vector<double> Deviations(const types::IRectangularArray<double>& data) {
+    std::vector<double> deviations;
+    for (int c = 0; c < data.ColumnCount(); ++c) {
+        std::vector<double> column;
+        for (int row = 0; row < data.RowCount(); ++row)
+            column.push_back(data.At(row, c));
+        const double s =
+            std::sqrt(v1::GetSampleVariance(column.data(), static_cast<unsigned>(column.size())));
+        deviations.push_back(s == 0 ? 1 : s);
+    }
+    return deviations;
+}
+
+test::Table DrawTable(int rows) {
+    test::Table data(types::MakeIRectangularArrayDouble(rows, 5));
+    std::mt19937_64 random(3);
+    std::normal_distribution<double> normal(100, 3);
+    for (int row = 0; row < rows; ++row)
+        for (int column = 0; column < 5; ++column)
+            data->Set(row, column, column == 3 ? 7 : normal(random));  // one is constant
+    return data;
+}
+
+// For each count of rows up to several of the groups that are computed together, in the library's matrix and in
+// one of a host.
+TEST(Distances, HaveTheBitsOfThePlainSum) {
+    for (int n = 0; n < 42; ++n) {
+        const test::Table data = DrawTable(n);
+        const std::vector<double> s = Deviations(*data);
+        for (const DistanceEnums measure : kMeasures) {
+            const Matrix m = MakeMatrix(n);
+            HostMatrix host(n);
+            ASSERT_EQ(CreateForClusterObservations(*data, measure, false, *m), Success);
+            ASSERT_EQ(CreateForClusterObservations(*data, measure, false, host), Success);
+            for (int i = 0; i < n; ++i) {
+                for (int j = 0; j < i; ++j) {
+                    const double expected = Distance(*data, measure, i, j, s);
+                    ASSERT_EQ((*m)(i, j), expected) << measure << " " << i << " " << j;
+                    ASSERT_EQ(host(i, j), expected);
+                }
+            }
+        }
+    }
+}
+
+TEST(Distances, TellTheHostsMatrixPairByPair) {
+    using Calls = std::vector<HostMatrix::Call>;
+    HostMatrix host(2, true);
+    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3), Manhattan, true, host), Success);
+    EXPECT_EQ(
+        host.TakeCalls(),
+        (Calls{{'i', 3, 0}, {'n', 0, 0}, {'s', 1, 0}, {'n', 0, 0}, {'s', 2, 0}, {'n', 0, 0}, {'s', 2, 1}}));
+    EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Success);
+    const Calls sum = {{'g', 1, 0}, {'n', 0, 0}, {'s', 1, 0}};
+    Calls expected = {{'i', 2, 0}};
+    expected.insert(expected.end(), sum.begin(), sum.end());
+    expected.insert(expected.end(), sum.begin(), sum.end());
+    EXPECT_EQ(host.TakeCalls(), expected);
+    host.initStatus = Failure;
+    EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Failure);
+    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3), Manhattan, true, host), Failure);
+    EXPECT_EQ(host.TakeCalls(), (Calls{{'i', 2, 0}, {'i', 3, 0}}));
+    EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), Manhattan, true, host), Success);
+}
+
+TEST(Distances, RefuseUnknownMeasures) {
+    const Matrix m = MakeMatrix(2);
+    m->Set(0, 1, 5);
+    for (const int measure : {1999, 2005}) {
+        const auto unknown = static_cast<DistanceEnums>(measure);
+        EXPECT_EQ(CreateForClusterObservations(*DrawTable(2), unknown, false, *m), Failure);
+        EXPECT_EQ((*m)(0, 1), 5);
+        const Matrix other = MakeMatrix(2);
+        EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), unknown, false, *other), Success);
+        EXPECT_TRUE(std::isnan((*other)(0, 0)));
+    }
+}
+
+TEST(Distances, BetweenVariables) {
+    const test::Table data = MakeTable({{1, -2, 7, 3}, {2, -4, 7, 1}, {4, -8, 7, 2}});
+    const Matrix m = MakeMatrix(4);
+    HostMatrix host(4);
+    for (const bool absolute : {false, true}) {
+        EXPECT_EQ(CreateForClusterVariables(*data, absolute, *m), Success);
+        EXPECT_EQ(CreateForClusterVariables(*data, absolute, host), Success);
+        EXPECT_NEAR((*m)(0, 1), absolute ? 0 : 2, 1e-15);
+        for (int i = 0; i < 4; ++i)
+            for (int j = 0; j < i; ++j)
+                EXPECT_EQ((*m)(i, j), host(i, j));
+        for (const int other : {0, 1, 3})
+            EXPECT_EQ((*m)(2, other), 1);
+    }
+    EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, *m), Success);
+    EXPECT_TRUE(std::isnan((*m)(0, 1)));
+}
+
+TEST(Distances, ReportFailedAllocations) {
+    const test::Table data = DrawTable(3);
+    const Matrix m = MakeMatrix(0);
+    const auto failures = [&](const auto& create) {
+        for (int i = 1;; ++i) {
+            EXPECT_EQ(m->Init(0, 0), Success);
+            const test::AllocationWatch watch(i);
+            const auto status = create();
+            if (watch.Count() < i) {
+                EXPECT_EQ(status, Success);
+                return i - 1;
+            }
+            EXPECT_EQ(status, Failure) << i;
+        }
+    };
+    EXPECT_GE(failures([&] { return CreateForClusterVariables(*data, false, *m); }), 4);
+    EXPECT_GE(failures([&] { return CreateForClusterObservations(*data, Pearson, false, *m); }), 4);
+}
+
+}  // namespace
+}  // namespace zul::dax::clustering
