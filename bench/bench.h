@@ -35,5 +35,6 @@ void AddFrameBenchmarks();
 void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
+void AddClusteringBenchmarks();
 
 }  // namespace zul::bench

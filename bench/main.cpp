@@ -2,7 +2,7 @@
 
 int main(int argc, char** argv) {
     using namespace zul::bench;
-    return Run(
-        argc, argv,
-        {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks, AddHypothesisBenchmarks});
+    return Run(argc, argv,
+               {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks,
+                AddHypothesisBenchmarks, AddClusteringBenchmarks});
 }
