@@ -141,6 +141,18 @@ std::string CsvTable::Place(const CsvCell& cell, const std::string& name) const 
     return Place(cell.line) + ", column " + Quoted(name);
 }
 
+std::vector<std::string> CsvTable::NumericColumns() const {
+    std::vector<std::string> names;
+    for (std::size_t column = 0; column < heading_.size(); ++column) {
+        const auto isNumber = [column](const CsvRow& row) {
+            return ParseNumber(row[column].text).has_value();
+        };
+        if (!rows_.empty() && std::ranges::all_of(rows_, isNumber)) names.push_back(heading_[column].text);
+    }
+    if (names.empty()) throw InputError(path_ + ": no column of numbers");
+    return names;
+}
+
 std::size_t CsvTable::FindColumn(const std::string& name) const {
     const auto found = std::ranges::find(heading_, name, &CsvCell::text);
     if (found == heading_.end())

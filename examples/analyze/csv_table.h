@@ -41,6 +41,9 @@ public:
     /// "FILE, line N, column 'NAME'" for a message about a cell.
     std::string Place(const CsvCell& cell, const std::string& name) const;
 
+    /// The headings of the columns that have a number in each row. Throws InputError when there is none.
+    std::vector<std::string> NumericColumns() const;
+
 private:
     std::size_t FindColumn(const std::string& name) const;
     std::string Place(std::size_t line) const;

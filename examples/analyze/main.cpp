@@ -5,10 +5,12 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "cluster.h"
 #include "csv_table.h"
 #include "distribution.h"
 #include "fit_tests.h"
@@ -44,6 +46,34 @@ void AddReport(CLI::App& app) {
     AddNumber(report, "--mu", options->mu, Number("a number", IsAny), "Hypothesised mean (default: 0)");
     analyze::AddConfidence(report, options->confidence);
     report.callback([options] { analyze::PrintReport(std::cout, *options); });
+}
+
+template <typename Value>
+CLI::Validator NameIn(const std::map<std::string, Value>& choices) {
+    std::string names;
+    for (const auto& [name, value] : choices)
+        names += (names.empty() ? "" : ", ") + name;
+    const auto complaint = [&choices, names](const std::string& text) {
+        return choices.contains(text) ? std::string() : analyze::Quoted(text) + " is none of " + names;
+    };
+    return {complaint, ""};
+}
+
+void AddCluster(CLI::App& app) {
+    const auto options = std::make_shared<analyze::ClusterOptions>();
+    CLI::App& cluster = *app.add_subcommand("cluster", "Hierarchical clustering of the rows of a table");
+    cluster.add_option("FILE", options->file, "CSV file; its columns of numbers are taken")->required();
+    cluster.add_option("--linkage", options->linkage, "Distance of clusters (default: average)")
+        ->type_name("NAME")
+        ->check(NameIn(analyze::Linkages()));
+    cluster.add_option("--measure", options->measure, "Distance of rows (default: euclidean, or its square)")
+        ->type_name("NAME")
+        ->check(NameIn(analyze::Measures()));
+    cluster.add_flag("--standardize", options->standardize, "Take columns in units of their sd");
+    AddNumber(cluster, "--clusters", options->clusters, Number("a number", IsAny), "List so many clusters");
+    AddNumber(cluster, "--cut", options->cut, Number("a number", IsAny), "List the clusters at a similarity");
+    cluster.get_option("--cut")->excludes("--clusters");
+    cluster.callback([options] { analyze::PrintClusters(std::cout, *options); });
 }
 
 void AddDistribution(CLI::App& app) {
@@ -89,6 +119,7 @@ int Run(int argc, char** argv) {
     analyze::AddRunsTest(app);
     analyze::AddFitTests(app);
     analyze::AddTableTest(app);
+    AddCluster(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {

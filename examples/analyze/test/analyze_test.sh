@@ -197,6 +197,26 @@ for n in 0 2.5 10000001 nan; do
     refuses "--n: '$n' is not a whole number from 1 to 10000000" sample Normal --parameters 0,1 --n "$n"
 done
 
+# Agrees with R: hclust(dist(x), "average") cut into 4, hclust(dist(x)^2, "ward.D") into 3, and
+# hclust(dist(scale(x), "manhattan"), "complete") into 4.
+arrests=(cluster "$2/usarrests.csv")
+prints '^ +1 +15 +29 +2 +2\.2912878 +99\.219649$' "${arrests[@]}"
+prints '^ +49 +1 +4 +50 +152\.31400 +48\.125955$' "${arrests[@]}"
+prints '^ +33 -{17}\+ {51}\|$' "${arrests[@]}"
+prints '^  9 33$' "${arrests[@]}" --clusters 4
+prints '^Cluster 3, 20 objects$' "${arrests[@]}" --cut 74
+prints '^Cluster 2, 64 objects$' cluster "$2/iris.csv" --linkage ward --clusters 3
+prints '^  106 110 118 119 123 132 136$' cluster "$2/iris.csv" --linkage complete --measure manhattan --standardize --clusters 4
+printf 'x,name,y\n1,a,2\n2,b,3\n' >"$scratch/mixed.csv"
+prints '^Columns  x y$' cluster "$scratch/mixed.csv"
+printf 'name\na\n' >"$scratch/names.csv"
+refuses 'names.csv: no column of numbers' cluster "$scratch/names.csv"
+refuses "--linkage: 'x' is none of average, .*" "${arrests[@]}" --linkage x
+refuses '--clusters excludes --cut' "${arrests[@]}" --clusters 2 --cut 50
+for k in 0 51 1.5 1e300; do
+    refuses '.* clusters cannot be made of 50 rows' "${arrests[@]}" --clusters "$k"
+done
+
 if [[ -e /dev/full ]]; then
     message=$("$analyze" report "$light" --column x 2>&1 >/dev/full)
     [[ $? == 1 && $message == 'analyze: the output could not be written' ]] || fail "full disk" "$message"
