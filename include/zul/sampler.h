@@ -41,8 +41,9 @@ enum BasicRng : int {
 /// operation, a division by zero or an overflow is one of the standard exceptions listed in frame.h.
 ///
 /// Operations compute in the frame of frame.h and leave the thread in the default floating-point mode, except
-/// Reseed, GetSeed, Reserved17, Reserved18, SampleWeibull and SampleIndices, which neither set the mode nor
-/// throw. An exception ends the call: `out` may be partly written, the uniforms drawn so far stay drawn.
+/// Reseed, GetSeed, Reserved17, Reserved18, SampleWeibull and SampleIndices, which compute in the mode of the
+/// caller and leave it alone. An exception ends the call: `out` may be partly written, also with unfinished
+/// values, and the state is that after some of the uniforms of the call; Reseed() makes it a known one.
 ///
 /// An object serves one thread at a time; different samplers are independent, but operations that use a
 /// distribution's quantile (SamplePoisson, both SampleNegBinomial, noncentral SampleT) have to be serialised
@@ -174,8 +175,9 @@ public:
     /// covariance matrix and z standard normal deviates in the order of their indices, with the uniforms of
     /// SampleNormal() for all rows together.
     ///
-    /// A matrix that is singular within rounding will do. Where it has no factor, because it is clearly not
-    /// positive semidefinite or holds NaN or infinity, every value is NaN and no uniform is drawn.
+    /// A matrix that is singular within rounding will do: a pivot of 0 gives a column of zeros, without a look
+    /// at the covariances in it. Where a pivot is clearly negative, or the matrix holds NaN or infinity, every
+    /// value is NaN and no uniform is drawn.
     /// Source: G. H. Golub and C. F. Van Loan, Matrix Computations, 4th edition, 2013.
     /// @param out out: count rows of dimension values, row by row
     /// @param count number of rows
@@ -279,8 +281,8 @@ public:
     /// @param out out: count values
     /// @param count number of deviates
     /// @param values in: tableSize values
-    /// @param probabilities in: tableSize values, >= 0, of any positive sum; a NaN among them:
-    ///   std::invalid_argument
+    /// @param probabilities in: tableSize values, >= 0, of any positive sum; a NaN among them
+    ///   or a sum of 0: std::invalid_argument
     /// @param tableSize number of values; 0: every deviate is NaN
     /// @return 0 or 30001, which leaves out as it was
     virtual int SampleDiscrete(double* out, unsigned count, const double* values, const double* probabilities,

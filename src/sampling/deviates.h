@@ -10,9 +10,10 @@
 namespace zul::sampling {
 
 // The arithmetic. It owns nothing: what owns the object calls it through a pointer, since a trap in a
-// function with destructors to run may end the process.
+// function with destructors to run may end the process. No deviates need no preparation, which may trap.
 template <typename Object>
 int SetUpAndDraw(Object* object, objects::UniformSource* source, double* out, unsigned count) {
+    if (count == 0) return object->Status();
     object->SetGenerator(source);
     if constexpr (requires { object->DrawMany(out, count); }) {
         object->DrawMany(out, count);

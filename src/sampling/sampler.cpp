@@ -121,6 +121,7 @@ int SetUpAndDrawRows(objects::CmDistMVNormal* object, UniformSource* source, dou
 int DrawMVNormal(UniformSource* source, double* out, unsigned count, unsigned dimension, const double* mean,
                  const double* covariance) {
     auto* volatile draw = &SetUpAndDrawRows;
+    if (count == 0) return kSuccess;
     objects::CmDistMVNormal object(dimension, mean, covariance);
     if (!object.Obtained()) return kOutOfMemory;
     return draw(&object, source, out, count, dimension);
@@ -196,7 +197,7 @@ int PrepareAndDraw(AliasTable* table, UniformSource* source, double* out, unsign
 int DrawDiscrete(UniformSource* source, double* out, unsigned count, const double* values,
                  const double* probabilities, unsigned tableSize) {
     auto* volatile draw = &PrepareAndDraw;
-    if (tableSize == 0) {
+    if (tableSize == 0 || count == 0) {
         std::fill_n(out, count, kQuietNaN);
         return kSuccess;
     }

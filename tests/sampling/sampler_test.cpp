@@ -175,6 +175,17 @@ TEST_F(Sampler, RejectionMethodsRefuseBadParameters) {
     EXPECT_TRUE(std::isnan(Draw(*sampler, "Discrete", {}, 1)[0]));
 }
 
+TEST_F(Sampler, NoDeviatesNeedNoGoodParameters) {
+    const SamplerPtr sampler = MakeSampler(5);
+    const std::vector<std::pair<std::string, std::vector<double>>> calls = {
+        {"Beta", {kInfinity, kInfinity}}, {"Triangular", {kNaN, 0, 1}}, {"Discrete", {1, 2, 0, 0}}};
+    for (const auto& [slot, parameters] : calls)
+        Draw(*sampler, slot, parameters, 0);
+    const double huge[] = {1, 0, 1e200, 1};
+    EXPECT_EQ(sampler->SampleMVNormal(nullptr, 0, 2, huge, huge), 0);
+    EXPECT_EQ(sampler->GetSeed(), 5);
+}
+
 TEST_F(Sampler, ExtremeParametersGiveDeviatesAllTheSame) {
     const SamplerPtr sampler = MakeSampler(3);
     const std::vector<std::pair<std::string, std::vector<double>>> calls = {
@@ -266,7 +277,9 @@ TEST_F(Sampler, MultivariateNormal) {
     const double seed = sampler->GetSeed();
     for (const auto& bad : {std::vector<double>{1, 0, 0, 2, 1, 0, 0, 0, 1},
                             {1, 0, 0, 0, kNaN, 0, 0, 0, 1},
-                            {kInfinity, 0, 0, 0, 1, 0, 0, 0, 1}})
+                            {kInfinity, 0, 0, 0, 1, 0, 0, 0, 1},
+                            {1, 0, 0, 0, 1, 0, kInfinity, 0, 1},
+                            {0, 0, 0, kNaN, 1, 0, 0, 0, 1}})
         for (const double value : draw(bad, 2))
             EXPECT_TRUE(std::isnan(value));
     EXPECT_EQ(sampler->GetSeed(), seed);

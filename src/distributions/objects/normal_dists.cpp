@@ -53,6 +53,7 @@ bool FactorInPlace(double* triangle, std::size_t dimension) {
     for (std::size_t i = 0; i < dimension; ++i) {
         const double* above = triangle;
         for (std::size_t j = 0; j < i; ++j) {
+            if (!std::isfinite(row[j])) return false;
             const double pivot = above[j];
             row[j] = pivot == 0 ? 0 : (row[j] - InnerProduct(row, above, j)) / pivot;
             above += j + 1;

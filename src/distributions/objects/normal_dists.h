@@ -61,8 +61,8 @@ private:
 // CmDistNormal. Of the matrix, which is full and row by row, the lower triangle is read.
 //
 // A pivot that is zero within rounding gives a zero column, so that a covariance matrix of lower rank does.
-// One that is clearly negative, NaN or infinite leaves no factor: every value is then NaN and no uniform is
-// used. Functions of one variable do not exist: NA.
+// One that is clearly negative, like a value that is not finite, leaves no factor: every deviate is then NaN
+// and no uniform is used. Functions of one variable do not exist: NA.
 class CmDistMVNormal final : public CmDist {
 public:
     // The arrays, dimension and dimension x dimension values, have to outlive the object.
