@@ -35,6 +35,7 @@ void AddFrameBenchmarks();
 void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
+void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
 
 }  // namespace zul::bench

@@ -4,5 +4,5 @@ int main(int argc, char** argv) {
     using namespace zul::bench;
     return Run(argc, argv,
                {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks,
-                AddHypothesisBenchmarks, AddClusteringBenchmarks});
+                AddHypothesisBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
 }
