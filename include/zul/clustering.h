@@ -2,8 +2,9 @@
 /// Hierarchical clustering, with the containers through which it exchanges data.
 ///
 /// Objects that a function returns by pointer belong to the caller, who deletes them through their virtual
-/// destructor. A failed allocation is reported as each declaration says; std::length_error, "vector<T> too
-/// long", for more elements than a vector can ever hold, is the only exception. Nothing here sets a
+/// destructor. A failed allocation is reported as each declaration says, and so is an exception that leaves an
+/// operation of the host's own table, matrix or joins; std::length_error, "vector<T> too long", for more
+/// elements than a vector can ever hold, is the only exception. Nothing here sets a
 /// floating-point mode: the default one is expected, in which NaN and infinite distances do not trap. The
 /// numeric error state is not written. Different objects may be used on different threads at the same time; no
 /// object guards itself.
@@ -60,7 +61,8 @@ public:
     virtual StatlibraryErrorCode ResizeImpl(std::size_t n, const T& value) = 0;
     /// The same with zeros, or whatever T() is.
     virtual StatlibraryErrorCode ResizeImpl(std::size_t n) = 0;
-    /// Obtains memory for n elements in all, so that growing to them cannot fail. The elements stay.
+    /// Obtains memory for n elements in all, so that growing to them cannot fail. The elements stay, also after
+    /// a failure.
     virtual StatlibraryErrorCode ReserveImpl(std::size_t n) = 0;
     /// The first of size() elements that lie side by side.
     virtual T* DataImpl() = 0;
@@ -128,7 +130,7 @@ public:
     explicit SharedPtr(T* object = nullptr) : object_(object) {}
     /// Shares the ownership.
     SharedPtr(const SharedPtr& other) : object_(other.object_) { other.link_.AddLink(&link_); }
-    /// Lets go of its object, then shares the ownership of the other's.
+    /// Shares the ownership of the other's object, and lets go of its own, which may own the other.
     SharedPtr& operator=(const SharedPtr& other) {
         SharedPtr copy(other);
         copy.object_ = object_;
@@ -250,24 +252,27 @@ struct ZUL_API ClusterStep {
 /// @return the matrix, which the caller deletes; null when memory could not be obtained, and for a negative n
 ZUL_API DistanceMatrix* MakeDistanceMatrix(int n);
 
-/// The distances between the rows of a table. The terms of a distance are added in the order of the columns.
+/// The distances between the rows of a table. The terms of a distance are added in the order of the columns. A
+/// NaN makes the distances of its row NaN; where its column's mean or s is used, all of them.
 /// @param data n rows, one for each observation
 /// @param measure which distance
 /// @param standardize whether each value is first replaced by (value - mean) / s of its column; the Pearson
 ///     measures then do not divide by s again
 /// @param out out: Init(n, 0) and the n (n - 1) / 2 distances; without columns Init(0, 0), whatever the measure
-/// @return Success; Failure for an unknown measure, with `out` as it was, and when memory could not be obtained
+/// @return Success; Failure for an unknown measure, with `out` as it was, and when memory could not be obtained;
+///     a failure of out.Init() as it is, but Success without columns
 ZUL_API StatlibraryErrorCode CreateForClusterObservations(const types::IRectangularArray<double>& data,
                                                           DistanceEnums measure, bool standardize,
                                                           DistanceMatrix& out);
 
-/// The distances between the columns of a table, 1 - r with Pearson's correlation r: from 0 for columns in
-/// proportion to 2 for opposed ones. A constant column is at distance 1 from every other. A single row gives
-/// NaN.
+/// The distances between the columns of a table, 1 - r with Pearson's correlation r: but for rounding from 0, for
+/// columns that rise together on a line, to 2, for columns of which one falls so. A constant column is at
+/// distance 1 from every other. A NaN makes the distances of its column NaN; a table of one row or none makes
+/// all of them NaN.
 /// @param data p columns, one for each variable
 /// @param absolute whether the distance is 1 - |r| instead
 /// @param out out: Init(p, 0) and the p (p - 1) / 2 distances
-/// @return Success; Failure when memory could not be obtained
+/// @return Success; Failure when memory could not be obtained; a failure of out.Init() as it is
 ZUL_API StatlibraryErrorCode CreateForClusterVariables(const types::IRectangularArray<double>& data,
                                                        bool absolute, DistanceMatrix& out);
 
@@ -280,7 +285,8 @@ ZUL_API StatlibraryErrorCode CreateForClusterVariables(const types::IRectangular
 /// other number is highest. Distances that are NaN are not near anything; when no others are left the two
 /// highest numbers are joined.
 /// @param linkage how the distances to a joined cluster follow from those to its parts
-/// @param maximumDistance the distance of similarity 0
+/// @param maximumDistance the distance of similarity 0; if it is 0, similarities are infinite, or NaN for joins
+///     at distance 0
 /// @param distances in: the distances between RowCount() objects; out: overwritten with distances between
 ///     clusters
 /// @return the n - 1 joins in their order, none for n < 2, in a vector which the caller deletes; null when
@@ -299,7 +305,7 @@ ZUL_API types::IReadableVector<int>* FindMembersWithNumber(const types::IReadabl
                                                            int k);
 
 /// The partition at a level of similarity: that of the clusters that existed before the first join whose
-/// similarity is below the level.
+/// similarity is below the level, or one cluster when none is. Nothing is below NaN, nor is NaN below anything.
 /// @param steps joins that RunClustering() made
 /// @param level a similarity as in the joins, 100 at distance 0
 /// @return as FindMembersWithNumber()
