@@ -103,7 +103,7 @@ class ZUL_API SharedPtrLink {
 public:
     /// A ring of one.
     SharedPtrLink();
-    ~SharedPtrLink();
+    ~SharedPtrLink();  // NOLINT(performance-trivially-destructible): out of line, as the constructor
     /// Whether this is the only link of its ring, the one that is to release the object.
     bool IsReleaseable() const;
     /// The number of links of the ring.
