@@ -131,7 +131,7 @@ public:
     /// Shares the ownership.
     SharedPtr(const SharedPtr& other) : object_(other.object_) { other.link_.AddLink(&link_); }
     /// Shares the ownership of the other's object, and lets go of its own, which may own the other.
-    SharedPtr& operator=(const SharedPtr& other) {
+    SharedPtr& operator=(const SharedPtr& other) {  // NOLINT: the copy comes first
         SharedPtr copy(other);
         copy.object_ = object_;
         object_ = other.object_;

@@ -104,9 +104,9 @@ double Distance(const types::IRectangularArray<double>& data, DistanceEnums meas
 std::vector<double> Deviations(const types::IRectangularArray<double>& data) {
     std::vector<double> deviations;
     for (int c = 0; c < data.ColumnCount(); ++c) {
-        std::vector<double> column;
+        std::vector<double> column(static_cast<std::size_t>(data.RowCount()));
         for (int row = 0; row < data.RowCount(); ++row)
-            column.push_back(data.At(row, c));
+            column[static_cast<std::size_t>(row)] = data.At(row, c);
         const double s =
             std::sqrt(v1::GetSampleVariance(column.data(), static_cast<unsigned>(column.size())));
         deviations.push_back(s == 0 ? 1 : s);

@@ -269,6 +269,7 @@ double DrawWith(CmDist&& object, const Values& uniforms, int expectedDrawn) {
     object.SetGenerator(&source);
     const double deviate = object.Draw();
     EXPECT_EQ(source.Drawn(), expectedDrawn);
+    object.SetGenerator(nullptr);
     return deviate;
 }
 
