@@ -40,6 +40,7 @@ Pointer Checked(Pointer made) {
 
 Table ReadTable(const CsvTable& csv, const std::vector<std::string>& names) {
     std::vector<std::vector<double>> columns;
+    columns.reserve(names.size());
     for (const std::string& name : names)
         columns.push_back(csv.ReadColumn(name));
     const std::size_t rows = columns.front().size();

@@ -121,6 +121,7 @@ const Family& FindFamily(const std::string& name) {
     const auto found = std::ranges::find(families, name, &Family::name);
     if (found != families.end()) return *found;
     std::vector<std::string> names;
+    names.reserve(families.size());
     for (const Family& family : families)
         names.push_back(family.name);
     throw InputError("no distribution " + Quoted(name) + "; the distributions are " + Joined(names));

@@ -41,7 +41,7 @@ constexpr std::array kSignals = {SIGVTALRM, SIGABRT, SIGSEGV};
 
 int Calls() {
     const char* calls = std::getenv("ZUL_FUZZ_CALLS");
-    return calls == nullptr ? 2000 : std::atoi(calls);
+    return calls == nullptr ? 2000 : static_cast<int>(std::strtol(calls, nullptr, 10));
 }
 
 double ThreadSeconds() {
@@ -194,6 +194,7 @@ double DrawParameter(test::Domain domain, const std::vector<double>& before, boo
 
 std::vector<double> DrawParameters(const std::vector<test::Domain>& domains, test::WildArguments& wild) {
     std::vector<double> values;
+    values.reserve(domains.size());
     for (const test::Domain domain : domains)
         values.push_back(DrawParameter(domain, values, domains.front() == test::Domain::Count, wild));
     return values;

@@ -49,7 +49,10 @@ const std::vector<Identity> kIdentities = {
      {5, 6, 9, 17, 40},
      1e-11,
      [](double x) { return NegBinomialPdf(x, 0.3, 5); },
-     [](double x) { return 5 / x * BinomialPdf(5, static_cast<int>(x), 0.3); }},
+     [](double x) {
+         const int trials = static_cast<int>(x);
+         return 5 / x * BinomialPdf(5.0, trials, 0.3);
+     }},
     {"negative binomial and beta",
      {5, 6, 9, 17, 40},
      kSeries,
