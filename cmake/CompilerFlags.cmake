@@ -1,15 +1,34 @@
 # zul_warnings: for every target of this project, never for its consumers.
 add_library(zul_warnings INTERFACE)
-target_compile_options(
-  zul_warnings
-  INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wdouble-promotion
-            $<$<BOOL:${ZUL_WARNINGS_AS_ERRORS}>:-Werror>)
+if(MSVC)
+  target_compile_options(zul_warnings INTERFACE /W4 $<$<BOOL:${ZUL_WARNINGS_AS_ERRORS}>:/WX>)
+else()
+  target_compile_options(
+    zul_warnings
+    INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wdouble-promotion
+              $<$<BOOL:${ZUL_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()
 
 # zul_arithmetic: for code whose arithmetic may trap. A trap is turned into a C++ exception, so the
 # compiler must neither assume that arithmetic cannot throw nor move or contract it.
 add_library(zul_arithmetic INTERFACE)
-target_compile_options(
-  zul_arithmetic
-  INTERFACE -ffp-contract=off
-            $<$<CXX_COMPILER_ID:GNU>:-fnon-call-exceptions>
-            $<$<CXX_COMPILER_ID:Clang>:-ffp-exception-behavior=maytrap>)
+if(MSVC)
+  # Not tested by this project. CMake's own /EHsc has to make way for /EHa.
+  string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+  target_compile_options(zul_arithmetic INTERFACE /EHa /fp:strict)
+else()
+  target_compile_options(
+    zul_arithmetic
+    INTERFACE -ffp-contract=off
+              $<$<CXX_COMPILER_ID:GNU>:-fnon-call-exceptions>
+              $<$<CXX_COMPILER_ID:Clang>:-ffp-exception-behavior=maytrap>)
+endif()
+
+if(MINGW)
+  # GCC keeps vectors of four doubles on a stack that this system aligns to 16 bytes alone, and moves them by
+  # instructions that fault there. The assembler writes those that take any address instead.
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wa,-muse-unaligned-vector-move>)
+  if(ZUL_STATIC_RUNTIME)
+    add_link_options(-static)
+  endif()
+endif()

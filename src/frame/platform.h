@@ -1,6 +1,6 @@
 // Everything in the library that depends on the platform: the control register of the SSE unit, the
 // translation of hardware traps into C++ exceptions, and the local time. The functions that are not inline here
-// live in one source per platform (platform_posix.cpp).
+// live in one source per platform (platform_posix.cpp, platform_windows.cpp).
 #pragma once
 
 #if !defined(__x86_64__) && !defined(_M_X64)
@@ -29,16 +29,9 @@ inline bool RoundsToNearest() {
     return (GetControl() & kDirection) == 0;
 }
 
-// One write of the whole register clears the flags and sets masks and rounding together; a
-// read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
-inline void EnterTrappingMode() {
-    SetControl(kTrappingControl);
-}
-
-inline void EnterDefaultMode() {
-    SetControl(kDefaultControl);
-#if defined(__linux__)
-    // fegetround and fegetexcept read the control word of the x87 unit, so that word is put back as well.
+// The control word of the x87 unit, which computes nothing here, as the C library sets it.
+inline void ResetX87Control() {
+#if defined(__GNUC__)
     constexpr unsigned short kDefaultX87Control = 0x037F;
     unsigned short control = 0;
     __asm__ volatile("fnstcw %0" : "=m"(control));
@@ -47,6 +40,22 @@ inline void EnterDefaultMode() {
         __asm__ volatile("fldcw %0" : : "m"(control));
     }
 #endif
+}
+
+// One write of the whole register clears the flags and sets masks and rounding together; a
+// read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
+inline void EnterTrappingMode() {
+    SetControl(kTrappingControl);
+#if defined(__MINGW32__)
+    // exp, log and pow of this C library use the x87 unit, which Windows starts threads with rounding to 53 bits:
+    // they would lose digits on all but the first thread of a program.
+    ResetX87Control();
+#endif
+}
+
+inline void EnterDefaultMode() {
+    SetControl(kDefaultControl);
+    ResetX87Control();  // fegetround and fegetexcept read it
 }
 
 // Whether the processor multiplies and adds with one rounding. The marked functions are compiled for such

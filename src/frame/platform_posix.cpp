@@ -3,11 +3,11 @@
 #include <signal.h>
 #include <ucontext.h>
 
-#include <bit>
 #include <ctime>
 #include <mutex>
 
 #include "frame/errors.h"
+#include "frame/trap_choice.h"
 
 namespace zul::frame {
 namespace {
@@ -22,24 +22,16 @@ struct sigaction previousAction;
     RaiseTrap(trap);
 }
 
-// The unmasked exceptions whose flags are up: one bit each for invalid, divide by zero and overflow.
-unsigned LiveExceptions(unsigned control) {
-    constexpr unsigned kFlags = 0x0D;
-    constexpr unsigned kMaskShift = 7;
-    return control & ~(control >> kMaskShift) & kFlags;
-}
-
 bool IdentifyTrap(const siginfo_t& info, unsigned control, Trap* trap) {
-    const bool multiple = std::popcount(LiveExceptions(control)) > 1;
     switch (info.si_code) {
         case FPE_FLTINV:
-            *trap = multiple ? Trap::Multiple : Trap::Invalid;
+            *trap = ReportedOrMultiple(Trap::Invalid, control);
             return true;
         case FPE_FLTDIV:
-            *trap = multiple ? Trap::Multiple : Trap::DivideByZero;
+            *trap = ReportedOrMultiple(Trap::DivideByZero, control);
             return true;
         case FPE_FLTOVF:
-            *trap = multiple ? Trap::Multiple : Trap::Overflow;
+            *trap = ReportedOrMultiple(Trap::Overflow, control);
             return true;
         case FPE_INTDIV:
             *trap = Trap::IntegerDivideByZero;

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <stdexcept>
 
 #include "support/reference_table.h"
@@ -86,7 +87,7 @@ TEST_F(ClosedForms, BeyondTheBoundOfTheExponential) {
     EXPECT_EQ(LogLogisticCdf(5e-324, 0, 1, 0, false), 0);
     EXPECT_TRUE(IsResultNA(WeibullPdf(710, 900, 1, 0)));
     EXPECT_EQ(LargestExtremeValueCdf(1e4, 0, 1, false), 1);
-    EXPECT_NEAR(CauchyPdf(1e-40, 0, 1e-200) / (1e-120 / M_PI), 1, 1e-15);  // z^2 overflows
+    EXPECT_NEAR(CauchyPdf(1e-40, 0, 1e-200) / (1e-120 / std::numbers::pi), 1, 1e-15);  // z^2 overflows
 }
 
 TEST_F(ClosedForms, DensitiesThatCatchFailures) {

@@ -5,6 +5,7 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "distributions/normal.h"
 #include "frame/error_state.h"
@@ -54,7 +55,7 @@ TEST(InvNormalDf, DomainAndCentre) {
     inv_normal_df(0.5, &z);
     EXPECT_EQ(z, 0);
     inv_normal_df(0.5 + 4e-6, &z);
-    EXPECT_NEAR(z, 4e-6 * std::sqrt(2 * M_PI), 1e-15);
+    EXPECT_NEAR(z, 4e-6 * std::sqrt(2 * std::numbers::pi), 1e-15);
     for (const double p : {0.99e-100, 0.0, -1.0, 1.0, 1.1, std::numeric_limits<double>::quiet_NaN()}) {
         inv_normal_df(p, &z);
         EXPECT_EQ(errorState.level, frame::LevelDomain) << p;
