@@ -1,12 +1,25 @@
 #!/usr/bin/env bash
-# check_packages.sh FOLDER: the packages in FOLDER hold the files of contents_linux.txt, no more and no fewer, the
-# Debian packages say of themselves what stands there, and the consumer builds against each kind, unpacked, and runs.
+# check_packages.sh FOLDER/linux|windows: the packages there hold the files of contents_<system>.txt, no more and no
+# fewer, the Debian ones say of themselves what stands there, and the consumer builds against each kind, unpacked,
+# and runs; the Windows one under wine.
 set -euo pipefail
 export LC_ALL=C
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
+system=$(basename "$1")
 cd "$1"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+
+compiler=g++ cmake_options=() link_options=() run=()
+if [[ $system == windows ]]; then
+    compiler=x86_64-w64-mingw32-g++-posix
+    cmake_options=(-DCMAKE_SYSTEM_NAME=Windows -DCMAKE_EXE_LINKER_FLAGS=-static)
+    link_options=(-static-libgcc -static-libstdc++)
+    run=(wine)
+    export WINEPREFIX=${WINEPREFIX:-$(realpath "$here/../../build")/wine} WINEDEBUG=${WINEDEBUG:--all}
+    threads=$($compiler -print-file-name=libwinpthread-1.dll)
+    export WINEPATH="$work/archive/bin;${threads%/*}"
+fi
 
 # Mode, path and target of each file and link of a tar archive.
 files() {
@@ -18,7 +31,7 @@ control() {
     dpkg-deb --field "$1" Package Version Architecture Section Depends | sed -E 's/ \(>= [^)]*\)//g'
 }
 
-contents() {
+contents_linux() {
     local package
     for package in *.tar.gz *.deb; do
         printf '\n%s\n' "$package"
@@ -32,24 +45,34 @@ contents() {
     done
 }
 
+contents_windows() { unzip -Z1 ./*.zip | grep -v '/$' | sort; }
+
 # consume NAME PREFIX: programs built by find_package and by pkg-config with the library under PREFIX run.
 consume() {
     local build=$work/$1-consumer flags
-    cmake -S "$here/../consumer" -B "$build" -G Ninja -DCMAKE_PREFIX_PATH="$2" >"$work/log" &&
-        cmake --build "$build" >>"$work/log" || { cat "$work/log" && exit 1; }
+    {
+        cmake -S "$here/../consumer" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" "${cmake_options[@]}" \
+            -DCMAKE_PREFIX_PATH="$2" && cmake --build "$build"
+    } >"$work/log" || { cat "$work/log" && exit 1; }
     echo "$1, by find_package:"
-    "$build/consumer"
+    "${run[@]}" "$build"/consumer*
     PKG_CONFIG_PATH=$(dirname "$(find "$2" -name zul.pc)")
     export PKG_CONFIG_PATH
     read -ra flags <<<"$(pkg-config --cflags --libs zul)"
-    g++ -std=c++17 "$here/../consumer/main.cpp" "${flags[@]}" -o "$work/by-pkg-config"
+    $compiler -std=c++17 "$here/../consumer/main.cpp" "${flags[@]}" "${link_options[@]}" -o "$work/by-pkg-config.exe"
     echo "$1, by pkg-config:"
-    LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) "$work/by-pkg-config"
+    LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) "${run[@]}" "$work/by-pkg-config.exe"
 }
 
-diff "$here/contents_linux.txt" <(contents) || { echo "contents of packages (>) differ from the list (<)" && exit 1; }
+diff "$here/contents_$system.txt" <("contents_$system") ||
+    { echo "contents of packages (>) differ from the list (<)" && exit 1; }
 mkdir "$work/archive" "$work/debian"
-tar --extract --file ./*.tar.gz --directory "$work/archive" --strip-components 1
+if [[ $system == windows ]]; then
+    unzip -q ./*.zip -d "$work"
+    mv "$work"/zul-* -T "$work/archive"
+else
+    tar --extract --file ./*.tar.gz --directory "$work/archive" --strip-components 1
+    for package in *.deb; do dpkg-deb --extract "$package" "$work/debian"; done
+    consume debian "$work/debian/usr"
+fi
 consume archive "$work/archive"
-for package in *.deb; do dpkg-deb --extract "$package" "$work/debian"; done
-consume debian "$work/debian/usr"
