@@ -1,5 +1,13 @@
 /// @file
 /// Hierarchical clustering, with the containers through which it exchanges data.
+#pragma once
+
+#include <zul/export.h>
+
+#include <cstddef>
+
+/// @defgroup clustering Hierarchical clustering
+/// Hierarchical clustering, with the containers through which it exchanges data.
 ///
 /// Objects that a function returns by pointer belong to the caller, who deletes them through their virtual
 /// destructor. A failed allocation is reported as each declaration says, and so is an exception that leaves an
@@ -8,15 +16,16 @@
 /// floating-point mode: the default one is expected, in which NaN and infinite distances do not trap. The
 /// numeric error state is not written. Different objects may be used on different threads at the same time; no
 /// object guards itself.
-#pragma once
-
-#include <zul/export.h>
-
-#include <cstddef>
 
 namespace zul {
+/// Clustering and its containers.
 namespace dax {
+/// Containers, shared pointers and missing values.
 namespace types {
+
+/// @defgroup containers Containers and missing values
+/// @ingroup clustering
+/// @{
 
 /// What an operation reports that may fail.
 enum StatlibraryErrorCode : int { Success = 0, Failure = 1 };
@@ -183,11 +192,17 @@ ZUL_API SharedPtr<IMissingValueInfo> MakeDefaultMissingInfo();
 /// @return an empty pointer when memory could not be obtained
 ZUL_API SharedPtr<IMissingValueInfo> MakeMissingInfo(const double& m);
 
+/// @}
+
 }  // namespace types
 
+/// Distance matrices, linkage and memberships.
 namespace clustering {
 
 using types::StatlibraryErrorCode;
+
+/// @addtogroup clustering
+/// @{
 
 /// How distant rows a and b are, over the columns c. s_c is the standard deviation of column c, divisor n - 1,
 /// or 1 where that is 0.
@@ -311,6 +326,8 @@ ZUL_API types::IReadableVector<int>* FindMembersWithNumber(const types::IReadabl
 /// @return as FindMembersWithNumber()
 ZUL_API types::IReadableVector<int>* FindMembersWithCut(const types::IReadableVector<ClusterStep>& steps,
                                                         double level);
+
+/// @}
 
 }  // namespace clustering
 }  // namespace dax

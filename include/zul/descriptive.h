@@ -1,5 +1,11 @@
 /// @file
 /// Descriptive statistics: sums, moments, correlation, ranks, quantiles, summaries.
+#pragma once
+
+#include <zul/export.h>
+
+/// @defgroup descriptive Descriptive statistics
+/// Descriptive statistics: sums, moments, correlation, ranks, quantiles, summaries.
 ///
 /// Every accumulation is compensated (W. Kahan, 1965), in index order; means and centred sums are updated in
 /// one pass (B. P. Welford, 1962): a mean forms the differences of the values from it, not their total, and
@@ -14,34 +20,36 @@
 /// functions set no floating-point mode, in the default mode never throw, and may run on several threads at
 /// once on different outputs, except RunKelBoxplotHelper(), which evaluates distributions and is to be
 /// serialised with the calls that do so.
-#pragma once
-
-#include <zul/export.h>
 
 namespace zul {
+
+/// Signatures of version 1.
 namespace v1 {
 
 /// Variance, sums and mean of a sample. The constructor sets the doubles to NaN and the count to 0.
+/// @ingroup moments
 struct ZUL_API SecondSampleMoments {
-    double variance;      ///< sample variance, divisor n - 1
-    double sumOfSquares;  ///< the sum of x^2, not centred
-    double mean;          ///< arithmetic mean
-    double sum;           ///< sum of the data
-    unsigned count;       ///< number of values; an input of GetSecondSampleMoments()
-    SecondSampleMoments();
+    double variance;        ///< sample variance, divisor n - 1
+    double sumOfSquares;    ///< the sum of x^2, not centred
+    double mean;            ///< arithmetic mean
+    double sum;             ///< sum of the data
+    unsigned count;         ///< number of values; an input of GetSecondSampleMoments()
+    SecondSampleMoments();  ///< NaN and a count of 0
 };
 
 /// Minimum, quartiles, median and maximum. The constructor sets them to NaN.
+/// @ingroup summaries
 struct ZUL_API FiveNumberSummary {
-    double minimum;
-    double firstQuartile;
-    double median;
-    double thirdQuartile;
-    double maximum;
-    FiveNumberSummary();
+    double minimum;        ///< smallest value
+    double firstQuartile;  ///< quantile at 0.25, method 6
+    double median;         ///< quantile at 0.5, method 6
+    double thirdQuartile;  ///< quantile at 0.75, method 6
+    double maximum;        ///< largest value
+    FiveNumberSummary();   ///< all NaN
 };
 
 /// What a boxplot shows. The constructor sets all to NaN.
+/// @ingroup summaries
 struct ZUL_API KelBoxplotHelper {
     double minimum;            ///< smallest value
     double maximum;            ///< largest value
@@ -54,8 +62,12 @@ struct ZUL_API KelBoxplotHelper {
     double upperHinge;         ///< quantile at 1 - h, method 6: the same depth from the top
     double mean;               ///< arithmetic mean
     double standardDeviation;  ///< root of the sample variance, divisor n - 1
-    KelBoxplotHelper();
+    KelBoxplotHelper();        ///< all NaN
 };
+
+/// @defgroup moments Sums and moments
+/// @ingroup descriptive
+/// @{
 
 /// The sum of x. An infinite value before the last gives NaN.
 /// @param x in: n values
@@ -104,6 +116,12 @@ ZUL_API double GetSampleVariance(const double* x, unsigned n);
 /// @param variance out: the variance; n = 0: NaN; n = 1: 0
 ZUL_API void GetSampleMeanAndVariance(const double* x, unsigned n, double* mean, double* variance);
 
+/// @}
+
+/// @defgroup correlation Covariance and correlation
+/// @ingroup descriptive
+/// @{
+
 /// The sample covariance of x and y, the sum of (x - mean x) (y - mean y) / (n - 1), and their variances, in
 /// one pass.
 /// @param x in: n values
@@ -134,6 +152,11 @@ ZUL_API double GetPearsonCorrelation(const double* x, const double* y, unsigned 
 /// @return the correlation; n < 2, a constant x or y, or a failure: NaN
 ZUL_API double GetSpearmanCorrelation(const double* x, const double* y, unsigned n, int* status);
 
+/// @}
+
+/// @addtogroup moments
+/// @{
+
 /// The mean and the sums of the second, third and fourth powers of the deviations from it, in one pass
 /// (T. B. Terriberry, Computing higher-order moments online, 2007).
 /// @param x in: n values
@@ -161,6 +184,12 @@ ZUL_API void GetSecondSampleMoments(SecondSampleMoments* record, const double* x
 /// @param skewness out: n < 3: NaN
 /// @param kurtosis out: n < 4: NaN
 ZUL_API void GetKelSkewnessAndKurtosis(const double* x, unsigned n, double* skewness, double* kurtosis);
+
+/// @}
+
+/// @defgroup order Order, ranks and quantiles
+/// @ingroup descriptive
+/// @{
 
 /// The order of the values: x[order[0]], x[order[1]], ... ascend, NaN last. Which of tied values comes first
 /// is not promised. Needs no memory to succeed, but is faster with it.
@@ -197,6 +226,12 @@ ZUL_API int GetRank(const double* x, unsigned n, double* ranks);
 /// nothing is written
 ZUL_API int GetSampleQuantiles(const double* x, unsigned n, int method, double* out,
                                const double* probabilities, unsigned count);
+
+/// @}
+
+/// @defgroup summaries Trimmed means, modes and summaries
+/// @ingroup descriptive
+/// @{
 
 /// The mean without the five percent smallest and the five percent largest values, as many at each end as
 /// 0.05 n rounded half up.
@@ -261,8 +296,11 @@ ZUL_API int GetKel2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSu
 /// @return 0; 30001 if memory could not be obtained
 ZUL_API int RunKelBoxplotHelper(KelBoxplotHelper* out, double confidence, const double* x, unsigned n);
 
+/// @}
+
 }  // namespace v1
 
+/// Signatures of version 2.
 namespace v2 {
 
 /// The geometric mean, the n-th root of the product of x, by a running product that is scaled back between
@@ -271,6 +309,7 @@ namespace v2 {
 /// Values from 3e-231 to 1e231 are safe; beyond, the product may underflow, which gives 0, or overflow, which
 /// gives infinity. The first value that decides ends the loop, and the values after it are not looked at: 0
 /// gives 0, plus infinity gives infinity, a negative value gives NaN.
+/// @ingroup moments
 /// @param x in: n values, not negative
 /// @param n number of values
 /// @return the geometric mean; n = 0, or NaN among the values: NaN

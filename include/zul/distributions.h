@@ -1,4 +1,12 @@
 /// @file
+/// Probability distributions, p-values and critical values, the digamma function.
+#pragma once
+
+#include <cstddef>
+
+#include <zul/export.h>
+
+/// @defgroup distributions Probability distributions
 /// Probability distributions: density, cumulative probability and inverse of each family, for one value and
 /// for an array; p-values and critical values; the digamma function.
 ///
@@ -11,6 +19,8 @@
 ///   count values, may equal in, may not overlap it otherwise. count = 0 writes nothing. A value without a
 ///   result is NaN at its place and the call goes on; an exception ends the call, and the elements before the
 ///   one that raised it are written.
+/// - Where a comment gives two numbers for a cumulative probability ("x <= 0 gives 0 and 1"), they are the lower
+///   tail and the upper one.
 ///
 /// A result that does not exist is a quiet NaN. Parameters are not checked: outside their domain the formula
 /// is computed as it stands, which gives a meaningless number, NaN or 0, or stops with one of the standard
@@ -25,19 +35,20 @@
 ///
 /// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode.
 /// Calls from several threads have to be serialised.
-#pragma once
-
-#include <cstddef>
-
-#include <zul/export.h>
 
 namespace zul {
 
 /// The side of a test with the statistic T. The p-value of LowerTail is P(T <= t), that of UpperTail P(T >= t),
 /// that of TwoSided twice the smaller of them for a continuous T; for a count see the function.
-enum EAlternative : int { LowerTail = -1, TwoSided = 0, UpperTail = 1 };
+/// @ingroup distributions
+enum EAlternative : int {
+    LowerTail = -1,  ///< the p-value is the lower tail
+    TwoSided = 0,    ///< the p-value counts both tails
+    UpperTail = 1    ///< the p-value is the upper tail
+};
 
-/// @name Beta distribution
+/// @defgroup beta Beta distribution
+/// @ingroup distributions
 /// a, b: the shapes, 0 < a, b <= 94906265. The support is [0, 1].
 /// @{
 
@@ -49,7 +60,7 @@ enum EAlternative : int { LowerTail = -1, TwoSided = 0, UpperTail = 1 };
 /// allowed.
 /// Method: C. Loader, Fast and accurate computation of binomial probabilities, 2000, for large shapes.
 ZUL_API double BetaPdf(double x, double a, double b);
-/// @copydoc BetaPdf(double, double, double)
+/// Array form: out[i] = BetaPdf(in[i], a, b), see @ref array_forms.
 ZUL_API void BetaPdf(double* out, const double* in, std::size_t count, double a, double b);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
@@ -59,7 +70,7 @@ ZUL_API void BetaPdf(double* out, const double* in, std::size_t count, double a,
 /// 1964, 26.5.4; A. R. DiDonato and A. H. Morris, Algorithm 708: significant digit computation of the
 /// incomplete beta function ratios, 1992.
 ZUL_API double BetaCdf(double x, double a, double b, bool upper);
-/// @copydoc BetaCdf(double, double, double, bool)
+/// Array form: out[i] = BetaCdf(in[i], a, b, upper), see @ref array_forms.
 ZUL_API void BetaCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
 
 /// The quantile: the x with P(X <= x) = p, for 0 <= p <= 1. p = 0 gives 0 and p = 1 gives 1; p outside [0, 1]
@@ -69,12 +80,13 @@ ZUL_API void BetaCdf(double* out, const double* in, std::size_t count, double a,
 /// Method: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and Algorithm AS 109: a remark on
 /// algorithms AS 63 and AS 64, 1977, for the start; E. Halley's iteration.
 ZUL_API double BetaInvCdf(double p, double a, double b);
-/// @copydoc BetaInvCdf(double, double, double)
+/// Array form: out[i] = BetaInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b);
 
 /// @}
 
-/// @name Binomial distribution
+/// @defgroup binomial Binomial distribution
+/// @ingroup distributions
 /// The number of successes in n independent trials. n: trials, 0 <= n <= 2147000000 (for the cumulative
 /// probability also given as a double, of which the whole number below it counts). prob: the probability of
 /// success of a trial, 0 <= prob <= 1. A whole number is one within 1e-12 of its size.
@@ -86,7 +98,7 @@ ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double
 /// std::invalid_argument.
 /// Method: the saddle-point form, C. Loader, Fast and accurate computation of binomial probabilities, 2000.
 ZUL_API double BinomialPdf(double x, int n, double prob);
-/// @copydoc BinomialPdf(double, int, double)
+/// Array form: out[i] = BinomialPdf(in[i], n, prob), see @ref array_forms.
 ZUL_API void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob);
 
 /// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
@@ -99,7 +111,7 @@ ZUL_API void BinomialPdf(double* out, const double* in, std::size_t count, int n
 /// the incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964,
 /// 26.5.24.
 ZUL_API double BinomialCdf(double x, double n, double prob, bool upper);
-/// @copydoc BinomialCdf(double, double, double, bool)
+/// Array form: out[i] = BinomialCdf(in[i], n, prob, upper), see @ref array_forms.
 ZUL_API void BinomialCdf(double* out, const double* in, std::size_t count, double n, double prob, bool upper);
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p <= 1. p = 0 gives 0, p = 1 gives
@@ -110,12 +122,13 @@ ZUL_API void BinomialCdf(double* out, const double* in, std::size_t count, doubl
 /// Method: the tails at the numbers around a Cornish-Fisher start, R. A. Fisher and E. A. Cornish, The
 /// percentile points of distributions having known cumulants, 1960.
 ZUL_API double BinomialInvCdf(double p, int n, double prob);
-/// @copydoc BinomialInvCdf(double, int, double)
+/// Array form: out[i] = BinomialInvCdf(in[i], n, prob), see @ref array_forms.
 ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob);
 
 /// @}
 
-/// @name Cauchy distribution
+/// @defgroup cauchy Cauchy distribution
+/// @ingroup distributions
 /// location: the median; scale: half the distance between the quartiles, scale > 0. z = (x - location) /
 /// scale.
 /// @{
@@ -124,7 +137,7 @@ ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, in
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double CauchyPdf(double x, double location, double scale);
-/// @copydoc CauchyPdf(double, double, double)
+/// Array form: out[i] = CauchyPdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void CauchyPdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// The lower tail 0.5 + atan(z) / pi = P(X <= x), or the upper tail P(X > x), which is the same with z
@@ -132,7 +145,7 @@ ZUL_API void CauchyPdf(double* out, const double* in, std::size_t count, double 
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double CauchyCdf(double x, double location, double scale, bool upper);
-/// @copydoc CauchyCdf(double, double, double, bool)
+/// Array form: out[i] = CauchyCdf(in[i], location, scale, upper), see @ref array_forms.
 ZUL_API void CauchyCdf(double* out, const double* in, std::size_t count, double location, double scale,
                        bool upper);
 
@@ -141,12 +154,13 @@ ZUL_API void CauchyCdf(double* out, const double* in, std::size_t count, double 
 /// p = 0 and p = 1 give NaN; |p - 0.5| <= 5e-13 gives the location. p far outside [0, 1]:
 /// std::invalid_argument ("argument out of range for trig functions").
 ZUL_API double CauchyInvCdf(double p, double location, double scale);
-/// @copydoc CauchyInvCdf(double, double, double)
+/// Array form: out[i] = CauchyInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// @}
 
-/// @name Chi-square distribution
+/// @defgroup chi_square Chi-square distribution
+/// @ingroup distributions
 /// df: degrees of freedom, 0 < df <= 189812530. noncentrality: the sum of the squared means of the normals
 /// that are squared and added, 0 <= noncentrality <= 2e10; 0 is the central distribution.
 /// @{
@@ -157,7 +171,7 @@ ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, doub
 /// Deliberate: no noncentrality, which the other two functions have. NaN where the density is too large for a
 /// double. df <= 0: std::invalid_argument.
 ZUL_API double ChiSqPdf(double x, double df);
-/// @copydoc ChiSqPdf(double, double)
+/// Array form: out[i] = ChiSqPdf(in[i], df), see @ref array_forms.
 ZUL_API void ChiSqPdf(double* out, const double* in, std::size_t count, double df);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
@@ -168,7 +182,7 @@ ZUL_API void ChiSqPdf(double* out, const double* in, std::size_t count, double d
 /// 1979; for a noncentrality its Poisson mixture, D. Benton and K. Krishnamoorthy, Computing discrete
 /// mixtures of continuous distributions, 2003.
 ZUL_API double ChiSqCdf(double x, double df, double noncentrality, bool upper);
-/// @copydoc ChiSqCdf(double, double, double, bool)
+/// Array form: out[i] = ChiSqCdf(in[i], df, noncentrality, upper), see @ref array_forms.
 ZUL_API void ChiSqCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
                       bool upper);
 
@@ -180,12 +194,13 @@ ZUL_API void ChiSqCdf(double* out, const double* in, std::size_t count, double d
 /// inverse, 1986; for a noncentrality the secant method on the logit of the tail, from the guess of P. B.
 /// Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
 ZUL_API double ChiSqInvCdf(double p, double df, double noncentrality);
-/// @copydoc ChiSqInvCdf(double, double, double)
+/// Array form: out[i] = ChiSqInvCdf(in[i], df, noncentrality), see @ref array_forms.
 ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
 
 /// @}
 
-/// @name Exponential distribution
+/// @defgroup exponential Exponential distribution
+/// @ingroup distributions
 /// scale: the mean of X - threshold (not the rate), scale > 0; threshold: where the distribution begins. t
 /// = (x - threshold) / scale.
 /// @{
@@ -195,16 +210,16 @@ ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, doubl
 /// scale = 0: std::runtime_error or std::invalid_argument. scale < 0 and t < -709.78: std::runtime_error
 /// ("float overflow").
 ZUL_API double ExponentialPdf(double x, double scale, double threshold);
-/// @copydoc ExponentialPdf(double, double, double)
+/// Array form: out[i] = ExponentialPdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void ExponentialPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
 
 /// The lower tail 1 - exp(-t) = P(X <= x), or the upper tail exp(-t) = P(X > x).
 ///
 /// x <= threshold gives 0 and 1; t > 709.78 gives 1 and 0. Relative error some roundings for the upper tail
-/// and 1e-13 for the lower one, which for exp(-t) > 0.999 is ChiSqCdf(2 t, 2, 0, false); t < 2e-288 gives
-/// 0. Failures as ExponentialPdf().
+/// and 1e-13 for the lower one, which for exp(-t) > 0.999 is ChiSqCdf(2 t, 2, 0, false); t < 2e-288 gives 0.
+/// Failures as ExponentialPdf().
 ZUL_API double ExponentialCdf(double x, double scale, double threshold, bool upper);
-/// @copydoc ExponentialCdf(double, double, double, bool)
+/// Array form: out[i] = ExponentialCdf(in[i], scale, threshold, upper), see @ref array_forms.
 ZUL_API void ExponentialCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
                             bool upper);
 
@@ -212,13 +227,14 @@ ZUL_API void ExponentialCdf(double* out, const double* in, std::size_t count, do
 ///
 /// p = 1: std::runtime_error ("float overflow"). p > 1: std::invalid_argument.
 ZUL_API double ExponentialInvCdf(double p, double scale, double threshold);
-/// @copydoc ExponentialInvCdf(double, double, double)
+/// Array form: out[i] = ExponentialInvCdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale,
                                double threshold);
 
 /// @}
 
-/// @name F distribution
+/// @defgroup f F distribution
+/// @ingroup distributions
 /// df1, df2: degrees of freedom of the numerator and the denominator, 0 < df1, df2 <= 189812530.
 /// noncentrality: that of the numerator's chi-square, the sum of the squared means, 0 <= noncentrality <=
 /// 6e9; 0 is the central distribution.
@@ -234,7 +250,7 @@ ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count,
 /// Method: C. Loader, Fast and accurate computation of binomial probabilities, 2000, for many degrees of
 /// freedom.
 ZUL_API double FPdf(double x, double df1, double df2);
-/// @copydoc FPdf(double, double, double)
+/// Array form: out[i] = FPdf(in[i], df1, df2), see @ref array_forms.
 ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, double df2);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
@@ -244,7 +260,7 @@ ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, 
 /// Method: the incomplete beta pair at df1 x / (df1 x + df2), see BetaCdf(); for a noncentrality its Poisson
 /// mixture, D. Benton and K. Krishnamoorthy, Computing discrete mixtures of continuous distributions, 2003.
 ZUL_API double FCdf(double x, double df1, double df2, double noncentrality, bool upper);
-/// @copydoc FCdf(double, double, double, double, bool)
+/// Array form: out[i] = FCdf(in[i], df1, df2, noncentrality, upper), see @ref array_forms.
 ZUL_API void FCdf(double* out, const double* in, std::size_t count, double df1, double df2,
                   double noncentrality, bool upper);
 
@@ -258,13 +274,14 @@ ZUL_API void FCdf(double* out, const double* in, std::size_t count, double df1, 
 /// Method: see BetaInvCdf(); for a noncentrality the secant method on the logit of the tail, from the guess
 /// of P. B. Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
 ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality);
-/// @copydoc FInvCdf(double, double, double, double)
+/// Array form: out[i] = FInvCdf(in[i], df1, df2, noncentrality), see @ref array_forms.
 ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2,
                      double noncentrality);
 
 /// @}
 
-/// @name Gamma distribution
+/// @defgroup gamma Gamma distribution
+/// @ingroup distributions
 /// shape: 0 < shape <= 94906265. scale: a scale, not a rate, scale > 0. threshold: the lower end of the
 /// support.
 /// @{
@@ -279,7 +296,7 @@ ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df
 /// Method: the logarithm of the density by Stirling's series, M. Abramowitz and I. A. Stegun, Handbook of
 /// Mathematical Functions, 1964, 6.1.41.
 ZUL_API double GammaPdf(double x, double shape, double scale, double threshold);
-/// @copydoc GammaPdf(double, double, double, double)
+/// Array form: out[i] = GammaPdf(in[i], shape, scale, threshold), see @ref array_forms.
 ZUL_API void GammaPdf(double* out, const double* in, std::size_t count, double shape, double scale,
                       double threshold);
 
@@ -290,7 +307,7 @@ ZUL_API void GammaPdf(double* out, const double* in, std::size_t count, double s
 /// Method: the incomplete gamma pair, W. Gautschi, A computational procedure for incomplete gamma functions,
 /// 1979.
 ZUL_API double GammaCdf(double x, double shape, double scale, double threshold, bool upper);
-/// @copydoc GammaCdf(double, double, double, double, bool)
+/// Array form: out[i] = GammaCdf(in[i], shape, scale, threshold, upper), see @ref array_forms.
 ZUL_API void GammaCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                       double threshold, bool upper);
 
@@ -302,13 +319,14 @@ ZUL_API void GammaCdf(double* out, const double* in, std::size_t count, double s
 /// Method: A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma function ratios and their
 /// inverse, 1986.
 ZUL_API double GammaInvCdf(double p, double shape, double scale, double threshold);
-/// @copydoc GammaInvCdf(double, double, double, double)
+/// Array form: out[i] = GammaInvCdf(in[i], shape, scale, threshold), see @ref array_forms.
 ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                          double threshold);
 
 /// @}
 
-/// @name Geometric distribution
+/// @defgroup geometric Geometric distribution
+/// @ingroup distributions
 /// The number of trials up to and including the first success: 1, 2, ... prob: the probability of success of
 /// a trial, 0 <= prob <= 1.
 /// @{
@@ -318,16 +336,17 @@ ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, doubl
 /// 0 for an x that is not a whole number of 1 or more. prob outside [0, 1] gives what the formula gives; a
 /// power too large for a double: std::runtime_error ("float overflow").
 ZUL_API double GeometricPdf(double x, double prob);
-/// @copydoc GeometricPdf(double, double)
+/// Array form: out[i] = GeometricPdf(in[i], prob), see @ref array_forms.
 ZUL_API void GeometricPdf(double* out, const double* in, std::size_t count, double prob);
 
 /// The lower tail P(X <= x) = 1 - (1 - prob)^x, or the upper tail P(X >= x) = (1 - prob)^(x - 1), which
 /// includes the point; relative error some roundings of the logarithm of the power.
 ///
-/// Deliberate: x is not rounded, so that both tails vary continuously from 1 on. x < 1 gives 0, x <= 1 gives
-/// 1. prob outside [0, 1]: as GeometricPdf(), and prob > 1 with an x that is not whole std::invalid_argument.
+/// Deliberate: x is not rounded, so that both tails vary continuously from 1 on. x < 1 gives a
+/// lower tail of 0, x <= 1 an upper tail of 1. prob outside [0, 1]: as GeometricPdf(), and prob > 1 with an x
+/// that is not whole std::invalid_argument.
 ZUL_API double GeometricCdf(double x, double prob, bool upper);
-/// @copydoc GeometricCdf(double, double, bool)
+/// Array form: out[i] = GeometricCdf(in[i], prob, upper), see @ref array_forms.
 ZUL_API void GeometricCdf(double* out, const double* in, std::size_t count, double prob, bool upper);
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p < 1. p <= prob gives 1.
@@ -335,12 +354,13 @@ ZUL_API void GeometricCdf(double* out, const double* in, std::size_t count, doub
 /// NaN for p within 1e-12 of 1 or above, for prob below 1e-30 and wherever the logarithms of 1 - p and 1 -
 /// prob fail. For k above 2^53 the nearest double to log(1 - p) / log(1 - prob), rounded up.
 ZUL_API double GeometricInvCdf(double p, double prob);
-/// @copydoc GeometricInvCdf(double, double)
+/// Array form: out[i] = GeometricInvCdf(in[i], prob), see @ref array_forms.
 ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, double prob);
 
 /// @}
 
-/// @name Half-normal distribution
+/// @defgroup half_normal Half-normal distribution
+/// @ingroup distributions
 /// X = threshold + |Z| with Z normal of mean 0 and standard deviation scale, scale > 0; threshold: where
 /// the distribution begins.
 /// @{
@@ -348,7 +368,7 @@ ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, d
 /// The density 2 NormalPdf(x, threshold, scale) for x >= threshold, and 0 for x < threshold. Failures as
 /// NormalPdf().
 ZUL_API double HalfNormalPdf(double x, double scale, double threshold);
-/// @copydoc HalfNormalPdf(double, double, double)
+/// Array form: out[i] = HalfNormalPdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void HalfNormalPdf(double* out, const double* in, std::size_t count, double scale, double threshold);
 
 /// The lower tail P(X <= x) = 2 NormalCdf(x, threshold, scale, false) - 1, or the upper tail P(X > x),
@@ -357,20 +377,21 @@ ZUL_API void HalfNormalPdf(double* out, const double* in, std::size_t count, dou
 /// x < threshold gives 0 and 1. Relative error of the upper tail about 1e-9; the lower tail loses digits by
 /// cancellation below 1e-6. Failures as NormalCdf().
 ZUL_API double HalfNormalCdf(double x, double scale, double threshold, bool upper);
-/// @copydoc HalfNormalCdf(double, double, double, bool)
+/// Array form: out[i] = HalfNormalCdf(in[i], scale, threshold, upper), see @ref array_forms.
 ZUL_API void HalfNormalCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
                            bool upper);
 
 /// The quantile NormalInvCdf((p + 1) / 2, threshold, scale), for 0 <= p < 1; accuracy as there. p = 0 gives
 /// exactly the threshold, p = 1 NaN.
 ZUL_API double HalfNormalInvCdf(double p, double scale, double threshold);
-/// @copydoc HalfNormalInvCdf(double, double, double)
+/// Array form: out[i] = HalfNormalInvCdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale,
                               double threshold);
 
 /// @}
 
-/// @name Hypergeometric distribution
+/// @defgroup hypergeometric Hypergeometric distribution
+/// @ingroup distributions
 /// The number of successes in a sample drawn without replacement. N: size of the population. M: successes in
 /// it. n: size of the sample. 0 <= M <= N and 0 <= n <= N. X takes the whole numbers from max(0, M - N + n)
 /// to min(M, n). A whole number is one within 1e-12 of its size.
@@ -383,7 +404,7 @@ ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, 
 /// domain.
 /// Method: the saddle-point form, C. Loader, Fast and accurate computation of binomial probabilities, 2000.
 ZUL_API double HypergeometricPdf(double x, int N, int M, int n);
-/// @copydoc HypergeometricPdf(double, int, int, int)
+/// Array form: out[i] = HypergeometricPdf(in[i], N, M, n), see @ref array_forms.
 ZUL_API void HypergeometricPdf(double* out, const double* in, std::size_t count, int N, int M, int n);
 
 /// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
@@ -394,7 +415,7 @@ ZUL_API void HypergeometricPdf(double* out, const double* in, std::size_t count,
 /// domain.
 /// Method: sums of the saddle-point masses, or their Euler-Maclaurin integral.
 ZUL_API double HypergeometricCdf(double x, int N, int M, int n, bool upper);
-/// @copydoc HypergeometricCdf(double, int, int, int, bool)
+/// Array form: out[i] = HypergeometricCdf(in[i], N, M, n, upper), see @ref array_forms.
 ZUL_API void HypergeometricCdf(double* out, const double* in, std::size_t count, int N, int M, int n,
                                bool upper);
 
@@ -406,19 +427,20 @@ ZUL_API void HypergeometricCdf(double* out, const double* in, std::size_t count,
 /// outside their domain: NaN, but for p = 0 and p >= 1.
 /// Method: as BinomialInvCdf().
 ZUL_API double HypergeometricInvCdf(double p, int N, int M, int n);
-/// @copydoc HypergeometricInvCdf(double, int, int, int)
+/// Array form: out[i] = HypergeometricInvCdf(in[i], N, M, n), see @ref array_forms.
 ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n);
 
 /// @}
 
-/// @name Integer uniform (discrete uniform) distribution
+/// @defgroup integer_uniform Integer uniform (discrete uniform) distribution
+/// @ingroup distributions
 /// The whole numbers from a to b with equal probabilities, a <= b. "Whole" allows a relative error of
 /// 1e-12.
 /// @{
 
 /// The probability 1 / (b - a + 1) of a whole x from a to b; other x give 0.
 ZUL_API double IntegerUniformPdf(double x, int a, int b);
-/// @copydoc IntegerUniformPdf(double, int, int)
+/// Array form: out[i] = IntegerUniformPdf(in[i], a, b), see @ref array_forms.
 ZUL_API void IntegerUniformPdf(double* out, const double* in, std::size_t count, int a, int b);
 
 /// The lower tail P(X <= x), or the upper tail P(X >= x), which includes x itself.
@@ -426,7 +448,7 @@ ZUL_API void IntegerUniformPdf(double* out, const double* in, std::size_t count,
 /// Both are exact quotients of counts. x that is not whole gives the lower tail at the whole number below
 /// it and the upper tail at the one above it.
 ZUL_API double IntegerUniformCdf(double x, int a, int b, bool upper);
-/// @copydoc IntegerUniformCdf(double, int, int, bool)
+/// Array form: out[i] = IntegerUniformCdf(in[i], a, b, upper), see @ref array_forms.
 ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper);
 
 /// The quantile ceil((b - a + 1) p + a - 1): the smallest whole number whose lower tail reaches p, for 0 <
@@ -436,12 +458,13 @@ ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count,
 /// its rounding may give the next number; p > 0 gives at least a. p outside [0, 1] is extrapolated; p that is
 /// NaN gives NaN.
 ZUL_API double IntegerUniformInvCdf(double p, int a, int b);
-/// @copydoc IntegerUniformInvCdf(double, int, int)
+/// Array form: out[i] = IntegerUniformInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b);
 
 /// @}
 
-/// @name Tukey lambda distribution
+/// @defgroup lambda Tukey lambda distribution
+/// @ingroup distributions
 /// Defined by its quantile function. lambda: the shape; the support is |z| <= 1 / lambda for lambda > 0 and
 /// has no ends for lambda <= 0. location: the median; scale > 0. z = (x - location) / scale. |lambda| <=
 /// 1e-12 is the logistic distribution; lambda within 1e-12 of 1 or 2 is uniform.
@@ -455,7 +478,7 @@ ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t cou
 /// 0, and a density too large for a double (about the centre for lambda > 1000): std::runtime_error. |lambda|
 /// <= 1e-12: an x that is NaN may give 0, as of LogisticPdf().
 ZUL_API double LambdaPdf(double x, double lambda, double location, double scale);
-/// @copydoc LambdaPdf(double, double, double, double)
+/// Array form: out[i] = LambdaPdf(in[i], lambda, location, scale), see @ref array_forms.
 ZUL_API void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
                        double scale);
 
@@ -468,7 +491,7 @@ ZUL_API void LambdaPdf(double* out, const double* in, std::size_t count, double 
 /// Method: false position, M. Dowell and P. Jarratt, A modified regula falsi method for computing the root
 /// of an equation, 1971; tails below 1e-17 by (1 + lambda z)^(1 / lambda).
 ZUL_API double LambdaCdf(double x, double lambda, double location, double scale, bool upper);
-/// @copydoc LambdaCdf(double, double, double, double, bool)
+/// Array form: out[i] = LambdaCdf(in[i], lambda, location, scale, upper), see @ref array_forms.
 ZUL_API void LambdaCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                        double scale, bool upper);
 
@@ -479,13 +502,14 @@ ZUL_API void LambdaCdf(double* out, const double* in, std::size_t count, double 
 /// |lambda| <= 1e-12 std::runtime_error, "float overflow"), a result too large for a double
 /// std::runtime_error ("float overflow").
 ZUL_API double LambdaInvCdf(double p, double lambda, double location, double scale);
-/// @copydoc LambdaInvCdf(double, double, double, double)
+/// Array form: out[i] = LambdaInvCdf(in[i], lambda, location, scale), see @ref array_forms.
 ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                           double scale);
 
 /// @}
 
-/// @name Laplace distribution
+/// @defgroup laplace Laplace distribution
+/// @ingroup distributions
 /// location: the median; scale: the mean of |X - location|, scale > 0. z = (x - location) / scale.
 /// @{
 
@@ -494,7 +518,7 @@ ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, doub
 /// Any failure of the computation, among them scale = 0, an x that is NaN, and scale < 0 with |z| > 709.78,
 /// gives NaN.
 ZUL_API double LaplacePdf(double x, double location, double scale);
-/// @copydoc LaplacePdf(double, double, double)
+/// Array form: out[i] = LaplacePdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LaplacePdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x): exp(z) / 2 on the near side of the location, with
@@ -502,7 +526,7 @@ ZUL_API void LaplacePdf(double* out, const double* in, std::size_t count, double
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LaplaceCdf(double x, double location, double scale, bool upper);
-/// @copydoc LaplaceCdf(double, double, double, bool)
+/// Array form: out[i] = LaplaceCdf(in[i], location, scale, upper), see @ref array_forms.
 ZUL_API void LaplaceCdf(double* out, const double* in, std::size_t count, double location, double scale,
                         bool upper);
 
@@ -510,12 +534,13 @@ ZUL_API void LaplaceCdf(double* out, const double* in, std::size_t count, double
 ///
 /// p = 0 and p = 1 give NaN; |p - 0.5| <= 5e-13 gives the location. Other p: std::invalid_argument.
 ZUL_API double LaplaceInvCdf(double p, double location, double scale);
-/// @copydoc LaplaceInvCdf(double, double, double)
+/// Array form: out[i] = LaplaceInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// @}
 
-/// @name Largest extreme value distribution
+/// @defgroup largest_extreme_value Largest extreme value distribution
+/// @ingroup distributions
 /// The Gumbel distribution of maxima. location: the mode; scale > 0. e = exp(-(x - location) / scale).
 /// @{
 
@@ -523,7 +548,7 @@ ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, dou
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LargestExtremeValuePdf(double x, double location, double scale);
-/// @copydoc LargestExtremeValuePdf(double, double, double)
+/// Array form: out[i] = LargestExtremeValuePdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LargestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
                                     double scale);
 
@@ -532,7 +557,7 @@ ZUL_API void LargestExtremeValuePdf(double* out, const double* in, std::size_t c
 /// Relative error: e roundings for the lower tail, 1e-13 for the upper one, which is 0 for e < 2e-288.
 /// Failures as LargestExtremeValuePdf().
 ZUL_API double LargestExtremeValueCdf(double x, double location, double scale, bool upper);
-/// @copydoc LargestExtremeValueCdf(double, double, double, bool)
+/// Array form: out[i] = LargestExtremeValueCdf(in[i], location, scale, upper), see @ref array_forms.
 ZUL_API void LargestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
                                     double scale, bool upper);
 
@@ -540,13 +565,14 @@ ZUL_API void LargestExtremeValueCdf(double* out, const double* in, std::size_t c
 ///
 /// p = 0 and p = 1: std::runtime_error ("float overflow"). Other p: std::invalid_argument.
 ZUL_API double LargestExtremeValueInvCdf(double p, double location, double scale);
-/// @copydoc LargestExtremeValueInvCdf(double, double, double)
+/// Array form: out[i] = LargestExtremeValueInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
                                        double scale);
 
 /// @}
 
-/// @name Logistic distribution
+/// @defgroup logistic Logistic distribution
+/// @ingroup distributions
 /// location: the mean; scale: the standard deviation times sqrt(3) / pi, scale > 0. e = exp(-(x - location)
 /// / scale).
 /// @{
@@ -555,7 +581,7 @@ ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_
 ///
 /// Any failure of the computation, among them scale = 0 and an x that is NaN, gives 0.
 ZUL_API double LogisticPdf(double x, double location, double scale);
-/// @copydoc LogisticPdf(double, double, double)
+/// Array form: out[i] = LogisticPdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LogisticPdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// The lower tail 1 / (1 + e) = P(X <= x), or the upper tail e / (1 + e) = P(X > x); 0 and 1 where e
@@ -563,7 +589,7 @@ ZUL_API void LogisticPdf(double* out, const double* in, std::size_t count, doubl
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double LogisticCdf(double x, double location, double scale, bool upper);
-/// @copydoc LogisticCdf(double, double, double, bool)
+/// Array form: out[i] = LogisticCdf(in[i], location, scale, upper), see @ref array_forms.
 ZUL_API void LogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
                          bool upper);
 
@@ -572,12 +598,13 @@ ZUL_API void LogisticCdf(double* out, const double* in, std::size_t count, doubl
 /// |p - 0.5| <= 5e-13 gives the location. p = 0 and p = 1: std::runtime_error ("float overflow"). Other p:
 /// std::invalid_argument.
 ZUL_API double LogisticInvCdf(double p, double location, double scale);
-/// @copydoc LogisticInvCdf(double, double, double)
+/// Array form: out[i] = LogisticInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
 
 /// @}
 
-/// @name Log-logistic distribution
+/// @defgroup log_logistic Log-logistic distribution
+/// @ingroup distributions
 /// log(X - threshold) is logistic with this location and scale, scale > 0; threshold: where the
 /// distribution begins.
 /// @{
@@ -585,14 +612,14 @@ ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, do
 /// The density LogisticPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else
 /// 0; 0 where LogisticPdf() is.
 ZUL_API double LogLogisticPdf(double x, double location, double scale, double threshold);
-/// @copydoc LogLogisticPdf(double, double, double, double)
+/// Array form: out[i] = LogLogisticPdf(in[i], location, scale, threshold), see @ref array_forms.
 ZUL_API void LogLogisticPdf(double* out, const double* in, std::size_t count, double location, double scale,
                             double threshold);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x): LogisticCdf() at log(x - threshold). x <=
 /// threshold gives 0 and 1. scale = 0: std::runtime_error or std::invalid_argument.
 ZUL_API double LogLogisticCdf(double x, double location, double scale, double threshold, bool upper);
-/// @copydoc LogLogisticCdf(double, double, double, double, bool)
+/// Array form: out[i] = LogLogisticCdf(in[i], location, scale, threshold, upper), see @ref array_forms.
 ZUL_API void LogLogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
                             double threshold, bool upper);
 
@@ -602,13 +629,14 @@ ZUL_API void LogLogisticCdf(double* out, const double* in, std::size_t count, do
 /// exp(q) too large for a double: std::runtime_error ("float overflow"). Deliberate: a q of 1.23456e30 or
 /// more is returned as it is.
 ZUL_API double LogLogisticInvCdf(double p, double location, double scale, double threshold);
-/// @copydoc LogLogisticInvCdf(double, double, double, double)
+/// Array form: out[i] = LogLogisticInvCdf(in[i], location, scale, threshold), see @ref array_forms.
 ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location,
                                double scale, double threshold);
 
 /// @}
 
-/// @name Lognormal distribution
+/// @defgroup log_normal Lognormal distribution
+/// @ingroup distributions
 /// log(X - threshold) is normal; location, scale: the mean and the standard deviation of that logarithm,
 /// scale > 0; threshold: where the distribution begins.
 /// @{
@@ -616,14 +644,14 @@ ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count,
 /// The density NormalPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else 0.
 /// Failures as NormalPdf().
 ZUL_API double LogNormalPdf(double x, double location, double scale, double threshold);
-/// @copydoc LogNormalPdf(double, double, double, double)
+/// Array form: out[i] = LogNormalPdf(in[i], location, scale, threshold), see @ref array_forms.
 ZUL_API void LogNormalPdf(double* out, const double* in, std::size_t count, double location, double scale,
                           double threshold);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x): NormalCdf() at log(x - threshold), with its
 /// accuracy and its failures. x <= threshold gives 0 and 1.
 ZUL_API double LogNormalCdf(double x, double location, double scale, double threshold, bool upper);
-/// @copydoc LogNormalCdf(double, double, double, double, bool)
+/// Array form: out[i] = LogNormalCdf(in[i], location, scale, threshold, upper), see @ref array_forms.
 ZUL_API void LogNormalCdf(double* out, const double* in, std::size_t count, double location, double scale,
                           double threshold, bool upper);
 
@@ -633,13 +661,14 @@ ZUL_API void LogNormalCdf(double* out, const double* in, std::size_t count, doub
 /// p = 0 gives exactly the threshold. exp(q) too large for a double: std::runtime_error ("float overflow").
 /// Deliberate: a q above 1.23456e30 is returned as it is.
 ZUL_API double LogNormalInvCdf(double p, double location, double scale, double threshold);
-/// @copydoc LogNormalInvCdf(double, double, double, double)
+/// Array form: out[i] = LogNormalInvCdf(in[i], location, scale, threshold), see @ref array_forms.
 ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
                              double threshold);
 
 /// @}
 
-/// @name Negative binomial distribution
+/// @defgroup negative_binomial Negative binomial distribution
+/// @ingroup distributions
 /// The number of trials up to and including the r-th success: r, r + 1, ... (not the number of failures).
 /// prob: the probability of success of a trial, 0 < prob <= 1. r: successes, a whole number of 1 or more.
 /// @{
@@ -651,7 +680,7 @@ ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, d
 /// GeometricPdf(). Else prob outside [0, 1]: std::invalid_argument. x above 1e307: std::runtime_error.
 /// Method: prob times the saddle-point mass of r - 1 successes in x - 1 trials, as BinomialPdf().
 ZUL_API double NegBinomialPdf(double x, double prob, double r);
-/// @copydoc NegBinomialPdf(double, double, double)
+/// Array form: out[i] = NegBinomialPdf(in[i], prob, r), see @ref array_forms.
 ZUL_API void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r);
 
 /// The lower tail P(X <= x), the probability of r or more successes in x trials, or the upper tail P(X >= x),
@@ -661,7 +690,7 @@ ZUL_API void NegBinomialPdf(double* out, const double* in, std::size_t count, do
 /// the number below, and for r = 1 those of GeometricCdf(). NaN for prob outside [0, 1] and for x above
 /// 2147000000, unless r = 1.
 ZUL_API double NegBinomialCdf(double x, double prob, double r, bool upper);
-/// @copydoc NegBinomialCdf(double, double, double, bool)
+/// Array form: out[i] = NegBinomialCdf(in[i], prob, r, upper), see @ref array_forms.
 ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r,
                             bool upper);
 
@@ -673,12 +702,13 @@ ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, do
 /// Method: false position on the lower tail from a Cornish-Fisher start, R. A. Fisher and E. A. Cornish, The
 /// percentile points of distributions having known cumulants, 1960.
 ZUL_API double NegBinomialInvCdf(double p, double prob, double r);
-/// @copydoc NegBinomialInvCdf(double, double, double)
+/// Array form: out[i] = NegBinomialInvCdf(in[i], prob, r), see @ref array_forms.
 ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r);
 
 /// @}
 
-/// @name Normal distribution
+/// @defgroup normal Normal distribution
+/// @ingroup distributions
 /// mean, sd: mean and standard deviation (not the variance), sd > 0.
 /// @{
 
@@ -688,7 +718,7 @@ ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count,
 /// also the density itself for sd below 1e-308 or its divisor for sd above 7e307. sd = 0 at the mean:
 /// std::invalid_argument.
 ZUL_API double NormalPdf(double x, double mean, double sd);
-/// @copydoc NormalPdf(double, double, double)
+/// Array form: out[i] = NormalPdf(in[i], mean, sd), see @ref array_forms.
 ZUL_API void NormalPdf(double* out, const double* in, std::size_t count, double mean, double sd);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9.
@@ -699,7 +729,7 @@ ZUL_API void NormalPdf(double* out, const double* in, std::size_t count, double 
 /// Method: the incomplete gamma pair with shape 1/2, W. Gautschi, A computational procedure for incomplete
 /// gamma functions, 1979.
 ZUL_API double NormalCdf(double x, double mean, double sd, bool upper);
-/// @copydoc NormalCdf(double, double, double, bool)
+/// Array form: out[i] = NormalCdf(in[i], mean, sd, upper), see @ref array_forms.
 ZUL_API void NormalCdf(double* out, const double* in, std::size_t count, double mean, double sd, bool upper);
 
 /// The quantile: the x with P(X <= x) = p, for 4.2e-284 < p < 1; NaN for other p.
@@ -709,12 +739,13 @@ ZUL_API void NormalCdf(double* out, const double* in, std::size_t count, double 
 /// Method: the start of J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977, refined by Newton steps on
 /// the incomplete gamma function; for p < 1e-100 false position on the tail.
 ZUL_API double NormalInvCdf(double p, double mean, double sd);
-/// @copydoc NormalInvCdf(double, double, double)
+/// Array form: out[i] = NormalInvCdf(in[i], mean, sd), see @ref array_forms.
 ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd);
 
 /// @}
 
-/// @name Poisson distribution
+/// @defgroup poisson Poisson distribution
+/// @ingroup distributions
 /// mean: the expected number, 0 < mean <= 94906265. A whole number is one within 1e-12 of its size.
 /// @{
 
@@ -724,7 +755,7 @@ ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, doub
 /// for mean <= 0, even at x = 0, and for a mean that is NaN.
 /// Method: the saddle-point form, C. Loader, Fast and accurate computation of binomial probabilities, 2000.
 ZUL_API double PoissonPdf(double x, double mean);
-/// @copydoc PoissonPdf(double, double)
+/// Array form: out[i] = PoissonPdf(in[i], mean), see @ref array_forms.
 ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double mean);
 
 /// The lower tail P(X <= x), or the upper tail P(X >= x), which includes the point; relative error of the
@@ -735,7 +766,7 @@ ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double
 /// Method: the chi-square tails at 2 mean with 2 (x + 1) degrees of freedom, M. Abramowitz and I. A. Stegun,
 /// Handbook of Mathematical Functions, 1964, 26.4.21.
 ZUL_API double PoissonCdf(double x, double mean, bool upper);
-/// @copydoc PoissonCdf(double, double, bool)
+/// Array form: out[i] = PoissonCdf(in[i], mean, upper), see @ref array_forms.
 ZUL_API void PoissonCdf(double* out, const double* in, std::size_t count, double mean, bool upper);
 
 /// The quantile: the smallest whole number k with P(X <= k) >= p, for 0 <= p < 1. p = 0 gives 0.
@@ -744,12 +775,13 @@ ZUL_API void PoissonCdf(double* out, const double* in, std::size_t count, double
 /// outside [0, 1] and a mean outside [0, 94906265] give NaN.
 /// Method: as BinomialInvCdf().
 ZUL_API double PoissonInvCdf(double p, double mean);
-/// @copydoc PoissonInvCdf(double, double)
+/// Array form: out[i] = PoissonInvCdf(in[i], mean), see @ref array_forms.
 ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean);
 
 /// @}
 
-/// @name Smallest extreme value distribution
+/// @defgroup smallest_extreme_value Smallest extreme value distribution
+/// @ingroup distributions
 /// The Gumbel distribution of minima: -X has the largest extreme value distribution with the location
 /// negated. location: the mode; scale > 0. e = exp((x - location) / scale).
 /// @{
@@ -758,7 +790,7 @@ ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, dou
 ///
 /// scale = 0: std::runtime_error, or std::invalid_argument at x = location.
 ZUL_API double SmallestExtremeValuePdf(double x, double location, double scale);
-/// @copydoc SmallestExtremeValuePdf(double, double, double)
+/// Array form: out[i] = SmallestExtremeValuePdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void SmallestExtremeValuePdf(double* out, const double* in, std::size_t count, double location,
                                      double scale);
 
@@ -767,7 +799,7 @@ ZUL_API void SmallestExtremeValuePdf(double* out, const double* in, std::size_t 
 /// Relative error: 1e-13 for the lower tail, which is 0 for e < 2e-288, e roundings for the upper one.
 /// Failures as SmallestExtremeValuePdf().
 ZUL_API double SmallestExtremeValueCdf(double x, double location, double scale, bool upper);
-/// @copydoc SmallestExtremeValueCdf(double, double, double, bool)
+/// Array form: out[i] = SmallestExtremeValueCdf(in[i], location, scale, upper), see @ref array_forms.
 ZUL_API void SmallestExtremeValueCdf(double* out, const double* in, std::size_t count, double location,
                                      double scale, bool upper);
 
@@ -776,13 +808,14 @@ ZUL_API void SmallestExtremeValueCdf(double* out, const double* in, std::size_t 
 /// p = 0 and p = 1: std::runtime_error ("float overflow"). Other p: std::invalid_argument. Deliberate: a
 /// quantile of -1.23456e30 or less comes with the opposite sign.
 ZUL_API double SmallestExtremeValueInvCdf(double p, double location, double scale);
-/// @copydoc SmallestExtremeValueInvCdf(double, double, double)
+/// Array form: out[i] = SmallestExtremeValueInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
                                         double scale);
 
 /// @}
 
-/// @name Student's t distribution
+/// @defgroup t Student's t distribution
+/// @ingroup distributions
 /// df: degrees of freedom, df > 0; the central tails and quantiles take infinity too, the normal
 /// distribution. noncentrality: the mean of the normal numerator; 0 is the central distribution. With a
 /// noncentrality d: df/2 + d^2/2 + 4.3656 |d| <= 94906265.
@@ -797,7 +830,7 @@ ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size
 /// |noncentrality| <= 20, where x has its sign or is close to 0, a power series in x, to 1e-13 of the density.
 /// df <= 0: std::invalid_argument, or for df = 0 std::runtime_error.
 ZUL_API double TPdf(double x, double df, double noncentrality);
-/// @copydoc TPdf(double, double, double)
+/// Array form: out[i] = TPdf(in[i], df, noncentrality), see @ref array_forms.
 ZUL_API void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
@@ -809,7 +842,7 @@ ZUL_API void TPdf(double* out, const double* in, std::size_t count, double df, d
 /// function of the non-central t distribution, 1989, summed as D. Benton and K. Krishnamoorthy, Computing
 /// discrete mixtures of continuous distributions, 2003.
 ZUL_API double TCdf(double x, double df, double noncentrality, bool upper);
-/// @copydoc TCdf(double, double, double, bool)
+/// Array form: out[i] = TCdf(in[i], df, noncentrality, upper), see @ref array_forms.
 ZUL_API void TCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
                   bool upper);
 
@@ -822,12 +855,13 @@ ZUL_API void TCdf(double* out, const double* in, std::size_t count, double df, d
 /// the logit of the tail, from the guess of W. A. Jennett and B. L. Welch, The control of proportion
 /// defective as judged by a single quality characteristic varying on a continuous scale, 1939.
 ZUL_API double TInvCdf(double p, double df, double noncentrality);
-/// @copydoc TInvCdf(double, double, double)
+/// Array form: out[i] = TInvCdf(in[i], df, noncentrality), see @ref array_forms.
 ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
 
 /// @}
 
-/// @name Triangular distribution
+/// @defgroup triangular Triangular distribution
+/// @ingroup distributions
 /// The density is a triangle over [lower, upper] with its peak at mode, lower <= mode <= upper, lower <
 /// upper.
 /// @{
@@ -837,14 +871,14 @@ ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df
 ///
 /// lower = mode = upper = x: std::runtime_error.
 ZUL_API double TriangularPdf(double x, double lower, double mode, double upper);
-/// @copydoc TriangularPdf(double, double, double, double)
+/// Array form: out[i] = TriangularPdf(in[i], lower, mode, upper), see @ref array_forms.
 ZUL_API void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
                            double upper);
 
 /// The lower tail P(X <= x), or for upperTail the upper tail P(X > x), which is the lower tail of the
 /// mirrored problem; the smaller of them has all its digits.
 ZUL_API double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail);
-/// @copydoc TriangularCdf(double, double, double, double, bool)
+/// Array form: out[i] = TriangularCdf(in[i], lower, mode, upper, upperTail), see @ref array_forms.
 ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                            double upper, bool upperTail);
 
@@ -854,13 +888,14 @@ ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, dou
 /// p = 1 gives exactly upper. Other p: std::invalid_argument ("sqrt of a negative argument") where the root
 /// is negative. lower = upper gives that point, with the mode above it std::runtime_error.
 ZUL_API double TriangularInvCdf(double p, double lower, double mode, double upper);
-/// @copydoc TriangularInvCdf(double, double, double, double)
+/// Array form: out[i] = TriangularInvCdf(in[i], lower, mode, upper), see @ref array_forms.
 ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                               double upper);
 
 /// @}
 
-/// @name Uniform distribution
+/// @defgroup uniform Uniform distribution
+/// @ingroup distributions
 /// The interval [a, b], a < b. These functions run without the floating-point frame, in the mode of the
 /// caller: in the default mode nothing is thrown, a NaN x gives 0 as a density and NaN as a tail, a NaN p
 /// gives NaN, a division by zero is infinite or NaN, and 1.23456e30 is a number like any other.
@@ -868,24 +903,25 @@ ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, 
 
 /// The density 1 / (b - a) for a <= x <= b, else 0.
 ZUL_API double UniformPdf(double x, double a, double b);
-/// @copydoc UniformPdf(double, double, double)
+/// Array form: out[i] = UniformPdf(in[i], a, b), see @ref array_forms.
 ZUL_API void UniformPdf(double* out, const double* in, std::size_t count, double a, double b);
 
 /// The lower tail (x - a) / (b - a) = P(X <= x), or the upper tail (b - x) / (b - a) = P(X > x).
 ///
 /// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0.
 ZUL_API double UniformCdf(double x, double a, double b, bool upper);
-/// @copydoc UniformCdf(double, double, double, bool)
+/// Array form: out[i] = UniformCdf(in[i], a, b, upper), see @ref array_forms.
 ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
 
 /// The quantile (b - a) p + a, for 0 <= p <= 1; exactly a and b at the ends. Other p are extrapolated.
 ZUL_API double UniformInvCdf(double p, double a, double b);
-/// @copydoc UniformInvCdf(double, double, double)
+/// Array form: out[i] = UniformInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b);
 
 /// @}
 
-/// @name Weibull distribution
+/// @defgroup weibull Weibull distribution
+/// @ingroup distributions
 /// shape > 0; scale: the 63.2 % quantile of X - threshold, scale > 0; threshold: where the distribution
 /// begins. z = (x - threshold) / scale.
 /// @{
@@ -896,7 +932,7 @@ ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, dou
 /// Any failure of the computation gives NaN, among them a power of z that overflows, scale = 0 and an x
 /// that is NaN.
 ZUL_API double WeibullPdf(double x, double shape, double scale, double threshold);
-/// @copydoc WeibullPdf(double, double, double, double)
+/// Array form: out[i] = WeibullPdf(in[i], shape, scale, threshold), see @ref array_forms.
 ZUL_API void WeibullPdf(double* out, const double* in, std::size_t count, double shape, double scale,
                         double threshold);
 
@@ -906,7 +942,7 @@ ZUL_API void WeibullPdf(double* out, const double* in, std::size_t count, double
 /// upper tail, 1e-13 for the lower one. scale = 0: std::runtime_error. scale < 0: std::invalid_argument for
 /// a shape that is not whole.
 ZUL_API double WeibullCdf(double x, double shape, double scale, double threshold, bool upper);
-/// @copydoc WeibullCdf(double, double, double, double, bool)
+/// Array form: out[i] = WeibullCdf(in[i], shape, scale, threshold, upper), see @ref array_forms.
 ZUL_API void WeibullCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                         double threshold, bool upper);
 
@@ -915,13 +951,14 @@ ZUL_API void WeibullCdf(double* out, const double* in, std::size_t count, double
 /// p = 0 gives exactly the threshold, p = 1 NaN. p > 1, and p < 0 for 1 / shape not whole:
 /// std::invalid_argument. shape = 0, and a power too large for a double: std::runtime_error.
 ZUL_API double WeibullInvCdf(double p, double shape, double scale, double threshold);
-/// @copydoc WeibullInvCdf(double, double, double, double)
+/// Array form: out[i] = WeibullInvCdf(in[i], shape, scale, threshold), see @ref array_forms.
 ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                            double threshold);
 
 /// @}
 
-/// @name User-defined discrete distribution
+/// @defgroup discrete User-defined discrete distribution
+/// @ingroup distributions
 /// values, n: the n values that have a probability, in any order; the second array, of n doubles too,
 /// belongs to them pair by pair. Of several equal keys (values; for the inverse cumulative probabilities)
 /// the first pair counts; a pair whose key is NaN is left out. n <= 0 is an empty table. Nothing else is
@@ -936,7 +973,7 @@ ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, dou
 ///
 /// probabilities: the probability of each value. An empty table gives 0.
 ZUL_API double DiscretePdf(double x, const double* values, const double* probabilities, int n);
-/// @copydoc DiscretePdf(double, const double*, const double*, int)
+/// Array form: out[i] = DiscretePdf(in[i], values, probabilities, n), see @ref array_forms.
 ZUL_API void DiscretePdf(double* out, const double* in, std::size_t count, const double* values,
                          const double* probabilities, int n);
 
@@ -946,7 +983,7 @@ ZUL_API void DiscretePdf(double* out, const double* in, std::size_t count, const
 /// cumulative: P(X <= value) for each value. x below all values gives 0 and 1, x above all values 1 and 0,
 /// the smallest value itself 1 for the upper tail. An empty table, or an x that is NaN, gives NaN.
 ZUL_API double DiscreteCdf(double x, const double* values, const double* cumulative, int n, bool upper);
-/// @copydoc DiscreteCdf(double, const double*, const double*, int, bool)
+/// Array form: out[i] = DiscreteCdf(in[i], values, cumulative, n, upper), see @ref array_forms.
 ZUL_API void DiscreteCdf(double* out, const double* in, std::size_t count, const double* values,
                          const double* cumulative, int n, bool upper);
 
@@ -955,13 +992,14 @@ ZUL_API void DiscreteCdf(double* out, const double* in, std::size_t count, const
 /// cumulative: P(X <= value) for each value. Deliberate: a p above all of them gives the number 1, not a
 /// value of the table. An empty table, or a p that is NaN, gives NaN.
 ZUL_API double DiscreteInvCdf(double p, const double* values, const double* cumulative, int n);
-/// @copydoc DiscreteInvCdf(double, const double*, const double*, int)
+/// Array form: out[i] = DiscreteInvCdf(in[i], values, cumulative, n), see @ref array_forms.
 ZUL_API void DiscreteInvCdf(double* out, const double* in, std::size_t count, const double* values,
                             const double* cumulative, int n);
 
 /// @}
 
-/// @name P-values
+/// @defgroup p_values P-values
+/// @ingroup distributions
 /// The p-value of a statistic for the side of the test. LowerTail: its lower tail. UpperTail: its upper tail.
 /// TwoSided: twice the smaller of them for the continuous statistics, and a rule of their own for the two
 /// exact tests. An alternative that is none of the three gives 0, unless a function says otherwise.
@@ -1014,7 +1052,8 @@ ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alt
 
 /// @}
 
-/// @name Critical values
+/// @defgroup critical_values Critical values
+/// @ingroup distributions
 /// The critical value of a statistic at the significance level alpha, 0 < alpha < 1.
 /// @{
 
@@ -1063,6 +1102,7 @@ namespace v2 {
 /// mode never throws, and may be called from several threads at once.
 /// Method: recurrence up to x >= 10, then the asymptotic series, M. Abramowitz and I. A. Stegun, Handbook of
 /// Mathematical Functions, 1964, 6.3.5 and 6.3.18.
+/// @ingroup distributions
 ZUL_API double Psi(double x);
 
 }  // namespace v2

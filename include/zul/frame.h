@@ -1,5 +1,11 @@
 /// @file
 /// The floating-point frame around the library's calls, and tests for special values.
+#pragma once
+
+#include <zul/export.h>
+
+/// @defgroup frame Floating-point frame
+/// The floating-point frame around the library's calls, and tests for special values.
 ///
 /// The distribution functions, p-values and critical values compute with the processor's traps for invalid
 /// operation, division by zero and overflow switched on, so that a broken computation stops at once instead
@@ -19,11 +25,12 @@
 ///
 /// A NaN argument of a framed function ends as std::invalid_argument where it meets an ordered comparison,
 /// which is an invalid operation then; a NaN that only takes part in sums and products comes out as NaN.
-#pragma once
 
-#include <zul/export.h>
-
+/// The library. The namespaces v0, v1 and v2 in it keep versions of signatures side by side.
 namespace zul {
+
+/// @addtogroup frame
+/// @{
 
 /// Makes hardware floating-point traps on the calling thread arrive as standard exceptions.
 ///
@@ -56,5 +63,7 @@ ZUL_API bool IsNaN(double x);
 
 /// @return whether x stands for "no result": the same test as IsNaN().
 ZUL_API bool IsResultNA(double x);
+
+/// @}
 
 }  // namespace zul

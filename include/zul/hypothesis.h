@@ -1,4 +1,10 @@
 /// @file
+/// Hypothesis tests with confidence bounds.
+#pragma once
+
+#include <zul/export.h>
+
+/// @defgroup hypothesis Hypothesis tests
 /// Hypothesis tests with confidence bounds: t and z, proportions, one variance, runs, goodness of fit.
 ///
 /// The caller owns a result record, sets its inputs (counts always; the summary statistics too for the
@@ -28,13 +34,11 @@
 /// the thread in the default mode. Called in that mode they do not throw, except RunOneVariance(),
 /// v0::RunKelExponentialADTest() and v0::RunKelWeibullADTest() where they say so: these pass on what stopped the
 /// computation in trapping mode (see frame.h). Calls from several threads have to be serialised.
-#pragma once
-
-#include <zul/export.h>
 
 namespace zul {
 
 /// Which bounds to compute.
+/// @ingroup hypothesis
 enum class IntervalType : int {
     UpperBound = -1,  ///< upper bound at the confidence level; the lower bound is open
     TwoSided = 0,     ///< both bounds, each at (confidence + 1) / 2
@@ -42,15 +46,18 @@ enum class IntervalType : int {
 };
 
 /// The alternative to the hypothesised value. The numbers are those of EAlternative.
+/// @ingroup hypothesis
 enum class AlternativeHypothesis : int {
     LessThan = -1,   ///< p-value: the lower tail
     NotEqual = 0,    ///< p-value: twice the smaller tail
     GreaterThan = 1  ///< p-value: the upper tail
 };
 
+/// Signatures of version 0.
 namespace v0 {
 
 /// One-sample t test of a mean.
+/// @ingroup one_sample_t
 struct ZUL_API OneSampleT {
     double mean;               ///< sample mean; output with data, else input
     double standardDeviation;  ///< sample standard deviation, divisor n - 1; output with data, else input
@@ -60,10 +67,11 @@ struct ZUL_API OneSampleT {
     double tStatistic;         ///< (mean - mu0) / standardError
     double pValue;             ///< p-value of the test
     unsigned n;                ///< number of values; input
-    OneSampleT();
+    OneSampleT();              ///< NaN and counts of 0
 };
 
 /// One-sample z test of a mean with known standard deviation.
+/// @ingroup one_sample_z
 struct ZUL_API OneSampleZ {
     double mean;               ///< sample mean; output with data, else input
     double standardDeviation;  ///< sample standard deviation, divisor n - 1; output with data, else untouched
@@ -73,10 +81,11 @@ struct ZUL_API OneSampleZ {
     double zStatistic;         ///< (mean - mu0) / standardError
     double pValue;             ///< p-value of the test
     unsigned n;                ///< number of values; input
-    OneSampleZ();
+    OneSampleZ();              ///< NaN and counts of 0
 };
 
 /// Paired t test of the mean difference first - second.
+/// @ingroup paired_t
 struct ZUL_API PairedT {
     double mean1;                        ///< mean of the first sample; output with data, else untouched
     double mean2;                        ///< mean of the second sample; likewise
@@ -92,10 +101,11 @@ struct ZUL_API PairedT {
     double tStatistic;                   ///< (meanDifference - difference0) / standardErrorDifference
     double pValue;                       ///< p-value of the test
     unsigned n;                          ///< number of pairs; input
-    PairedT();
+    PairedT();                           ///< NaN and counts of 0
 };
 
 /// Two-sample t test of the difference of two means.
+/// @ingroup two_sample_t
 struct ZUL_API TwoSampleT {
     double mean1;                    ///< mean of sample 1; output with data, else input
     double mean2;                    ///< mean of sample 2; likewise
@@ -112,10 +122,11 @@ struct ZUL_API TwoSampleT {
     double pValue;                   ///< p-value of the test
     unsigned n1;                     ///< size of sample 1; input
     unsigned n2;                     ///< size of sample 2; input
-    TwoSampleT();
+    TwoSampleT();                    ///< NaN and counts of 0
 };
 
 /// Test of one binomial proportion.
+/// @ingroup one_proportion
 struct ZUL_API OneProportion {
     double proportion;  ///< x / n; output of RunOneProportion() and RunKelOneProportion()
     double lowerBound;  ///< lower confidence bound of the proportion
@@ -124,10 +135,11 @@ struct ZUL_API OneProportion {
     double pValue;      ///< p-value of the test
     unsigned x;         ///< number of events; output with data, else input
     unsigned n;         ///< number of trials; input
-    OneProportion();
+    OneProportion();    ///< NaN and counts of 0
 };
 
 /// Test of the difference of two binomial proportions.
+/// @ingroup two_proportions
 struct ZUL_API TwoProportion {
     double proportion1;  ///< x1 / n1
     double proportion2;  ///< x2 / n2
@@ -142,10 +154,11 @@ struct ZUL_API TwoProportion {
     unsigned x2;       ///< events in sample 2; output with data, else input
     unsigned n1;       ///< trials in sample 1; input
     unsigned n2;       ///< trials in sample 2; input
-    TwoProportion();
+    TwoProportion();   ///< NaN and counts of 0
 };
 
 /// Test of one variance, by the chi-square and by Bonett's method.
+/// @ingroup one_variance
 struct ZUL_API OneVariance {
     double variance;             ///< sample variance, divisor n - 1; output with data, else input
     double chiSquareLowerBound;  ///< lower confidence bound of the variance for normal values
@@ -157,16 +170,18 @@ struct ZUL_API OneVariance {
     double degreesOfFreedom;     ///< n - 1; NaN without a test
     double bonettPValue;         ///< p-value of Bonett's test; NaN without a test or without data
     unsigned n;                  ///< number of values; input
-    OneVariance();
+    OneVariance();               ///< NaN and counts of 0
 };
 
-/// @name One-sample t test
+/// @defgroup one_sample_t One-sample t test
+/// @ingroup hypothesis
 /// @{
 
 /// Confidence bounds of a mean, mean -+ q s / sqrt(n) with the t quantile q at n - 1 degrees of freedom, and
 /// the test of the hypothesis that the mean is mu0, by t = (mean - mu0) sqrt(n) / s. From data.
 ///
-/// n = 1 or constant data give a standard error of 0. Source: Student, The probable error of a mean, 1908.
+/// n = 1 or constant data give a standard error of 0.
+/// Source: Student, The probable error of a mean, 1908.
 /// @param record in: n; out: all other fields
 /// @param data in: record->n values
 /// @param confidence confidence level, in (0, 1)
@@ -189,7 +204,8 @@ ZUL_API int RunOneSampleT(OneSampleT* record, double confidence, IntervalType ty
 
 /// @}
 
-/// @name One-sample z test
+/// @defgroup one_sample_z One-sample z test
+/// @ingroup hypothesis
 /// @{
 
 /// Confidence bounds of a normal mean, mean -+ q sigma / sqrt(n) with the standard normal quantile q, and the
@@ -218,7 +234,8 @@ ZUL_API int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, I
 
 /// @}
 
-/// @name Paired t test
+/// @defgroup paired_t Paired t test
+/// @ingroup hypothesis
 /// @{
 
 /// Confidence bounds of the mean difference of pairs and the test of the hypothesis that it is difference0: the
@@ -250,7 +267,8 @@ ZUL_API int RunPairedT(PairedT* record, double confidence, IntervalType type);
 
 /// @}
 
-/// @name Two-sample t test
+/// @defgroup two_sample_t Two-sample t test
+/// @ingroup hypothesis
 /// @{
 
 /// Confidence bounds of the difference of two means, difference -+ q se with the t quantile q, and the test of
@@ -288,7 +306,8 @@ ZUL_API int RunTwoSampleT(TwoSampleT* record, bool equalVariances, double confid
 
 /// @}
 
-/// @name One proportion: single methods
+/// @defgroup one_proportion_methods One proportion: single methods
+/// @ingroup hypothesis
 /// They read x and n and write the bounds alone, or the statistic and the p-value alone. Nothing is clipped to
 /// [0, 1] unless so said. n = 0 and x > n are not checked.
 /// @{
@@ -384,7 +403,8 @@ ZUL_API int RunOneProportionMidP(OneProportion* record, AlternativeHypothesis al
 
 /// @}
 
-/// @name One proportion
+/// @defgroup one_proportion One proportion
+/// @ingroup hypothesis
 /// @{
 
 /// The sample proportion, its bounds and the test of the hypothesis that the proportion is p0. From data.
@@ -440,7 +460,8 @@ ZUL_API int RunKelOneProportion(OneProportion* record, bool normal, double confi
 
 /// @}
 
-/// @name Two proportions
+/// @defgroup two_proportions Two proportions
+/// @ingroup hypothesis
 /// @{
 
 /// The proportions, the bounds of their difference and the tests of the hypothesis that it is difference0:
@@ -498,7 +519,8 @@ ZUL_API int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, d
 
 /// @}
 
-/// @name One variance
+/// @defgroup one_variance One variance
+/// @ingroup hypothesis
 /// @{
 
 /// Confidence bounds of a variance and the test of the hypothesis that it is variance0, by two methods. From
@@ -542,12 +564,14 @@ ZUL_API int RunOneVariance(OneVariance* record, double confidence, IntervalType 
 
 /// The two-sided p-value of a Pearson correlation, that of t = r sqrt((n - 2) / (1 - r^2)) with n - 2 degrees
 /// of freedom.
+/// @ingroup hypothesis
 /// @param r the correlation, in [-1, 1]; beyond by at most a relative 1e-12 it counts as -1 or 1
 /// @param n number of pairs
 /// @return the p-value, 0 for r = -1 and 1; NaN for n <= 2 and for r outside
 ZUL_API double GetKelCorrelationPValue(double r, unsigned n);
 
-/// @name Anderson-Darling tests
+/// @defgroup anderson_darling Anderson-Darling tests
+/// @ingroup hypothesis
 /// A^2 = -n - sum((2 i - 1) log(F(x_i)) + (2 n + 1 - 2 i) log(1 - F(x_i))) / n of ascending values, and its
 /// p-value for parameters that were estimated from them. A value where F is 0 or 1 makes A^2 infinite or NaN,
 /// NaN among the values make it NaN; the p-value of a NaN is NaN with status 0.
@@ -582,8 +606,7 @@ ZUL_API int RunKelWeibullADTest(const double* data, const double* parameters, do
 
 namespace v1 {
 
-/// @name Anderson-Darling tests
-/// As those of v0.
+/// @addtogroup anderson_darling
 /// @{
 
 /// Fit of a normal distribution.
@@ -608,6 +631,10 @@ ZUL_API int RunKelLogNormalADTest(const double* data, const double* parameters, 
 
 /// @}
 
+/// @defgroup runs Runs tests
+/// @ingroup hypothesis
+/// @{
+
 /// Runs test for randomness.
 struct ZUL_API RunsTest {
     unsigned below;       ///< number of values below K; for RunKelRunsTest() of those not above
@@ -615,7 +642,7 @@ struct ZUL_API RunsTest {
     unsigned runs;        ///< number of runs: of stretches of values on one side
     double expectedRuns;  ///< expected number of runs, 2 below above / (below + above) + 1
     double pValue;        ///< two-sided p-value
-    RunsTest();
+    RunsTest();           ///< NaN and counts of 0
 };
 
 /// The exact runs test: twice the smaller tail of the number of runs, at most 1. Values equal to K are left
@@ -631,14 +658,16 @@ struct ZUL_API RunsTest {
 ZUL_API int RunRunsTest(RunsTest* record, const double* data, double K, unsigned n);
 
 /// The runs test by the normal approximation, without continuity correction. Values equal to K, and NaN, count
-/// as not above it. Source: A. Wald and J. Wolfowitz, On a test whether two samples are from the same
-/// population, 1940.
+/// as not above it.
+/// Source: A. Wald and J. Wolfowitz, On a test whether two samples are from the same population, 1940.
 /// @param record out: all fields; pValue NaN if all values are on one side, n = 0: counts 0 and the rest NaN
 /// @param data in: n values in the order of their occurrence
 /// @param K the value that separates the two sides
 /// @param n number of values
 /// @return 0
 ZUL_API int RunKelRunsTest(RunsTest* record, const double* data, double K, unsigned n);
+
+/// @}
 
 }  // namespace v1
 
@@ -650,6 +679,7 @@ ZUL_API int RunKelRunsTest(RunsTest* record, const double* data, double K, unsig
 /// Source: K. Pearson, On the criterion that a given system of deviations from the probable in the case of a
 /// correlated system of variables is such that it can be reasonably supposed to have arisen from random
 /// sampling, 1900.
+/// @ingroup hypothesis
 /// @param observed in: `categories` counts
 /// @param proportions in: `categories` proportions; null: all equal
 /// @param expected out: `categories` expected counts

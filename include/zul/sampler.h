@@ -1,5 +1,11 @@
 /// @file
 /// Random sampling: a seeded uniform generator and deviates of the distribution families drawn from it.
+#pragma once
+
+#include <zul/export.h>
+
+/// @defgroup sampler Random sampling
+/// Random sampling: a seeded uniform generator and deviates of the distribution families drawn from it.
 ///
 /// The caller owns a sampler from MakeISampler() to DeleteISampler(). Its state advances by one step for
 /// every uniform drawn, and by nothing else; the seed determines every sequence.
@@ -15,11 +21,11 @@
 /// | 30001 | memory could not be obtained |
 /// | 30011 | not built, or too many values asked for |
 /// | 30017 | no such generator |
-#pragma once
-
-#include <zul/export.h>
 
 namespace zul {
+
+/// @addtogroup sampler
+/// @{
 
 /// The uniform generators. 0 to 9 are known but not built.
 enum BasicRng : int {
@@ -94,7 +100,8 @@ public:
     virtual int SampleExponential(double* out, unsigned count, double scale, double threshold) = 0;
 
     /// Central F deviates B / (1 - B) * (df2 / df1), where B is a beta deviate with the shapes df1 / 2 and
-    /// df2 / 2, held at 0.999999999999. Uniforms: as SampleBeta().
+    /// df2 / 2, held at 0.999999999999.
+    /// Uniforms: as SampleBeta().
     /// @param out out: count values
     /// @param count number of deviates
     /// @param df1 numerator degrees of freedom, df1 > 0
@@ -355,5 +362,7 @@ ZUL_API void DeleteISampler(ISampler** sampler);
 /// A seed from the local time of day, which changes every hundredth of a second: the seven digits of the
 /// hundredths since midnight, read backwards, times 3250000.
 ZUL_API double Seeder();
+
+/// @}
 
 }  // namespace zul
