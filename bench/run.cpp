@@ -23,7 +23,8 @@ std::string Fixed(double value) {
 }
 
 // The median of each benchmark, and one line for each workload: ours against the fastest of the peers. All is
-// printed in the end and in the order of registration, since interleaved benchmarks finish in random order.
+// printed in the end and in the order of registration, since interleaved benchmarks finish in random order. The
+// table is one of Markdown: the manual takes it as it is.
 class WorkloadReporter : public benchmark::ConsoleReporter {
 public:
     WorkloadReporter() : ConsoleReporter(OO_None) {}
@@ -38,6 +39,7 @@ public:
         ConsoleReporter::ReportRuns(medians_);
         GetOutputStream() << '\n';
         PrintLine({"workload", "ours (ns per element)", "best peer (name, ns)", "ratio"});
+        PrintLine({"---", "---:", "---:", "---:"});
         for (const Workload& workload : Workloads())
             PrintLine(Cells(workload));
         GetOutputStream() << "\nMedians of the CPU time. The ratio is ours / peer: below 1 we are faster.\n";
@@ -85,9 +87,9 @@ private:
     }
 
     void PrintLine(const std::array<std::string, 4>& cells) {
-        GetOutputStream() << std::left << std::setw(34) << cells[0] << " | " << std::right << std::setw(21)
-                          << cells[1] << " | " << std::setw(20) << cells[2] << " | " << std::setw(5)
-                          << cells[3] << '\n';
+        GetOutputStream() << "| " << std::left << std::setw(34) << cells[0] << " | " << std::right
+                          << std::setw(21) << cells[1] << " | " << std::setw(20) << cells[2] << " | "
+                          << std::setw(5) << cells[3] << " |\n";
     }
 
     std::vector<Run> medians_;

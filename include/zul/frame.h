@@ -49,19 +49,19 @@ ZUL_API void SetKelFpuStates(void);
 /// clear. Call it after catching an exception from the library.
 ZUL_API void ResetFpuStates(void);
 
-/// @return whether x is plus or minus infinity.
+/// Whether x is plus or minus infinity.
 ZUL_API bool IsInfinity(double x);
 
-/// @return whether x is plus infinity.
+/// Whether x is plus infinity.
 ZUL_API bool IsPlusInfinity(double x);
 
-/// @return whether x is minus infinity.
+/// Whether x is minus infinity.
 ZUL_API bool IsMinusInfinity(double x);
 
-/// @return whether x is a NaN, quiet or signalling.
+/// Whether x is a NaN, quiet or signalling.
 ZUL_API bool IsNaN(double x);
 
-/// @return whether x stands for "no result": the same test as IsNaN().
+/// Whether x stands for "no result": the same test as IsNaN().
 ZUL_API bool IsResultNA(double x);
 
 /// @}
