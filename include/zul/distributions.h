@@ -33,6 +33,10 @@
 /// gives NaN, and so does a result that is exactly this number, but for the families uniform and discrete. To
 /// every other function it is a number like any other.
 ///
+/// The families are those of N. L. Johnson, S. Kotz and N. Balakrishnan, Continuous univariate distributions, 2nd
+/// edition, 1994 and 1995, and of N. L. Johnson, A. W. Kemp and S. Kotz, Univariate discrete distributions, 3rd
+/// edition, 2005, with the parameters that are named at each. Where no method is named, the formula is computed.
+///
 /// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode.
 /// Calls from several threads have to be serialised.
 

@@ -20,6 +20,12 @@
 /// | several at once | std::runtime_error | "Runtime exception: multiple floating point faults/traps." |
 /// | integer division by zero | std::runtime_error | "Runtime exception: integer division by zero." |
 ///
+/// The functions that look at an argument before they compute with it throw std::runtime_error, "float
+/// overflow", for a result too large for a double and for log(0), and std::invalid_argument with the messages
+/// "sqrt of a negative argument", "log of a negative argument", "negative number raised to a noninteger power",
+/// "zero raised to a negative power", "argument out of range for trig functions", "gamma of a nonpositive
+/// argument" and "gamma of a value too close to 0".
+///
 /// After such an exception the thread is in trapping mode: call ResetFpuStates() before going on. After a
 /// normal return it is in the default mode, whatever mode the caller was in: the frame does not save it.
 ///

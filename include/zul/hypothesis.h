@@ -564,6 +564,8 @@ ZUL_API int RunOneVariance(OneVariance* record, double confidence, IntervalType 
 
 /// The two-sided p-value of a Pearson correlation, that of t = r sqrt((n - 2) / (1 - r^2)) with n - 2 degrees
 /// of freedom.
+/// Source: R. A. Fisher, Frequency distribution of the values of the correlation coefficient in samples from an
+/// indefinitely large population, 1915.
 /// @ingroup hypothesis
 /// @param r the correlation, in [-1, 1]; beyond by at most a relative 1e-12 it counts as -1 or 1
 /// @param n number of pairs

@@ -67,8 +67,9 @@ public:
     virtual double GetSeed() const = 0;
 
     /// Beta deviates in [0, 1].
-    /// Uniforms: two for each try. Method: R. C. H. Cheng, Generating beta variates with nonintegral shape
-    /// parameters, 1978: algorithm BB if both shapes are above 1, else BC.
+    /// Uniforms: two for each try.
+    /// Method: R. C. H. Cheng, Generating beta variates with nonintegral shape parameters, 1978: algorithm BB if
+    /// both shapes are above 1, else BC.
     /// @param out out: count values
     /// @param count number of deviates
     /// @param a first shape, a > 0
