@@ -1,0 +1,155 @@
+// Density, both tails and quantile of every family, p-values and critical values.
+#include <algorithm>
+#include <cmath>
+#include <exception>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "distributions/families.h"
+#include "platforms/exact_numbers.h"
+#include "platforms/recording.h"
+#include "zul/frame.h"
+
+namespace zul::test {
+namespace {
+
+constexpr std::size_t kMembers = 12;
+constexpr int kPoints = 46;
+constexpr int kCalls = 300;
+
+// An exception counts as a result too: a number that none has, and another for each text.
+template <typename Call>
+double ResultOf(Call call) {
+    try {
+        return call();
+    } catch (const std::exception& failure) {
+        ResetFpuStates();
+        return -1e-300 * static_cast<double>(std::string_view(failure.what()).size());
+    }
+}
+
+double DrawParameter(Domain domain, const std::vector<double>& before, ExactNumbers& numbers) {
+    switch (domain) {
+        case Domain::Real:
+            return numbers.Real(-3, 4);
+        case Domain::Positive:
+            return numbers.Positive(-3, 8);
+        case Domain::Fraction:
+            return numbers.Fraction();
+        case Domain::Noncentrality:
+            return numbers.Below(2) == 0 ? 0 : numbers.Positive(-3, 6);
+        case Domain::Exponent:
+            return numbers.Real(-4, 1);
+        case Domain::Above:
+            return std::floor(before.back()) + 1 + numbers.Below(50);
+        case Domain::Count:
+            return 1 + numbers.Below(600);
+        case Domain::UpToFirst:
+            return numbers.Below(static_cast<int>(before.front()) + 1);
+    }
+    return 0;
+}
+
+// The ordinary members of the family and random ones.
+std::vector<Distribution> MembersOf(const Family& family, ExactNumbers& numbers) {
+    std::vector<Distribution> members;
+    for (const Parameters& ordinary : family.parameters)
+        members.push_back(family.With(ordinary));
+    while (members.size() < kMembers) {
+        Parameters random{{}, 0, 0};
+        for (const Domain domain : family.domains)
+            random.values.push_back(DrawParameter(domain, random.values, numbers));
+        members.push_back(family.With(random));
+    }
+    return members;
+}
+
+// The results at a probability and at its quantile.
+class PointResults {
+public:
+    PointResults(Recording& recording, const Family& family, const Distribution& member)
+        : recording_(recording), member_(member), isDiscrete_(family.kind == Kind::Discrete) {
+        const double low = Record(member_.quantile, 0.25);
+        const double high = Record(member_.quantile, 0.75);
+        scale_ = std::max(std::abs(low), std::abs(high));
+    }
+
+    void Record(double p) {
+        const double x = Quantile(p);
+        if (!std::isfinite(x)) return;
+        Record(member_.pdf, x);
+        const double lower = Record(member_.lower, x);
+        Record(member_.upper, x);
+        // Exactly at a step the last digit of the tail decides.
+        if (isDiscrete_ && lower > 0 && lower < 1) Quantile(lower);
+    }
+
+private:
+    Quantity At(const Applied& function, double x) const {
+        std::ostringstream where;
+        where.precision(17);
+        where << function.Name() << ", x = " << x;
+        return {function.function->name, where.str(), &function == &member_.quantile ? scale_ : 0};
+    }
+    double Record(const Applied& function, double x) {
+        return recording_.Value(At(function, x), ResultOf([&] { return function(x); }));
+    }
+    double Quantile(double p) {
+        if (!isDiscrete_) return Record(member_.quantile, p);
+        const auto isTie = [this, p](double k) { return std::abs(member_.lower(k) - p) <= 1e-12 * p; };
+        return recording_.Whole(At(member_.quantile, p), ResultOf([&] { return member_.quantile(p); }),
+                                isTie);
+    }
+    Recording& recording_;
+    const Distribution& member_;
+    bool isDiscrete_;
+    double scale_ = 0;
+};
+
+// The function with its ordinary arguments varied.
+void RecordStatistic(Recording& recording, const Statistic& statistic, ExactNumbers& numbers) {
+    for (int call = 0; call < kCalls; ++call) {
+        std::vector<double> arguments = statistic.arguments;
+        std::ostringstream where;
+        where.precision(17);
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            const double factor = 0.5 + numbers.Fraction();
+            switch (statistic.function.types[i]) {
+                case Type::Real:
+                    arguments[i] *= factor;
+                    break;
+                case Type::Integer:
+                    arguments[i] = std::floor(arguments[i] * factor);
+                    break;
+                case Type::Flag:
+                    arguments[i] = numbers.Below(2);
+                    break;
+                case Type::Alternative:
+                    arguments[i] = numbers.Below(3) - 1;
+                    break;
+            }
+            where << arguments[i] << " ";
+        }
+        recording.Value({statistic.function.name, where.str()},
+                        ResultOf([&] { return statistic.function.call(arguments); }));
+    }
+}
+
+}  // namespace
+
+void RecordDistributions(Recording& recording) {
+    ExactNumbers numbers(20240301);
+    for (const Family& family : Families()) {
+        for (const Distribution& member : MembersOf(family, numbers)) {
+            PointResults results(recording, family, member);
+            for (int i = 0; i < kPoints; ++i)
+                results.Record(numbers.Probability());
+        }
+    }
+    for (const Statistic& statistic : Statistics())
+        RecordStatistic(recording, statistic, numbers);
+}
+
+}  // namespace zul::test

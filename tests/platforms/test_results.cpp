@@ -1,0 +1,183 @@
+// The fields that the hypothesis tests fill, from random data.
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hypothesis/record_fields.h"
+#include "platforms/exact_numbers.h"
+#include "platforms/recording.h"
+#include "zul/hypothesis.h"
+
+namespace zul::test {
+namespace {
+
+constexpr int kCases = 120;
+
+struct Options {
+    double confidence;
+    IntervalType type;
+    AlternativeHypothesis alternative;
+    bool flag;
+};
+
+// A test with its options and data drawn.
+class RandomTest {
+public:
+    RandomTest(Recording& recording, std::uint64_t seed) : recording_(recording), numbers_(seed) {}
+
+    void OneSample() {
+        const Options options = DrawOptions();
+        v0::OneSampleT t;
+        const std::vector<double> data = Sample(&t.n);
+        Record("OneSampleT", t, 7,
+               v0::RunOneSampleT(&t, data.data(), options.confidence, options.type, options.alternative,
+                                 kCentre));
+        v0::OneSampleZ z;
+        z.n = t.n;
+        Record("OneSampleZ", z, 7,
+               v0::RunOneSampleZ(&z, data.data(), 5, options.confidence, options.type, options.alternative,
+                                 kCentre));
+        v0::OneVariance variance;
+        variance.n = t.n;
+        Record("OneVariance", variance, 9,
+               v0::RunOneVariance(&variance, data.data(), options.confidence, options.type,
+                                  options.alternative, 40));
+        v1::RunsTest runs;
+        Record("RunsTest", v1::RunRunsTest(&runs, data.data(), kCentre, t.n),
+               {runs.expectedRuns, runs.pValue});
+        Record("RunsTest", v1::RunKelRunsTest(&runs, data.data(), kCentre, t.n),
+               {runs.expectedRuns, runs.pValue});
+    }
+
+    void TwoSamples() {
+        const Options options = DrawOptions();
+        v0::TwoSampleT two;
+        const std::vector<double> first = Sample(&two.n1);
+        const std::vector<double> second = Sample(&two.n2);
+        Record("TwoSampleT", two, 13,
+               v0::RunTwoSampleT(&two, first.data(), second.data(), options.flag, options.confidence,
+                                 options.type, options.alternative, 1));
+        v0::PairedT paired;
+        paired.n = std::min(two.n1, two.n2);
+        Record("PairedT", paired, 13,
+               v0::RunPairedT(&paired, first.data(), second.data(), options.confidence, options.type,
+                              options.alternative, 1));
+    }
+
+    void OneProportion() {
+        const Options options = DrawOptions();
+        using namespace v0;
+        v0::OneProportion r;
+        r.n = 1 + Below(200);
+        r.x = Below(static_cast<int>(r.n) + 1);
+        const double p0 = (1 + Below(63)) / 64.0;
+        Record("OneProportion", r, 5,
+               RunOneProportion(&r, options.flag, options.confidence, options.type, options.alternative, p0));
+        Record(
+            "OneProportion", r, 5,
+            RunKelOneProportion(&r, options.flag, options.confidence, options.type, options.alternative, p0));
+        Record("OneProportion", r, 5,
+               RunOneProportionWilson(&r, options.flag, options.confidence, options.type));
+        Record("OneProportion", r, 5, RunOneProportionWilson(&r, options.flag, options.alternative, p0));
+        Record("OneProportion", r, 5,
+               RunOneProportionWaldCI(&r, options.flag, options.confidence, options.type));
+        Record("OneProportion", r, 5,
+               RunOneProportionAgrestiCoullCI(&r, options.flag, options.confidence, options.type));
+        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, options.confidence, options.type));
+        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, options.alternative, p0));
+    }
+
+    void TwoProportions() {
+        const Options options = DrawOptions();
+        using namespace v0;
+        TwoProportion r;
+        r.n1 = 1 + Below(200);
+        r.n2 = 1 + Below(200);
+        r.x1 = Below(static_cast<int>(r.n1) + 1);
+        r.x2 = Below(static_cast<int>(r.n2) + 1);
+        const double d0 = options.flag ? 0 : 0.125;
+        Record(
+            "TwoProportion", r, 8,
+            RunKelTwoProportion(&r, options.flag, options.confidence, options.type, options.alternative, d0));
+        Record("TwoProportion", r, 8,
+               RunTwoProportionWaldCI(&r, options.flag, options.confidence, options.type));
+        Record("TwoProportion", r, 8,
+               RunTwoProportionAgrestiCaffoCI(&r, options.flag, options.confidence, options.type));
+    }
+
+    void GoodnessOfFit() {
+        unsigned n = 0;
+        std::vector<double> data = Sample(&n);
+        for (double& x : data)
+            x = std::max(x, 0.125);
+        std::sort(data.begin(), data.end());
+        const double parameters[] = {6, 4};
+        for (const auto run :
+             {&v1::RunKelNormalADTest, &v1::RunKelLogNormalADTest, &v0::RunKelWeibullADTest}) {
+            double results[2];
+            const int status = run(data.data(), parameters, &results[0], &results[1], n);
+            Record("AndersonDarling", status, {results[0], results[1]});
+        }
+        double results[2];
+        const int status = v0::RunKelExponentialADTest(data.data(), 7, &results[0], &results[1], n);
+        Record("AndersonDarling", status, {results[0], results[1]});
+
+        std::vector<double> expected(n);
+        std::vector<double> contributions(n);
+        double chiSquare = 0;
+        double pValue = 0;
+        double df = 0;
+        const int done =
+            RunKelTabularChiSqGOFTest(data.data(), nullptr, expected.data(), contributions.data(), &chiSquare,
+                                      &pValue, &df, 6.0 * n, n);
+        Record("TabularChiSquare", done, {expected[0], contributions[0], chiSquare, pValue, df});
+        Record("CorrelationPValue", 0, {v0::GetKelCorrelationPValue(numbers_.Real(-4, 0), n)});
+    }
+
+private:
+    static constexpr int kCentre = 6;
+
+    unsigned Below(int n) { return static_cast<unsigned>(numbers_.Below(n)); }
+    // In the order of the members.
+    Options DrawOptions() {
+        return {0.75 + numbers_.Fraction() * 0.25, static_cast<IntervalType>(numbers_.Below(3) - 1),
+                static_cast<AlternativeHypothesis>(numbers_.Below(3) - 1), numbers_.Below(2) == 1};
+    }
+    std::vector<double> Sample(unsigned* n) {
+        *n = 3 + Below(40);
+        return numbers_.Data(*n, kCentre, 1 + numbers_.Below(6));
+    }
+    void Record(const std::string& group, int status, const std::vector<double>& values) {
+        ++calls_;
+        recording_.Value({"Statuses", group + " of call " + std::to_string(calls_)}, status);
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const std::string where = "call " + std::to_string(calls_) + ", field " + std::to_string(i);
+            recording_.Value({group, where}, values[i]);
+        }
+    }
+    // The record is written by the time that it is read: it comes by reference.
+    template <typename Test>
+    void Record(const std::string& group, const Test& record, std::size_t fields, int status) {
+        Record(group, status, Doubles(record, fields));
+    }
+    Recording& recording_;
+    ExactNumbers numbers_;
+    int calls_ = 0;
+};
+
+}  // namespace
+
+void RecordTests(Recording& recording) {
+    RandomTest test(recording, 20240302);
+    for (int i = 0; i < kCases; ++i) {
+        test.OneSample();
+        test.TwoSamples();
+        test.OneProportion();
+        test.TwoProportions();
+        test.GoodnessOfFit();
+    }
+}
+
+}  // namespace zul::test
