@@ -10,6 +10,7 @@
 #include "distributions/families.h"
 #include "platforms/exact_numbers.h"
 #include "platforms/recording.h"
+#include "zul/distributions.h"
 #include "zul/frame.h"
 
 namespace zul::test {
@@ -91,7 +92,13 @@ private:
         std::ostringstream where;
         where.precision(17);
         where << function.Name() << ", x = " << x;
-        return {function.function->name, where.str(), &function == &member_.quantile ? scale_ : 0};
+        return {function.function->name, where.str(), ScaleOf(function)};
+    }
+    // A quantile near 0 is a difference of larger numbers; so is the root of the equation that has Tukey's tails as
+    // solutions, with powers of p and 1 - p.
+    double ScaleOf(const Applied& function) const {
+        if (&function == &member_.quantile) return scale_;
+        return function.function->name == "LambdaCdf" ? 1 : 0;
     }
     double Record(const Applied& function, double x) {
         return recording_.Value(At(function, x), ResultOf([&] { return function(x); }));
@@ -137,6 +144,18 @@ void RecordStatistic(Recording& recording, const Statistic& statistic, ExactNumb
     }
 }
 
+// The mass of more trials than whole numbers of 32 bits count.
+void RecordManyTrials(Recording& recording, ExactNumbers& numbers) {
+    for (int call = 0; call < kCalls; ++call) {
+        const double trials = std::floor(numbers.Positive(32, 50));
+        const double prob = numbers.Fraction();
+        const double sds = numbers.Real(-4, 2);
+        const double r = std::floor(trials * prob + sds * std::sqrt(trials * prob * (1 - prob)));
+        recording.Value({"NegBinomialPdf", "many trials"},
+                        ResultOf([&] { return NegBinomialPdf(trials, prob, r); }));
+    }
+}
+
 }  // namespace
 
 void RecordDistributions(Recording& recording) {
@@ -148,6 +167,7 @@ void RecordDistributions(Recording& recording) {
                 results.Record(numbers.Probability());
         }
     }
+    RecordManyTrials(recording, numbers);
     for (const Statistic& statistic : Statistics())
         RecordStatistic(recording, statistic, numbers);
 }

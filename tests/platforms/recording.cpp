@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <fstream>
+#include <iomanip>
 #include <limits>
 #include <ostream>
 #include <stdexcept>
@@ -22,7 +23,77 @@ double LastPlaces(double computed, double recorded, double scale) {
     return distance == distance ? distance : std::numeric_limits<double>::infinity();
 }
 
+// What C libraries that differ by a last place in exp, log and pow make of it. The figures in brackets are the largest
+// differences of 2.3 million results between glibc 2.36 and mingw-w64 10.
+struct Limit {
+    std::string_view prefix;
+    double places;
+};
+
+// Sums, products, quotients and square roots alone, or whole numbers: not a bit.
+constexpr std::string_view kExact[] = {"BinomialInvCdf",
+                                       "Correlations",
+                                       "Discrete",
+                                       "Distances",
+                                       "GeometricInvCdf",
+                                       "HypergeometricInvCdf",
+                                       "IntegerUniform",
+                                       "Joins",
+                                       "NegBinomialInvCdf",
+                                       "OrderStatistics",
+                                       "PoissonInvCdf",
+                                       "SampleBernoulli",
+                                       "SampleBinomial",
+                                       "SampleDiscrete",
+                                       "SampleHypergeometric",
+                                       "SampleIndices",
+                                       "SampleIntegerUniform",
+                                       "SampleNegBinomial",
+                                       "SamplePoisson",
+                                       "SampleTriangular",
+                                       "SampleUniform",
+                                       "Skewness",
+                                       "States",
+                                       "Statuses",
+                                       "Sums",
+                                       "Triangular",
+                                       "Uniform"};
+
+// Closed forms: a few functions in a row, of which an exponential multiplies what its exponent is wrong by with the
+// exponent itself [45].
+constexpr double kClosedForm = 128;
+
+// Exponents that are sums of large terms, and searches, which end within a relative 1e-12 [2000].
+constexpr double kSearched = 4096;
+constexpr Limit kOthers[] = {
+    // A search ends by the probability, near 1 at quantiles that are farther apart [23450].
+    {"TInvCdf", 0x1p18},
+    {"AndersonDarling", kSearched},
+    {"Beta", kSearched},
+    {"Binomial", kSearched},
+    {"ChiSq", kSearched},
+    {"F", kSearched},
+    {"Gamma", kSearched},
+    {"Hypergeometric", kSearched},
+    {"Lambda", kSearched},
+    {"NegBinomial", kSearched},
+    {"OneProportion", kSearched},
+    {"OneSampleT", kSearched},
+    {"OneVariance", kSearched},
+    {"PairedT", kSearched},
+    {"Poisson", kSearched},
+    {"SampleT", kSearched},
+    {"T", kSearched}};
+
 }  // namespace
+
+double AllowedDifference(std::string_view group) {
+    for (const std::string_view prefix : kExact)
+        if (group.starts_with(prefix)) return 0;
+    for (const Limit& limit : kOthers)
+        if (group.starts_with(limit.prefix)) return limit.places;
+    return kClosedForm;
+}
 
 double Recording::Value(const Quantity& quantity, double computed) {
     const double recorded = Next(quantity, computed);
@@ -63,20 +134,17 @@ void Recording::Count(const Quantity& quantity, double computed, double recorded
 bool Recording::Report(std::ostream& out) const {
     bool agrees = next_ == table_.size();
     if (!agrees) out << "the table has rows that were not computed\n";
-    out << "group values unequal ties largest allowed\n";
+    out << std::left << std::setw(25) << "group"
+        << "values, unequal, ties at steps, largest difference (allowed)\n";
     for (const auto& [name, group] : groups_) {
         const double allowed = AllowedDifference(name);
-        out << name << " " << group.values << " " << group.unequal << " " << group.ties << " "
-            << group.largest << " " << allowed;
-        if (group.largest > 0) out << " at " << group.where;
-        out << (group.largest <= allowed ? "\n" : " TOO LARGE\n");
-        agrees = agrees && group.largest <= allowed;
+        const bool isTooLarge = group.largest > allowed;
+        out << std::setw(25) << name << std::setw(6) << group.values << " " << std::setw(5) << group.unequal
+            << " " << std::setw(3) << group.ties << " " << std::setw(8) << group.largest << " (" << allowed
+            << ") " << (isTooLarge ? "TOO LARGE " : "") << group.where << "\n";
+        agrees = agrees && !isTooLarge;
     }
     return agrees;
-}
-
-double AllowedDifference(std::string_view) {
-    return 0;
 }
 
 void WriteTable(const std::string& file, const std::vector<Recorded>& table) {

@@ -51,7 +51,8 @@ const std::multimap<std::string, Parameters>& Cases() {
     return cases;
 }
 
-// A method by rejection asks for more uniforms, and all that follows differs, once a decision does: the state after
+// The deviates are numbers of about 1, and are judged as such when a sum of terms brings them near 0. A method by
+// rejection asks for more uniforms, and all that follows differs, once a decision does: the state after
 // each run tells. The next run begins at its own seed.
 void RecordSlot(Recording& recording, const std::string& slot, const Parameters& parameters) {
     std::vector<double> out(kDeviates);
@@ -61,7 +62,7 @@ void RecordSlot(Recording& recording, const std::string& slot, const Parameters&
         sampler->Reseed(run * 1e9);
         Slots().at(slot).draw(*sampler, out.data(), kDeviates, parameters);
         for (unsigned i = 0; i < kDeviates; ++i)
-            recording.Value({"Sample" + slot, where + std::to_string(i)}, out[i]);
+            recording.Value({"Sample" + slot, where + std::to_string(i), 1}, out[i]);
         recording.Value({"States", slot + " " + where + "all"}, sampler->GetSeed());
     }
 }
@@ -74,7 +75,7 @@ void RecordRows(Recording& recording) {
     const SamplerPtr sampler = MakeSampler(1);
     sampler->SampleMVNormal(out.data(), kDeviates, kDimension, mean, covariance);
     for (const double x : out)
-        recording.Value({"SampleMVNormal", "a row"}, x);
+        recording.Value({"SampleMVNormal", "a row", 1}, x);
 }
 
 }  // namespace

@@ -33,12 +33,14 @@ public:
         const std::vector<double> data = Sample(&t.n);
         Record("OneSampleT", t, 7,
                v0::RunOneSampleT(&t, data.data(), options.confidence, options.type, options.alternative,
-                                 kCentre));
+                                 kCentre),
+               kCentre);
         v0::OneSampleZ z;
         z.n = t.n;
         Record("OneSampleZ", z, 7,
                v0::RunOneSampleZ(&z, data.data(), 5, options.confidence, options.type, options.alternative,
-                                 kCentre));
+                                 kCentre),
+               kCentre);
         v0::OneVariance variance;
         variance.n = t.n;
         Record("OneVariance", variance, 9,
@@ -58,12 +60,14 @@ public:
         const std::vector<double> second = Sample(&two.n2);
         Record("TwoSampleT", two, 13,
                v0::RunTwoSampleT(&two, first.data(), second.data(), options.flag, options.confidence,
-                                 options.type, options.alternative, 1));
+                                 options.type, options.alternative, 1),
+               kCentre);
         v0::PairedT paired;
         paired.n = std::min(two.n1, two.n2);
         Record("PairedT", paired, 13,
                v0::RunPairedT(&paired, first.data(), second.data(), options.confidence, options.type,
-                              options.alternative, 1));
+                              options.alternative, 1),
+               kCentre);
     }
 
     void OneProportion() {
@@ -149,18 +153,20 @@ private:
         *n = 3 + Below(40);
         return numbers_.Data(*n, kCentre, 1 + numbers_.Below(6));
     }
-    void Record(const std::string& group, int status, const std::vector<double>& values) {
+    void Record(const std::string& group, int status, const std::vector<double>& values, double scale = 0) {
         ++calls_;
         recording_.Value({"Statuses", group + " of call " + std::to_string(calls_)}, status);
         for (std::size_t i = 0; i < values.size(); ++i) {
             const std::string where = "call " + std::to_string(calls_) + ", field " + std::to_string(i);
-            recording_.Value({group, where}, values[i]);
+            recording_.Value({group, where, i + 1 < values.size() ? scale : 0}, values[i]);
         }
     }
-    // The record is written by the time that it is read: it comes by reference.
+    // A bound of values around kCentre is a difference, which may be near 0; not so the p-value, which is last. The
+    // record is written by the time that it is read: it comes by reference.
     template <typename Test>
-    void Record(const std::string& group, const Test& record, std::size_t fields, int status) {
-        Record(group, status, Doubles(record, fields));
+    void Record(const std::string& group, const Test& record, std::size_t fields, int status,
+                double scale = 0) {
+        Record(group, status, Doubles(record, fields), scale);
     }
     Recording& recording_;
     ExactNumbers numbers_;
