@@ -1,4 +1,5 @@
-// Loading of a shared library by its name. There is one source per platform: library_windows.cpp, library_posix.cpp.
+// Loading of a shared library by its name. There is one source per platform: library_windows.cpp,
+// library_posix.cpp.
 #pragma once
 
 // What the zul library is called here.

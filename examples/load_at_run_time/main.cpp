@@ -1,10 +1,12 @@
-// A host that loads the library while it runs, by name, and does a t test with it. It is linked with nothing of the
-// library: there is no import library in its build, and it can tell the user when zul.dll is missing.
+// A host that loads the library while it runs, by name, and does a t test with it. It is linked with
+// nothing of the library: there is no import library in its build, and it can tell the user when zul.dll is
+// missing.
 //
 //   load_at_run_time [library]
 //
-// The public headers are included for the types: the records and the enumerations. What they declare as functions
-// must not be called by its own name, the constructors of the records included; it is looked up instead.
+// The public headers are included for the types: the records and the enumerations. What they declare as
+// functions must not be called by its own name, the constructors of the records included; it is looked up
+// instead.
 #include <zul/hypothesis.h>
 
 #include <cstddef>
@@ -21,15 +23,15 @@ using zul::AlternativeHypothesis;
 using zul::IntervalType;
 using zul::v0::PairedT;
 
-// An export has the name that the compiler of the library makes of its declaration, so that overloads differ. The
-// names below are those of GCC and clang, in libzul.so as in a zul.dll made by mingw-w64. To see the names of a
-// library, and with c++filt at its end the declarations in the same order:
+// An export has the name that the compiler of the library makes of its declaration, so that overloads
+// differ. The names below are those of GCC and clang, in libzul.so as in a zul.dll made by mingw-w64. To
+// see the names of a library, and with c++filt at its end the declarations in the same order:
 //
 //   x86_64-w64-mingw32-objdump -p zul.dll | grep _Z | sed 's/.*] //'
 //   nm --dynamic --defined-only --format=just-symbols libzul.so
 //
-// A zul.dll made by another compiler has other names (dumpbin /exports zul.dll) and other exceptions: host and
-// library have to be of one C++ ABI for the exceptions below to be caught.
+// A zul.dll made by another compiler has other names (dumpbin /exports zul.dll) and other exceptions: host
+// and library have to be of one C++ ABI for the exceptions below to be caught.
 struct Zul {
     int (*registerHandler)();
     void (*resetFpuStates)();
@@ -77,7 +79,8 @@ int CompareDrugs(const Zul& zul) {
     return status;
 }
 
-// A standard deviation of 0 is a division by zero: a trap of the processor, which the library turns into an exception.
+// A standard deviation of 0 is a division by zero: a trap of the processor, which the library turns into an
+// exception.
 void ShowTrap(const Zul& zul) {
     try {
         std::printf("%f\n", zul.normalCdf(1, 0, 0, false));

@@ -138,11 +138,12 @@ void RecordJoins(Recording& recording, const std::string& where, dax::clustering
 
 void RecordDescriptive(Recording& recording) {
     ExactNumbers numbers(20240303);
+    // Braces: their items are evaluated in order.
     for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 8U, 11U, 50U, 51U, 300U, 1500U}) {
-        DataResults wide(recording, WideData(n, numbers), WideData(n, numbers));
+        DataResults wide{recording, WideData(n, numbers), WideData(n, numbers)};
         wide.Sums();
         wide.Moments();
-        DataResults tied(recording, numbers.Data(n, 3, 2), numbers.Data(n, -1, 4));
+        DataResults tied{recording, numbers.Data(n, 3, 2), numbers.Data(n, -1, 4)};
         tied.Sums();
         tied.Moments();
         tied.OrderStatistics();

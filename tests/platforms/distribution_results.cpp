@@ -94,8 +94,8 @@ private:
         where << function.Name() << ", x = " << x;
         return {function.function->name, where.str(), ScaleOf(function)};
     }
-    // A quantile near 0 is a difference of larger numbers; so is the root of the equation that has Tukey's tails as
-    // solutions, with powers of p and 1 - p.
+    // A quantile near 0 is a difference of larger numbers; so is the root of the equation that has Tukey's
+    // tails as solutions, with powers of p and 1 - p.
     double ScaleOf(const Applied& function) const {
         if (&function == &member_.quantile) return scale_;
         return function.function->name == "LambdaCdf" ? 1 : 0;

@@ -34,7 +34,8 @@ public:
     }
 
 private:
-    // The order in which arguments are evaluated is the compiler's: what draws twice does so in two statements.
+    // The order in which arguments are evaluated is the compiler's: what draws twice does so in two
+    // statements.
     double Scaled(double x, int low, int count) {
         const int exponent = low + Below(count);
         return std::ldexp(x, exponent);

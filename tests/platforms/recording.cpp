@@ -23,8 +23,8 @@ double LastPlaces(double computed, double recorded, double scale) {
     return distance == distance ? distance : std::numeric_limits<double>::infinity();
 }
 
-// What C libraries that differ by a last place in exp, log and pow make of it. The figures in brackets are the largest
-// differences of 2.3 million results between glibc 2.36 and mingw-w64 10.
+// What C libraries that differ by a last place in exp, log and pow make of it. The figures in brackets are
+// the largest differences of 2.3 million results between glibc 2.36 and mingw-w64 10.
 struct Limit {
     std::string_view prefix;
     double places;
@@ -59,8 +59,8 @@ constexpr std::string_view kExact[] = {"BinomialInvCdf",
                                        "Triangular",
                                        "Uniform"};
 
-// Closed forms: a few functions in a row, of which an exponential multiplies what its exponent is wrong by with the
-// exponent itself [45].
+// Closed forms: a few functions in a row, of which an exponential multiplies what its exponent is wrong by
+// with the exponent itself [45].
 constexpr double kClosedForm = 128;
 
 // Exponents that are sums of large terms, and searches, which end within a relative 1e-12 [2000].

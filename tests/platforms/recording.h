@@ -1,4 +1,5 @@
-// The results of the library as a table, which one platform writes and another compares its own results with.
+// The results of the library as a table, which one platform writes and another compares its own results
+// with.
 #pragma once
 
 #include <cstddef>
@@ -21,8 +22,8 @@ struct Recorded {
 struct Quantity {
     std::string group;
     std::string where;
-    // What the quantity is made of may be larger than itself, as where a quantile is near 0: differences are
-    // counted in last places of a number of this size then.
+    // What the quantity is made of may be larger than itself, as where a quantile is near 0: differences
+    // are counted in last places of a number of this size then.
     double scale = 0;
 };
 
@@ -33,8 +34,8 @@ public:
     // Compares.
     explicit Recording(std::vector<Recorded> table) : table_(std::move(table)), compares_(true) {}
 
-    // Records the result, or compares it. Returns the value of the table, so that what is computed from it has the
-    // same arguments on both platforms.
+    // Records the result, or compares it. Returns the value of the table, so that what is computed from it
+    // has the same arguments on both platforms.
     double Value(const Quantity& quantity, double computed);
     // The same for a whole number that may be off by one where `isTie` says so of the smaller of both.
     double Whole(const Quantity& quantity, double computed, const std::function<bool(double)>& isTie);

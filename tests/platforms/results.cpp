@@ -34,8 +34,8 @@ int Run(const std::string& command, const std::string& file) {
     return recording.Report(std::cout) ? 0 : 1;
 }
 
-// Windows starts programs and threads so, and a C library whose exp, log and pow use the x87 unit loses digits then.
-// To register a thread has to set that right.
+// Windows starts programs and threads so, and a C library whose exp, log and pow use the x87 unit loses
+// digits then. To register a thread has to set that right.
 void RoundX87To53Bits() {
     constexpr unsigned short kControl = 0x027F;
     __asm__ volatile("fldcw %0" : : "m"(kControl));

@@ -1,4 +1,5 @@
 // Deviates of every operation of the sampler, and the state that it is in after them.
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -51,9 +52,9 @@ const std::multimap<std::string, Parameters>& Cases() {
     return cases;
 }
 
-// The deviates are numbers of about 1, and are judged as such when a sum of terms brings them near 0. A method by
-// rejection asks for more uniforms, and all that follows differs, once a decision does: the state after
-// each run tells. The next run begins at its own seed.
+// The deviates are numbers of about 1, and are judged as such when a sum of terms brings them near 0. A
+// method by rejection asks for more uniforms, and all that follows differs, once a decision does: the state
+// after each run tells. The next run begins at its own seed.
 void RecordSlot(Recording& recording, const std::string& slot, const Parameters& parameters) {
     std::vector<double> out(kDeviates);
     const SamplerPtr sampler = MakeSampler(1);
@@ -63,7 +64,7 @@ void RecordSlot(Recording& recording, const std::string& slot, const Parameters&
         Slots().at(slot).draw(*sampler, out.data(), kDeviates, parameters);
         for (unsigned i = 0; i < kDeviates; ++i)
             recording.Value({"Sample" + slot, where + std::to_string(i), 1}, out[i]);
-        recording.Value({"States", slot + " " + where + "all"}, sampler->GetSeed());
+        recording.Value({"States", where + "all of " + slot}, sampler->GetSeed());
     }
 }
 
@@ -71,7 +72,7 @@ void RecordRows(Recording& recording) {
     constexpr unsigned kDimension = 3;
     const double mean[] = {1, -2, 5};
     const double covariance[] = {4, 1, 0.5, 1, 3, -1, 0.5, -1, 2};
-    std::vector<double> out(kDeviates * kDimension);
+    std::vector<double> out(std::size_t{kDeviates} * kDimension);
     const SamplerPtr sampler = MakeSampler(1);
     sampler->SampleMVNormal(out.data(), kDeviates, kDimension, mean, covariance);
     for (const double x : out)

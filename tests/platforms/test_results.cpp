@@ -46,11 +46,11 @@ public:
         Record("OneVariance", variance, 9,
                v0::RunOneVariance(&variance, data.data(), options.confidence, options.type,
                                   options.alternative, 40));
-        v1::RunsTest runs;
-        Record("RunsTest", v1::RunRunsTest(&runs, data.data(), kCentre, t.n),
-               {runs.expectedRuns, runs.pValue});
-        Record("RunsTest", v1::RunKelRunsTest(&runs, data.data(), kCentre, t.n),
-               {runs.expectedRuns, runs.pValue});
+        for (const auto run : {&v1::RunRunsTest, &v1::RunKelRunsTest}) {
+            v1::RunsTest runs;
+            const int status = run(&runs, data.data(), kCentre, t.n);
+            Record("RunsTest", status, {runs.expectedRuns, runs.pValue});
+        }
     }
 
     void TwoSamples() {
@@ -161,8 +161,8 @@ private:
             recording_.Value({group, where, i + 1 < values.size() ? scale : 0}, values[i]);
         }
     }
-    // A bound of values around kCentre is a difference, which may be near 0; not so the p-value, which is last. The
-    // record is written by the time that it is read: it comes by reference.
+    // A bound of values around kCentre is a difference, which may be near 0; not so the p-value, which is
+    // last. The record is written by the time that it is read: it comes by reference.
     template <typename Test>
     void Record(const std::string& group, const Test& record, std::size_t fields, int status,
                 double scale = 0) {
