@@ -25,6 +25,7 @@ namespace types {
 
 /// @defgroup containers Containers and missing values
 /// @ingroup clustering
+/// The abstract vectors and tables through which data come and go, and what stands for a missing value.
 /// @{
 
 /// What an operation reports that may fail.
@@ -214,9 +215,9 @@ enum DistanceEnums : int {
     SquaredPearson     ///< sum of (a_c - b_c)^2 / s_c^2
 };
 
-/// How distant a cluster k is from the union of clusters i and j, n_ij = n_i + n_j (G. N. Lance and
-/// W. T. Williams, A general theory of classificatory sorting strategies, 1967). For Ward, Median and Centroid
+/// How distant a cluster k is from the union of clusters i and j, n_ij = n_i + n_j. For Ward, Median and Centroid
 /// to mean what their names say the distances have to be squared Euclidean ones.
+/// Source: G. N. Lance and W. T. Williams, A general theory of classificatory sorting strategies, 1967.
 enum LinkageEnums : int {
     Average = 1000,  ///< (n_i d_ki + n_j d_kj) / n_ij
     Single,          ///< the smaller of d_ki and d_kj
@@ -295,10 +296,10 @@ ZUL_API StatlibraryErrorCode CreateForClusterVariables(const types::IRectangular
 ///
 /// Each cluster remembers its nearest neighbour, first among the higher numbers and of equally near ones the
 /// highest; a joined cluster that comes strictly nearer takes its place, and when the neighbour itself is
-/// joined it is searched anew among the higher numbers (M. R. Anderberg, Cluster analysis for applications,
-/// 1973). Of equally distant pairs the one with the highest number is joined, and of those the one whose
+/// joined it is searched anew among the higher numbers. Of equally distant pairs the one with the highest number is joined, and of those the one whose
 /// other number is highest. Distances that are NaN are not near anything; when no others are left the two
 /// highest numbers are joined.
+/// Method: M. R. Anderberg, Cluster analysis for applications, 1973.
 /// @param linkage how the distances to a joined cluster follow from those to its parts
 /// @param maximumDistance the distance of similarity 0; if it is 0, similarities are infinite, or NaN for joins
 ///     at distance 0

@@ -95,8 +95,8 @@ ZUL_API double GetProportions(const double* x, unsigned n, double* out);
 ZUL_API double GetSampleMean(const double* x, unsigned n);
 
 /// The sample variance from the deviations d from a given mean, (sum of d^2 - (sum of d)^2 / n) / (n - 1).
-/// The mean need not be exact: the sum of the deviations corrects for it (T. F. Chan, G. H. Golub and R. J.
-/// LeVeque, Algorithms for computing the sample variance, 1983).
+/// The mean need not be exact: the sum of the deviations corrects for it.
+/// Method: T. F. Chan, G. H. Golub and R. J. LeVeque, Algorithms for computing the sample variance, 1983.
 /// @param x in: n values
 /// @param n number of values
 /// @param mean the mean of the values
@@ -136,14 +136,15 @@ ZUL_API double GetCovariance(const double* x, const double* y, unsigned n, doubl
 /// Pearson's product-moment correlation, covariance / root of the product of the variances, in [-1, 1] but
 /// for rounding. Products of four deviations are formed: where these are below 1e-75 or above 1e75 or so, the
 /// result may be inaccurate or NaN.
+/// Source: K. Pearson, Regression, heredity and panmixia, 1896.
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs
 /// @return the correlation; n < 2, or a constant x or y: NaN
 ZUL_API double GetPearsonCorrelation(const double* x, const double* y, unsigned n);
 
-/// Spearman's rank correlation: Pearson's correlation of the ranks by GetRank(), ties with their mean rank
-/// (C. Spearman, The proof and measurement of association between two things, 1904).
+/// Spearman's rank correlation: Pearson's correlation of the ranks by GetRank(), ties with their mean rank.
+/// Source: C. Spearman, The proof and measurement of association between two things, 1904.
 /// @param x in: n values
 /// @param y in: n values
 /// @param n number of pairs
@@ -157,8 +158,8 @@ ZUL_API double GetSpearmanCorrelation(const double* x, const double* y, unsigned
 /// @addtogroup moments
 /// @{
 
-/// The mean and the sums of the second, third and fourth powers of the deviations from it, in one pass
-/// (T. B. Terriberry, Computing higher-order moments online, 2007).
+/// The mean and the sums of the second, third and fourth powers of the deviations from it, in one pass.
+/// Method: T. B. Terriberry, Computing higher-order moments online, 2007.
 /// @param x in: n values
 /// @param n number of values; n = 0: NaN for each; n = 1: x[0] and zeros
 /// @param out out: k values, in the order mean, second, third, fourth power; NaN from the fifth on
@@ -178,7 +179,7 @@ ZUL_API void GetSecondSampleMoments(SecondSampleMoments* record, const double* x
 ///     G1 = n sqrt(n - 1) M3 / ((n - 2) M2^1.5)
 ///     G2 = (n + 1) n (n - 1) M4 / ((n - 2) (n - 3) M2^2) - 3 (n - 1)^2 / ((n - 2) (n - 3))
 ///
-/// D. N. Joanes and C. A. Gill, Comparing measures of sample skewness and kurtosis, 1998.
+/// Source: D. N. Joanes and C. A. Gill, Comparing measures of sample skewness and kurtosis, 1998.
 /// @param x in: n values; constant values give NaN for both
 /// @param n number of values
 /// @param skewness out: n < 3: NaN
@@ -206,15 +207,15 @@ ZUL_API void GetOrder(const double* x, unsigned n, unsigned* order);
 /// @return 0; 30001 if memory could not be obtained
 ZUL_API int GetRank(const double* x, unsigned n, double* ranks);
 
-/// Sample quantiles by one of nine definitions (R. J. Hyndman and Y. Fan, Sample quantiles in statistical
-/// packages, 1996), by their numbers: 1 to 3 are steps, 4 to 9 interpolate between the values next to the
-/// position
+/// Sample quantiles by one of nine definitions, by their numbers in the source: 1 to 3 are steps, 4 to 9
+/// interpolate between the values next to the position
 ///
 ///     4: n p    5: n p + 1/2    6: n p + p    7: n p + (1 - p)    8: n p + (p + 1) / 3    9: n p + (p + 1.5) / 4
 ///
 /// or give the end value beyond the first or last. 1 is the inverse of the empirical distribution function, 2
 /// the same with averages at its steps, 3 the value whose number, from 1, is nearest to n p, the even one of
 /// two.
+/// Source: R. J. Hyndman and Y. Fan, Sample quantiles in statistical packages, 1996.
 /// @param x in: n values
 /// @param n number of values
 /// @param method from 1 to 9
@@ -282,12 +283,13 @@ ZUL_API int GetKel2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSu
 
 /// Fills the record of a boxplot.
 ///
-/// The interval for the median is interpolated between the values of depth d and d + 1 from either end (T. P.
-/// Hettmansperger and S. J. Sheather, Confidence intervals based on interpolated order statistics, 1986), or
+/// The interval for the median is interpolated between the values of depth d and d + 1 from either end, or
 /// between those of depth d and the median where d reaches the middle. Up to n = 50 d is the quantile of the
 /// binomial distribution with n trials and success probability 1/2 at (1 - confidence) / 2; from n = 51 on it
 /// is floor(n / 2 + z sqrt(n) / 2 + 1/2), z the standard normal quantile there. The interval is NaN where d
 /// is 0, the values being too few for the confidence; n = 1 gives the value itself for both ends.
+/// Source: T. P. Hettmansperger and S. J. Sheather, Confidence intervals based on interpolated order statistics,
+/// 1986.
 /// @param out out: the record, all NaN for n = 0 and on failure
 /// @param confidence of the interval for the median, in (0, 1), such as 0.95; otherwise the interval is NaN
 /// or without meaning
