@@ -296,9 +296,9 @@ ZUL_API StatlibraryErrorCode CreateForClusterVariables(const types::IRectangular
 ///
 /// Each cluster remembers its nearest neighbour, first among the higher numbers and of equally near ones the
 /// highest; a joined cluster that comes strictly nearer takes its place, and when the neighbour itself is
-/// joined it is searched anew among the higher numbers. Of equally distant pairs the one with the highest number is joined, and of those the one whose
-/// other number is highest. Distances that are NaN are not near anything; when no others are left the two
-/// highest numbers are joined.
+/// joined it is searched anew among the higher numbers. Of equally distant pairs the one with the highest
+/// number is joined, and of those the one whose other number is highest. Distances that are NaN are not near
+/// anything; when no others are left the two highest numbers are joined.
 /// Method: M. R. Anderberg, Cluster analysis for applications, 1973.
 /// @param linkage how the distances to a joined cluster follow from those to its parts
 /// @param maximumDistance the distance of similarity 0; if it is 0, similarities are infinite, or NaN for joins
