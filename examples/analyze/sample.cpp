@@ -1,7 +1,6 @@
 #include "sample.h"
 
 #include <zul/descriptive.h>
-#include <zul/distributions.h>
 #include <zul/frame.h>
 #include <zul/sampler.h>
 
@@ -18,14 +17,13 @@
 #include <utility>
 
 #include "csv_table.h"
+#include "families.h"
 #include "text.h"
 
 namespace analyze {
 namespace {
 
-using Numbers = std::vector<double>;
 using Draw = std::function<int(zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters)>;
-using LowerTail = std::function<double(double x, const Numbers& parameters)>;
 
 constexpr int kMomentDigits = 8;
 constexpr int kDensityDigits = 5;
@@ -36,120 +34,67 @@ constexpr int kBarLength = 40;
 constexpr int kPlaceWidth = 14;
 constexpr int kDensityWidth = 12;
 
-struct Family {
+// The sampler's operation for a family. It takes as many of the first parameters of the family as it has.
+struct Operation {
     std::string name;
-    bool discrete;
-    std::vector<std::string> parameters;
-    std::vector<bool> whole;  // which of them are whole numbers
+    std::size_t parameters;
     Draw draw;
-    LowerTail lowerTail;
 };
 
-// The next of a list of parameters; behind its end 0, which is no noncentrality and the lower tail.
 template <typename Type>
-Type Next(const Numbers& parameters, std::size_t& place) {
-    const double value = place < parameters.size() ? parameters[place] : 0;
-    ++place;
-    return static_cast<Type>(value);
+Type Next(Numbers::const_iterator& parameter) {
+    const double value = *parameter++;
+    if constexpr (std::is_integral_v<Type>) {
+        // Whole and in the range of int, but some operations have counts without a sign.
+        const auto whole = static_cast<long long>(value);
+        if (!std::in_range<Type>(whole)) throw InputError(AsGiven(value) + " is out of range");
+        return static_cast<Type>(whole);
+    } else {
+        return value;
+    }
 }
 
 template <typename... Types>
-Draw Listed(int (zul::ISampler::*operation)(double*, unsigned, Types...)) {
-    return [operation](zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters) {
-        std::size_t place = 0;
-        const std::tuple<Types...> values{Next<Types>(parameters, place)...};
+Operation Make(const std::string& name, int (zul::ISampler::*operation)(double*, unsigned, Types...)) {
+    const auto draw = [operation](zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters) {
+        auto next = parameters.begin();
+        const std::tuple<Types...> values{Next<Types>(next)...};
         return std::apply(
             [&](Types... each) {
                 return (sampler.*operation)(deviates.data(), static_cast<unsigned>(deviates.size()), each...);
             },
             values);
     };
+    return {name, sizeof...(Types), draw};
 }
 
-template <typename... Types>
-LowerTail Listed(double (*function)(double, Types...)) {
-    return [function](double x, const Numbers& parameters) {
-        std::size_t place = 0;
-        return std::apply(function, std::tuple<double, Types...>{x, Next<Types>(parameters, place)...});
-    };
-}
-
-template <typename... Types, typename... TailTypes>
-Family Make(std::string name, bool discrete, std::vector<std::string> parameters,
-            int (zul::ISampler::*operation)(double*, unsigned, Types...),
-            double (*tail)(double, TailTypes...)) {
-    return {std::move(name),   discrete,    std::move(parameters), {std::is_integral_v<Types>...},
-            Listed(operation), Listed(tail)};
-}
-
-std::vector<Family> MakeFamilies() {
+std::vector<Operation> MakeOperations() {
     using S = zul::ISampler;
     return {
-        Make("Beta", false, {"a", "b"}, &S::SampleBeta, zul::BetaCdf),
-        Make("Binomial", true, {"n", "prob"}, &S::SampleBinomial, zul::BinomialCdf),
-        Make("Cauchy", false, {"location", "scale"}, &S::SampleCauchy, zul::CauchyCdf),
-        Make("ChiSq", false, {"df"}, &S::SampleChiSquare, zul::ChiSqCdf),
-        Make("Exponential", false, {"scale", "threshold"}, &S::SampleExponential, zul::ExponentialCdf),
-        Make("F", false, {"df1", "df2"}, &S::SampleF, zul::FCdf),
-        Make("Gamma", false, {"shape", "scale", "threshold"}, &S::SampleGamma, zul::GammaCdf),
-        Make("Hypergeometric", true, {"N", "M", "n"}, &S::SampleHypergeometric, zul::HypergeometricCdf),
-        Make("IntegerUniform", true, {"a", "b"}, &S::SampleIntegerUniform, zul::IntegerUniformCdf),
-        Make("Lambda", false, {"lambda", "location", "scale"}, &S::SampleLambda, zul::LambdaCdf),
-        Make("Laplace", false, {"location", "scale"}, &S::SampleLaplace, zul::LaplaceCdf),
-        Make("LargestExtremeValue", false, {"location", "scale"}, &S::SampleLargestExtremeValue,
-             zul::LargestExtremeValueCdf),
-        Make("Logistic", false, {"location", "scale"}, &S::SampleLogistic, zul::LogisticCdf),
-        Make("LogLogistic", false, {"location", "scale", "threshold"}, &S::SampleLogLogistic,
-             zul::LogLogisticCdf),
-        Make("LogNormal", false, {"location", "scale", "threshold"}, &S::SampleLognormal, zul::LogNormalCdf),
-        Make("NegBinomial", true, {"prob", "r"}, &S::SampleNegBinomial, zul::NegBinomialCdf),
-        Make("Normal", false, {"mean", "sd"}, &S::SampleNormal, zul::NormalCdf),
-        Make("Poisson", true, {"mean"}, &S::SamplePoisson, zul::PoissonCdf),
-        Make("SmallestExtremeValue", false, {"location", "scale"}, &S::SampleSmallestExtremeValue,
-             zul::SmallestExtremeValueCdf),
-        Make("T", false, {"df", "noncentrality"}, &S::SampleT, zul::TCdf),
-        Make("Triangular", false, {"lower", "mode", "upper"}, &S::SampleTriangular, zul::TriangularCdf),
-        Make("Uniform", false, {"a", "b"}, &S::SampleUniform, zul::UniformCdf),
-        Make("Weibull", false, {"shape", "scale", "threshold"}, &S::SampleWeibull, zul::WeibullCdf),
+        Make("Beta", &S::SampleBeta),
+        Make("Binomial", &S::SampleBinomial),
+        Make("Cauchy", &S::SampleCauchy),
+        Make("ChiSq", &S::SampleChiSquare),
+        Make("Exponential", &S::SampleExponential),
+        Make("F", &S::SampleF),
+        Make("Gamma", &S::SampleGamma),
+        Make("Hypergeometric", &S::SampleHypergeometric),
+        Make("IntegerUniform", &S::SampleIntegerUniform),
+        Make("Lambda", &S::SampleLambda),
+        Make("Laplace", &S::SampleLaplace),
+        Make("LargestExtremeValue", &S::SampleLargestExtremeValue),
+        Make("Logistic", &S::SampleLogistic),
+        Make("LogLogistic", &S::SampleLogLogistic),
+        Make("LogNormal", &S::SampleLognormal),
+        Make("NegBinomial", &S::SampleNegBinomial),
+        Make("Normal", &S::SampleNormal),
+        Make("Poisson", &S::SamplePoisson),
+        Make("SmallestExtremeValue", &S::SampleSmallestExtremeValue),
+        Make("T", &S::SampleT),
+        Make("Triangular", &S::SampleTriangular),
+        Make("Uniform", &S::SampleUniform),
+        Make("Weibull", &S::SampleWeibull),
     };
-}
-
-std::string Joined(const std::vector<std::string>& words) {
-    std::string list;
-    for (const std::string& word : words)
-        list += (list.empty() ? "" : ", ") + word;
-    return list;
-}
-
-Family FindFamily(const std::string& name) {
-    const std::vector<Family> families = MakeFamilies();
-    const auto found = std::ranges::find(families, name, &Family::name);
-    if (found != families.end()) return *found;
-    std::vector<std::string> names;
-    for (const Family& family : families)
-        names.push_back(family.name);
-    throw InputError("no distribution " + Quoted(name) + "; the distributions are " + Joined(names));
-}
-
-void CheckParameters(const Family& family, const Numbers& values) {
-    const std::size_t count = family.parameters.size();
-    if (values.size() != count)
-        throw InputError(family.name + " has " + std::to_string(count) + " parameters, not " +
-                         std::to_string(values.size()) + ": " + Joined(family.parameters));
-    constexpr int kLargest = std::numeric_limits<int>::max();
-    for (std::size_t i = 0; i < count; ++i) {
-        const bool isInt = values[i] == std::trunc(values[i]) && std::abs(values[i]) <= kLargest;
-        if (family.whole[i] && !isInt)
-            throw InputError(family.name + ": " + family.parameters[i] + " = " + AsGiven(values[i]) +
-                             " is not a whole number, or too large");
-    }
-}
-
-std::string Described(const Family& family, const Numbers& values) {
-    std::vector<std::string> words;
-    for (std::size_t i = 0; i < values.size(); ++i)
-        words.push_back(family.parameters[i] + " " + AsGiven(values[i]));
-    return family.name + "(" + Joined(words) + ")";
 }
 
 struct Release {
@@ -161,14 +106,14 @@ struct Sample {
     Numbers deviates;
 };
 
-Sample DrawSample(const Family& family, const SampleOptions& options) {
+Sample DrawSample(const Operation& operation, const SampleOptions& options) {
     int status = 0;
     const std::unique_ptr<zul::ISampler, Release> sampler(
         zul::MakeISampler(&status, options.seed.value_or(zul::Seeder()), zul::CombinedCongruential));
     // The library takes a seed of 0 for none at all.
     if (sampler && options.seed) sampler->Reseed(*options.seed);
     Sample sample{sampler ? sampler->GetSeed() : 0, Numbers(static_cast<std::size_t>(options.n))};
-    if (sampler) status = family.draw(*sampler, sample.deviates, options.parameters);
+    if (sampler) status = operation.draw(*sampler, sample.deviates, options.parameters);
     if (status != 0) throw std::runtime_error("the sampler failed with status " + std::to_string(status));
     return sample;
 }
@@ -209,7 +154,7 @@ std::vector<HistogramRow> MakeHistogram(const Family& family, const Numbers& sor
         const double first = from - shift;
         const double last = from + cells.width - shift;
         const auto count = std::ranges::upper_bound(sorted, last) - std::ranges::upper_bound(sorted, first);
-        const double probability = family.lowerTail(last, parameters) - family.lowerTail(first, parameters);
+        const double probability = family.cdf(last, parameters, false) - family.cdf(first, parameters, false);
         rows.push_back({Significant(family.discrete ? from : from + cells.width / 2, kDensityDigits),
                         static_cast<double>(count) / size / cells.width, probability / cells.width});
         if (family.discrete) rows.back().place = AsGiven(from);
@@ -246,11 +191,13 @@ void PrintHistogram(std::ostream& out, const std::vector<HistogramRow>& rows) {
 }  // namespace
 
 void PrintSample(std::ostream& out, const SampleOptions& options) {
-    const Family family = FindFamily(options.family);
-    CheckParameters(family, options.parameters);
+    const std::vector<Operation> operations = MakeOperations();
+    const Operation& operation = FindByName(operations, options.family);
+    const Family& family = FindByName(Families(), options.family);
+    CheckParameters(family, operation.parameters, options.parameters);
     const std::string distribution = Described(family, options.parameters);
     try {
-        Sample sample = DrawSample(family, options);
+        Sample sample = DrawSample(operation, options);
         Numbers& deviates = sample.deviates;
         const auto isMissing = [](double x) { return !std::isfinite(x); };
         if (std::ranges::any_of(deviates, isMissing)) throw InputError("there are no deviates");
@@ -259,7 +206,9 @@ void PrintSample(std::ostream& out, const SampleOptions& options) {
         zul::v1::GetSampleMeanAndVariance(deviates.data(), static_cast<unsigned>(deviates.size()), &mean,
                                           &variance);
         std::ranges::sort(deviates);
-        const auto rows = MakeHistogram(family, deviates, options.parameters);
+        Numbers parameters = options.parameters;
+        parameters.resize(family.parameters.size());  // what the sampler does not have is a noncentrality, 0
+        const auto rows = MakeHistogram(family, deviates, parameters);
         out << distribution << ", n " << deviates.size() << ", seed " << AsGiven(sample.seed) << "\n"
             << "mean " << Significant(mean, kMomentDigits) << ", sd "
             << Significant(std::sqrt(variance), kMomentDigits) << "\n\n";

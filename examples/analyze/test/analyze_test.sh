@@ -191,6 +191,7 @@ prints ' not defined  \|#+$' sample Binomial --parameters 10,2
 refuses "no distribution 'Gama'; the distributions are Beta, .*, Weibull" sample Gama
 refuses 'Gamma has 3 parameters, not 1: shape, scale, threshold' sample Gamma --parameters 2
 refuses 'Binomial: n = 2.5 is not a whole number, or too large' sample Binomial --parameters 2.5,0.5
+refuses 'Hypergeometric\(.*\): -5 is out of range' sample Hypergeometric --parameters=-5,2,1
 refuses 'Gamma\(shape 0, scale 1, threshold 1\): there are no deviates' sample Gamma --parameters 0,1,1
 refuses 'Exponential\(.*\): Float exception: overflow.' sample Exponential --parameters 1e308,0
 for n in 0 2.5 10000001 nan; do
