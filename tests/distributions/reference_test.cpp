@@ -1,12 +1,15 @@
 // The exported functions against tables of values with tolerances.
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "distributions/families.h"
 #include "support/reference_table.h"
+#include "zul/frame.h"
 
 namespace zul {
 namespace {
@@ -34,6 +37,45 @@ TEST(ReferenceTables, CoverEveryFunction) {
         for (const test::Row& row : Rows(table))
             covered.insert(row.at(0));
     EXPECT_EQ(covered.size(), 3 * (test::Families().size() - 1) + test::Statistics().size());
+}
+
+double Call(const std::string& function, const std::string& arguments) {
+    return test::FunctionOf(function).call(test::Numbers(arguments));
+}
+
+// A number, or "=" and a call that gives it.
+double Expected(const std::string& text) {
+    if (text.front() != '=') return test::Number(text);
+    const std::size_t blank = text.find(' ');
+    return Call(text.substr(1, blank - 1), text.substr(blank));
+}
+
+// The standard exception that reaches the host, or "".
+std::string ExceptionOf(const std::string& function, const std::string& arguments) {
+    std::string name;
+    try {
+        Call(function, arguments);
+    } catch (const std::invalid_argument&) {
+        name = "invalid_argument";
+    } catch (const std::overflow_error&) {
+        name = "overflow_error";
+    } catch (const std::runtime_error&) {
+        name = "runtime_error";
+    }
+    ResetFpuStates();
+    return name;
+}
+
+// Ends of the supports, special and bad parameters, both sides of a rule, and failures.
+TEST(Edges, AreAsTheTableHasThem) {
+    for (const test::Row& row : Rows("edges")) {
+        const bool fails = row.at(2).ends_with("_argument") || row[2].ends_with("_error");
+        const std::string call = row[0] + "(" + row[1] + ")";
+        const std::string exception = ExceptionOf(row[0], row[1]);
+        EXPECT_EQ(exception, fails ? row[2] : "") << call;
+        if (fails || !exception.empty()) continue;
+        EXPECT_TRUE(test::IsNear(Call(row[0], row[1]), Expected(row[2]), test::Number(row.at(3)))) << call;
+    }
 }
 
 }  // namespace
