@@ -107,26 +107,6 @@ TEST(RunClustering, TakesTheWrittenSteps) {
     }
 }
 
-// Points, whose neighbours have a structure that random numbers lack; many of them are at one place.
-TEST(RunClustering, TakesTheWrittenStepsBetweenPoints) {
-    std::mt19937_64 random(12);
-    for (const int levels : {4, 12, 1000}) {
-        const std::size_t n = 250;
-        std::vector<std::vector<double>> points(n, std::vector<double>(3));
-        for (auto& point : points)
-            for (double& x : point)
-                x = static_cast<double>(static_cast<int>(random() % static_cast<unsigned>(levels)));
-        const test::Table data = test::MakeTable(points);
-        const Matrix m = MakeMatrix(static_cast<int>(n));
-        ASSERT_EQ(CreateForClusterObservations(*data, SquaredEuclidean, false, *m), types::Success);
-        Square distances(n);
-        for (std::size_t i = 0; i < n; ++i)
-            for (std::size_t j = 0; j <= i; ++j)
-                distances[i].push_back((*m)(static_cast<int>(i), static_cast<int>(j)));
-        ExpectWritten(distances, "levels " + std::to_string(levels));
-    }
-}
-
 // The matrix of a reference case.
 Matrix ReadCase(const test::Row& row) {
     const int n = static_cast<int>(test::Number(row.at(5)));
@@ -196,31 +176,6 @@ TEST(FindMembers, MatchesReference) {
         const std::vector<double> expected = row.size() > 4 ? test::Numbers(row[4]) : std::vector<double>();
         EXPECT_EQ(std::vector<double>(labels->DataImpl(), labels->DataImpl() + labels->size()), expected)
             << current << " " << row[2] << " " << argument;
-    }
-}
-
-// Each partition against the joins made one after the other.
-TEST(FindMembers, FollowsTheJoins) {
-    std::mt19937_64 random(13);
-    const std::size_t n = 60;
-    const Matrix m = MakeMatrix(static_cast<int>(n));
-    Fill(*m, Draw(n, [&] { return static_cast<double>(random() % 50); }));
-    const Steps steps(RunClustering(Centroid, 50, *m));
-    std::vector<std::size_t> lowest(n);
-    for (std::size_t i = 0; i < n; ++i)
-        lowest[i] = i;
-    for (std::size_t joins = 0; joins < n; ++joins) {
-        const int k = static_cast<int>(n - joins);
-        const std::unique_ptr<types::IReadableVector<int>> labels(FindMembersWithNumber(*steps, k));
-        ASSERT_EQ(labels->size(), n);
-        int next = 0;
-        for (std::size_t i = 0; i < n; ++i)
-            EXPECT_EQ((*labels)[i], lowest[i] == i ? next++ : (*labels)[lowest[i]]);
-        EXPECT_EQ(next, k);
-        if (joins + 1 == n) break;
-        const auto joined = static_cast<std::size_t>((*steps)[joins].cluster1);
-        std::replace(lowest.begin(), lowest.end(), static_cast<std::size_t>((*steps)[joins].cluster2),
-                     joined);
     }
 }
 

