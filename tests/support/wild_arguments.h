@@ -9,15 +9,8 @@
 #include <cstdint>
 #include <random>
 
+#include "support/sanitized.h"
 #include "zul/frame.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define ZUL_TEST_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZUL_TEST_SANITIZED 1
-#endif
-#endif
 
 namespace zul::test {
 

@@ -1,0 +1,78 @@
+// What every fuzz target asserts of a call: it ends soon, returns or throws what is documented, and leaves the
+// thread in the documented floating-point mode.
+#pragma once
+
+#include <exception>
+#include <sstream>
+#include <string>
+
+#include "zul/frame.h"
+
+namespace zul::fuzz {
+
+// Prints the complaint and ends the process, so that the fuzzer keeps the input.
+[[noreturn]] void Fail(const std::string& complaint);
+
+// Describe() is asked for only when the condition is false.
+template <typename Describe>
+void Require(bool condition, Describe describe) {
+    if (!condition) Fail(describe());
+}
+
+// "Name(1, 2.5)"
+template <typename... Arguments>
+std::string Call(const std::string& name, const Arguments&... arguments) {
+    std::ostringstream text;
+    text.precision(17);
+    const char* separator = "";
+    text << name << "(";
+    ((text << separator << arguments, separator = ", "), ...);
+    text << ")";
+    return text.str();
+}
+
+enum class Mode {
+    Framed,        // the default mode after a return, trapping mode after an exception
+    PartlyFramed,  // the same, but an exception from outside the frame leaves the mode of before
+    Bare,          // no exception; the mode of before, whatever it is
+};
+
+// One call: built before it, asked after it.
+class Watch {
+public:
+    explicit Watch(Mode mode);
+    // What is wrong after a return, or with an exception in its handler; empty if nothing is.
+    std::string AfterReturn() const;
+    std::string AfterException(const std::exception& error) const;
+
+private:
+    std::string AfterSeconds() const;
+
+    Mode mode_;
+    unsigned floatMode_;
+    double start_;
+};
+
+// Calls evaluate() and checks all of that; whether it returned. Describe() names the call. After an exception
+// the thread is put back into the default mode.
+template <typename Evaluate, typename Describe>
+bool Checked(Mode mode, Evaluate evaluate, Describe describe) {
+    const Watch watch(mode);
+    std::string complaint;
+    bool returned = false;
+    try {
+        evaluate();
+        returned = true;
+        complaint = watch.AfterReturn();
+    } catch (const std::exception& error) {
+        complaint = watch.AfterException(error);
+        ResetFpuStates();
+    }
+    if (!complaint.empty()) {
+        ResetFpuStates();  // formatting numbers may trap
+        Fail(describe() + ": " + complaint);
+    }
+    return returned;
+}
+
+}  // namespace zul::fuzz

@@ -1,0 +1,120 @@
+// The bytes of one fuzz input, read as choices, counts and numbers. Past the end everything is zero, so that
+// every input is complete and shorter ones are simpler.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <climits>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace zul::fuzz {
+
+class Input {
+public:
+    Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+
+    bool AtEnd() const { return next_ >= size_; }
+    unsigned Byte() { return AtEnd() ? 0U : data_[next_++]; }
+    bool Flag() { return (Byte() & 1U) != 0; }
+
+    // From 0 to count - 1.
+    std::size_t Choice(std::size_t count) {
+        std::size_t value = Byte();
+        if (count > UCHAR_MAX) value = value << CHAR_BIT | Byte();
+        return value % count;
+    }
+
+    template <typename T, std::size_t N>
+    const T& OneOf(const std::array<T, N>& values) {
+        return values[Choice(N)];
+    }
+
+    std::uint64_t Word() {
+        std::uint64_t word = 0;
+        for (int i = 0; i < 8; ++i)
+            word = word << CHAR_BIT | Byte();
+        return word;
+    }
+
+    // In [0, 1), also close to its ends.
+    double Fraction() {
+        const unsigned kind = Byte() % 4;
+        const double value = static_cast<double>(Byte() << CHAR_BIT | Byte()) * 0x1p-16;
+        if (kind == 0) return std::ldexp(value, -static_cast<int>(Byte()) * 4);
+        if (kind == 1) return 1 - std::ldexp(value, -static_cast<int>(Byte()) / 5);
+        return kind == 2 ? value : static_cast<double>(Byte() % 17) / 16;
+    }
+
+    // Of ordinary size mostly, sometimes any double at all.
+    double Real() {
+        constexpr double kInf = std::numeric_limits<double>::infinity();
+        constexpr std::array kSpecial = {0.0,
+                                         1.0,
+                                         0.5,
+                                         -1.0,
+                                         5e-324,
+                                         2.2250738585072014e-308,
+                                         1.7976931348623157e308,
+                                         -1.7976931348623157e308,
+                                         1e-16,
+                                         1e30,
+                                         1.23456e30,
+                                         2e-288,
+                                         94906265.0,
+                                         94906266.0,
+                                         kInf,
+                                         -kInf,
+                                         std::numeric_limits<double>::quiet_NaN()};
+        switch (Byte() % 8) {
+            case 0:
+                return OneOf(kSpecial);
+            case 1:
+                return std::bit_cast<double>(Word());
+            case 2:
+            case 3:
+                return Fraction();
+            case 4:
+                return static_cast<double>(Integer());
+            case 5:
+                return -Size();
+            default:
+                return Size();
+        }
+    }
+
+    // Positive and finite: 1/65536 to 16 times a power of ten, mostly a small one.
+    double Size() {
+        const double mantissa = static_cast<double>((Byte() << CHAR_BIT | Byte()) + 1) * 0x1p-12;
+        const unsigned kind = Byte();
+        if (kind < 160) return mantissa;
+        const int exponent = static_cast<int>(Byte()) - 128;
+        return mantissa * std::pow(10, kind < 240 ? exponent / 16 : exponent * 2);
+    }
+
+    int Integer() {
+        constexpr std::array kEnds = {INT_MIN, INT_MIN + 1, INT_MAX - 1, INT_MAX};
+        const unsigned kind = Byte() % 8;
+        if (kind == 0) return OneOf(kEnds);
+        if (kind == 1) return static_cast<int>(static_cast<std::uint32_t>(Word()));
+        const int small = static_cast<int>(Byte());
+        return kind == 2 ? -small : kind == 3 ? small * static_cast<int>(Byte()) : small;
+    }
+
+    std::vector<double> Reals(std::size_t count) {
+        std::vector<double> values(count);
+        for (double& value : values)
+            value = Real();
+        return values;
+    }
+
+private:
+    const std::uint8_t* data_;
+    std::size_t size_;
+    std::size_t next_ = 0;
+};
+
+}  // namespace zul::fuzz
