@@ -1,4 +1,13 @@
-// The exported distribution functions, p-values and critical values.
+// The exported distribution functions, p-values and critical values, through the table of tests/distributions.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "distributions/families.h"
@@ -8,36 +17,254 @@
 namespace zul::fuzz {
 namespace {
 
-double Argument(test::Type type, Input& input) {
+using test::Applied;
+using test::Distribution;
+using test::Domain;
+using test::Family;
+using test::Function;
+using test::Type;
+
+constexpr double kNA = 1.23456e30;
+constexpr double kUnwritten = -7;
+
+std::string Text(const Function& function, test::Arguments arguments) {
+    std::ostringstream text;
+    text.precision(17);
+    const char* separator = "(";
+    text << function.name;
+    for (const double argument : arguments) {
+        text << separator << argument;
+        separator = ", ";
+    }
+    return text.str() + ")";
+}
+
+double Argument(Type type, Input& input) {
     switch (type) {
-        case test::Type::Flag:
+        case Type::Flag:
             return input.Flag() ? 1 : 0;
-        case test::Type::Alternative:
+        case Type::Alternative:
             return static_cast<double>(input.Choice(5)) - 2;
-        case test::Type::Integer:
+        case Type::Integer:
             return input.Integer();
         default:
             return input.Real();
     }
 }
 
-void CallOne(const test::Family& family, Input& input) {
-    const test::Function& function = *family.Functions()[input.Choice(3)];
-    std::vector<double> arguments;
-    for (const test::Type type : function.types)
-        arguments.push_back(Argument(type, input));
-    Checked(
-        family.bare ? Mode::Bare : Mode::Framed, [&] { function.call(arguments); },
-        [&] { return function.name; });
+// Some of the arguments replaced by any.
+void MakeWild(const Function& function, std::vector<double>& arguments, Input& input) {
+    const std::size_t replaced = input.Choice(16);
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        if ((replaced >> i & 1) != 0) arguments[i] = Argument(function.types[i], input);
+}
+
+// The result and whether there is one.
+struct Outcome {
+    bool returns;
+    double value;
+};
+
+Outcome Evaluate(const Function& function, bool bare, test::Arguments arguments) {
+    Outcome outcome{false, std::numeric_limits<double>::quiet_NaN()};
+    const auto describe = [&] { return Text(function, arguments); };
+    outcome.returns = Checked(
+        bare ? Mode::Bare : Mode::Framed, [&] { outcome.value = function.call(arguments); }, describe);
+    Require(bare || outcome.value != kNA, [&] { return describe() + " gave the missing value"; });
+    return outcome;
+}
+
+Outcome Evaluate(const Applied& f, bool bare, double x) {
+    std::vector<double> arguments = {x};
+    arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
+    return Evaluate(*f.function, bare, arguments);
+}
+
+bool SameBits(double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+constexpr std::size_t kArrayLimit = 4;
+using Array = std::array<double, kArrayLimit + 1>;  // with a guard behind
+
+// What the array call makes of `out`: the bits of the scalar calls up to the first that throws, the elements
+// from there on as they were.
+void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count, bool inPlace) {
+    Array expected;
+    expected.fill(kUnwritten);
+    if (inPlace) std::copy_n(in.begin(), count, expected.begin());
+    Array out = expected;
+    const auto describe = [&] { return Text(*f.function, f.parameters) + " on an array"; };
+    const bool returns = Checked(
+        bare ? Mode::Bare : Mode::Framed, [&] { f(out.data(), inPlace ? out.data() : in.data(), count); },
+        describe, kArrayLimit);
+    std::size_t written = 0;
+    for (; written < count; ++written) {
+        const Outcome outcome = Evaluate(f, bare, in[written]);
+        if (!outcome.returns) break;
+        expected[written] = outcome.value;
+    }
+    Require(returns == (written == count), [&] { return describe() + (returns ? " returns" : " throws") + Call(" unlike the scalar", in[written]); });
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        Require(SameBits(out[i], expected[i]),
+                [&] { return describe() + ": " + Call("", i, in[i], out[i], expected[i]); });
+    }
+}
+
+// One more parameter after those before it, inside its domain.
+double ValidParameter(Domain domain, const std::vector<double>& before, bool whole, Input& input) {
+    using enum Domain;
+    const unsigned kind = input.Byte() % 8;
+    const double count = std::floor(input.Power(0, kind < 6 ? 3 : 9));
+    const double size = kind < 4 ? input.Power(-2, 3) : kind < 6 ? input.Power(-6, 7) : count / 2;
+    switch (domain) {
+        case Real:
+            return input.Flag() ? size : -size;
+        case Fraction:
+            return input.Fraction();
+        case Noncentrality:
+            return input.Flag() ? 0 : size;
+        case Exponent:
+            return kind == 7 ? 0 : input.Uniform(-5, 10);
+        case Above:
+            return before.back() + (whole ? count : size);
+        case Count:
+            return count;
+        case UpToFirst:
+            return std::floor(before.front() * input.Uniform());
+        default:
+            return size;
+    }
+}
+
+std::vector<double> ValidParameters(const std::vector<Domain>& domains, Input& input) {
+    std::vector<double> values;
+    for (const Domain domain : domains)
+        values.push_back(ValidParameter(domain, values, domains.front() == Domain::Count, input));
+    return values;
+}
+
+void CheckTails(const Distribution& d, const Family& family, double x) {
+    const double lower = Evaluate(d.lower, family.bare, x).value;
+    const double upper = Evaluate(d.upper, family.bare, x).value;
+    const double density = Evaluate(d.pdf, family.bare, x).value;
+    const double mass = family.kind == test::Kind::Discrete ? density : 0;
+    const bool inRange = !(density < 0 || lower < 0 || lower > 1 || upper < 0 || upper > 1);
+    Require(inRange && !(std::abs(lower + upper - 1 - mass) > 2e-9 + 1e-5 * mass), [&] {
+        return Text(*d.lower.function, d.lower.parameters) + Call(" of", x, lower, upper, density);
+    });
+}
+
+// The lower tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
+void CheckQuantile(const Distribution& d, const Family& family, double p, double x) {
+    const bool discrete = family.kind == test::Kind::Discrete;
+    double size = std::abs(x);
+    for (const double parameter : d.quantile.parameters)
+        size = std::max(size, std::abs(parameter));
+    const double rounding = size * 1e-15;
+    const double below = Evaluate(d.lower, family.bare, discrete ? x - 1 : x - rounding).value;
+    const double above = Evaluate(d.lower, family.bare, discrete ? x : x + rounding).value;
+    Require(!(below > p + 2e-9 || above < p - 2e-9), [&] {
+        return Text(*d.quantile.function, d.quantile.parameters) + Call(" at", p, x, below, above);
+    });
+}
+
+void CheckValid(const Family& family, Input& input) {
+    if (family.name == "Discrete") return;  // the user's table may be any
+    const bool discrete = family.kind == test::Kind::Discrete;
+    const Distribution d = family.With({ValidParameters(family.domains, input), 0, 0});
+    const double p = input.Fraction();
+    const double x = Evaluate(d.quantile, family.bare, p).value;
+    // Some quantiles lie beyond the range of a double.
+    if (std::isfinite(x) && x != 0 && std::abs(x) < 1e29) {
+        CheckTails(d, family, x);
+        CheckQuantile(d, family, p, x);
+    }
+    const double any = input.Real();
+    CheckTails(d, family, discrete ? std::floor(any) : any);
+}
+
+void CheckAny(const Family& family, Input& input) {
+    const Distribution d = family.With(family.parameters[input.Choice(family.parameters.size())]);
+    Applied f = d.Functions()[input.Choice(4)];
+    const bool bare = family.bare;
+    std::vector<double> arguments = {0};
+    arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
+    MakeWild(*f.function, arguments, input);
+    f.parameters.assign(arguments.begin() + 1, arguments.end());
+    Array in{};
+    const std::size_t count = input.Choice(in.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool quantile = f.function == &family.invCdf;
+        const double fraction = input.Fraction();
+        in[i] = input.Flag() ? input.Real()
+                : quantile   ? fraction
+                             : Evaluate(d.quantile, bare, fraction).value;
+    }
+    CheckArray(f, bare, in, count, input.Flag());
+}
+
+// Of a statistic outside its domain: a p-value is in [0, 1] or NaN still.
+void CheckStatistic(const test::Statistic& statistic, Input& input) {
+    std::vector<double> arguments = statistic.arguments;
+    MakeWild(statistic.function, arguments, input);
+    const bool bare = statistic.function.name == "Psi";
+    const double value = Evaluate(statistic.function, bare, arguments).value;
+    const bool probability = statistic.function.name.ends_with("PValue");
+    Require(!probability || !(value < 0 || value > 1),
+            [&] { return Text(statistic.function, arguments) + Call(" gave", value); });
+}
+
+// The p-value of a critical value is its level.
+void CheckCriticalValue(Input& input) {
+    constexpr std::array<const char*, 5> kNames = {"ChiSq", "F", "Normal", "T", "TSidak"};
+    const std::string name = input.OneOf(kNames);
+    const bool student = name.front() == 'T';
+    const double level = input.Fraction();
+    const double side = static_cast<double>(input.Choice(3)) - 1;
+    const double comparisons = static_cast<double>(1 + input.Choice(20));
+    std::vector<double> df;
+    for (int i = 0; i < (name == "F" ? 2 : name == "Normal" ? 0 : 1); ++i)
+        df.push_back(ValidParameter(Domain::Positive, {}, false, input));
+    std::vector<double> arguments = df;
+    arguments.insert(arguments.begin(), level);
+    arguments.push_back(side);
+    if (student) arguments.push_back(comparisons);
+    const Function& critical = test::FunctionOf(name + "CritValue");
+    const double x = Evaluate(critical, false, arguments).value;
+    // The tails end before the numbers do. Deliberate: the two-sided test of a positive statistic gives 0.
+    if (std::isnan(x) || x < 1e-280 || x > 1e280) return;
+    double expected = level;
+    if (name == "T") expected = level / comparisons;
+    if (name == "TSidak") expected = -std::expm1(std::log1p(-level) / comparisons);
+    // Of a symmetric one the positive value belongs to both sides.
+    const bool positive = student || name == "Normal";
+    std::vector<double> statistic = df;
+    statistic.insert(statistic.begin(), x);
+    statistic.push_back(positive && side < 0 ? 1 : side);
+    const Function& pValue = test::FunctionOf((student ? "T" : name) + "PValue");
+    const double p = Evaluate(pValue, false, statistic).value;
+    Require(!(std::abs(p - expected) > 2e-8 * expected + 2e-12),
+            [&] { return Text(critical, arguments) + Call(" gave", x, p, expected); });
+}
+
+void CheckOne(Input& input) {
+    const auto& families = test::Families();
+    const auto& statistics = test::Statistics();
+    const std::size_t subject = input.Choice(families.size() + statistics.size() + 1);
+    if (subject < families.size())
+        input.Flag() ? CheckValid(families[subject], input) : CheckAny(families[subject], input);
+    else if (subject < families.size() + statistics.size())
+        CheckStatistic(statistics[subject - families.size()], input);
+    else
+        CheckCriticalValue(input);
 }
 
 }  // namespace
 }  // namespace zul::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul;
-    fuzz::Input input(data, size);
-    const auto& families = test::Families();
-    fuzz::CallOne(families[input.Choice(families.size())], input);
+    zul::fuzz::Input input(data, size);
+    zul::fuzz::CheckOne(input);
     return 0;
 }

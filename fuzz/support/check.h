@@ -37,10 +37,10 @@ enum class Mode {
     Bare,          // no exception; the mode of before, whatever it is
 };
 
-// One call: built before it, asked after it.
+// One call, or several: built before it, asked after it.
 class Watch {
 public:
-    explicit Watch(Mode mode);
+    Watch(Mode mode, int calls);
     // What is wrong after a return, or with an exception in its handler; empty if nothing is.
     std::string AfterReturn() const;
     std::string AfterException(const std::exception& error) const;
@@ -49,15 +49,16 @@ private:
     std::string AfterSeconds() const;
 
     Mode mode_;
+    int calls_;
     unsigned floatMode_;
     double start_;
 };
 
-// Calls evaluate() and checks all of that; whether it returned. Describe() names the call. After an exception
-// the thread is put back into the default mode.
+// Calls evaluate(), which takes the time of so many calls, and checks all of that; whether it returned.
+// Describe() names the call. After an exception the thread is put back into the default mode.
 template <typename Evaluate, typename Describe>
-bool Checked(Mode mode, Evaluate evaluate, Describe describe) {
-    const Watch watch(mode);
+bool Checked(Mode mode, Evaluate evaluate, Describe describe, int calls = 1) {
+    const Watch watch(mode, calls);
     std::string complaint;
     bool returned = false;
     try {

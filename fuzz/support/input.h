@@ -40,7 +40,13 @@ public:
         return word;
     }
 
-    // In [0, 1), also close to its ends.
+    // In [0, 1), evenly.
+    double Uniform() { return (static_cast<double>(Byte()) + static_cast<double>(Byte()) / 256) / 256; }
+    double Uniform(double lo, double hi) { return lo + (hi - lo) * Uniform(); }
+    // 10 to a power between the two.
+    double Power(double lo, double hi) { return std::pow(10, Uniform(lo, hi)); }
+
+    // In [0, 1], also close to its ends.
     double Fraction() {
         const unsigned kind = Byte() % 4;
         const double value = static_cast<double>(Byte() << CHAR_BIT | Byte()) * 0x1p-16;

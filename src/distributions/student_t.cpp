@@ -71,7 +71,7 @@ double TPdf::Noncentral(double x) {
         return kNA;
     // The upper tails have the same difference, and more of its digits where they are the smaller ones.
     const double difference = here.lower > 0.5 ? here.upper - above.upper : above.lower - here.lower;
-    return difference * df_ / x;
+    return std::max(0.0, difference * df_ / x);  // its rounding may leave less than nothing
 }
 
 // The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1)

@@ -66,6 +66,7 @@ double BuildAndApply(double x, Types... parameters) {
 
 template <typename Kernel, typename... Types>
 void BuildAndApplyEach(double* out, const double* in, std::size_t count, Types... parameters) {
+    if (count == 0) return;  // nor may bad parameters throw
     Kernel kernel{parameters...};
     for (std::size_t i = 0; i < count; ++i)
         out[i] = NaToNaN(kernel(in[i]));
