@@ -24,7 +24,7 @@ template <typename... Arguments>
 std::string Call(const std::string& name, const Arguments&... arguments) {
     std::ostringstream text;
     text.precision(17);
-    const char* separator = "";
+    [[maybe_unused]] const char* separator = "";
     text << name << "(";
     ((text << separator << arguments, separator = ", "), ...);
     text << ")";
