@@ -104,7 +104,9 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
         if (!outcome.returns) break;
         expected[written] = outcome.value;
     }
-    Require(returns == (written == count), [&] { return describe() + (returns ? " returns" : " throws") + Call(" unlike the scalar", in[written]); });
+    Require(returns == (written == count), [&] {
+        return describe() + (returns ? " returns" : " throws") + Call(" unlike the scalar", in[written]);
+    });
     for (std::size_t i = 0; i < out.size(); ++i) {
         Require(SameBits(out[i], expected[i]),
                 [&] { return describe() + ": " + Call("", i, in[i], out[i], expected[i]); });

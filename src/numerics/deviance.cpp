@@ -11,7 +11,10 @@ double Deviance(double x, double mean) {
 
     if (x == 0) return mean;
     const double difference = x - mean;
-    if (!(std::abs(difference) < kClose * (x + mean))) return x * std::log(x / mean) + mean - x;
+    if (!(std::abs(difference) < kClose * (x + mean))) {
+        const double quotient = x / mean;
+        return quotient == 0 ? mean : x * std::log(quotient) + mean - x;
+    }
     const double v = difference / (x + mean);
     double sum = difference * v;
     double power = 2 * x * v;

@@ -181,9 +181,12 @@ constexpr double kLeastTarget = 1e-300;
 // The quantile of a target below it: the first term of the power series at 0, where that is all there is to 1e-10.
 bool SolveVanishing(const Target& target, double a, double* x) {
     constexpr double kLogOfSmall = -23;
-    const double logX = (std::log(target.tail) + LogGammaFn(a + 1)) / a;
-    *x = std::exp(std::min(logX, kLogOfSmall));
-    return !target.upper && logX < kLogOfSmall;
+    constexpr double kLogOfZero = -746;  // below it exp is 0
+    // a times the logarithm of the quantile, which itself may overflow.
+    const double logPower = std::log(target.tail) + LogGammaFn(a + 1);
+    if (target.upper || !(logPower < kLogOfSmall * a)) return false;
+    *x = logPower < kLogOfZero * a ? 0 : std::exp(logPower / a);
+    return true;
 }
 
 // What both quantiles have in common; upper tells whose target it is.

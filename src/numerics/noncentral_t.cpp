@@ -145,8 +145,13 @@ bool TailsAbove(double t, const TShape& shape, double delta, double* lower, doub
     constexpr double kSmallestMean = 1e-300;  // the odd terms have its square root
     constexpr double kSmallestDf = 1e-30;  // with fewer degrees of freedom |T| is beyond any t to all digits
 
+    if (std::isinf(t)) {
+        *lower = 1;
+        *upper = 0;
+        return true;
+    }
     const TArgument argument(t, shape.Df());
-    if (argument.at.x < kTinyArgument || (shape.Df() < kSmallestDf && std::isfinite(t))) {
+    if (argument.at.x < kTinyArgument || shape.Df() < kSmallestDf) {
         *lower = UpperNormal(delta);
         *upper = UpperNormal(-delta);
         return true;
