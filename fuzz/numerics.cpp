@@ -325,7 +325,7 @@ void CheckCountQuantile(const char* name, Quantile quant, const Shape& shape, bo
     double k = 0;
     double share = 0;
     quantile.Run(input, [&] { quant(p, shape, &k, &share); });
-    const bool endless = last == kShapeLimit;
+    const bool endless = std::isinf(last);
     quantile.RequireLevel(
         inside && (endless && upper ? p > 0 : p >= 0) && (endless && !upper ? p < 1 : p <= 1), endless);
     if (errorState.Failed()) return quantile.Require(k == -DBL_MAX && share == k, " failure", k, share);
@@ -390,7 +390,8 @@ void Poisson(Input& input) {
     tails.Check(pair, mean >= 0 && !std::isnan(k) && (k < 0 || std::floor(k) + 1 <= kShapeLimit));
     const bool upper = input.Flag();
     CheckCountQuantile("poisson quantile", upper ? poisson_upper_quant : poisson_lower_quant, shape,
-                       mean >= 0 && mean <= kShapeLimit, 0, kShapeLimit, upper, {mean}, input);
+                       mean >= 0 && mean <= kShapeLimit, 0, std::numeric_limits<double>::infinity(), upper,
+                       {mean}, input);
 }
 
 // A rising function with all the shapes that make false position slow, and NA where it has no value.

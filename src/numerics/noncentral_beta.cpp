@@ -56,15 +56,15 @@ void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncen
                  const RoutineName& name, double* lower, double* upper) {
     // Smaller shapes make a difference of less than 1e-16, but their reciprocals and products overflow.
     constexpr double kSmallestShape = 1e-19;
+    constexpr double kSmallestMean = 1e-100;  // likewise, of any digit
     if (std::min(shapes.A(), shapes.B()) < kSmallestShape) {
         const BetaShapes raised(std::max(shapes.A(), kSmallestShape), std::max(shapes.B(), kSmallestShape));
         return MixturePair(at, raised, noncentrality, name, lower, upper);
     }
     if (at.x < kTinyArgument) return SetTails(0, lower, upper);
     if (at.complement < kTinyArgument) return SetTails(0, upper, lower);
-    const double mean = noncentrality / 2;
+    const double mean = std::max(noncentrality / 2, kSmallestMean);
     if (!(mean <= kMixtureMeanLimit)) return errorState.Fail(frame::LevelNoConvergence, name);
-    if (mean == 0) return beta_df(at.x, at.complement, shapes, lower, upper, nullptr);
 
     const BetaMixture<1> mixture{
         at, shapes.B(), mean, LogStep(at, shapes), {{{shapes.A(), 0, 1 / shapes.A()}}}};
