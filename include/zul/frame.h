@@ -26,8 +26,9 @@
 /// "zero raised to a negative power", "argument out of range for trig functions", "gamma of a nonpositive
 /// argument" and "gamma of a value too close to 0".
 ///
-/// After such an exception the thread is in trapping mode: call ResetFpuStates() before going on. After a
-/// normal return it is in the default mode, whatever mode the caller was in: the frame does not save it.
+/// These exceptions need no memory. After one the thread is in trapping mode: call ResetFpuStates() before
+/// going on. After a normal return it is in the default mode, whatever mode the caller was in: the frame does
+/// not save it.
 ///
 /// A NaN argument of a framed function ends as std::invalid_argument where it meets an ordered comparison,
 /// which is an invalid operation then; a NaN that only takes part in sums and products comes out as NaN.

@@ -3,57 +3,87 @@
 #include <stdexcept>
 
 namespace zul::frame {
+namespace {
+
+// Made when the library is loaded, and never unmade. What is thrown is a copy, which shares the text: a trap
+// needs no memory then, and a host that has run out of it still gets the exception that is documented, as do
+// the functions that recover from one.
+template <typename Exception>
+const Exception& Kept(const char* message) {
+    return *new Exception(message);
+}
+
+using InvalidArgument = std::invalid_argument;
+using RuntimeError = std::runtime_error;
+
+const auto& kInvalid = Kept<InvalidArgument>("Float exception: invalid_argument.");
+const auto& kDivideByZero = Kept<RuntimeError>("Float exception: divide by zero.");
+const auto& kOverflow = Kept<std::overflow_error>("Float exception: overflow.");
+const auto& kIntegerDivideByZero = Kept<RuntimeError>("Runtime exception: integer division by zero.");
+const auto& kMultiple = Kept<RuntimeError>("Runtime exception: multiple floating point faults/traps.");
+const auto& kFloatOverflow = Kept<RuntimeError>("float overflow");
+const auto& kSqrtOfNegative = Kept<InvalidArgument>("sqrt of a negative argument");
+const auto& kLogOfNegative = Kept<InvalidArgument>("log of a negative argument");
+const auto& kNonintegerPowerOfNegative =
+    Kept<InvalidArgument>("negative number raised to a noninteger power");
+const auto& kNegativePowerOfZero = Kept<InvalidArgument>("zero raised to a negative power");
+const auto& kTrigonometricRange = Kept<InvalidArgument>("argument out of range for trig functions");
+const auto& kGammaOfNonpositive = Kept<InvalidArgument>("gamma of a nonpositive argument");
+const auto& kGammaTooCloseToZero = Kept<InvalidArgument>("gamma of a value too close to 0");
+const auto& kVectorTooLong = Kept<std::length_error>("vector<T> too long");
+
+}  // namespace
 
 void RaiseTrap(Trap trap) {
     switch (trap) {
         case Trap::Invalid:
-            throw std::invalid_argument("Float exception: invalid_argument.");
+            throw kInvalid;
         case Trap::DivideByZero:
-            throw std::runtime_error("Float exception: divide by zero.");
+            throw kDivideByZero;
         case Trap::Overflow:
-            throw std::overflow_error("Float exception: overflow.");
+            throw kOverflow;
         case Trap::IntegerDivideByZero:
-            throw std::runtime_error("Runtime exception: integer division by zero.");
+            throw kIntegerDivideByZero;
         case Trap::Multiple:
             break;
     }
-    throw std::runtime_error("Runtime exception: multiple floating point faults/traps.");
+    throw kMultiple;
 }
 
 void ThrowFloatOverflow() {
-    throw std::runtime_error("float overflow");
+    throw kFloatOverflow;
 }
 
 void ThrowSqrtOfNegative() {
-    throw std::invalid_argument("sqrt of a negative argument");
+    throw kSqrtOfNegative;
 }
 
 void ThrowLogOfNegative() {
-    throw std::invalid_argument("log of a negative argument");
+    throw kLogOfNegative;
 }
 
 void ThrowNonintegerPowerOfNegative() {
-    throw std::invalid_argument("negative number raised to a noninteger power");
+    throw kNonintegerPowerOfNegative;
 }
 
 void ThrowNegativePowerOfZero() {
-    throw std::invalid_argument("zero raised to a negative power");
+    throw kNegativePowerOfZero;
 }
 
 void ThrowTrigonometricRange() {
-    throw std::invalid_argument("argument out of range for trig functions");
+    throw kTrigonometricRange;
 }
 
 void ThrowGammaOfNonpositive() {
-    throw std::invalid_argument("gamma of a nonpositive argument");
+    throw kGammaOfNonpositive;
 }
 
 void ThrowGammaTooCloseToZero() {
-    throw std::invalid_argument("gamma of a value too close to 0");
+    throw kGammaTooCloseToZero;
 }
 
 void ThrowVectorTooLong() {
-    throw std::length_error("vector<T> too long");
+    throw kVectorTooLong;
 }
 
 }  // namespace zul::frame

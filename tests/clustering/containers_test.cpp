@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "support/allocations.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::types {
@@ -58,30 +57,6 @@ TEST(Vector, RefusesLengthsThatNoVectorHas) {
     expectLengthError([&] { v->ResizeImpl(kTooLong); });
     EXPECT_EQ(v->size(), 2u);
     expectLengthError([&] { v->assign(kTooLong, 1); });
-}
-
-TEST(Containers, ReportFailedAllocations) {
-    const Doubles v(MakeIVectorDouble(2, 7));
-    const auto failing = [](int allocation, const auto& operation) {
-        const test::AllocationWatch watch(allocation);
-        const auto result = operation();
-        EXPECT_EQ(watch.Count(), allocation);
-        EXPECT_EQ(watch.Live(), 0);
-        return result;
-    };
-    EXPECT_EQ(failing(1, [&] { return v->ReserveImpl(3); }), Failure);
-    EXPECT_EQ(failing(1, [&] { return v->ResizeImpl(3); }), Failure);
-    EXPECT_EQ(Contents(*v), (std::vector<double>{7, 7}));
-    EXPECT_EQ(failing(1, [&] { return v->assign(3, 1); }), Failure);
-    EXPECT_TRUE(v->EmptyImpl());
-    for (int i = 1; i <= 2; ++i) {
-        EXPECT_EQ(failing(i, [] { return MakeIVectorDouble(3, 1); }), nullptr);
-        EXPECT_EQ(failing(i, [] { return MakeIVectorInt(3, 1); }), nullptr);
-    }
-    for (int i = 1; i <= 5; ++i)
-        EXPECT_EQ(failing(i, [] { return MakeIRectangularArrayDouble(2, 3); }), nullptr);
-    EXPECT_FALSE(failing(1, [] { return bool(MakeDefaultMissingInfo()); }));
-    EXPECT_FALSE(failing(1, [] { return bool(MakeMissingInfo(3)); }));
 }
 
 TEST(RectangularArray, HasRowsAndColumns) {

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "support/allocations.h"
 #include "support/clustering.h"
 #include "support/reference_table.h"
 #include "zul/clustering.h"
@@ -53,14 +52,6 @@ TEST(DistanceMatrix, ReportsStorageThatIsNotThere) {
         EXPECT_EQ(m->Init(n, 0), Failure);
         EXPECT_TRUE(std::isnan((*m)(0, 0)) && m->RowCount() == 3);
     }
-    for (int i = 1; i <= 2; ++i) {
-        const test::AllocationWatch watch(i);
-        EXPECT_EQ(MakeDistanceMatrix(3), nullptr);
-        EXPECT_EQ(watch.Live(), 0);
-    }
-    const test::AllocationWatch watch(1);
-    EXPECT_EQ(m->Init(4, 0), Failure);
-    EXPECT_TRUE(std::isnan((*m)(0, 0)));
 }
 
 TEST(Distances, MatchReference) {
@@ -195,25 +186,6 @@ TEST(Distances, BetweenVariables) {
     }
     EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, *m), Success);
     EXPECT_TRUE(std::isnan((*m)(0, 1)));
-}
-
-TEST(Distances, ReportFailedAllocations) {
-    const test::Table data = DrawTable(3);
-    const Matrix m = MakeMatrix(0);
-    const auto failures = [&](const auto& create) {
-        for (int i = 1;; ++i) {
-            EXPECT_EQ(m->Init(0, 0), Success);
-            const test::AllocationWatch watch(i);
-            const auto status = create();
-            if (watch.Count() < i) {
-                EXPECT_EQ(status, Success);
-                return i - 1;
-            }
-            EXPECT_EQ(status, Failure) << i;
-        }
-    };
-    EXPECT_GE(failures([&] { return CreateForClusterVariables(*data, false, *m); }), 4);
-    EXPECT_GE(failures([&] { return CreateForClusterObservations(*data, Pearson, false, *m); }), 4);
 }
 
 }  // namespace
