@@ -47,6 +47,12 @@ contents_linux() {
 
 contents_windows() { unzip -Z1 ./*.zip | grep -v '/$' | sort; }
 
+# Through a file: what wine leaves running would hold a pipe open.
+show() {
+    "$@" >"$work/output" 2>&1 </dev/null || { cat "$work/output" && exit 1; }
+    cat "$work/output"
+}
+
 # consume NAME PREFIX: programs built by find_package and by pkg-config with the library under PREFIX run.
 consume() {
     local build=$work/$1-consumer flags
@@ -55,13 +61,13 @@ consume() {
             -DCMAKE_PREFIX_PATH="$2" && cmake --build "$build"
     } >"$work/log" || { cat "$work/log" && exit 1; }
     echo "$1, by find_package:"
-    "${run[@]}" "$build"/consumer*
+    show "${run[@]}" "$build"/consumer*
     PKG_CONFIG_PATH=$(dirname "$(find "$2" -name zul.pc)")
     export PKG_CONFIG_PATH
     read -ra flags <<<"$(pkg-config --cflags --libs zul)"
     $compiler -std=c++17 "$here/../consumer/main.cpp" "${flags[@]}" "${link_options[@]}" -o "$work/by-pkg-config.exe"
     echo "$1, by pkg-config:"
-    LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) "${run[@]}" "$work/by-pkg-config.exe"
+    LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) show "${run[@]}" "$work/by-pkg-config.exe"
 }
 
 diff "$here/contents_$system.txt" <("contents_$system") ||
