@@ -134,12 +134,12 @@ void Recording::Count(const Quantity& quantity, double computed, double recorded
 bool Recording::Report(std::ostream& out) const {
     bool agrees = next_ == table_.size();
     if (!agrees) out << "the table has rows that were not computed\n";
-    out << std::left << std::setw(25) << "group"
+    out << std::left << std::setw(28) << "group"
         << "values, unequal, ties at steps, largest difference (allowed)\n";
     for (const auto& [name, group] : groups_) {
         const double allowed = AllowedDifference(name);
         const bool isTooLarge = group.largest > allowed;
-        out << std::setw(25) << name << std::setw(6) << group.values << " " << std::setw(5) << group.unequal
+        out << std::setw(28) << name << std::setw(6) << group.values << " " << std::setw(5) << group.unequal
             << " " << std::setw(3) << group.ties << " " << std::setw(8) << group.largest << " (" << allowed
             << ") " << (isTooLarge ? "TOO LARGE " : "") << group.where << "\n";
         agrees = agrees && !isTooLarge;
