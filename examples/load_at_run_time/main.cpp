@@ -4,9 +4,9 @@
 //
 //   load_at_run_time [library]
 //
-// The public headers are included for the types: the records and the enumerations. What they declare as
-// functions must not be called by its own name, the constructors of the records included; it is looked up
-// instead.
+// The public headers are included for the types: the records and the enumerations. The functions that they
+// declare, the constructors of the records included, cannot be called by name, which would need the import
+// library: they are looked up.
 #include <zul/hypothesis.h>
 
 #include <cstddef>
@@ -32,7 +32,7 @@ using zul::v0::PairedT;
 //
 // A zul.dll made by another compiler has other names (dumpbin /exports zul.dll) and other exceptions: host
 // and library have to be of one C++ ABI for the exceptions below to be caught.
-struct Zul {
+struct Exports {
     int (*registerHandler)();
     void (*resetFpuStates)();
     double (*normalCdf)(double x, double mean, double sd, bool upper);
@@ -47,32 +47,32 @@ void Find(void* library, const char* name, Function* function) {
     if (*function == nullptr) throw std::runtime_error(std::string("the library has no ") + name);
 }
 
-Zul Load(const char* name) {
+Exports Load(const char* name) {
     void* const library = LoadByName(name);
     if (library == nullptr) throw std::runtime_error(std::string("cannot load ") + name);
-    Zul zul{};
-    Find(library, "_ZN3zul24RegisterKelSigfpeHandlerEv", &zul.registerHandler);
-    Find(library, "_ZN3zul14ResetFpuStatesEv", &zul.resetFpuStates);
-    Find(library, "_ZN3zul9NormalCdfEdddb", &zul.normalCdf);
-    Find(library, "_ZN3zul2v07PairedTC1Ev", &zul.constructPairedT);
+    Exports exports{};
+    Find(library, "_ZN3zul24RegisterKelSigfpeHandlerEv", &exports.registerHandler);
+    Find(library, "_ZN3zul14ResetFpuStatesEv", &exports.resetFpuStates);
+    Find(library, "_ZN3zul9NormalCdfEdddb", &exports.normalCdf);
+    Find(library, "_ZN3zul2v07PairedTC1Ev", &exports.constructPairedT);
     Find(library,
          "_ZN3zul2v010RunPairedTEPNS0_7PairedTEPKdS4_dNS_12IntervalTypeENS_21AlternativeHypothesisEd",
-         &zul.runPairedT);
-    return zul;
+         &exports.runPairedT);
+    return exports;
 }
 
 // Hours of sleep that ten patients gained by two drugs. Student, The probable error of a mean, 1908.
 constexpr double kDrug1[] = {0.7, -1.6, -0.2, -1.2, -0.1, 3.4, 3.7, 0.8, 0.0, 2.0};
 constexpr double kDrug2[] = {1.9, 0.8, 1.1, 0.1, -0.1, 4.4, 5.5, 1.6, 4.6, 3.4};
 
-int CompareDrugs(const Zul& zul) {
+int CompareDrugs(const Exports& exports) {
     // Room for a record, made one by the library's constructor.
     alignas(PairedT) std::byte room[sizeof(PairedT)];
     auto* const record = reinterpret_cast<PairedT*>(room);
-    zul.constructPairedT(record);
+    exports.constructPairedT(record);
     record->n = 10;
-    const int status = zul.runPairedT(record, kDrug1, kDrug2, 0.95, IntervalType::TwoSided,
-                                      AlternativeHypothesis::NotEqual, 0);
+    const int status = exports.runPairedT(record, kDrug1, kDrug2, 0.95, IntervalType::TwoSided,
+                                          AlternativeHypothesis::NotEqual, 0);
     std::printf("mean difference %.2f, 95 %% interval %.6f to %.6f\n", record->meanDifference,
                 record->lowerBound, record->upperBound);
     std::printf("t = %.5f, p = %.6f\n", record->tStatistic, record->pValue);
@@ -81,11 +81,11 @@ int CompareDrugs(const Zul& zul) {
 
 // A standard deviation of 0 is a division by zero: a trap of the processor, which the library turns into an
 // exception.
-void ShowTrap(const Zul& zul) {
+void ShowTrap(const Exports& exports) {
     try {
-        std::printf("%f\n", zul.normalCdf(1, 0, 0, false));
+        std::printf("%f\n", exports.normalCdf(1, 0, 0, false));
     } catch (const std::runtime_error& error) {
-        zul.resetFpuStates();  // after an exception the thread is still in trapping mode
+        exports.resetFpuStates();  // after an exception the thread is still in trapping mode
         std::printf("a standard deviation of 0: %s\n", error.what());
     }
 }
@@ -94,10 +94,10 @@ void ShowTrap(const Zul& zul) {
 
 int main(int argc, char** argv) {
     try {
-        const Zul zul = Load(argc > 1 ? argv[1] : kLibraryName);
-        zul.registerHandler();  // once on each thread that calls the library
-        const int status = CompareDrugs(zul);
-        ShowTrap(zul);
+        const Exports exports = Load(argc > 1 ? argv[1] : kLibraryName);
+        exports.registerHandler();  // once on each thread that calls the library
+        const int status = CompareDrugs(exports);
+        ShowTrap(exports);
         return status;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
