@@ -59,6 +59,20 @@ void MakeWild(const Function& function, std::vector<double>& arguments, Input& i
         if ((replaced >> i & 1) != 0) arguments[i] = Argument(function.types[i], input);
 }
 
+bool HasNoncentrality(const Family& family) {
+    return family.name == "T" || family.domains.back() == Domain::Noncentrality;
+}
+
+// The time of a noncentral tail grows with the root of the noncentrality, of t with itself: few are large.
+void LimitTime(const Family& family, std::vector<double>& parameters, Input& input) {
+    constexpr double kQuick = 100;
+    constexpr double kRefused = 1e11;
+    const std::size_t index = family.domains.size() - 1;
+    if (!HasNoncentrality(family) || index >= parameters.size() || input.Byte() % 64 == 63) return;
+    double& noncentrality = parameters[index];
+    if (std::abs(noncentrality) < kRefused) noncentrality = std::fmod(noncentrality, kQuick);
+}
+
 // The result and whether there is one.
 struct Outcome {
     bool returns;
@@ -139,10 +153,12 @@ double ValidParameter(Domain domain, const std::vector<double>& before, bool who
     }
 }
 
-std::vector<double> ValidParameters(const std::vector<Domain>& domains, Input& input) {
+std::vector<double> ValidParameters(const Family& family, Input& input) {
+    const std::vector<Domain>& domains = family.domains;
     std::vector<double> values;
     for (const Domain domain : domains)
         values.push_back(ValidParameter(domain, values, domains.front() == Domain::Count, input));
+    LimitTime(family, values, input);
     return values;
 }
 
@@ -157,20 +173,15 @@ void CheckTails(const Distribution& d, const Family& family, double x) {
     });
 }
 
-// The quantiles that are searched to 1e-12 of themselves.
-bool IsNoncentral(const Distribution& d, const Family& family) {
-    const bool may = std::ranges::find(family.domains, Domain::Noncentrality) != family.domains.end() ||
-                     family.name == "T";
-    return may && d.quantile.parameters.back() != 0;
-}
-
 // The lower tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
 void CheckQuantile(const Distribution& d, const Family& family, double p, double x) {
     const bool discrete = family.kind == test::Kind::Discrete;
+    // Those quantiles are searched to 1e-12 of themselves.
+    const bool noncentral = HasNoncentrality(family) && d.quantile.parameters.back() != 0;
     double size = std::abs(x);
     for (const double parameter : d.quantile.parameters)
         size = std::max(size, std::abs(parameter));
-    const double rounding = size * (IsNoncentral(d, family) ? 2e-12 : 1e-15);
+    const double rounding = size * (noncentral ? 2e-12 : 1e-15);
     const double below = Evaluate(d.lower, family.bare, discrete ? x - 1 : x - rounding).value;
     const double above = Evaluate(d.lower, family.bare, discrete ? x : x + rounding).value;
     Require(!(below > p + 2e-9 || above < p - 2e-9), [&] {
@@ -181,7 +192,7 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
 void CheckValid(const Family& family, Input& input) {
     if (family.name == "Discrete") return;  // the user's table may be any
     const bool discrete = family.kind == test::Kind::Discrete;
-    const Distribution d = family.With({ValidParameters(family.domains, input), 0, 0});
+    const Distribution d = family.With({ValidParameters(family, input), 0, 0});
     const double p = input.Fraction();
     const double x = Evaluate(d.quantile, family.bare, p).value;
     // Some quantiles lie beyond the range of a double.
@@ -201,6 +212,7 @@ void CheckAny(const Family& family, Input& input) {
     arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
     MakeWild(*f.function, arguments, input);
     f.parameters.assign(arguments.begin() + 1, arguments.end());
+    LimitTime(family, f.parameters, input);
     Array in{};
     const std::size_t count = input.Choice(in.size());
     for (std::size_t i = 0; i < count; ++i) {
