@@ -93,8 +93,7 @@ void TranslateStructuredException(unsigned code, EXCEPTION_POINTERS* pointers) {
 // Makes the interrupted thread go on in zul_trap_entry as if the faulting instruction had been a call to it.
 // The throw then happens in ordinary code, after the system has ended its dispatch of the exception.
 void ResumeInThrow(CONTEXT* context, Trap trap) {
-    if (trap != Trap::IntegerDivideByZero)
-        context->MxCsr = context->FltSave.MxCsr = kTrappingControl;
+    if (trap != Trap::IntegerDivideByZero) context->MxCsr = context->FltSave.MxCsr = kTrappingControl;
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
     context->Rsp -= sizeof(DWORD64);
     *reinterpret_cast<DWORD64*>(context->Rsp) = context->Rip + 1;  // NOLINT: an address it is

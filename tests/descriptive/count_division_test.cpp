@@ -12,7 +12,13 @@
 namespace zul::descriptive {
 namespace {
 
+// For the processors that it is for: the function of a C library may round twice.
+ZUL_FUSED __attribute__((noinline)) double Quotient(double a, double k) {
+    return FusedDivision::Quotient(a, k);
+}
+
 TEST(FusedDivision, IsExactForAnyArgument) {
+    if (!frame::HasFusedMultiplyAdd()) GTEST_SKIP();
     std::mt19937_64 generator(31);
     for (int i = 0; i < 300'000; ++i) {
         const double k = static_cast<double>(1 + (generator() >> (32 + generator() % 32)));
@@ -21,7 +27,7 @@ TEST(FusedDivision, IsExactForAnyArgument) {
         const double product = std::fma(between, k, k / 2);
         for (const double a :
              {std::bit_cast<double>(generator()), product, -std::nextafter(product, 0), -0.0}) {
-            const double quotient = FusedDivision::Quotient(a, k);
+            const double quotient = Quotient(a, k);
             ASSERT_TRUE(test::IsNear(quotient, a / k, 0)) << std::hexfloat << a << " / " << k;
             ASSERT_TRUE(std::isnan(a) || std::signbit(quotient) == std::signbit(a));
         }

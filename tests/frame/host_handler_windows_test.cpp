@@ -48,7 +48,8 @@ TEST(HostHandler, GetsForeignTrapsAndOtherExceptions) {
         library.Trap();
         volatile double result = test::Divide(1, 0);
         (void)result;
-    }).join();
+    })
+        .join();
     EXPECT_EQ(codeOfHost, EXCEPTION_FLT_DIVIDE_BY_ZERO);
     RaiseException(0xE0000001, 0, 0, nullptr);
     EXPECT_EQ(codeOfHost, 0xE0000001);
@@ -91,6 +92,18 @@ TEST(HostHandler, MayUnloadTheLibrary) {
     }
     EXPECT_EQ(GetModuleHandleA("zul.dll"), nullptr);
     EXPECT_THROW(throw std::runtime_error(""), std::runtime_error);  // the system asks every handler about it
+}
+
+TEST(Resource, TellsTheVersion) {
+    char resource[4096];
+    ASSERT_TRUE(GetFileVersionInfoA("zul.dll", 0, sizeof resource, resource));
+    VS_FIXEDFILEINFO* info = nullptr;
+    UINT size = 0;
+    ASSERT_TRUE(VerQueryValueA(resource, "\\", reinterpret_cast<void**>(&info), &size));
+    EXPECT_EQ(std::to_string(HIWORD(info->dwFileVersionMS)) + "." +
+                  std::to_string(LOWORD(info->dwFileVersionMS)) + "." +
+                  std::to_string(HIWORD(info->dwFileVersionLS)),
+              ZUL_TEST_VERSION);
 }
 
 }  // namespace
