@@ -64,7 +64,7 @@ void RecordSlot(Recording& recording, const std::string& slot, const Parameters&
         Slots().at(slot).draw(*sampler, out.data(), kDeviates, parameters);
         for (unsigned i = 0; i < kDeviates; ++i)
             recording.Value({"Sample" + slot, where + std::to_string(i), 1}, out[i]);
-        recording.Value({"States", where + "all of " + slot}, sampler->GetSeed());
+        recording.Value({"States", slot}, sampler->GetSeed());
     }
 }
 
