@@ -1,0 +1,146 @@
+// The root finder, the guarded functions and the elementary ones.
+#include <algorithm>
+#include <array>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+#include "frame/call_frame.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "frame/status.h"
+#include "fuzz/numerics/evaluation.h"
+#include "numerics/deviance.h"
+#include "numerics/elementary.h"
+#include "numerics/gamma.h"
+#include "numerics/prompt_logarithms.h"
+#include "numerics/root_finder.h"
+#include "zul/distributions.h"
+
+namespace zul::fuzz {
+
+using namespace numerics;
+
+namespace {
+
+// A rising function with all the shapes that make false position slow, and NA where it has no value.
+class Rising final : public CmRealFunction {
+public:
+    Rising(int kindOf, double targetValue, double holeAt, bool whole) : kind_(kindOf), hole_(holeAt) {
+        target = targetValue;
+        discrete = whole;
+        absTolX = 1e-12;
+        relTolX = 1e-12;
+        absTolF = 1e-14;
+    }
+    double Evaluate(double x) override {
+        ++evaluations;
+        if (x == hole_) return frame::kNA;
+        const double bounded = std::clamp(x, -1e100, 1e100);
+        switch (kind_) {
+            case 0:
+                return bounded - target;
+            case 1:
+                return std::atan(bounded) - std::clamp(target, -1.5, 1.5);
+            case 2:
+                return bounded * bounded * bounded - target;
+            case 3:
+                return std::floor(bounded) - target;
+            default:
+                return std::exp(std::clamp(bounded, -700.0, 700.0)) - target;
+        }
+    }
+    int evaluations = 0;
+
+private:
+    int kind_;
+    double hole_;
+};
+
+}  // namespace
+
+void RootFinder(Input& input) {
+    const int kind = static_cast<int>(input.Choice(5));
+    const bool whole = input.Flag();
+    const auto end = [&] { return std::clamp(input.Size() * (input.Flag() ? 1 : -1), -1e30, 1e30); };
+    const double target = end();
+    const double a = end();
+    const double b = end();
+    double lo = std::min(a, b);
+    double hi = std::max(a, b);
+    if (whole && hi - lo > 1e4) return;  // it may go through all of them
+    Rising f(kind, target, input.Flag() ? std::numeric_limits<double>::quiet_NaN() : end(), whole);
+    const Evaluation search("root", {static_cast<double>(kind), target, a, b, whole ? 1.0 : 0.0});
+    bool found = true;
+    if (input.Flag()) search.Run(input, [&] { found = ExpandBracket(&lo, &hi, f, -1e30, 1e30); });
+    if (!found || (whole && hi - lo > 1e4)) return;
+    search.Require(std::isfinite(lo) && std::isfinite(hi) && lo <= hi, " bracket", lo, hi);
+    int status = -1;
+    double root = 0;
+    search.Run(input, [&] { root = SolveFalsePosition(lo, hi, f, &status); });
+    const bool failed = status == kRootNotEvaluated || status == kRootNotBracketed;
+    // The rounding of a step is one of the bracket's width.
+    const double slack = whole ? 1 : 1e-15 * (hi - lo);
+    search.Require(
+        failed ? root == frame::kNA : status == kSuccess && root >= lo - slack && root <= hi + slack,
+        " result", status, root, lo, hi);
+    search.Require(f.evaluations <= 101'000, " evaluations", f.evaluations);
+}
+
+// Those that throw: the documented exceptions alone, results as the standard library's.
+void Guarded(Input& input) {
+    const double x = input.Real();
+    const double y = input.Real();
+    const std::size_t which = input.Choice(6);
+    double value = 0;
+    const bool returned = Checked(
+        Mode::Framed,
+        [&] {
+            using Function = double (*)(double);
+            constexpr std::array<Function, 5> kFunctions = {frame::SafeSqrt, frame::SafeExp, frame::SafeLog,
+                                                            frame::SafeTan, frame::LogGamma};
+            value = which == 5 ? frame::FramedCall(&frame::SafePow, x, y)
+                               : frame::FramedCall(kFunctions[which], x);
+        },
+        [&] { return Call("guarded", which, x, y); });
+    if (!returned || std::isnan(x) || std::isnan(y) || std::isinf(x) || std::isinf(y)) return;
+    const double expected[] = {std::sqrt(x), std::exp(x),    std::log(x),
+                               std::tan(x),  std::lgamma(x), std::pow(x, y)};
+    const double error = std::abs(value - expected[which]);
+    const double tolerance = 1e-10 * std::max(1.0, std::abs(expected[which]));
+    Require(!(error > tolerance) || std::isinf(error),
+            [&] { return Call("guarded", which, x, y, value, expected[which]); });
+}
+
+void Elementary(Input& input) {
+    const double x = input.Real();
+    const double mean = Shape(input);
+    const Evaluation elementary("elementary", {x, mean});
+    double log1p = 0;
+    double expm1 = 0;
+    double deviance = 0;
+    double logGamma = 0;
+    double prompt = 0;
+    elementary.Run(input, [&] {
+        log1p = Log1p(x);
+        expm1 = Expm1(x);
+        logGamma = LogGammaFn(x);
+        GammaFn(x);
+        StirlingTerm(x);
+        if (mean > 0 && mean <= kPromptLimit) prompt = PromptLogGamma(mean) - LogGammaFn(mean);
+        if (x >= 0 && x < 1e100 && mean > 1e-100 && mean < 1e100) deviance = Deviance(x, mean);
+    });
+    const auto near = [](double value, double expected, double tolerance) {
+        return std::abs(value - expected) <= tolerance * std::max(std::abs(expected), DBL_MIN);
+    };
+    elementary.Require(!(x > -1 && x < DBL_MAX) || near(log1p, std::log1p(x), 2e-14), " Log1p", log1p);
+    elementary.Require(!(x > kLogUnderflow && x < 709) || near(expm1, std::expm1(x), 2e-14), " Expm1", expm1);
+    elementary.Require(deviance >= 0, " Deviance", deviance);
+    elementary.Require(prompt == 0 || std::abs(prompt) <= 1e-13 * (1 + std::abs(std::log(mean))),
+                       " PromptLogGamma", prompt);
+    elementary.Require(!(x > 3 && x < 1e300) || near(logGamma, std::lgamma(x), 1e-12), " LogGammaFn",
+                       logGamma);
+    elementary.Require(std::isnan(v2::Psi(x)) == !(x > 0 && x <= DBL_MAX), " Psi");
+}
+
+}  // namespace zul::fuzz
