@@ -62,7 +62,10 @@ private:
 void RootFinder(Input& input) {
     const int kind = static_cast<int>(input.Choice(5));
     const bool whole = input.Flag();
-    const auto end = [&] { return std::clamp(input.Size() * (input.Flag() ? 1 : -1), -1e30, 1e30); };
+    const auto end = [&] {
+        const double size = std::min(input.Size(), 1e30);
+        return input.Flag() ? size : -size;
+    };
     const double target = end();
     const double a = end();
     const double b = end();

@@ -19,6 +19,11 @@ public:
 
     bool AtEnd() const { return next_ >= size_; }
     unsigned Byte() { return AtEnd() ? 0U : data_[next_++]; }
+    // Two bytes. One statement each: compilers differ in the order of the operands.
+    unsigned Pair() {
+        const unsigned high = Byte();
+        return high << CHAR_BIT | Byte();
+    }
     bool Flag() { return (Byte() & 1U) != 0; }
 
     // From 0 to count - 1.
@@ -41,7 +46,7 @@ public:
     }
 
     // In [0, 1), evenly.
-    double Uniform() { return (static_cast<double>(Byte()) + static_cast<double>(Byte()) / 256) / 256; }
+    double Uniform() { return Pair() * 0x1p-16; }
     double Uniform(double lo, double hi) { return lo + (hi - lo) * Uniform(); }
     // 10 to a power between the two.
     double Power(double lo, double hi) { return std::pow(10, Uniform(lo, hi)); }
@@ -49,7 +54,7 @@ public:
     // In [0, 1], also close to its ends.
     double Fraction() {
         const unsigned kind = Byte() % 4;
-        const double value = static_cast<double>(Byte() << CHAR_BIT | Byte()) * 0x1p-16;
+        const double value = static_cast<double>(Pair()) * 0x1p-16;
         if (kind == 0) return std::ldexp(value, -static_cast<int>(Byte()) * 4);
         if (kind == 1) return 1 - std::ldexp(value, -static_cast<int>(Byte()) / 5);
         return kind == 2 ? value : static_cast<double>(Byte() % 17) / 16;
@@ -94,7 +99,7 @@ public:
 
     // Positive and finite: 1/65536 to 16 times a power of ten, mostly a small one.
     double Size() {
-        const double mantissa = static_cast<double>((Byte() << CHAR_BIT | Byte()) + 1) * 0x1p-12;
+        const double mantissa = static_cast<double>(Pair() + 1) * 0x1p-12;
         const unsigned kind = Byte();
         if (kind < 160) return mantissa;
         const int exponent = static_cast<int>(Byte()) - 128;
