@@ -356,7 +356,7 @@ ZUL_API int RunOneProportionWilson(OneProportion* record, bool continuity, Alter
 ZUL_API int RunOneProportionClopperPearson(OneProportion* record, double confidence, IntervalType type);
 
 /// The exact binomial test: P(X <= x), P(X >= x), or twice the smaller of them, at most 1.
-/// @param record in: x, n; out: pValue, NaN for p0 outside [0, 1]
+/// @param record in: x, n; out: pValue, NaN for p0 outside [0, 1] and for n above 2147000000
 /// @param alternative the alternative to proportion = p0
 /// @param p0 the hypothesised proportion, in [0, 1]
 /// @return 0; 30002 for another alternative: nothing is written
@@ -395,7 +395,7 @@ ZUL_API int RunOneProportionMidP(OneProportion* record, double confidence, Inter
 
 /// The mid-p test: a tail less half of the mass at x; two-sided, twice the smaller full tail, at most 1, less
 /// that mass.
-/// @param record in: x, n; out: pValue, NaN for p0 outside [0, 1]
+/// @param record in: x, n; out: pValue, NaN for p0 outside [0, 1] and for n above 2147000000
 /// @param alternative the alternative to proportion = p0
 /// @param p0 the hypothesised proportion, in [0, 1]
 /// @return 0; 30002 for another alternative: nothing is written

@@ -41,6 +41,12 @@ double ValueAt(const double* sorted, unsigned n, double position) {
     return sorted[static_cast<std::size_t>(std::clamp(position, 1.0, static_cast<double>(n))) - 1];
 }
 
+// The sum of two huge values overflows.
+double Average(double a, double b) {
+    const double sum = a + b;
+    return std::isinf(sum) ? a / 2 + b / 2 : sum / 2;
+}
+
 }  // namespace
 
 double SortedQuantile(const double* sorted, unsigned n, int method, double p) {
@@ -55,7 +61,7 @@ double SortedQuantile(const double* sorted, unsigned n, int method, double p) {
         case 1:
             return fraction > 0 ? next : at;
         case 2:
-            return fraction > 0 ? next : (at + next) / 2;
+            return fraction > 0 ? next : Average(at, next);
         case 3:
             return fraction == 0 && std::fmod(whole, 2) == 0 ? at : next;
         default:

@@ -17,8 +17,9 @@ using frame::kNA;
 
 namespace {
 
+// Of tails that do not overlap: more than 1 by rounding only.
 double SumOfTails(double a, double b) {
-    return a == kNA || b == kNA ? kNA : a + b;
+    return a == kNA || b == kNA ? kNA : std::min(a + b, 1.0);
 }
 
 double RatioTerm(double count, double n, double probability) {

@@ -12,6 +12,8 @@ double GetKelCorrelationPValue(double r, unsigned n) {
     // Rounding may put the correlation of collinear data above 1.
     const double size = std::abs(r);
     if (size > 1 && std::isfinite(r) && frame::CompareTolerant(size, 1, 0) == 0) r = std::copysign(1.0, r);
+    // The square of a huge r would overflow and leave t = -0.
+    if (!(std::abs(r) <= 1)) return frame::kQuietNaN;
     const double df = n - 2.0;
     const double t = r * std::sqrt(df / (1 - r * r));
     return hypothesis::TTestPValue(t, df, AlternativeHypothesis::NotEqual);

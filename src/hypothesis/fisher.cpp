@@ -55,7 +55,7 @@ double TwoSided(double x, const Margins& of) {
     const double step = above ? -1 : 1;
     for (double y = mode; y >= of.first && y <= of.last; y += step) {
         if (IsNotMoreProbable(HypergeometricProbability(y, of), reference))
-            return tail + HypergeometricTail(y, of, !above);
+            return std::min(tail + HypergeometricTail(y, of, !above), 1.0);
     }
     return tail;
 }

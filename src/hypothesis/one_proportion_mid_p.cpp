@@ -54,6 +54,11 @@ double Solve(const MidPEquation& equation) {
     return p;
 }
 
+// A tail less a part of the mass in it. The tail ends in 0 before the mass does; NaN stays.
+double Rest(double tail, double part) {
+    return std::max(tail - part, 0.0);
+}
+
 }  // namespace
 
 int RunOneProportionMidP(OneProportion* record, double confidence, IntervalType type) {
@@ -70,16 +75,16 @@ int RunOneProportionMidP(OneProportion* record, AlternativeHypothesis alternativ
     const double mass = BinomialProbability(x, n, p0);
     switch (alternative) {
         case AlternativeHypothesis::LessThan:
-            record->pValue = BinomialTail(x, n, p0, false) - mass / 2;
+            record->pValue = Rest(BinomialTail(x, n, p0, false), mass / 2);
             return kSuccess;
         case AlternativeHypothesis::NotEqual: {
             const double lower = BinomialTail(x, n, p0, false);
             const double upper = 1 - lower + mass;
-            record->pValue = std::min(2 * std::min(lower, upper), 1.0) - mass;
+            record->pValue = Rest(std::min(2 * std::min(lower, upper), 1.0), mass);
             return kSuccess;
         }
         case AlternativeHypothesis::GreaterThan:
-            record->pValue = BinomialTail(x, n, p0, true) - mass / 2;
+            record->pValue = Rest(BinomialTail(x, n, p0, true), mass / 2);
             return kSuccess;
     }
     return kBadIntervalType;

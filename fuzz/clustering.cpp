@@ -1,0 +1,449 @@
+// Clustering of random tables and matrices, the library's and a host's: the joins are those of the written rules,
+// and every cut of them, or of random joins, is the partition that they make.
+#include "zul/clustering.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <numeric>
+#include <tuple>
+
+#include "clustering/written_steps.h"
+#include "fuzz/support/check.h"
+#include "fuzz/support/input.h"
+#include "fuzz/support/values.h"
+
+namespace zul::fuzz {
+namespace {
+
+using namespace dax::clustering;
+using dax::types::IReadableVector;
+using dax::types::IRectangularArray;
+using dax::types::IVector;
+using dax::types::StatlibraryErrorCode;
+
+using Labels = std::unique_ptr<IReadableVector<int>>;
+using Steps = std::vector<ClusterStep>;
+
+constexpr std::size_t kMaxObjects = 16;
+
+void Expect(bool condition, const char* what) {
+    Require(condition, [what] { return std::string(what); });
+}
+
+template <typename Evaluate>
+void Run(const char* name, Evaluate evaluate) {
+    Checked(Mode::Bare, evaluate, [name] { return std::string(name); });
+}
+
+// The distances of a host, which accepts pairs of two objects only.
+class HostMatrix : public DistanceMatrix {
+public:
+    explicit HostMatrix(int n) : rows_(n) { InitImpl(n, 0); }
+
+private:
+    std::size_t Index(int i, int j) const {
+        Expect(i >= 0 && i < rows_ && j >= 0 && j < rows_ && i != j, "an element outside the host's matrix");
+        return static_cast<std::size_t>(std::max(i, j) * rows_ + std::min(i, j));
+    }
+    int RowCountImpl() const override { return rows_; }
+    double GetImpl(int i, int j) const override { return values_[Index(i, j)]; }
+    void SetImpl(int i, int j, double value) override { values_[Index(i, j)] = value; }
+    StatlibraryErrorCode InitImpl(int n, double value) override {
+        Expect(n == rows_, "Init() with another number");
+        values_.assign(static_cast<std::size_t>(n * n), value);
+        return dax::types::Success;
+    }
+
+    int rows_;
+    std::vector<double> values_;
+};
+
+// Joins of a host, which has no elements side by side.
+class HostSteps : public IReadableVector<ClusterStep> {
+public:
+    explicit HostSteps(const Steps& steps) : steps_(steps) {}
+    std::size_t SizeImpl() const override { return steps_.size(); }
+    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
+    const ClusterStep* DataImpl() const override { return nullptr; }
+
+private:
+    const Steps& steps_;
+};
+
+// Zeros of either sign are one distance.
+bool Same(double a, double b) {
+    return a == b || (a != a && b != b);
+}
+
+bool SameStep(const ClusterStep& a, const ClusterStep& b) {
+    return Same(a.similarity, b.similarity) && Same(a.distance, b.distance) && a.cluster1 == b.cluster1 &&
+           a.cluster2 == b.cluster2 && a.size == b.size;
+}
+
+// The partition of the objects, one join after the other.
+class Partitions {
+public:
+    explicit Partitions(const Steps& steps) : steps_(steps), lowest_(steps.size() + 1) {
+        std::iota(lowest_.begin(), lowest_.end(), 0);
+    }
+    void Join() {
+        const ClusterStep& step = steps_[joins_++];
+        std::replace(lowest_.begin(), lowest_.end(), step.cluster2, step.cluster1);
+    }
+    // The cluster of each object, by the lowest objects in order.
+    std::vector<int> Numbers() const {
+        std::vector<int> numbers(lowest_.size());
+        int next = 0;
+        for (std::size_t i = 0; i < lowest_.size(); ++i) {
+            const auto first = static_cast<std::size_t>(lowest_[i]);
+            numbers[i] = first == i ? next++ : numbers[first];
+        }
+        return numbers;
+    }
+
+private:
+    const Steps& steps_;
+    std::vector<int> lowest_;
+    std::size_t joins_ = 0;
+};
+
+bool Equal(const Labels& labels, const std::vector<int>& expected) {
+    return labels != nullptr && labels->EmptyImpl() == expected.empty() &&
+           std::equal(expected.begin(), expected.end(), labels->DataImpl(),
+                      labels->DataImpl() + labels->size());
+}
+
+// Every partition that valid joins make, and some cuts.
+void CutEverywhere(Input& input, const Steps& steps) {
+    const HostSteps host(steps);
+    const int n = static_cast<int>(steps.size()) + 1;
+    const int wrong = input.Integer();
+    std::array<double, 3> levels{};
+    for (double& level : levels)
+        level = input.Flag() || steps.empty() ? AnyReal(input) : steps[input.Choice(steps.size())].similarity;
+    std::vector<Labels> byNumber;
+    std::vector<Labels> byCut;
+    Run("FindMembers", [&] {
+        for (int k = 1; k <= n; ++k)
+            byNumber.emplace_back(FindMembersWithNumber(host, k));
+        byNumber.emplace_back(FindMembersWithNumber(host, wrong));
+        for (const double level : levels)
+            byCut.emplace_back(FindMembersWithCut(host, level));
+    });
+    Partitions partitions(steps);
+    for (int k = n; k >= 1; --k) {
+        const std::vector<int> numbers = partitions.Numbers();
+        Expect(Equal(byNumber[static_cast<std::size_t>(k - 1)], numbers), "another partition");
+        if (wrong == k) Expect(Equal(byNumber.back(), numbers), "another partition");
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            const auto first = std::find_if(
+                steps.begin(), steps.end(),
+                [level = levels[i]](const ClusterStep& step) { return step.similarity < level; });
+            if (first - steps.begin() == n - k) Expect(Equal(byCut[i], numbers), "another cut");
+        }
+        if (k > 1) partitions.Join();
+    }
+    if (wrong < 1 || wrong > n) Expect(Equal(byNumber.back(), {}), "a partition into as many clusters");
+}
+
+void Fill(DistanceMatrix* matrix, const test::Square& distances) {
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            matrix->Set(static_cast<int>(i), static_cast<int>(j), distances[i][j]);
+}
+
+// The joins by one matrix, and what they leave in it.
+Steps Cluster(const test::WrittenSteps& written, LinkageEnums linkage, double maximum,
+              DistanceMatrix* matrix) {
+    std::unique_ptr<IReadableVector<ClusterStep>> steps;
+    Run("RunClustering", [&] { steps.reset(RunClustering(linkage, maximum, *matrix)); });
+    Expect(steps != nullptr && steps->size() == written.steps.size(), "another number of joins");
+    for (std::size_t s = 0; s < steps->size(); ++s)
+        Require(SameStep((*steps)[s], written.steps[s]), [&] {
+            const ClusterStep& a = (*steps)[s];
+            const ClusterStep& b = written.steps[s];
+            return Call("another join than written", linkage, maximum, s, a.similarity, a.distance,
+                        a.cluster1, a.cluster2, a.size, b.similarity, b.distance, b.cluster1, b.cluster2,
+                        b.size);
+        });
+    for (std::size_t i = 0; i < written.distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            Expect(Same((*matrix)(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]),
+                   "other distances than written");
+    return {steps->DataImpl(), steps->DataImpl() + steps->size()};
+}
+
+void ClusterBoth(Input& input, const test::Square& distances) {
+    const int n = static_cast<int>(distances.size());
+    const auto linkage = static_cast<LinkageEnums>(1000 + input.Choice(7));
+    const double maximum = input.Flag() ? 10 : AnyReal(input);
+    const test::WrittenSteps written(linkage, maximum, distances);
+    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
+    HostMatrix host(n);
+    Fill(own.get(), distances);
+    Fill(&host, distances);
+    const Steps steps = Cluster(written, linkage, maximum, own.get());
+    Cluster(written, linkage, maximum, &host);
+    std::vector<int> sizes(distances.size(), 1);
+    for (const ClusterStep& step : steps) {
+        Expect(step.cluster1 >= 0 && step.cluster1 < step.cluster2 && step.cluster2 < n, "no clusters");
+        int& size = sizes[static_cast<std::size_t>(step.cluster1)];
+        int& absorbed = sizes[static_cast<std::size_t>(step.cluster2)];
+        Expect(size > 0 && absorbed > 0 && step.size == size + absorbed, "a join of what is no more");
+        size = step.size;
+        absorbed = 0;
+    }
+    CutEverywhere(input, steps);
+}
+
+void RandomMatrices(Input& input) {
+    const std::size_t n = 1 + input.Choice(kMaxObjects);
+    const std::vector<double> values = Values(input, n * (n - 1) / 2);
+    test::Square distances(n);
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j < i; ++j)
+            distances[i].push_back(values[next++]);
+        distances[i].push_back(0);
+    }
+    ClusterBoth(input, distances);
+}
+
+test::Square Read(const DistanceMatrix& matrix, int n) {
+    test::Square distances(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j <= i; ++j)
+            distances[static_cast<std::size_t>(i)].push_back(i == j ? 0 : matrix(i, j));
+    return distances;
+}
+
+using Table = std::unique_ptr<IRectangularArray<double>>;
+
+Table MakeTable(Input& input, int rows, int columns) {
+    Table table(dax::types::MakeIRectangularArrayDouble(rows, columns));
+    Expect(table != nullptr && table->RowCount() == rows && table->ColumnCount() == columns, "no table");
+    const std::vector<double> values = Values(input, static_cast<std::size_t>(rows * columns));
+    for (int i = 0; i < rows * columns; ++i)
+        table->Set(i / columns, i % columns, values[static_cast<std::size_t>(i)]);
+    // Rows that are alike.
+    if (rows > 1 && input.Flag())
+        for (int column = 0; column < columns; ++column)
+            table->Set(rows - 1, column, table->At(0, column));
+    return table;
+}
+
+bool IsModerate(const IRectangularArray<double>& table) {
+    std::vector<double> values;
+    for (int i = 0; i < table.RowCount() * table.ColumnCount(); ++i)
+        values.push_back(table.At(i / table.ColumnCount(), i % table.ColumnCount()));
+    return AreModerate(values, 1e15);
+}
+
+void Observations(Input& input) {
+    const int n = static_cast<int>(input.Choice(kMaxObjects + 1));
+    const int columns = static_cast<int>(input.Choice(9));
+    const int measure =
+        input.Byte() < 240 ? 2000 + static_cast<int>(input.Choice(5)) : input.Integer() % 4096;
+    const bool standardize = input.Flag();
+    const Table table = MakeTable(input, n, columns);
+    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
+    if (columns == 0) {
+        StatlibraryErrorCode status = dax::types::Failure;
+        Run("CreateForClusterObservations", [&] {
+            status =
+                CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
+        });
+        Expect(status == dax::types::Success, "observations without columns");
+        return;
+    }
+    HostMatrix host(n);
+    std::array statuses = {dax::types::Failure, dax::types::Failure};
+    Run("CreateForClusterObservations", [&] {
+        statuses[0] =
+            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
+        statuses[1] =
+            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, host);
+    });
+    const bool isKnown = measure >= 2000 && measure <= 2004;
+    Expect(statuses[0] == (isKnown ? dax::types::Success : dax::types::Failure) && statuses[0] == statuses[1],
+           "status of the observations");
+    if (!isKnown) return;
+    const bool isModerate = IsModerate(*table);
+    const test::Square distances = Read(*own, n);
+    const test::Square again = Read(host, n);
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j) {
+            Expect(Same(distances[i][j], again[i][j]), "the host's distances differ");
+            Expect(!(distances[i][j] < 0) && (!isModerate || std::isfinite(distances[i][j])), "no distance");
+        }
+    bool areAlike = n > 1 && isModerate;
+    for (int column = 0; areAlike && column < columns; ++column)
+        areAlike = table->At(n - 1, column) == table->At(0, column);
+    Expect(!areAlike || (*own)(n - 1, 0) == 0, "a distance of rows that are alike");
+    if (n > 0) ClusterBoth(input, distances);
+}
+
+void Variables(Input& input) {
+    const int rows = static_cast<int>(input.Choice(12));
+    const int n = static_cast<int>(input.Choice(12));
+    const bool absolute = input.Flag();
+    const Table table = MakeTable(input, rows, n);
+    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
+    HostMatrix host(n);
+    std::array statuses = {dax::types::Failure, dax::types::Failure};
+    Run("CreateForClusterVariables", [&] {
+        statuses = {CreateForClusterVariables(*table, absolute, *own),
+                    CreateForClusterVariables(*table, absolute, host)};
+    });
+    Expect(statuses[0] == dax::types::Success && statuses[1] == dax::types::Success,
+           "status of the variables");
+    const bool isModerate = n > 0 && IsModerate(*table);
+    const test::Square distances = Read(*own, n);
+    const test::Square again = Read(host, n);
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j) {
+            const double distance = distances[i][j];
+            Expect(Same(distance, again[i][j]), "the host's distances differ");
+            if (rows < 2) Expect(distance != distance, "a correlation of one row");
+            if (rows < 2 || !isModerate) continue;
+            Expect(distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9,
+                   "a distance of variables outside");
+        }
+    if (n > 0) ClusterBoth(input, distances);
+}
+
+// Joins that no run made: valid ones, and any.
+void RandomSteps(Input& input) {
+    const std::size_t joins = input.Choice(kMaxObjects);
+    const bool isValid = input.Flag();
+    Steps steps;
+    std::vector<int> active(joins + 1);
+    std::iota(active.begin(), active.end(), 0);
+    for (std::size_t s = 0; s < joins; ++s) {
+        ClusterStep step{AnyReal(input), AnyReal(input), 0, 0, input.Integer()};
+        if (isValid) {
+            const std::size_t low = input.Choice(active.size() - 1);
+            const std::size_t high = low + 1 + input.Choice(active.size() - 1 - low);
+            std::tie(step.cluster1, step.cluster2) = std::tuple(active[low], active[high]);
+            active.erase(active.begin() + static_cast<std::ptrdiff_t>(high));
+        } else {
+            const auto number = [&] {
+                return input.Byte() < 250 ? static_cast<int>(input.Choice(joins + 1)) : input.Integer();
+            };
+            step.cluster1 = number();
+            step.cluster2 = number();
+        }
+        steps.push_back(step);
+    }
+    if (isValid) {
+        CutEverywhere(input, steps);
+        return;
+    }
+    const int k = input.Byte() < 200 ? 1 + static_cast<int>(input.Choice(joins + 1)) : input.Integer();
+    const HostSteps host(steps);
+    std::array<Labels, 2> labels;
+    const double level = AnyReal(input);
+    Run("FindMembers of any joins", [&] {
+        labels[0].reset(FindMembersWithNumber(host, k));
+        labels[1].reset(FindMembersWithCut(host, level));
+    });
+    const auto isObject = [joins](int number) { return number >= 0 && number <= static_cast<int>(joins); };
+    const bool nameObjects = std::all_of(steps.begin(), steps.end(), [&](const ClusterStep& step) {
+        return isObject(step.cluster1) && isObject(step.cluster2);
+    });
+    const bool hasNumber = k >= 1 && isObject(k - 1);
+    Expect(labels[0] != nullptr && labels[1] != nullptr, "no labels");
+    Expect(labels[0]->size() == (nameObjects && hasNumber ? joins + 1 : 0), "labels of joins that are none");
+    Expect(labels[1]->size() == (nameObjects ? joins + 1 : 0), "labels of joins that are none");
+}
+
+// The library's matrix against a table of what was set.
+void MatrixElements(Input& input) {
+    const int n = static_cast<int>(input.Choice(9)) - 1;
+    const std::unique_ptr<DistanceMatrix> matrix(MakeDistanceMatrix(n));
+    Expect((matrix != nullptr) == (n >= 0), "MakeDistanceMatrix()");
+    if (matrix == nullptr) return;
+    int size = n;
+    std::vector<double> expected(64, 0.0);
+    const auto at = [&](int i, int j) -> double& {
+        return expected[static_cast<std::size_t>(std::max(i, j) * 8 + std::min(i, j))];
+    };
+    for (int operation = 0; operation < 40; ++operation) {
+        const auto number = [&] {
+            return input.Byte() < 240 ? static_cast<int>(input.Choice(9)) - 1 : input.Integer();
+        };
+        const int i = number();
+        const int j = number();
+        const bool isInside = i >= 0 && j >= 0 && i < size && j < size;
+        const double value = AnyReal(input);
+        if (input.Byte() < 8) {
+            const int objects = static_cast<int>(input.Choice(10)) - 1;
+            StatlibraryErrorCode status = dax::types::Failure;
+            Run("Init", [&] { status = matrix->Init(objects, value); });
+            Expect((status == dax::types::Success) == (objects >= 0), "Init()");
+            size = std::max(objects, 0);
+            expected.assign(81, value);
+            if (size > 8) return;
+            continue;
+        }
+        double read = 0;
+        Run("Set", [&] {
+            matrix->Set(i, j, value);
+            read = (*matrix)(j, i);
+        });
+        if (isInside) at(i, j) = value;
+        Expect(isInside ? Same(read, value) : read != read, "an element of the matrix");
+        Expect(matrix->RowCount() == n, "RowCount()");
+    }
+    for (int i = 0; i < size; ++i)
+        for (int j = 0; j <= i; ++j)
+            Expect(Same((*matrix)(i, j), at(i, j)), "another element of the matrix");
+}
+
+// The library's vector against the standard one.
+void Vectors(Input& input) {
+    const std::size_t n = input.Choice(9);
+    const double first = AnyReal(input);
+    const std::unique_ptr<IVector<double>> vector(dax::types::MakeIVectorDouble(n, first));
+    std::vector<double> expected(n, first);
+    for (int operation = 0; operation < 20; ++operation) {
+        const std::size_t size = input.Choice(20);
+        const std::size_t element = expected.empty() ? 0 : input.Choice(expected.size());
+        const double any = AnyReal(input);
+        const bool isOwn = !expected.empty() && input.Flag();
+        const double value = isOwn ? expected[element] : any;
+        const double& given = isOwn ? vector->AtImpl(element) : any;
+        StatlibraryErrorCode status = dax::types::Failure;
+        const std::size_t kind = input.Choice(5);
+        Run("vector", [&] {
+            status = kind == 0   ? vector->AssignImpl(size, given)
+                     : kind == 1 ? vector->ResizeImpl(size, given)
+                     : kind == 2 ? vector->ResizeImpl(size)
+                     : kind == 3 ? vector->ReserveImpl(size * 10)
+                                 : dax::types::Success;
+            if (kind == 4 && !expected.empty()) vector->AtImpl(element) = any;
+        });
+        if (kind == 0) expected.assign(size, value);
+        if (kind == 1) expected.resize(size, value);
+        if (kind == 2) expected.resize(size);
+        if (kind == 4 && !expected.empty()) expected[element] = any;
+        const bool isSame = status == dax::types::Success && vector->size() == expected.size() &&
+                            vector->EmptyImpl() == expected.empty() &&
+                            std::equal(expected.begin(), expected.end(), vector->DataImpl(), SameBits);
+        Expect(isSame, "the vector differs");
+    }
+}
+
+}  // namespace
+}  // namespace zul::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace zul::fuzz;
+    constexpr std::array kTargets = {RandomMatrices, RandomMatrices, RandomMatrices, Observations,
+                                     Variables,      RandomSteps,    MatrixElements, Vectors};
+    Input input(data, size);
+    kTargets[input.Choice(kTargets.size())](input);
+    return 0;
+}
