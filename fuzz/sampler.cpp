@@ -155,6 +155,10 @@ void Correct(std::string_view name, Parameters* p) {
     }
 }
 
+std::string NameOf(std::string_view operation) {
+    return std::string("Sample").append(operation);
+}
+
 // What one call on a fresh sampler does.
 struct Outcome {
     std::vector<double> values;
@@ -165,33 +169,33 @@ struct Outcome {
 
 using Draw = std::function<int(ISampler&, double* out, unsigned count)>;
 
-Outcome Call(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
-             unsigned count) {
+Outcome DrawOnce(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
+                 unsigned count) {
     const test::SamplerPtr sampler = test::MakeSampler(seed);
     Require(sampler != nullptr, [] { return std::string("no sampler"); });
     const double before = sampler->GetSeed();
     Guarded<double> out(size, kUnwritten);
     Outcome outcome;
     const auto run = [&] { outcome.status = draw(*sampler, out.Data(), count); };
-    outcome.returned = Checked(mode, run, [&] { return "Sample" + std::string(name); });
+    outcome.returned = Checked(mode, run, [&] { return NameOf(name); });
     outcome.values = out.Values();
     outcome.seed = sampler->GetSeed();
-    Require(out.IsIntact(), [&] { return "Sample" + std::string(name) + " wrote outside"; });
+    Require(out.IsIntact(), [&] { return NameOf(name) + " wrote outside"; });
     if (count == 0)
         Require(outcome.returned && out.IsUntouched() && outcome.seed == before,
-                [&] { return "Sample" + std::string(name) + " drew nothing, and did something"; });
+                [&] { return NameOf(name) + " drew nothing, and did something"; });
     return outcome;
 }
 
 // Twice, with the same outcome.
 Outcome CallTwice(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
                   unsigned count) {
-    const Outcome first = Call(name, mode, draw, seed, size, count);
-    const Outcome second = Call(name, mode, draw, seed, size, count);
+    const Outcome first = DrawOnce(name, mode, draw, seed, size, count);
+    const Outcome second = DrawOnce(name, mode, draw, seed, size, count);
     const bool isSame = first.status == second.status && first.returned == second.returned &&
                         first.seed == second.seed &&
                         std::equal(first.values.begin(), first.values.end(), second.values.begin(), SameBits);
-    Require(isSame, [&] { return "Sample" + std::string(name) + " differs for one seed"; });
+    Require(isSame, [&] { return NameOf(name) + " differs for one seed"; });
     return first;
 }
 
@@ -218,9 +222,9 @@ void Deviates(Input& input) {
         CallTwice(operation.name, isFramed ? Mode::Framed : Mode::Bare, draw, seed, count, count);
     if (!outcome.returned) return;
     const auto describe = [&] {
-        std::string text = "Sample" + std::string(operation.name);
+        std::string text = NameOf(operation.name);
         for (const double p : parameters)
-            text += " " + std::to_string(p);
+            text.append(" ").append(std::to_string(p));
         return text;
     };
     if (operation.name == "Indices") {
@@ -285,7 +289,7 @@ void Rows(Input& input) {
     const bool isValid = isProper && AreModerate(mean);
     for (const double x : outcome.values)
         Require(IsWritten(x) && (!isValid || std::isfinite(x)),
-                [&] { return fuzz::Call("SampleMVNormal", count, dimension, isValid, x); });
+                [&] { return Call("SampleMVNormal", count, dimension, isValid, x); });
 }
 
 // The state of the generator, and what there is beside deviates.
@@ -299,9 +303,9 @@ void Seeds(Input& input) {
     ISampler* sampler = nullptr;
     Checked(
         Mode::Framed, [&] { sampler = MakeISampler(&status, seed, rng); },
-        [&] { return fuzz::Call("MakeISampler", seed, static_cast<int>(rng)); });
+        [&] { return Call("MakeISampler", seed, static_cast<int>(rng)); });
     const int expected = rng == 10 ? 0 : rng >= 0 && rng < 10 ? 30011 : 30017;
-    const auto where = [&] { return fuzz::Call("seeds", seed, other, static_cast<int>(rng)); };
+    const auto where = [&] { return Call("seeds", seed, other, static_cast<int>(rng)); };
     Require(status == expected && (sampler != nullptr) == (status == 0), where);
     if (sampler != nullptr) {
         Guarded<double> out(count, kUnwritten);

@@ -6,14 +6,14 @@
 #include "distributions/objects/uniform_source.h"
 #include "frame/call_frame.h"
 #include "frame/missing_value.h"
+#include "frame/status.h"
 
 namespace zul::sampling {
 
 // The arithmetic. It owns nothing: what owns the object calls it through a pointer, since a trap in a
-// function with destructors to run may end the process. No deviates need no preparation, which may trap.
+// function with destructors to run may end the process.
 template <typename Object>
 int SetUpAndDraw(Object* object, objects::UniformSource* source, double* out, unsigned count) {
-    if (count == 0) return object->Status();
     object->SetGenerator(source);
     if constexpr (requires { object->DrawMany(out, count); }) {
         object->DrawMany(out, count);
@@ -24,10 +24,11 @@ int SetUpAndDraw(Object* object, objects::UniformSource* source, double* out, un
     return object->Status();
 }
 
-// Without a check of the parameters.
+// Without a check of the parameters. No deviates need no object, whose construction may trap.
 template <typename Object, typename... Types>
 int BuildAndDraw(objects::UniformSource* source, double* out, unsigned count, Types... parameters) {
     int (*volatile draw)(Object*, objects::UniformSource*, double*, unsigned) = &SetUpAndDraw<Object>;
+    if (count == 0) return kSuccess;
     Object object(parameters...);
     return draw(&object, source, out, count);
 }
@@ -36,6 +37,7 @@ int BuildAndDraw(objects::UniformSource* source, double* out, unsigned count, Ty
 template <typename Object, typename... Types>
 int BuildCheckAndDraw(objects::UniformSource* source, double* out, unsigned count, Types... parameters) {
     int (*volatile draw)(Object*, objects::UniformSource*, double*, unsigned) = &SetUpAndDraw<Object>;
+    if (count == 0) return kSuccess;
     Object object(parameters...);
     if (object.IsValid()) return draw(&object, source, out, count);
     std::fill_n(out, count, frame::kQuietNaN);
