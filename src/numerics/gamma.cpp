@@ -5,7 +5,6 @@
 #include <limits>
 #include <numbers>
 
-#include "frame/errors.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {
@@ -75,12 +74,6 @@ double LogGammaFn(double a) {
     if (a > kLogGammaLimit) return RangeError(DBL_MAX);
     const auto [y, factor] = RaiseArgument(a);
     return (y - 0.5) * std::log(y) + std::log(factor) - y + kLogTwoPi / 2 + StirlingCorrection(y);
-}
-
-double GuardedLogGamma(double a) {
-    if (a <= 0) frame::ThrowGammaOfNonpositive();
-    if (a + 7 <= 7) frame::ThrowGammaTooCloseToZero();
-    return LogGammaFn(a);
 }
 
 double StirlingTerm(double a) {

@@ -13,10 +13,6 @@ double GammaFn(double a);
 // and errno EDOM; overflow: DBL_MAX and errno ERANGE.
 double LogGammaFn(double a);
 
-// LogGammaFn with the domain and the exceptions of frame::LogGamma, as the densities take it: a <= 0, and a so
-// small that a + 7 is 7, throw std::invalid_argument.
-double GuardedLogGamma(double a);
-
 // log(gamma(a + 1)) - a log(a) + a: what Stirling's formula a log(a) - a leaves over. a < 0: DBL_MAX and
 // errno EDOM.
 double StirlingTerm(double a);
