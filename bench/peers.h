@@ -41,7 +41,7 @@ using BoostNormal = boost::math::normal_distribution<double, BoostPolicy>;
 namespace zul::bench {
 
 // Its own handler ends the process where an inverse does not converge.
-inline const gsl_error_handler_t* const kGslHandler = gsl_set_error_handler_off();
+inline gsl_error_handler_t* const kGslHandler = gsl_set_error_handler_off();
 
 }  // namespace zul::bench
 #else

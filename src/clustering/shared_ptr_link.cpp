@@ -24,6 +24,7 @@ void SharedPtrLink::AddLink(SharedPtrLink* other) {
     other->next_ = next_;
     next_->previous_ = other;
     other->previous_ = this;
+    // cppcheck-suppress danglingLifetime ; that of Swap leaves the ring before it ends
     next_ = other;
 }
 
