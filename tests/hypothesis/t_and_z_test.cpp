@@ -9,8 +9,6 @@
 namespace zul::v0 {
 namespace {
 
-constexpr auto kTwoSided = IntervalType::TwoSided;
-constexpr auto kNotEqual = AlternativeHypothesis::NotEqual;
 
 TEST(TestRecords, StartEmpty) {
     const TwoSampleT t;
