@@ -103,15 +103,19 @@ std::vector<AllocatingCall> AllocatingSampler() {
 std::vector<PlainCall> PlainSampler() {
     Shared();
     std::vector<PlainCall> calls = {{"Seeder", [] { Seeder(); }}};
-    // The second ends in exceptions or NaN for some.
-    for (const Parameters& parameters :
-         {Parameters{0.5, 0.5, 2}, Parameters{20, 7, 12}, Parameters{1e308, 1, 0}})
-        for (const auto& [name, slot] : Slots())
-            if (name != "Discrete" && name != "Indices")
-                calls.push_back({"", [parameters, draw = slot.draw] {
-                                     std::array<double, 20> out{};
-                                     draw(Shared(), out.data(), 20, parameters);
-                                 }});
+    const auto add = [&calls](const Slot& slot, const Parameters& parameters) {
+        calls.push_back({"", [parameters, draw = slot.draw] {
+                             std::array<double, 20> out{};
+                             draw(Shared(), out.data(), 20, parameters);
+                         }});
+    };
+    for (const auto& [name, slot] : Slots()) {
+        if (name == "Discrete" || name == "Indices") continue;
+        add(slot, {0.5, 0.5, 2});
+        add(slot, {20, 7, 12});
+        // Ends in an exception or NaN for most.
+        if (!slot.isDiscrete) add(slot, {1e308, 1, 0});
+    }
     return calls;
 }
 
