@@ -109,9 +109,12 @@ Result RunWithFailure(const AllocatingCall& call, int failing) {
 
 // The 1st, 2nd, ... allocation fails until the call needs none that does.
 TEST(Allocations, ReportEachFailure) {
-    for (const AllocatingCall& call : AllocatingCalls())
+    int row = 0;
+    for (const AllocatingCall& call : AllocatingCalls()) {
+        ++row;
         for (int failing = 1;; ++failing) {
-            SCOPED_TRACE(call.exports + " without allocation " + std::to_string(failing));
+            SCOPED_TRACE("row " + std::to_string(row) + " " + call.exports + " without allocation " +
+                         std::to_string(failing));
             const Result run = RunWithFailure(call, failing);
             const bool hasFailed = run.tried >= failing;
             EXPECT_EQ(run.live, 0);
@@ -121,6 +124,7 @@ TEST(Allocations, ReportEachFailure) {
             EXPECT_TRUE(hasFailed || failing > 1) << "allocates nothing";
             if (!hasFailed) break;
         }
+    }
 }
 
 // Nor does a call that ends in an exception: its message needs no memory.
