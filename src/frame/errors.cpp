@@ -13,6 +13,11 @@ const Exception& Kept(const char* message) {
     return *new Exception(message);
 }
 
+template <typename Exception>
+Exception Copy(const Exception& kept) {
+    return kept;
+}
+
 using InvalidArgument = std::invalid_argument;
 using RuntimeError = std::runtime_error;
 
@@ -37,53 +42,53 @@ const auto& kVectorTooLong = Kept<std::length_error>("vector<T> too long");
 void RaiseTrap(Trap trap) {
     switch (trap) {
         case Trap::Invalid:
-            throw kInvalid;
+            throw Copy(kInvalid);
         case Trap::DivideByZero:
-            throw kDivideByZero;
+            throw Copy(kDivideByZero);
         case Trap::Overflow:
-            throw kOverflow;
+            throw Copy(kOverflow);
         case Trap::IntegerDivideByZero:
-            throw kIntegerDivideByZero;
+            throw Copy(kIntegerDivideByZero);
         case Trap::Multiple:
             break;
     }
-    throw kMultiple;
+    throw Copy(kMultiple);
 }
 
 void ThrowFloatOverflow() {
-    throw kFloatOverflow;
+    throw Copy(kFloatOverflow);
 }
 
 void ThrowSqrtOfNegative() {
-    throw kSqrtOfNegative;
+    throw Copy(kSqrtOfNegative);
 }
 
 void ThrowLogOfNegative() {
-    throw kLogOfNegative;
+    throw Copy(kLogOfNegative);
 }
 
 void ThrowNonintegerPowerOfNegative() {
-    throw kNonintegerPowerOfNegative;
+    throw Copy(kNonintegerPowerOfNegative);
 }
 
 void ThrowNegativePowerOfZero() {
-    throw kNegativePowerOfZero;
+    throw Copy(kNegativePowerOfZero);
 }
 
 void ThrowTrigonometricRange() {
-    throw kTrigonometricRange;
+    throw Copy(kTrigonometricRange);
 }
 
 void ThrowGammaOfNonpositive() {
-    throw kGammaOfNonpositive;
+    throw Copy(kGammaOfNonpositive);
 }
 
 void ThrowGammaTooCloseToZero() {
-    throw kGammaTooCloseToZero;
+    throw Copy(kGammaTooCloseToZero);
 }
 
 void ThrowVectorTooLong() {
-    throw kVectorTooLong;
+    throw Copy(kVectorTooLong);
 }
 
 }  // namespace zul::frame

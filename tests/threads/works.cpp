@@ -16,23 +16,24 @@ namespace zul::test {
 namespace {
 
 constexpr unsigned kCount = 300;
+constexpr std::size_t kRoom = kCount;
 
 Results Describe(unsigned seed) {
     const std::vector<double> x = NormalData(seed);
     const std::vector<double> y = NormalData(seed + 100);
-    Results r(8 * kCount);
+    Results r(8 * kRoom);
     double* out = r.data();
     std::vector<unsigned> order(kCount);
     std::array<unsigned, 2> counts{};
     int status = 0;
     v1::GetCumulativeSums(x.data(), kCount, out);
-    v1::GetProportions(x.data(), kCount, out + kCount);
-    v1::GetRank(x.data(), kCount, out + 2 * kCount);
+    v1::GetProportions(x.data(), kCount, out + kRoom);
+    v1::GetRank(x.data(), kCount, out + 2 * kRoom);
     v1::GetOrder(x.data(), kCount, order.data());
-    v1::GetSampleQuantiles(x.data(), kCount, 7, out + 4 * kCount, out + kCount, kCount);
-    v1::GetMode(x.data(), kCount, out + 5 * kCount, 20, &counts[0], &counts[1]);
-    v1::GetCenteredOrderKPowerSums(x.data(), kCount, out + 6 * kCount, 4);
-    v1::GetKelSkewnessAndKurtosis(x.data(), kCount, out + 7 * kCount, out + 7 * kCount + 1);
+    v1::GetSampleQuantiles(x.data(), kCount, 7, out + 4 * kRoom, out + kRoom, kCount);
+    v1::GetMode(x.data(), kCount, out + 5 * kRoom, 20, &counts[0], &counts[1]);
+    v1::GetCenteredOrderKPowerSums(x.data(), kCount, out + 6 * kRoom, 4);
+    v1::GetKelSkewnessAndKurtosis(x.data(), kCount, out + 7 * kRoom, out + 7 * kRoom + 1);
     r.insert(r.end(), order.begin(), order.end());
     r.insert(r.end(), {v1::GetSampleMean(x.data(), kCount), v1::GetSampleVariance(x.data(), kCount),
                        v1::GetPearsonCorrelation(x.data(), y.data(), kCount),
