@@ -43,8 +43,10 @@ namespace zul {
 ///
 /// Call it once on each thread that calls the library; calling it again does no harm. On POSIX systems the
 /// first call of the process installs a handler for SIGFPE: signals of threads that did not register, and
-/// those that are not floating-point traps, go on to the handler that was there before. The thread is left
-/// in the default mode.
+/// those that are not floating-point traps, go on to the handler that was there before. On Windows it installs
+/// a vectored exception handler until the library is unloaded: it comes before handlers of __try blocks, which
+/// do not see the traps of registered threads, and leaves all else to them. The thread is left in the default
+/// mode.
 /// @return 0, always.
 ZUL_API int RegisterKelSigfpeHandler(void);
 
