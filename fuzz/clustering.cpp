@@ -8,7 +8,7 @@
 #include <tuple>
 
 #include "clustering/written_steps.h"
-#include "fuzz/clustering.h"
+#include "fuzz/clustering/parts.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/values.h"

@@ -1,6 +1,6 @@
 // The hypothesis tests of random records and data: statuses, which fields a call writes, bounds in order,
 // p-values in [0, 1], and overloads that agree. Here the tests without a record of bounds.
-#include "fuzz/hypothesis.h"
+#include "fuzz/hypothesis/parts.h"
 
 #include <algorithm>
 #include <array>

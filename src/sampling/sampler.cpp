@@ -17,6 +17,7 @@
 #include "sampling/alias_table.h"
 #include "sampling/deviates.h"
 #include "sampling/indices.h"
+#include "zul/frame.h"
 
 namespace zul {
 
@@ -255,7 +256,8 @@ ISampler* MakeSampler(int* status, double seed, BasicRng rng) {
     *status = kOutOfMemory;
     std::unique_ptr<CombinedGenerator> generator(new (std::nothrow) CombinedGenerator);
     if (!generator) return nullptr;
-    const bool isUsable = seed != 0 && std::isfinite(seed);
+    // By the bits first: a signalling NaN would trap in a comparison.
+    const bool isUsable = !IsNaN(seed) && !IsInfinity(seed) && seed != 0;
     generator->Reseed(isUsable ? seed : Seeder());
     ISampler* const sampler = new (std::nothrow) Sampler(std::move(generator));
     if (sampler != nullptr) *status = kSuccess;

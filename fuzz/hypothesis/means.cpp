@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "fuzz/hypothesis.h"
+#include "fuzz/hypothesis/parts.h"
 
 namespace zul::fuzz {
 namespace {

@@ -2,7 +2,7 @@
 #include <array>
 #include <numeric>
 
-#include "fuzz/hypothesis.h"
+#include "fuzz/hypothesis/parts.h"
 
 namespace zul::fuzz {
 namespace {

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "fuzz/clustering.h"
+#include "fuzz/clustering/parts.h"
 #include "fuzz/support/values.h"
 #include "zul/clustering.h"
 
