@@ -9,7 +9,6 @@
 namespace zul::v0 {
 namespace {
 
-
 TEST(TestRecords, StartEmpty) {
     const TwoSampleT t;
     const TwoProportion p;
