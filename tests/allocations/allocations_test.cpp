@@ -27,7 +27,7 @@ std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
     for (const auto& calls :
          {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingSampler(), test::AllocatingClustering()})
+          test::AllocatingObjects(), test::AllocatingSampler(), test::AllocatingClustering()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }
