@@ -11,6 +11,6 @@ if(MINGW AND NOT ZUL_STATIC_RUNTIME)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}.dll OUTPUT_VARIABLE runtime_dll
                     OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
     file(COPY ${runtime_dll} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-    install(FILES ${runtime_dll} DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES ${runtime_dll} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
   endforeach()
 endif()
