@@ -183,10 +183,11 @@ TEST(ExpandBracket, FailsInsteadOfLooping) {
     const auto one = [](double) { return 1.0; };
     ExpectNoBracket([](double) { return kNA; }, 0, 1, -10, 10);
     ExpectNoBracket(one, 0, 1, -10, 10);  // no root within the limits
-    ExpectNoBracket([](double x) { return x == 1 ? 1.0 : kNA; }, 0, 1, -10,
-                    10);                                           // the midpoint reaches the end
-    ExpectNoBracket(one, 2, 2, -10, 10);                           // no width
-    ExpectNoBracket([](double x) { return x; }, 20, 30, -10, 10);  // outside the limits
+    // Halving towards an end with an even last digit arrives there, towards any other at its neighbour.
+    for (const double end : {1.0, std::nextafter(1.0, 2.0)})
+        ExpectNoBracket([end](double x) { return x == end ? 1.0 : kNA; }, 0, end, -10, 10);
+    ExpectNoBracket(one, 2, 2, -10, 10);                                                // no width
+    ExpectNoBracket([](double x) { return x; }, 20, 30, -10, 10);                       // outside the limits
     ExpectNoBracket([](double x) { return x > 5 ? kNA : x - 20; }, 0, 1, -1e30, 1e30);  // a gap on the way
 }
 
