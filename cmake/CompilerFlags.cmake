@@ -13,8 +13,8 @@ endif()
 # compiler must neither assume that arithmetic cannot throw nor move or contract it.
 add_library(zul_arithmetic INTERFACE)
 if(MSVC)
-  # Not tested by this project. CMake's own /EHsc has to make way for /EHa.
-  string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+  # Not tested by this project. CMake's own /EHsc has to make way for /EHa, also in the programs that catch.
+  string(REPLACE "/EHsc" "/EHa" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
   target_compile_options(zul_arithmetic INTERFACE /EHa /fp:strict)
 else()
   target_compile_options(

@@ -110,7 +110,7 @@ ZUL_API void BinomialPdf(double* out, const double* in, std::size_t count, int n
 ///
 /// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
 /// x < 0 gives 0 and 1, x > n gives 1 and 0, whatever prob is. NaN for prob outside [0, 1] and for n above
-/// 2147000000.
+/// 2147000000, where an n so large that n - x rounds to n gives 1 for the upper tail, however.
 /// Method: sums of the saddle-point masses, or their Euler-Maclaurin integral; for a prob that fails there
 /// the incomplete beta pair, M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964,
 /// 26.5.24.
@@ -692,7 +692,7 @@ ZUL_API void NegBinomialPdf(double* out, const double* in, std::size_t count, do
 ///
 /// x < r gives 0, x <= r gives 1. Deliberate: x is not rounded. Between whole numbers both tails are those at
 /// the number below, and for r = 1 those of GeometricCdf(). NaN for prob outside [0, 1] and for x above
-/// 2147000000, unless r = 1.
+/// 2147000000, unless r = 1, but 1 for the lower tail where x - r rounds to x.
 ZUL_API double NegBinomialCdf(double x, double prob, double r, bool upper);
 /// Array form: out[i] = NegBinomialCdf(in[i], prob, r, upper), see @ref array_forms.
 ZUL_API void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r,
@@ -766,7 +766,8 @@ ZUL_API void PoissonPdf(double* out, const double* in, std::size_t count, double
 /// smaller tail about 1e-9.
 ///
 /// Between whole numbers the lower tail is that at the number below, the upper one that at the number above.
-/// x < 0 gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for x of 94906265 or more.
+/// x < 0 gives 0 and 1; otherwise mean <= 0 gives 1 and, above x = 0, 0. NaN for a lower tail at
+/// x of 94906265 or more and an upper one above that.
 /// Method: the chi-square tails at 2 mean with 2 (x + 1) degrees of freedom, M. Abramowitz and I. A. Stegun,
 /// Handbook of Mathematical Functions, 1964, 26.4.21.
 ZUL_API double PoissonCdf(double x, double mean, bool upper);

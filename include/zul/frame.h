@@ -10,7 +10,8 @@
 /// The distribution functions, p-values and critical values compute with the processor's traps for invalid
 /// operation, division by zero and overflow switched on, so that a broken computation stops at once instead
 /// of spreading NaN or infinity through a statistic. A thread on which RegisterKelSigfpeHandler() has been
-/// called gets such a trap as a standard exception; on any other thread it is a raw SIGFPE.
+/// called gets such a trap as a standard exception; on any other thread it is a raw SIGFPE, or on Windows the
+/// structured exception.
 ///
 /// | hardware trap | exception | what() |
 /// |---|---|---|
