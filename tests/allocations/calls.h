@@ -31,7 +31,6 @@ struct PlainCall {
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
-std::vector<AllocatingCall> AllocatingObjects();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
 

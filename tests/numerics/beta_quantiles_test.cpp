@@ -5,15 +5,12 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <limits>
 #include <string>
 
 #include "frame/error_state.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/wild_arguments.h"
-#include "zul/frame.h"
 
 namespace zul::numerics {
 namespace {
@@ -77,8 +74,7 @@ TEST(BetaQuantiles, InvertThePairOnEveryBranch) {
     }
 }
 
-TEST(BetaQuantiles, HandleTheEndsAndReportTheDomain) {
-    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+TEST(BetaQuantiles, HandleTheEnds) {
     const BetaShapes shapes(2, 3);
     EXPECT_EQ(Invert(0, shapes, false).x, 0);
     EXPECT_EQ(Invert(1, shapes, false).x, 1);
@@ -88,20 +84,6 @@ TEST(BetaQuantiles, HandleTheEndsAndReportTheDomain) {
     EXPECT_EQ(errorState.level, frame::LevelUnderflow);
     EXPECT_EQ(InvertF(0.1, BetaShapes(2, 1e-3), true), DBL_MAX);
     EXPECT_EQ(errorState.level, frame::LevelUnderflow);
-    struct Case {
-        double tail, a, b;
-    };
-    for (const Case& c : {Case{kNan, 1, 1}, {1.0001, 1, 1}, {0.5, 0, 1}, {0.5, kNan, 1}}) {
-        for (const bool upper : {false, true}) {
-            EXPECT_EQ(Invert(c.tail, BetaShapes(c.a, c.b), upper).complement, -DBL_MAX);
-            EXPECT_EQ(errorState.level, frame::LevelDomain) << c.tail;
-            EXPECT_EQ(InvertF(c.tail, BetaShapes(c.a, c.b), upper), -DBL_MAX);
-        }
-    }
-    EXPECT_EQ(InvertF(1, shapes, false), -DBL_MAX);
-    EXPECT_EQ(InvertF(0, shapes, true), -DBL_MAX);
-    EXPECT_EQ(errorState.level, frame::LevelDomain);
-    EXPECT_EQ(errorState.routine.View(), "F_upper_quant");
 }
 
 TEST(BetaNewton, InvertsThePairFromANearbyStart) {
@@ -120,37 +102,6 @@ TEST(BetaNewton, InvertsThePairFromANearbyStart) {
         EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
         EXPECT_EQ(errorState.routine.View(), "beta_newton");
     }
-}
-
-TEST(BetaQuantiles, SurviveAnyArgument) {
-    // Tails of this size for shapes of this size are out of reach.
-    constexpr double kVanishing = 1e-280;
-    test::WildArguments wild(2);
-    SetKelFpuStates();
-    int failures = 0;
-    for (int i = 0; i < test::kSweepCount; ++i) {
-        const double a = wild.OrSpecial(wild.Positive());
-        const double b = wild.OrSpecial(wild.Positive());
-        const double tail = wild.OrSpecial(wild.Fraction());
-        const BetaShapes shapes(a, b);
-        const Quantile r = Invert(tail, shapes, i % 2 == 1);
-        if (!(tail >= 0 && tail <= 1 && a > 0 && b > 0 && a <= kShapeLimit && b <= kShapeLimit)) {
-            failures += errorState.level != frame::LevelDomain || r.x != -DBL_MAX;
-            continue;
-        }
-        if (errorState.Failed()) {
-            failures += std::min(a, b) > kVanishing;
-            continue;
-        }
-        failures += !(r.x >= 0 && r.x <= 1 && std::abs(r.x + r.complement - 1) <= 1e-15);
-        double tails[2] = {};
-        beta_df(r.x, r.complement, shapes, &tails[0], &tails[1], nullptr);
-        const double smaller = std::min(tail, 1 - tail);
-        if (std::min(r.x, r.complement) < 1e-287 || smaller < 1e-287 || errorState.level != 0) continue;
-        failures += std::abs(tails[(i + (tail > 0.5)) % 2] - smaller) > 1e-9 * smaller;
-    }
-    ResetFpuStates();
-    EXPECT_EQ(failures, 0);
 }
 
 }  // namespace

@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
 #include "frame/error_state.h"
-#include "numerics/gamma_tails.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -43,7 +40,7 @@ TEST(GammaQuantiles, MatchReference) {
     }
 }
 
-TEST(GammaQuantiles, KnowTheEndsAndTheirDomain) {
+TEST(GammaQuantiles, KnowTheEnds) {
     EXPECT_EQ(Quantile(0, 2, false), 0);
     EXPECT_EQ(Quantile(1, 2, true), 0);
     EXPECT_EQ(errorState.level, 0);
@@ -53,22 +50,6 @@ TEST(GammaQuantiles, KnowTheEndsAndTheirDomain) {
     EXPECT_TRUE(test::IsNear(Quantile(1e-305, 1, true), 305 * std::log(10.0), 1e-14));
     EXPECT_EQ(Quantile(1e-310, 3, true), -DBL_MAX);
     EXPECT_EQ(Quantile(0.25, 1, true), -std::log(0.25));
-    const double nan = std::nan("");
-    for (const auto& [p, a] : {std::pair{-1e-9, 2.0},
-                               {1 + 1e-9, 2.0},
-                               {nan, 2.0},
-                               {0.5, 0.0},
-                               {0.5, -1.0},
-                               {0.5, nan},
-                               {0.5, kShapeLimit + 1}}) {
-        for (const bool upper : {false, true}) {
-            EXPECT_EQ(Quantile(p, a, upper), -DBL_MAX) << p << " " << a;
-            EXPECT_EQ(errorState.level, frame::LevelDomain);
-        }
-    }
-    EXPECT_EQ(Quantile(1, 2, false), -DBL_MAX);
-    EXPECT_EQ(Quantile(0, 2, true), -DBL_MAX);
-    EXPECT_EQ(errorState.routine.View(), "gamma_upper_quant");
 }
 
 TEST(Chi2Quantiles, AreTwiceThoseOfGamma) {
@@ -80,20 +61,6 @@ TEST(Chi2Quantiles, AreTwiceThoseOfGamma) {
     chi2_upper_quant(0, 5, &x);
     EXPECT_EQ(x, -DBL_MAX);
     EXPECT_EQ(errorState.routine.View(), "chi2_upper_quant");
-}
-
-TEST(GammaQuantiles, GoBackAndForthForWildArguments) {
-    test::Sweep([](test::WildArguments& random) {
-        const double a = std::min(random.Wild(-6, 7), 9e7);
-        const double p = random.Fraction();
-        const bool upper = random.Uniform() < 0.5;
-        const double x = Quantile(p, a, upper);
-        ASSERT_LE(errorState.level, frame::LevelUnderflow) << p << " " << a << " " << upper;
-        GammaTails tails{};
-        if (errorState.level == 0 && x > DBL_MIN && FineGammaTails(x, a, &tails)) {
-            ASSERT_NEAR((upper ? tails.upper : tails.lower) / p, 1, 1e-10) << p << " " << a << " " << upper;
-        }
-    });
 }
 
 }  // namespace

@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "frame/error_state.h"
 #include "numerics/incomplete_gamma.h"
-#include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -68,46 +65,9 @@ TEST(Chi2Ncdf, SaturatesAtTheEnds) {
     EXPECT_EQ(Evaluate(1e-300, 3, 1000).lower, 0);
     EXPECT_EQ(Evaluate(1e-200, 3, 1000).lower, 0);
     EXPECT_EQ(errorState.level, frame::LevelUnderflow);
-}
-
-TEST(Chi2Ncdf, WritesNothingOutsideItsDomain) {
-    const double nan = std::nan("");
-    const double inf = std::numeric_limits<double>::infinity();
-    struct Case {
-        double x;
-        double df;
-        double noncentrality;
-        int level;
-    };
-    for (const Case& c : {Case{1, 0, 1, 2},
-                          {1, -2, 1, 2},
-                          {1, 2, -1e-9, 2},
-                          {-1, 2, 1, 2},
-                          {nan, 2, 1, 2},
-                          {1, nan, 1, 2},
-                          {1, 2, nan, 2},
-                          {1, 2, inf, 2},
-                          {1, 2 * kShapeLimit + 2, 1, 2},
-                          {1e11, 2, 1e11, 4}}) {
-        EXPECT_EQ(Evaluate(c.x, c.df, c.noncentrality).lower, -7);
-        EXPECT_EQ(errorState.level, c.level) << c.x << " " << c.df << " " << c.noncentrality;
-        EXPECT_EQ(errorState.routine.View(), "chi2_ncdf");
-    }
-}
-
-TEST(GammaNcdf, HoldsForWildArguments) {
-    test::Sweep([](test::WildArguments& random) {
-        const double a = std::min(random.Wild(-6, 5), kShapeLimit);
-        double nc = random.Wild(-3, 4);
-        if (nc > 1e5 && nc < 2e10) nc = 1e5;  // for the time that it takes
-        const double sd = std::sqrt(a) + std::sqrt(nc);
-        const double x =
-            random.Uniform() < 0.5 ? random.Wild(-3, 4) : a + nc / 2 + random.Uniform(-9, 9) * sd;
-        Tails tails;
-        gamma_ncdf(std::max(x, 0.0), a, nc, &tails.lower, &tails.upper);
-        ASSERT_TRUE(!errorState.Failed() || nc > 2e10) << x << " " << a << " " << nc;
-        if (!errorState.Failed()) test::ExpectTails(tails.lower, tails.upper);
-    });
+    EXPECT_EQ(Evaluate(1e11, 2, 1e11).lower, -7);
+    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
+    EXPECT_EQ(errorState.routine.View(), "chi2_ncdf");
 }
 
 }  // namespace

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cfloat>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "distributions/normal.h"
@@ -39,31 +37,12 @@ TEST(NormalDf, TailsAreMirrored) {
     }
 }
 
-TEST(NormalDf, FailsOutsideItsDomain) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    double lower = 0;
-    double upper = 0;
-    EXPECT_TRUE(std::isnan(Erfc(nan)));
-    normal_df(nan, &lower, &upper);
-    EXPECT_TRUE(errorState.Failed());
-    EXPECT_EQ(lower, DBL_MAX);
-    EXPECT_EQ(upper, DBL_MAX);
-}
-
-TEST(InvNormalDf, DomainAndCentre) {
+TEST(InvNormalDf, HasItsCentre) {
     double z = 1;
     inv_normal_df(0.5, &z);
     EXPECT_EQ(z, 0);
     inv_normal_df(0.5 + 4e-6, &z);
     EXPECT_NEAR(z, 4e-6 * std::sqrt(2 * std::numbers::pi), 1e-15);
-    for (const double p : {0.99e-100, 0.0, -1.0, 1.0, 1.1, std::numeric_limits<double>::quiet_NaN()}) {
-        inv_normal_df(p, &z);
-        EXPECT_EQ(errorState.level, frame::LevelDomain) << p;
-        EXPECT_EQ(std::abs(z), DBL_MAX) << p;
-    }
-    normal_upper_quant(0.51, &z);
-    EXPECT_EQ(errorState.level, frame::LevelDomain);
-    EXPECT_EQ(z, -DBL_MAX);
 }
 
 TEST(NormalKernel, FunctionObjectOfTheFallback) {

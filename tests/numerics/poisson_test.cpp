@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 
 #include "frame/error_state.h"
 #include "numerics/limits.h"
 #include "support/reference_table.h"
-#include "support/wild_arguments.h"
 
 namespace zul::numerics {
 namespace {
@@ -42,15 +40,6 @@ TEST(PoissonDf, MatchesReference) {
     EXPECT_EQ(Cdf(0, 0), 1);
 }
 
-TEST(PoissonDf, WritesNothingOutsideItsDomain) {
-    for (const auto& [k, mean] :
-         {std::pair{1.0, -1.0}, {-1.0, -1.0}, {kShapeLimit, 1.0}, {std::nan(""), 1.0}, {1.0, std::nan("")}}) {
-        EXPECT_EQ(Cdf(k, mean), -7);
-        EXPECT_EQ(errorState.level, frame::LevelDomain) << k << " " << mean;
-        EXPECT_EQ(errorState.routine.View(), "poisson_df");
-    }
-}
-
 // The answer against its definition, at the tails themselves, next to them and between them.
 TEST(PoissonQuantiles, AreTheSmallestNumbersThatReachTheTarget) {
     for (const double mean : {1e-9, 0.3, 2.0, 30.0, 1e4, 9e7}) {
@@ -81,7 +70,7 @@ TEST(PoissonQuantiles, AreTheSmallestNumbersThatReachTheTarget) {
     }
 }
 
-TEST(PoissonQuantiles, KnowTheEndsAndTheirDomain) {
+TEST(PoissonQuantiles, KnowTheEnds) {
     double k = 7;
     double c = 7;
     poisson_lower_quant(0, 50, &k, &c);
@@ -92,45 +81,6 @@ TEST(PoissonQuantiles, KnowTheEndsAndTheirDomain) {
     poisson_upper_quant(0.3, 0, &k, &c);
     EXPECT_EQ(k, 0);
     EXPECT_EQ(c, 0.3);
-    const double nan = std::nan("");
-    for (const auto& [p, mean] : {std::pair{1.0, 3.0},
-                                  {-0.1, 3.0},
-                                  {1.1, 3.0},
-                                  {nan, 3.0},
-                                  {0.5, -1.0},
-                                  {0.5, nan},
-                                  {0.5, 1e8},
-                                  {0.9, kShapeLimit}}) {
-        poisson_lower_quant(p, mean, &k, &c);
-        EXPECT_EQ(k, -DBL_MAX) << p << " " << mean;
-        EXPECT_EQ(c, -DBL_MAX);
-        EXPECT_EQ(errorState.level, frame::LevelDomain);
-        EXPECT_EQ(errorState.routine.View(), "poisson_lower_quant");
-        poisson_upper_quant(1 - p, mean, &k, &c);
-        EXPECT_EQ(k, -DBL_MAX) << p << " " << mean;
-        EXPECT_EQ(errorState.level, frame::LevelDomain);
-    }
-}
-
-TEST(Poisson, HoldsForWildArguments) {
-    test::Sweep([](test::WildArguments& random) {
-        const double mean = std::min(random.Wild(-3, 2), 300.0);
-        const double k =
-            random.Uniform() < 0.5 ? random.Wild(-1, 4) : std::max(0.0, mean * random.Uniform(0, 2));
-        double lower = 0;
-        double upper = 0;
-        poisson_df(k, mean, &lower, &upper);
-        ASSERT_EQ(errorState.level == frame::LevelDomain, std::floor(k) + 1 > kShapeLimit)
-            << k << " " << mean;
-        if (!errorState.Failed()) test::ExpectTails(lower, upper);
-
-        double quantile = 0;
-        double share = 0;
-        (random.Uniform() < 0.5 ? poisson_lower_quant : poisson_upper_quant)(random.Fraction(), mean,
-                                                                             &quantile, &share);
-        ASSERT_LE(errorState.level, frame::LevelUnderflow) << mean;
-        ASSERT_TRUE(quantile >= 0 && quantile == std::floor(quantile) && share >= 0 && share <= 1) << mean;
-    });
 }
 
 }  // namespace
