@@ -1,4 +1,4 @@
-// Every exported function, called while its allocations fail one after the other, or while none is expected.
+// The exported functions that allocate, called while their allocations fail one after the other.
 #pragma once
 
 #include <functional>
@@ -6,6 +6,10 @@
 #include <vector>
 
 namespace zul::test {
+
+inline constexpr int kOutOfMemory = 30001;
+// What results hold before the call.
+inline constexpr double kBefore = -7;
 
 // What a call came to: it succeeded, or it reported the failure and left its results as documented.
 enum class Outcome { Success, Failure, Wrong };
@@ -15,7 +19,7 @@ inline Outcome Judge(bool success, bool failure) {
 }
 
 struct AllocatingCall {
-    std::string exports;  // the names of those that it covers, separated by blanks
+    std::string name;
     // Given the number of the allocation that fails. It releases what the library gave it and allocates
     // nothing of its own.
     std::function<Outcome(int failing)> run;
@@ -23,20 +27,10 @@ struct AllocatingCall {
     bool isFrugal = false;
 };
 
-struct PlainCall {
-    std::string exports;
-    std::function<void()> run;
-};
-
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
-
-std::vector<PlainCall> PlainDescriptive();
-std::vector<PlainCall> PlainHypothesis();
-std::vector<PlainCall> PlainSampler();
-std::vector<PlainCall> PlainClustering();
 
 }  // namespace zul::test

@@ -47,8 +47,8 @@ class TwoJoins : public IReadableVector<ClusterStep> {
 
 // An object or, without memory, none.
 template <typename Make>
-AllocatingCall Making(std::string exports, Make make) {
-    return {std::move(exports), [make](int) {
+AllocatingCall Making(std::string name, Make make) {
+    return {std::move(name), [make](int) {
                 const auto object = make();
                 const bool isThere = static_cast<bool>(object);
                 if constexpr (std::is_pointer_v<decltype(make())>) delete object;
@@ -95,9 +95,9 @@ Outcome ForeignDistances(Create create) {
 }
 
 template <typename Create>
-void AddDistances(const char* exports, Create create, std::vector<AllocatingCall>* calls) {
-    calls->push_back({exports, [create](int) { return OwnDistances(create); }});
-    calls->push_back({exports, [create](int) { return ForeignDistances(create); }});
+void AddDistances(const char* name, Create create, std::vector<AllocatingCall>* calls) {
+    calls->push_back({name, [create](int) { return OwnDistances(create); }});
+    calls->push_back({name, [create](int) { return ForeignDistances(create); }});
 }
 
 }  // namespace
@@ -136,23 +136,6 @@ std::vector<AllocatingCall> AllocatingClustering() {
         calls.push_back(Making("RunClustering", [=] { return RunClustering(linkage, 1, HostDistances()); }));
     }
     return calls;
-}
-
-std::vector<PlainCall> PlainClustering() {
-    Distances();
-    return {
-        {"DistanceMatrix::RowCount DistanceMatrix::operator() DistanceMatrix::Set",
-         [] { Distances().Set(0, Distances().RowCount() - 1, Distances()(0, 1)); }},
-        {"SharedPtrLink::AddLink SharedPtrLink::IsReleaseable SharedPtrLink::RefCount SharedPtrLink::Swap "
-         "SharedPtrLink::RemoveLink",
-         [] {
-             SharedPtrLink a;
-             SharedPtrLink b;
-             a.AddLink(&b);
-             a.Swap(b);
-             if (a.RefCount() == 2 && !a.IsReleaseable()) b.RemoveLink();
-         }},
-    };
 }
 
 }  // namespace zul::test

@@ -9,9 +9,7 @@
 namespace zul::test {
 namespace {
 
-constexpr int kOutOfMemory = 30001;
 constexpr int kUnknownMethod = 30017;
-constexpr double kBefore = -7;
 // So many that the sort needs room beside the copy.
 constexpr unsigned kCount = 1000;
 
@@ -125,27 +123,6 @@ Outcome Spearman(int failing) {
                  std::isnan(correlation) && status == (failing <= 2 ? kOutOfMemory : 77));
 }
 
-void SumsAndMoments() {
-    std::array<double, kCount> out{};
-    double a = 0;
-    double b = 0;
-    v1::SecondSampleMoments moments;
-    moments.count = kCount;
-    v1::GetSum(x, kCount);
-    v1::GetCumulativeSums(x, kCount, out.data());
-    v1::GetProportions(x, kCount, out.data());
-    v1::GetSampleMean(x, kCount);
-    v1::GetSampleVariance(x, kCount);
-    v1::GetSampleVariance(x, kCount, 500);
-    v1::GetSampleMeanAndVariance(x, kCount, &a, &b);
-    v1::GetCovariance(x, x, kCount, &a, &b);
-    v1::GetPearsonCorrelation(x, x, kCount);
-    v1::GetCenteredOrderKPowerSums(x, kCount, out.data(), 4);
-    v1::GetSecondSampleMoments(&moments, x);
-    v1::GetKelSkewnessAndKurtosis(x, kCount, &a, &b);
-    v2::GetGeometricMean(x, kCount);
-}
-
 }  // namespace
 
 std::vector<AllocatingCall> AllocatingDescriptive() {
@@ -163,14 +140,6 @@ std::vector<AllocatingCall> AllocatingDescriptive() {
         {"RunKelBoxplotHelper", Boxplot},
         {"GetSpearmanCorrelation", Spearman},
     };
-}
-
-std::vector<PlainCall> PlainDescriptive() {
-    return {
-        {"GetSum GetCumulativeSums GetProportions GetSampleMean GetSampleVariance "
-         "GetSampleMeanAndVariance GetCovariance GetPearsonCorrelation GetCenteredOrderKPowerSums "
-         "GetSecondSampleMoments GetKelSkewnessAndKurtosis GetGeometricMean",
-         SumsAndMoments}};
 }
 
 }  // namespace zul::test

@@ -9,7 +9,6 @@
 namespace zul::test {
 namespace {
 
-constexpr double kBefore = -7;
 constexpr double kValues[] = {-1, 0, 2};
 constexpr double kMasses[] = {0.25, 0.5, 0.25};
 constexpr double kSums[] = {0.25, 0.75, 1};
@@ -18,7 +17,7 @@ constexpr int kCount = 3;
 
 // call(out) writes one value or three; without memory, none. The sort can do without any of its own.
 template <typename Call>
-AllocatingCall OrBadAlloc(const char* exports, double expected, Call call) {
+AllocatingCall OrBadAlloc(const char* name, double expected, Call call) {
     const auto run = [expected, call](int) {
         std::array out = {kBefore, kBefore, kBefore};
         try {
@@ -28,7 +27,7 @@ AllocatingCall OrBadAlloc(const char* exports, double expected, Call call) {
         }
         return Judge(out[0] == expected, false);
     };
-    return {exports, run, true};
+    return {name, run, true};
 }
 
 }  // namespace

@@ -12,8 +12,6 @@
 namespace zul::test {
 namespace {
 
-constexpr int kOutOfMemory = 30001;
-constexpr double kBefore = -7;
 constexpr unsigned kNoIndex = 0xFFFFFFFF;
 constexpr double kSeed = 5;
 
@@ -98,25 +96,6 @@ std::vector<AllocatingCall> AllocatingSampler() {
         {"", MVNormalOverflow},
         {"", Indices},
     };
-}
-
-std::vector<PlainCall> PlainSampler() {
-    Shared();
-    std::vector<PlainCall> calls = {{"Seeder", [] { Seeder(); }}};
-    const auto add = [&calls](const Slot& slot, const Parameters& parameters) {
-        calls.push_back({"", [parameters, draw = slot.draw] {
-                             std::array<double, 20> out{};
-                             draw(Shared(), out.data(), 20, parameters);
-                         }});
-    };
-    for (const auto& [name, slot] : Slots()) {
-        if (name == "Discrete" || name == "Indices") continue;
-        add(slot, {0.5, 0.5, 2});
-        add(slot, {20, 7, 12});
-        // Ends in an exception or NaN for most.
-        if (!slot.isDiscrete) add(slot, {1e308, 1, 0});
-    }
-    return calls;
 }
 
 }  // namespace zul::test

@@ -178,43 +178,6 @@ TEST(FindMembers, MatchesReference) {
     }
 }
 
-std::vector<int> Cut(const types::IReadableVector<ClusterStep>& steps, double level) {
-    const std::unique_ptr<types::IReadableVector<int>> labels(FindMembersWithCut(steps, level));
-    return {labels->DataImpl(), labels->DataImpl() + labels->size()};
-}
-
-TEST(FindMembers, CutsAtASimilarity) {
-    const Matrix m = MakeMatrix(3);
-    Fill(*m, {{0}, {1, 0}, {2, 3, 0}});
-    const Steps steps(RunClustering(Single, 4, *m));
-    ASSERT_TRUE(Same((*steps)[0], {75, 1, 0, 1, 2}) && Same((*steps)[1], {50, 2, 0, 2, 3}));
-    EXPECT_EQ(Cut(*steps, 75.1), (std::vector<int>{0, 1, 2}));
-    EXPECT_EQ(Cut(*steps, 75), (std::vector<int>{0, 0, 1}));
-    EXPECT_EQ(Cut(*steps, 50), (std::vector<int>{0, 0, 0}));
-    EXPECT_EQ(Cut(*steps, kNaN), (std::vector<int>{0, 0, 0}));
-}
-
-// Steps of a host.
-class HostSteps : public types::IReadableVector<ClusterStep> {
-public:
-    explicit HostSteps(std::vector<ClusterStep> steps) : steps_(std::move(steps)) {}
-    std::size_t SizeImpl() const override { return steps_.size(); }
-    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
-    const ClusterStep* DataImpl() const override { return nullptr; }
-
-private:
-    std::vector<ClusterStep> steps_;
-};
-
-TEST(FindMembers, HasNoneOfStepsThatNoRunMade) {
-    EXPECT_EQ(Cut(HostSteps({{50, 1, 0, 1, 2}, {40, 1, 0, 2, 3}}), 45), (std::vector<int>{0, 0, 1}));
-    EXPECT_EQ(Cut(HostSteps({}), 45), std::vector<int>{0});
-    for (const int wrong : {-1, 3, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
-        EXPECT_EQ(Cut(HostSteps({{50, 1, 0, 1, 2}, {40, 1, 0, wrong, 3}}), 45), std::vector<int>());
-        EXPECT_EQ(Cut(HostSteps({{50, 1, wrong, 1, 2}, {40, 1, 0, 2, 3}}), 45), std::vector<int>());
-    }
-}
-
 TEST(RunClustering, OfFewObjectsOrAnUnknownLinkage) {
     for (int n = 0; n < 2; ++n) {
         const Steps steps(RunClustering(Ward, 1, *MakeMatrix(n)));

@@ -15,27 +15,7 @@ namespace {
 
 using Doubles = std::unique_ptr<IVector<double>>;
 
-std::vector<double> Contents(const IReadableVector<double>& v) {
-    return {v.DataImpl(), v.DataImpl() + v.size()};
-}
-
-TEST(Vector, AssignsAndResizes) {
-    const Doubles v(MakeIVectorDouble(2, 7));
-    const IReadableVector<double>& readable = *v;
-    EXPECT_EQ(v->ResizeImpl(3), Success);
-    EXPECT_EQ(v->ReserveImpl(5), Success);
-    v->AtImpl(1) = 8;
-    EXPECT_EQ(Contents(*v), (std::vector<double>{7, 8, 0}));
-    // Elements of the vector itself, with and without room for the new ones.
-    EXPECT_EQ(v->ResizeImpl(5, readable[1]), Success);
-    EXPECT_EQ(v->ResizeImpl(100, readable[1]), Success);
-    EXPECT_EQ(readable[99], 8);
-    EXPECT_EQ(v->ResizeImpl(2), Success);
-    EXPECT_EQ(v->assign(1000, readable[1]), Success);
-    EXPECT_EQ(Contents(*v), std::vector<double>(1000, 8));
-    EXPECT_FALSE(v->EmptyImpl());
-    EXPECT_EQ(v->assign(0, 1), Success);
-    EXPECT_TRUE(v->EmptyImpl() && v->size() == 0);
+TEST(Vector, OfIntegers) {
     const std::unique_ptr<IVector<int>> ints(MakeIVectorInt(3, -4));
     EXPECT_TRUE(ints->size() == 3 && ints->DataImpl()[2] == -4);
 }

@@ -24,26 +24,6 @@ using types::Success;
 
 constexpr DistanceEnums kMeasures[] = {Euclidean, SquaredEuclidean, Manhattan, Pearson, SquaredPearson};
 
-TEST(DistanceMatrix, IsSymmetricAndKeepsItsRowCount) {
-    const Matrix m = MakeMatrix(3);
-    EXPECT_EQ(m->RowCount(), 3);
-    EXPECT_EQ((*m)(2, 1), 0);
-    EXPECT_EQ(m->Init(6, 1.5), Success);
-    EXPECT_EQ(m->RowCount(), 3);
-    EXPECT_EQ((*m)(5, 5), 1.5);
-    m->Set(2, 5, 7);
-    m->Set(3, 3, 4);
-    EXPECT_TRUE((*m)(5, 2) == 7 && (*m)(2, 5) == 7 && (*m)(3, 3) == 4 && (*m)(5, 3) == 1.5);
-    // Outside, on each side.
-    for (const int outside : {-1, 6, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
-        m->Set(outside, 0, 9);
-        m->Set(5, outside, 9);
-        EXPECT_TRUE(std::isnan((*m)(outside, 0)) && std::isnan((*m)(5, outside)));
-    }
-    EXPECT_EQ(m->Init(2, 0), Success);
-    EXPECT_TRUE((*m)(1, 0) == 0 && std::isnan((*m)(2, 0)));
-}
-
 TEST(DistanceMatrix, ReportsStorageThatIsNotThere) {
     const Matrix m = MakeMatrix(3);
     for (const int n : {-1, std::numeric_limits<int>::max()}) {

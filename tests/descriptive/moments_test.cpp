@@ -111,39 +111,16 @@ TEST(Moments, HaveTheBitsOfASequentialLoop) {
 
 TEST(Moments, SmallSamplesHaveFixedAnswers) {
     const double x[] = {5, 7, 8};
-    double out[7] = {-7, -7, -7, -7, -7, -7, -7};
-    v1::GetCumulativeSums(x, 0, out);
-    EXPECT_EQ(v1::GetCenteredOrderKPowerSums(x, 0, out, 0), 0);
-    for (const double value : {v1::GetSum(x, 0), v1::GetSampleMean(x, 0), v1::GetSampleVariance(x, 0),
-                               v1::GetSampleVariance(x, 0, 1), v1::GetProportions(x, 0, out),
-                               v1::GetCovariance(x, x, 1, out, out + 1), v1::GetPearsonCorrelation(x, x, 1),
-                               v2::GetGeometricMean(x, 0)})
-        EXPECT_TRUE(std::isnan(value));
-    for (const double value : out)
-        EXPECT_EQ(value, -7);
-
+    double out[4];
+    EXPECT_EQ(v1::GetCenteredOrderKPowerSums(x, 1, out, 4), 0);
+    test::ExpectExact({{out[0], 5}, {out[1], 0}, {out[2], 0}, {out[3], 0}});
     const double minusZero = -0.0;
     v1::GetCumulativeSums(&minusZero, 1, out);
     EXPECT_TRUE(std::signbit(v1::GetSum(&minusZero, 1)) && std::signbit(out[0]));
-    EXPECT_TRUE(v1::GetSampleVariance(x, 1) == 0 && v1::GetSampleVariance(x, 1, 1) == 0);
-    EXPECT_TRUE(v1::GetSampleMean(x, 1) == 5 && v2::GetGeometricMean(x, 1) == 5);
     v1::GetKelSkewnessAndKurtosis(x, 2, &out[0], &out[1]);
     EXPECT_TRUE(std::isnan(out[0]) && std::isnan(out[1]));
     v1::GetKelSkewnessAndKurtosis(x, 3, &out[0], &out[1]);
     EXPECT_TRUE(std::isfinite(out[0]) && std::isnan(out[1]));
-}
-
-TEST(Moments, PowerSumsFillWhatIsAskedFor) {
-    const double x[] = {1, 2, 6};
-    const double sums[][4] = {{kNaN, kNaN, kNaN, kNaN}, {1, 0, 0, 0}, {1.5, 0.5, 0, 0.125}, {3, 14, 18, 98}};
-    for (unsigned n = 0; n <= 3; ++n) {
-        for (unsigned k = 0; k <= 6; ++k) {
-            double out[7] = {-7, -7, -7, -7, -7, -7, -7};
-            EXPECT_EQ(v1::GetCenteredOrderKPowerSums(x, n, out, k), k > 4 ? 30011 : 0);
-            for (unsigned i = 0; i < 7; ++i)
-                EXPECT_TRUE(test::IsNear(out[i], i >= k ? -7 : i < 4 ? sums[n][i] : kNaN, 0));
-        }
-    }
 }
 
 TEST(Moments, ValuesAreOrdinaryNumbersOrPropagate) {
@@ -171,18 +148,11 @@ TEST(GeometricMean, ScalesAndStops) {
     EXPECT_TRUE(std::isnan(mean({3, -1, 0})) && std::isnan(mean({3, kNaN})));
 }
 
-TEST(SecondSampleMoments, RecordStartsEmptyAndIsFilled) {
-    const double x[] = {1, 2, 6};
-    const double expected[][4] = {{kNaN, kNaN, kNaN, kNaN}, {0, 1, 1, 1}, {0.5, 5, 1.5, 3}, {7, 41, 3, 9}};
-    v1::SecondSampleMoments record;
-    for (unsigned n = 0; n <= 3; record.count = ++n) {
-        const double before[] = {record.variance, record.sumOfSquares, record.mean, record.sum};
-        ASSERT_EQ(record.count, n);
-        v1::GetSecondSampleMoments(&record, x);
-        const double after[] = {record.variance, record.sumOfSquares, record.mean, record.sum};
-        for (int i = 0; i < 4; ++i)
-            EXPECT_TRUE(test::IsNear(after[i], expected[n][i], 0) && (n > 0 || std::isnan(before[i])));
-    }
+TEST(SecondSampleMoments, StartEmpty) {
+    const v1::SecondSampleMoments record;
+    EXPECT_EQ(record.count, 0u);
+    for (const double field : {record.variance, record.sumOfSquares, record.mean, record.sum})
+        EXPECT_TRUE(std::isnan(field));
 }
 
 }  // namespace

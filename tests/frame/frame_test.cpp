@@ -31,7 +31,7 @@ double Opaque(Operation operation) {
 }
 
 TEST(Frame, SetsTheWholeControlRegister) {
-    _mm_setcsr(0xFFC0);  // round towards zero, denormals flushed
+    _mm_setcsr(test::kForeignMode);
     SetKelFpuStates();
     EXPECT_EQ(_mm_getcsr(), kTrappingMode);
     ResetFpuStates();

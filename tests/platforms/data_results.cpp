@@ -75,6 +75,9 @@ public:
                                    v1::GetTrimmedMean(x_.data(), n_, 0.2, &status),
                                    static_cast<double>(modeCount), static_cast<double>(frequency)});
         Record("OrderStatistics", modes);
+    }
+
+    void Boxplot() {
         v1::KelBoxplotHelper box;
         v1::RunKelBoxplotHelper(&box, 0.9, x_.data(), n_);
         Record("Boxplot", Doubles(box, 11));
@@ -90,6 +93,8 @@ private:
     std::vector<double> y_;
     unsigned n_;
 };
+
+constexpr unsigned kSizes[] = {1, 2, 3, 4, 5, 8, 11, 50, 51, 300, 1500};
 
 // Sizes from 2^-20 to 2^20, so that every sum rounds.
 std::vector<double> WideData(std::size_t count, ExactNumbers& numbers) {
@@ -136,10 +141,10 @@ void RecordJoins(Recording& recording, const std::string& where, dax::clustering
 
 }  // namespace
 
-void RecordDescriptive(Recording& recording) {
-    ExactNumbers numbers(20240303);
+void RecordDescriptive(Recording& recording, unsigned seed) {
+    ExactNumbers numbers(seed);
     // Braces: their items are evaluated in order.
-    for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 8U, 11U, 50U, 51U, 300U, 1500U}) {
+    for (const unsigned n : kSizes) {
         DataResults wide{recording, WideData(n, numbers), WideData(n, numbers)};
         wide.Sums();
         wide.Moments();
@@ -150,11 +155,17 @@ void RecordDescriptive(Recording& recording) {
     }
 }
 
-void RecordClustering(Recording& recording) {
+void RecordBoxplots(Recording& recording, unsigned seed) {
+    ExactNumbers numbers(seed);
+    for (const unsigned n : kSizes)
+        DataResults(recording, numbers.Data(n, 3, 2), {}).Boxplot();
+}
+
+void RecordClustering(Recording& recording, unsigned seed) {
     using namespace dax::clustering;
     constexpr int kRows = 24;
     constexpr int kColumns = 7;
-    ExactNumbers numbers(20240304);
+    ExactNumbers numbers(seed);
     const std::unique_ptr<DistanceMatrix> distances(MakeDistanceMatrix(kRows));
     for (int measure = Euclidean; measure <= SquaredPearson; ++measure) {
         for (const bool standardize : {false, true}) {

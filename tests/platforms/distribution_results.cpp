@@ -158,8 +158,8 @@ void RecordManyTrials(Recording& recording, ExactNumbers& numbers) {
 
 }  // namespace
 
-void RecordDistributions(Recording& recording) {
-    ExactNumbers numbers(20240301);
+void RecordDistributions(Recording& recording, unsigned seed) {
+    ExactNumbers numbers(seed);
     for (const Family& family : Families()) {
         for (const Distribution& member : MembersOf(family, numbers)) {
             PointResults results(recording, family, member);

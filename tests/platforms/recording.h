@@ -66,11 +66,12 @@ double AllowedDifference(std::string_view group);
 void WriteTable(const std::string& file, const std::vector<Recorded>& table);
 std::vector<Recorded> ReadTable(const std::string& file);
 
-// All of them, in the order of the table.
-void RecordDistributions(Recording& recording);
-void RecordTests(Recording& recording);
-void RecordDescriptive(Recording& recording);
+// All of them, in the order of the table. The seed is that of the data.
+void RecordDistributions(Recording& recording, unsigned seed);
+void RecordTests(Recording& recording, unsigned seed);
+void RecordDescriptive(Recording& recording, unsigned seed);
+void RecordBoxplots(Recording& recording, unsigned seed);
 void RecordSamplers(Recording& recording);
-void RecordClustering(Recording& recording);
+void RecordClustering(Recording& recording, unsigned seed);
 
 }  // namespace zul::test

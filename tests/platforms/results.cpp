@@ -13,11 +13,12 @@
 namespace {
 
 void RecordAll(zul::test::Recording& recording) {
-    RecordDistributions(recording);
-    RecordTests(recording);
-    RecordDescriptive(recording);
+    RecordDistributions(recording, 20240301);
+    RecordTests(recording, 20240302);
+    RecordDescriptive(recording, 20240303);
+    RecordBoxplots(recording, 20240305);
     RecordSamplers(recording);
-    RecordClustering(recording);
+    RecordClustering(recording, 20240304);
 }
 
 int Run(const std::string& command, const std::string& file) {

@@ -175,8 +175,8 @@ private:
 
 }  // namespace
 
-void RecordTests(Recording& recording) {
-    RandomTest test(recording, 20240302);
+void RecordTests(Recording& recording, unsigned seed) {
+    RandomTest test(recording, seed);
     for (int i = 0; i < kCases; ++i) {
         test.OneSample();
         test.TwoSamples();

@@ -7,6 +7,7 @@ namespace zul::test {
 
 inline constexpr unsigned kDefaultMode = 0x1F80;
 inline constexpr unsigned kTrappingMode = 0x1900;
+inline constexpr unsigned kForeignMode = 0xFFC0;  // rounds towards zero, flushes denormals
 inline constexpr unsigned kFlags = 0x3F;
 
 inline unsigned ModeWithoutFlags() {
