@@ -62,16 +62,6 @@ private:
     const Steps& steps_;
 };
 
-// Zeros of either sign are one distance.
-bool Same(double a, double b) {
-    return a == b || (a != a && b != b);
-}
-
-bool SameStep(const ClusterStep& a, const ClusterStep& b) {
-    return Same(a.similarity, b.similarity) && Same(a.distance, b.distance) && a.cluster1 == b.cluster1 &&
-           a.cluster2 == b.cluster2 && a.size == b.size;
-}
-
 // The partition of the objects, one join after the other.
 class Partitions {
 public:
@@ -138,30 +128,14 @@ void CutEverywhere(Input& input, const Steps& steps) {
     if (wrong < 1 || wrong > n) Expect(Equal(byNumber.back(), {}), "a partition into as many clusters");
 }
 
-void Fill(DistanceMatrix* matrix, const test::Square& distances) {
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            matrix->Set(static_cast<int>(i), static_cast<int>(j), distances[i][j]);
-}
-
 // The joins by one matrix, and what they leave in it.
 Steps Cluster(const test::WrittenSteps& written, LinkageEnums linkage, double maximum,
-              DistanceMatrix* matrix) {
-    std::unique_ptr<IReadableVector<ClusterStep>> steps;
+              const test::Square& distances, DistanceMatrix* matrix) {
+    test::Fill(matrix, distances);
+    test::Steps steps;
     Run("RunClustering", [&] { steps.reset(RunClustering(linkage, maximum, *matrix)); });
-    Expect(steps != nullptr && steps->size() == written.steps.size(), "another number of joins");
-    for (std::size_t s = 0; s < steps->size(); ++s)
-        Require(SameStep((*steps)[s], written.steps[s]), [&] {
-            const ClusterStep& a = (*steps)[s];
-            const ClusterStep& b = written.steps[s];
-            return Call("another join than written", linkage, maximum, s, a.similarity, a.distance,
-                        a.cluster1, a.cluster2, a.size, b.similarity, b.distance, b.cluster1, b.cluster2,
-                        b.size);
-        });
-    for (std::size_t i = 0; i < written.distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            Expect(Same((*matrix)(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]),
-                   "other distances than written");
+    const std::string difference = test::Difference(written, steps, *matrix);
+    Require(difference.empty(), [&] { return Call("not as written", linkage, maximum) + difference; });
     return {steps->DataImpl(), steps->DataImpl() + steps->size()};
 }
 
@@ -172,10 +146,8 @@ void ClusterBoth(Input& input, const test::Square& distances) {
     const test::WrittenSteps written(linkage, maximum, distances);
     const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
     HostMatrix host(n);
-    Fill(own.get(), distances);
-    Fill(&host, distances);
-    const Steps steps = Cluster(written, linkage, maximum, own.get());
-    Cluster(written, linkage, maximum, &host);
+    const Steps steps = Cluster(written, linkage, maximum, distances, own.get());
+    Cluster(written, linkage, maximum, distances, &host);
     std::vector<int> sizes(distances.size(), 1);
     for (const ClusterStep& step : steps) {
         Expect(step.cluster1 >= 0 && step.cluster1 < step.cluster2 && step.cluster2 < n, "no clusters");
@@ -265,7 +237,7 @@ void Observations(Input& input) {
     const test::Square again = Read(host, n);
     for (std::size_t i = 0; i < distances.size(); ++i)
         for (std::size_t j = 0; j < i; ++j) {
-            Expect(Same(distances[i][j], again[i][j]), "the host's distances differ");
+            Expect(test::SameDistance(distances[i][j], again[i][j]), "the host's distances differ");
             Expect(!(distances[i][j] < 0) && (!isModerate || std::isfinite(distances[i][j])), "no distance");
         }
     bool areAlike = n > 1 && isModerate;
@@ -295,7 +267,7 @@ void Variables(Input& input) {
     for (std::size_t i = 0; i < distances.size(); ++i)
         for (std::size_t j = 0; j < i; ++j) {
             const double distance = distances[i][j];
-            Expect(Same(distance, again[i][j]), "the host's distances differ");
+            Expect(test::SameDistance(distance, again[i][j]), "the host's distances differ");
             if (rows < 2) Expect(distance != distance, "a correlation of one row");
             if (rows < 2 || !isModerate) continue;
             Expect(distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9,

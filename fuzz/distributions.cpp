@@ -13,6 +13,7 @@
 #include "distributions/families.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
+#include "support/float_mode.h"
 
 namespace zul::fuzz {
 namespace {
@@ -79,11 +80,21 @@ struct Outcome {
     double value;
 };
 
+// Framed calls come in a mode that they have to replace.
+template <typename Evaluate, typename Describe>
+bool CheckedCall(bool bare, Evaluate evaluate, Describe describe, int calls = 1) {
+    const auto run = [&] {
+        if (!bare) _mm_setcsr(test::kForeignMode);
+        evaluate();
+    };
+    return Checked(bare ? Mode::Bare : Mode::Framed, run, describe, calls);
+}
+
 Outcome Evaluate(const Function& function, bool bare, test::Arguments arguments) {
     Outcome outcome{false, std::numeric_limits<double>::quiet_NaN()};
     const auto describe = [&] { return Text(function, arguments); };
-    outcome.returns = Checked(
-        bare ? Mode::Bare : Mode::Framed, [&] { outcome.value = function.call(arguments); }, describe);
+    outcome.returns = CheckedCall(
+        bare, [&] { outcome.value = function.call(arguments); }, describe);
     Require(bare || outcome.value != kNA, [&] { return describe() + " gave the missing value"; });
     return outcome;
 }
@@ -109,9 +120,8 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
     if (inPlace) std::copy_n(in.begin(), count, expected.begin());
     Array out = expected;
     const auto describe = [&] { return Text(*f.function, f.parameters) + " on an array"; };
-    const bool returns = Checked(
-        bare ? Mode::Bare : Mode::Framed, [&] { f(out.data(), inPlace ? out.data() : in.data(), count); },
-        describe, kArrayLimit);
+    const bool returns = CheckedCall(
+        bare, [&] { f(out.data(), inPlace ? out.data() : in.data(), count); }, describe, kArrayLimit);
     std::size_t written = 0;
     for (; written < count; ++written) {
         const Outcome outcome = Evaluate(f, bare, in[written]);

@@ -7,7 +7,7 @@
 namespace zul::fuzz {
 namespace {
 
-// One test in its four overloads. Bounds: the lower one in field `lower`, the upper one next to it; the p-value
+// One test in its four overloads, with and without data and an alternative. Bounds: the lower one in field `lower`, the upper one next to it; the p-value
 // in `pValue`.
 template <typename Record>
 struct Test {
@@ -20,21 +20,25 @@ struct Test {
     unsigned lower;
     unsigned pValue;
     Mode mode;
-    std::function<int(Record*, const Settings&)> data;
-    std::function<int(Record*, const Settings&)> dataTest;
-    std::function<int(Record*, const Settings&)> plain;
-    std::function<int(Record*, const Settings&)> plainTest;
+    std::function<int(Record*, const Settings&, bool withData, bool withTest)> call;
 };
 
+// run(confidence, type), or run(confidence, type, alternative, hypothesised).
+template <typename Form>
+int WithForm(const Settings& s, bool withTest, Form run) {
+    return withTest ? run(s.confidence, s.type, s.alternative, s.hypothesised) : run(s.confidence, s.type);
+}
+
 // The call, and what can be said of each; whether it returned.
-template <typename Record, typename Call>
-bool Run(const Test<Record>& test, Record* record, const Settings& settings, bool withTest, Fields written,
-         Call call) {
+template <typename Record>
+bool Run(const Test<Record>& test, Record* record, const Settings& settings, bool withData, bool withTest,
+         Fields written) {
     const char* const where = test.name;
     const Record before = *record;
     int status = -1;
     if (!Checked(
-            test.mode, [&] { status = call(record, settings); }, [&] { return std::string(where); }))
+            test.mode, [&] { status = test.call(record, settings, withData, withTest); },
+            [&] { return std::string(where); }))
         return false;
     Expect(status == (settings.HasType() ? 0 : 30002), where, "wrong status");
     const double lower = FieldOf(*record, test.lower);
@@ -56,11 +60,8 @@ void RunOverloads(const Test<Record>& test, Record record, const Settings& setti
     for (unsigned i = 0; i < test.doubles; ++i)
         FieldOf(&record, i) = input.Flag() ? input.Size() : AnyReal(input);
     Mark(&record, outputs | test.test);
-    const auto& first = withData   ? (withTest ? test.dataTest : test.data)
-                        : withTest ? test.plainTest
-                                   : test.plain;
     Record result = record;
-    if (!Run(test, &result, settings, withTest, outputs | tested, first)) return;
+    if (!Run(test, &result, settings, withData, withTest, outputs | tested)) return;
 
     const double lower = FieldOf(result, test.lower);
     const double upper = FieldOf(result, test.lower + 1);
@@ -72,15 +73,13 @@ void RunOverloads(const Test<Record>& test, Record record, const Settings& setti
 
     Record other = record;
     if (withTest && !testsAnyway) {
-        Run(test, &other, settings, false, outputs, withData ? test.data : test.plain);
+        Run(test, &other, settings, withData, false, outputs);
         ExpectSame(result, other, outputs, where);
     }
     if (!withData) return;
     other = result;
     Mark(&other, test.interval | test.test);
-    if (!Run(test, &other, settings, withTest, test.interval | tested,
-             withTest ? test.plainTest : test.plain))
-        return;
+    if (!Run(test, &other, settings, false, withTest, test.interval | tested)) return;
     if (!testsAnyway) ExpectSame(result, other, test.interval | tested, where);
 }
 
@@ -113,22 +112,21 @@ void OneSampleT(Input& input, const Settings& settings) {
     const ReadOnly kept(x);
     using R = v0::OneSampleT;
     using S = const Settings&;
-    const Test<R> test = {
-        "RunOneSampleT",
-        7,
-        From(0, 1),
-        0,
-        From(2, 4),
-        From(5, 6),
-        3,
-        6,
-        Mode::Bare,
-        [&](R* r, S s) { return v0::RunOneSampleT(r, x.data(), s.confidence, s.type); },
-        [&](R* r, S s) {
-            return v0::RunOneSampleT(r, x.data(), s.confidence, s.type, s.alternative, s.hypothesised);
-        },
-        [](R* r, S s) { return v0::RunOneSampleT(r, s.confidence, s.type); },
-        [](R* r, S s) { return v0::RunOneSampleT(r, s.confidence, s.type, s.alternative, s.hypothesised); }};
+    const Test<R> test = {"RunOneSampleT",
+                          7,
+                          From(0, 1),
+                          0,
+                          From(2, 4),
+                          From(5, 6),
+                          3,
+                          6,
+                          Mode::Bare,
+                          [&](R* r, S s, bool withData, bool withTest) {
+                              return WithForm(s, withTest, [&](auto... form) {
+                                  return withData ? v0::RunOneSampleT(r, x.data(), form...)
+                                                  : v0::RunOneSampleT(r, form...);
+                              });
+                          }};
     R record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
@@ -141,25 +139,21 @@ void OneSampleZ(Input& input, const Settings& settings) {
     const ReadOnly kept(x);
     using R = v0::OneSampleZ;
     using S = const Settings&;
-    const Test<R> test = {
-        "RunOneSampleZ",
-        7,
-        From(0, 0),
-        From(1, 1),
-        From(2, 4),
-        From(5, 6),
-        3,
-        6,
-        Mode::Bare,
-        [&](R* r, S s) { return v0::RunOneSampleZ(r, x.data(), s.sigma, s.confidence, s.type); },
-        [&](R* r, S s) {
-            return v0::RunOneSampleZ(r, x.data(), s.sigma, s.confidence, s.type, s.alternative,
-                                     s.hypothesised);
-        },
-        [](R* r, S s) { return v0::RunOneSampleZ(r, s.sigma, s.confidence, s.type); },
-        [](R* r, S s) {
-            return v0::RunOneSampleZ(r, s.sigma, s.confidence, s.type, s.alternative, s.hypothesised);
-        }};
+    const Test<R> test = {"RunOneSampleZ",
+                          7,
+                          From(0, 0),
+                          From(1, 1),
+                          From(2, 4),
+                          From(5, 6),
+                          3,
+                          6,
+                          Mode::Bare,
+                          [&](R* r, S s, bool withData, bool withTest) {
+                              return WithForm(s, withTest, [&](auto... form) {
+                                  return withData ? v0::RunOneSampleZ(r, x.data(), s.sigma, form...)
+                                                  : v0::RunOneSampleZ(r, s.sigma, form...);
+                              });
+                          }};
     R record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
@@ -174,22 +168,21 @@ void PairedT(Input& input, const Settings& settings) {
     const ReadOnly keptY(y);
     using R = v0::PairedT;
     using S = const Settings&;
-    const Test<R> test = {
-        "RunPairedT",
-        13,
-        From(6, 7),
-        From(0, 5),
-        From(8, 10),
-        From(11, 12),
-        9,
-        12,
-        Mode::Bare,
-        [&](R* r, S s) { return v0::RunPairedT(r, x.data(), y.data(), s.confidence, s.type); },
-        [&](R* r, S s) {
-            return v0::RunPairedT(r, x.data(), y.data(), s.confidence, s.type, s.alternative, s.hypothesised);
-        },
-        [](R* r, S s) { return v0::RunPairedT(r, s.confidence, s.type); },
-        [](R* r, S s) { return v0::RunPairedT(r, s.confidence, s.type, s.alternative, s.hypothesised); }};
+    const Test<R> test = {"RunPairedT",
+                          13,
+                          From(6, 7),
+                          From(0, 5),
+                          From(8, 10),
+                          From(11, 12),
+                          9,
+                          12,
+                          Mode::Bare,
+                          [&](R* r, S s, bool withData, bool withTest) {
+                              return WithForm(s, withTest, [&](auto... form) {
+                                  return withData ? v0::RunPairedT(r, x.data(), y.data(), form...)
+                                                  : v0::RunPairedT(r, form...);
+                              });
+                          }};
     R record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
@@ -206,25 +199,21 @@ void TwoSampleT(Input& input, const Settings& settings) {
     using R = v0::TwoSampleT;
     using S = const Settings&;
     const Fields pooled = settings.flag ? From(7, 7) : 0;
-    const Test<R> test = {
-        "RunTwoSampleT",
-        13,
-        From(0, 3),
-        0,
-        From(4, 6) | pooled | From(8, 10),
-        From(11, 12),
-        9,
-        12,
-        Mode::Bare,
-        [&](R* r, S s) { return v0::RunTwoSampleT(r, x.data(), y.data(), s.flag, s.confidence, s.type); },
-        [&](R* r, S s) {
-            return v0::RunTwoSampleT(r, x.data(), y.data(), s.flag, s.confidence, s.type, s.alternative,
-                                     s.hypothesised);
-        },
-        [](R* r, S s) { return v0::RunTwoSampleT(r, s.flag, s.confidence, s.type); },
-        [](R* r, S s) {
-            return v0::RunTwoSampleT(r, s.flag, s.confidence, s.type, s.alternative, s.hypothesised);
-        }};
+    const Test<R> test = {"RunTwoSampleT",
+                          13,
+                          From(0, 3),
+                          0,
+                          From(4, 6) | pooled | From(8, 10),
+                          From(11, 12),
+                          9,
+                          12,
+                          Mode::Bare,
+                          [&](R* r, S s, bool withData, bool withTest) {
+                              return WithForm(s, withTest, [&](auto... form) {
+                                  return withData ? v0::RunTwoSampleT(r, x.data(), y.data(), s.flag, form...)
+                                                  : v0::RunTwoSampleT(r, s.flag, form...);
+                              });
+                          }};
     R record;
     const bool withData = input.Byte() < 160;
     record.n1 = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
@@ -239,22 +228,21 @@ void OneVariance(Input& input, const Settings& settings) {
     const ReadOnly kept(x);
     using R = v0::OneVariance;
     using S = const Settings&;
-    const Test<R> test = {
-        "RunOneVariance",
-        9,
-        From(0, 0),
-        0,
-        From(1, 8),
-        0,
-        1,
-        6,
-        Mode::Framed,
-        [&](R* r, S s) { return v0::RunOneVariance(r, x.data(), s.confidence, s.type); },
-        [&](R* r, S s) {
-            return v0::RunOneVariance(r, x.data(), s.confidence, s.type, s.alternative, s.hypothesised);
-        },
-        [](R* r, S s) { return v0::RunOneVariance(r, s.confidence, s.type); },
-        [](R* r, S s) { return v0::RunOneVariance(r, s.confidence, s.type, s.alternative, s.hypothesised); }};
+    const Test<R> test = {"RunOneVariance",
+                          9,
+                          From(0, 0),
+                          0,
+                          From(1, 8),
+                          0,
+                          1,
+                          6,
+                          Mode::Framed,
+                          [&](R* r, S s, bool withData, bool withTest) {
+                              return WithForm(s, withTest, [&](auto... form) {
+                                  return withData ? v0::RunOneVariance(r, x.data(), form...)
+                                                  : v0::RunOneVariance(r, form...);
+                              });
+                          }};
     R record;
     record.n = static_cast<unsigned>(x.size());
     RunOverloads(test, record, settings, true, true, true, input);

@@ -62,9 +62,7 @@ void Fail(const std::string& complaint) {
 }
 
 Watch::Watch(Mode mode, int calls)
-    : mode_(mode), calls_(calls), floatMode_(test::ModeWithoutFlags()), start_(Seconds()) {
-    if (mode == Mode::Framed) _mm_setcsr(test::kForeignMode);
-}
+    : mode_(mode), calls_(calls), floatMode_(test::ModeWithoutFlags()), start_(Seconds()) {}
 
 std::string Watch::AfterSeconds() const {
     const double seconds = Seconds() - start_;

@@ -32,7 +32,7 @@ std::string Call(const std::string& name, const Arguments&... arguments) {
 }
 
 enum class Mode {
-    Framed,        // in any mode; the default mode after a return, trapping mode after an exception
+    Framed,        // the default mode after a return, trapping mode after an exception
     PartlyFramed,  // the same, but an exception from outside the frame leaves the mode of before
     Bare,          // no exception; the mode of before, whatever it is
 };

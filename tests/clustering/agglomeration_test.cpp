@@ -23,45 +23,11 @@ using test::HostMatrix;
 using test::MakeMatrix;
 using test::Matrix;
 using test::Square;
-
-using Steps = std::unique_ptr<types::IReadableVector<ClusterStep>>;
+using test::Steps;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr LinkageEnums kLinkages[] = {Average, Single, Complete, Ward, McQuitty, Median, Centroid};
-
-// The same value, or both NaN.
-bool Same(double a, double b) {
-    return a == b || (std::isnan(a) && std::isnan(b));
-}
-
-bool Same(const ClusterStep& a, const ClusterStep& b) {
-    return Same(a.similarity, b.similarity) && Same(a.distance, b.distance) && a.cluster1 == b.cluster1 &&
-           a.cluster2 == b.cluster2 && a.size == b.size;
-}
-
-void Fill(DistanceMatrix& m, const Square& distances) {
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j <= i; ++j)
-            m.Set(static_cast<int>(i), static_cast<int>(j), distances[i][j]);
-}
-
-// The joins and what they leave in the matrix.
-void ExpectWritten(const test::WrittenSteps& written, LinkageEnums linkage, DistanceMatrix& m,
-                   const std::string& where) {
-    const Steps steps(RunClustering(linkage, 10, m));
-    ASSERT_NE(steps, nullptr);
-    ASSERT_EQ(steps->size(), written.steps.size()) << where;
-    for (std::size_t s = 0; s < steps->size(); ++s)
-        ASSERT_TRUE(Same((*steps)[s], written.steps[s]))
-            << where << ", step " << s << ": " << (*steps)[s].cluster1 << " " << (*steps)[s].cluster2
-            << " at " << (*steps)[s].distance << " instead of " << written.steps[s].cluster1 << " "
-            << written.steps[s].cluster2 << " at " << written.steps[s].distance;
-    for (std::size_t i = 0; i < written.distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            ASSERT_TRUE(Same(m(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]))
-                << where << ", left at " << i << " " << j;
-}
 
 // Both ways to run against the written rules, for each linkage.
 void ExpectWritten(const Square& distances, const std::string& where) {
@@ -71,10 +37,10 @@ void ExpectWritten(const Square& distances, const std::string& where) {
         const Matrix own = MakeMatrix(n);
         HostMatrix host(n);
         for (DistanceMatrix* m : {own.get(), static_cast<DistanceMatrix*>(&host)}) {
-            Fill(*m, distances);
-            ExpectWritten(written, linkage, *m,
-                          where + ", linkage " + std::to_string(linkage) + (m == &host ? ", host" : ""));
-            if (testing::Test::HasFatalFailure()) return;
+            test::Fill(m, distances);
+            const Steps steps(RunClustering(linkage, 10, *m));
+            ASSERT_EQ(test::Difference(written, steps, *m), "")
+                << where << ", linkage " << linkage << (m == &host ? ", host" : "");
         }
     }
 }
@@ -178,6 +144,27 @@ TEST(FindMembers, MatchesReference) {
     }
 }
 
+// Steps of a host.
+class HostSteps : public types::IReadableVector<ClusterStep> {
+public:
+    explicit HostSteps(std::vector<ClusterStep> steps) : steps_(std::move(steps)) {}
+    std::size_t SizeImpl() const override { return steps_.size(); }
+    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
+    const ClusterStep* DataImpl() const override { return nullptr; }
+
+private:
+    std::vector<ClusterStep> steps_;
+};
+
+TEST(FindMembers, HasNoneOfStepsThatNameNoObjects) {
+    for (const int wrong : {-1, 3})
+        for (const auto& [low, high] : {std::pair{0, wrong}, {wrong, 2}}) {
+            const HostSteps steps({{50, 1, 0, 1, 2}, {40, 1, low, high, 3}});
+            EXPECT_TRUE(
+                std::unique_ptr<types::IReadableVector<int>>(FindMembersWithNumber(steps, 2))->EmptyImpl());
+        }
+}
+
 TEST(RunClustering, OfFewObjectsOrAnUnknownLinkage) {
     for (int n = 0; n < 2; ++n) {
         const Steps steps(RunClustering(Ward, 1, *MakeMatrix(n)));
@@ -198,14 +185,14 @@ TEST(RunClustering, TakesDistancesOutsideForNaN) {
     const Steps steps(RunClustering(Average, 1, *m));
     const test::WrittenSteps written(Average, 1, {{0}, {1, 0}, {kNaN, kNaN, 0}, {kNaN, kNaN, kNaN, 0}});
     for (std::size_t s = 0; s < 3; ++s)
-        EXPECT_TRUE(Same((*steps)[s], written.steps[s])) << s;
+        EXPECT_TRUE(test::SameStep((*steps)[s], written.steps[s])) << s;
     ASSERT_EQ(m->Init(6, 1), types::Success);
     EXPECT_EQ(Steps(RunClustering(Average, 1, *m))->size(), 3u);
 }
 
 TEST(RunClustering, AsksTheHostsMatrixInOrder) {
     HostMatrix host(3, true);
-    Fill(host, {{0}, {1, 0}, {2, 3, 0}});
+    test::Fill(&host, {{0}, {1, 0}, {2, 3, 0}});
     host.TakeCalls();
     const Steps steps(RunClustering(Single, 4, host));
     EXPECT_EQ(host.TakeCalls(), (std::vector<HostMatrix::Call>{{'n', 0, 0},

@@ -1,7 +1,11 @@
 // The clustering as its rules are written, one sentence after the other, over a square of distances.
 #pragma once
 
+#include <cmath>
 #include <limits>
+#include <memory>
+#include <sstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -111,5 +115,44 @@ private:
     std::vector<double> sizes_;
     std::vector<std::pair<double, std::size_t>> nearest_;
 };
+
+inline void Fill(dax::clustering::DistanceMatrix* m, const Square& distances) {
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            m->Set(static_cast<int>(i), static_cast<int>(j), distances[i][j]);
+}
+
+// Zeros of either sign are one distance, and so are all NaN.
+inline bool SameDistance(double a, double b) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+inline bool SameStep(const dax::clustering::ClusterStep& a, const dax::clustering::ClusterStep& b) {
+    return SameDistance(a.similarity, b.similarity) && SameDistance(a.distance, b.distance) &&
+           a.cluster1 == b.cluster1 && a.cluster2 == b.cluster2 && a.size == b.size;
+}
+
+using Steps = std::unique_ptr<dax::types::IReadableVector<dax::clustering::ClusterStep>>;
+
+// What differs from the written rules in the steps and in the distances that they left in the matrix; empty if
+// nothing does.
+inline std::string Difference(const WrittenSteps& written, const Steps& steps,
+                              const dax::clustering::DistanceMatrix& m) {
+    std::ostringstream text;
+    text.precision(17);
+    if (steps == nullptr || steps->size() != written.steps.size()) return "another number of joins";
+    for (std::size_t s = 0; s < steps->size(); ++s) {
+        if (SameStep((*steps)[s], written.steps[s])) continue;
+        for (const auto& step : {(*steps)[s], written.steps[s]})
+            text << " join " << s << ": " << step.cluster1 << " " << step.cluster2 << " at " << step.distance
+                 << " " << step.similarity << " of " << step.size;
+        return text.str();
+    }
+    for (std::size_t i = 0; i < written.distances.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (!SameDistance(m(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]))
+                text << " left at " << i << " " << j;
+    return text.str();
+}
 
 }  // namespace zul::test

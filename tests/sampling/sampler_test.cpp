@@ -189,6 +189,16 @@ TEST_F(Sampler, CountsExactly) {
     EXPECT_TRUE(*least >= kLow && *least<0.95 * kLow&& * greatest <= kHigh&& * greatest> 0.95 * kHigh);
 }
 
+TEST_F(Sampler, IndicesWithoutReplacementAreAtMostAll) {
+    const SamplerPtr sampler = MakeSampler(2);
+    std::vector<unsigned> indices(100);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 100, 100, true), 0);
+    std::sort(indices.begin(), indices.end());
+    for (unsigned i = 0; i < indices.size(); ++i)
+        EXPECT_EQ(indices[i], i);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 99, 100, true), 30011);
+}
+
 TEST_F(Sampler, MultivariateNormal) {
     const SamplerPtr sampler = MakeSampler(4);
     const double mean[] = {1, -2, 3};
