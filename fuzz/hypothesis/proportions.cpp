@@ -24,9 +24,9 @@ unsigned Sum(const std::vector<int>& events) {
 }
 
 // The entries RunOneProportion and RunKelOneProportion.
-template <typename DataTest, typename DataBounds, typename PlainTest, typename PlainBounds>
-void OneProportionOf(const char* entry, bool checksAlternative, DataTest dataTest, DataBounds dataBounds,
-                     PlainTest plainTest, PlainBounds plainBounds, Input& input, const Settings& s) {
+template <typename Run>
+void OneProportionOf(const char* entry, bool checksAlternative, Run runEntry, Input& input,
+                     const Settings& s) {
     const std::vector<int> events = Events(input, input.Choice(kMaxCount + 1));
     const std::vector<int> copy = events;
     const bool withData = input.Byte() < 100;
@@ -43,11 +43,12 @@ void OneProportionOf(const char* entry, bool checksAlternative, DataTest dataTes
     int status = -1;
     int statusOfBounds = -1;
     const auto run = [&] {
-        status = withData ? dataTest(&record, events.data(), s.flag, s.confidence, s.type, s.alternative,
-                                     s.hypothesised)
-                          : plainTest(&record, s.flag, s.confidence, s.type, s.alternative, s.hypothesised);
-        statusOfBounds = withData ? dataBounds(&bounds, events.data(), s.flag, s.confidence, s.type)
-                                  : plainBounds(&bounds, s.flag, s.confidence, s.type);
+        const auto form = [&](auto* r, auto... test) {
+            return withData ? runEntry(r, events.data(), s.flag, s.confidence, s.type, test...)
+                            : runEntry(r, s.flag, s.confidence, s.type, test...);
+        };
+        status = form(&record, s.alternative, s.hypothesised);
+        statusOfBounds = form(&bounds);
     };
     Checked(Mode::Bare, run, name);
     const bool isForced = !s.flag && !checksAlternative && (record.x == 0 || record.x == record.n);
@@ -77,31 +78,15 @@ void OneProportionOf(const char* entry, bool checksAlternative, DataTest dataTes
 }  // namespace
 
 void OneProportion(Input& input, const Settings& settings) {
-    using R = v0::OneProportion*;
-    using I = IntervalType;
-    using A = AlternativeHypothesis;
     OneProportionOf(
-        "RunOneProportion", true,
-        [](R r, const int* d, bool f, double c, I i, A a, double p) {
-            return v0::RunOneProportion(r, d, f, c, i, a, p);
-        },
-        [](R r, const int* d, bool f, double c, I i) { return v0::RunOneProportion(r, d, f, c, i); },
-        [](R r, bool f, double c, I i, A a, double p) { return v0::RunOneProportion(r, f, c, i, a, p); },
-        [](R r, bool f, double c, I i) { return v0::RunOneProportion(r, f, c, i); }, input, settings);
+        "RunOneProportion", true, [](auto... arguments) { return v0::RunOneProportion(arguments...); }, input,
+        settings);
 }
 
 void KelOneProportion(Input& input, const Settings& settings) {
-    using R = v0::OneProportion*;
-    using I = IntervalType;
-    using A = AlternativeHypothesis;
     OneProportionOf(
-        "RunKelOneProportion", false,
-        [](R r, const int* d, bool f, double c, I i, A a, double p) {
-            return v0::RunKelOneProportion(r, d, f, c, i, a, p);
-        },
-        [](R r, const int* d, bool f, double c, I i) { return v0::RunKelOneProportion(r, d, f, c, i); },
-        [](R r, bool f, double c, I i, A a, double p) { return v0::RunKelOneProportion(r, f, c, i, a, p); },
-        [](R r, bool f, double c, I i) { return v0::RunKelOneProportion(r, f, c, i); }, input, settings);
+        "RunKelOneProportion", false, [](auto... arguments) { return v0::RunKelOneProportion(arguments...); },
+        input, settings);
 }
 
 namespace {

@@ -1,6 +1,5 @@
 // Deviates of every operation of the sampler, and the state that it is in after them.
 #include <cstddef>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -12,45 +11,6 @@ namespace {
 
 constexpr unsigned kRuns = 12;
 constexpr unsigned kDeviates = 40;
-
-const std::multimap<std::string, Parameters>& Cases() {
-    static const std::multimap<std::string, Parameters> cases = {
-        {"Beta", {2, 3}},
-        {"Beta", {0.5, 0.75}},
-        {"Cauchy", {1, 2}},
-        {"ChiSquare", {5}},
-        {"Exponential", {2, -1}},
-        {"F", {3, 12}},
-        {"Gamma", {0.25, 3, 1}},
-        {"Gamma", {2.5, 1, 0}},
-        {"Gamma", {60, 1, 0}},
-        {"Lambda", {0.3, 1, 2}},
-        {"Laplace", {1, 2}},
-        {"LargestExtremeValue", {1, 2}},
-        {"Logistic", {1, 2}},
-        {"LogLogistic", {0, 0.1, 1}},
-        {"Lognormal", {0, 0.5, 1}},
-        {"Normal", {-3, 2}},
-        {"SmallestExtremeValue", {1, 2}},
-        {"T", {10, 0}},
-        {"T", {9, 1}},
-        {"Triangular", {0, 1, 4}},
-        {"Uniform", {0, 1}},
-        {"Uniform", {-2, 4}},
-        {"Weibull", {2.5, 1, 0}},
-        {"IntegerUniform", {-2, 400}},
-        {"Bernoulli", {0.3}},
-        {"Binomial", {20, 0.3}},
-        {"Hypergeometric", {50, 20, 10}},
-        {"NegBinomial", {0.3, 4}},
-        {"NegBinomialTrials", {1, 0.3, 4.5}},
-        {"Poisson", {31}},
-        {"Discrete", {3, 5, 8, 13, 0.1, 0.2, 0.3, 0.4}},
-        {"Indices", {100000, 0}},
-        {"Indices", {1000, 1}},
-    };
-    return cases;
-}
 
 // The deviates are numbers of about 1, and are judged as such when a sum of terms brings them near 0. A
 // method by rejection asks for more uniforms, and all that follows differs, once a decision does: the state
@@ -82,8 +42,10 @@ void RecordRows(Recording& recording) {
 }  // namespace
 
 void RecordSamplers(Recording& recording) {
-    for (const auto& [slot, parameters] : Cases())
-        RecordSlot(recording, slot, parameters);
+    for (const Case& sampled : Cases())
+        RecordSlot(recording, sampled.slot, sampled.parameters);
+    RecordSlot(recording, "Indices", {100000, 0});
+    RecordSlot(recording, "Indices", {1000, 1});
     RecordRows(recording);
     std::vector<double> stream(4000);
     Slots().at("Uniform").draw(*MakeSampler(5), stream.data(), 4000, {0, 1});

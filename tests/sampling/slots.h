@@ -22,6 +22,16 @@ struct Slot {
 
 const std::map<std::string, Slot>& Slots();
 
+// An operation with some parameters, by way of which all methods of the library come up.
+struct Case {
+    std::string slot;
+    Parameters parameters;
+    double mean;      // NaN: there is none
+    double variance;  // NaN: there is none, or its estimate has none
+};
+
+const std::vector<Case>& Cases();
+
 struct Release {
     void operator()(ISampler* sampler) const { DeleteISampler(&sampler); }
 };
