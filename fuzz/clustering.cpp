@@ -12,6 +12,7 @@
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
 #include "fuzz/support/values.h"
+#include "support/host_objects.h"
 #include "zul/clustering.h"
 
 namespace zul::fuzz {
@@ -21,46 +22,13 @@ using namespace dax::clustering;
 using dax::types::IReadableVector;
 using dax::types::IRectangularArray;
 using dax::types::StatlibraryErrorCode;
+using test::HostMatrix;
+using test::HostSteps;
 
 using Labels = std::unique_ptr<IReadableVector<int>>;
 using Steps = std::vector<ClusterStep>;
 
 constexpr std::size_t kMaxObjects = 16;
-
-// The distances of a host, which accepts pairs of two objects only.
-class HostMatrix : public DistanceMatrix {
-public:
-    explicit HostMatrix(int n) : rows_(n) { InitImpl(n, 0); }
-
-private:
-    std::size_t Index(int i, int j) const {
-        Expect(i >= 0 && i < rows_ && j >= 0 && j < rows_ && i != j, "an element outside the host's matrix");
-        return static_cast<std::size_t>(std::max(i, j) * rows_ + std::min(i, j));
-    }
-    int RowCountImpl() const override { return rows_; }
-    double GetImpl(int i, int j) const override { return values_[Index(i, j)]; }
-    void SetImpl(int i, int j, double value) override { values_[Index(i, j)] = value; }
-    StatlibraryErrorCode InitImpl(int n, double value) override {
-        Expect(n == rows_, "Init() with another number");
-        values_.assign(static_cast<std::size_t>(n * n), value);
-        return dax::types::Success;
-    }
-
-    int rows_;
-    std::vector<double> values_;
-};
-
-// Joins of a host, which has no elements side by side.
-class HostSteps : public IReadableVector<ClusterStep> {
-public:
-    explicit HostSteps(const Steps& steps) : steps_(steps) {}
-    std::size_t SizeImpl() const override { return steps_.size(); }
-    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
-    const ClusterStep* DataImpl() const override { return nullptr; }
-
-private:
-    const Steps& steps_;
-};
 
 // The partition of the objects, one join after the other.
 class Partitions {

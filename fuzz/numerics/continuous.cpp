@@ -106,7 +106,8 @@ void NoncentralGamma(Input& input) {
     const Evaluation pair("gamma_ncdf", {x, a, noncentrality});
     Tails tails;
     pair.Run(input, [&] { gamma_ncdf(x, a, noncentrality, &tails.lower, &tails.upper); });
-    tails.Check(pair, IsShape(a) && x >= 0 && noncentrality >= 0, noncentrality > 2e10);
+    const bool inside = IsShape(a) && x >= 0 && noncentrality >= 0 && noncentrality <= DBL_MAX;
+    tails.Check(pair, inside, inside && noncentrality > 2e10);
 }
 
 void Beta(Input& input) {

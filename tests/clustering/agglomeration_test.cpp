@@ -144,22 +144,10 @@ TEST(FindMembers, MatchesReference) {
     }
 }
 
-// Steps of a host.
-class HostSteps : public types::IReadableVector<ClusterStep> {
-public:
-    explicit HostSteps(std::vector<ClusterStep> steps) : steps_(std::move(steps)) {}
-    std::size_t SizeImpl() const override { return steps_.size(); }
-    const ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
-    const ClusterStep* DataImpl() const override { return nullptr; }
-
-private:
-    std::vector<ClusterStep> steps_;
-};
-
 TEST(FindMembers, HasNoneOfStepsThatNameNoObjects) {
     for (const int wrong : {-1, 3})
         for (const auto& [low, high] : {std::pair{0, wrong}, {wrong, 2}}) {
-            const HostSteps steps({{50, 1, 0, 1, 2}, {40, 1, low, high, 3}});
+            const test::HostSteps steps({{50, 1, 0, 1, 2}, {40, 1, low, high, 3}});
             EXPECT_TRUE(
                 std::unique_ptr<types::IReadableVector<int>>(FindMembersWithNumber(steps, 2))->EmptyImpl());
         }

@@ -1,0 +1,79 @@
+// A matrix and a vector of steps that the library does not know.
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+#include <vector>
+
+#include "zul/clustering.h"
+
+namespace zul::test {
+
+// Distances of a host, which keeps the whole square and what it was asked for. Asking for anything but a pair of
+// two objects ends the program.
+class HostMatrix : public dax::clustering::DistanceMatrix {
+public:
+    struct Call {
+        char operation;  // 'n' row count, 'g' get, 's' set, 'i' init
+        int i;
+        int j;
+        bool operator==(const Call&) const = default;
+    };
+
+    explicit HostMatrix(int n, bool recording = false) : rows_(n), recording_(recording) { Resize(n, 0); }
+    std::vector<Call> TakeCalls() { return std::exchange(calls_, {}); }
+    dax::types::StatlibraryErrorCode initStatus = dax::types::Success;
+
+private:
+    void Resize(int n, double value) {
+        size_ = n;
+        values_.assign(static_cast<std::size_t>(n * n), value);
+    }
+    std::size_t Index(int i, int j) const {
+        if (i < 0 || j < 0 || i == j || std::max(i, j) >= size_) std::abort();
+        return static_cast<std::size_t>(std::max(i, j) * size_ + std::min(i, j));
+    }
+    void Record(Call call) const {
+        if (recording_) calls_.push_back(call);
+    }
+
+    int RowCountImpl() const override {
+        Record({'n', 0, 0});
+        return rows_;
+    }
+    double GetImpl(int i, int j) const override {
+        Record({'g', i, j});
+        return values_[Index(i, j)];
+    }
+    void SetImpl(int i, int j, double value) override {
+        Record({'s', i, j});
+        values_[Index(i, j)] = value;
+    }
+    dax::types::StatlibraryErrorCode InitImpl(int n, double value) override {
+        Record({'i', n, static_cast<int>(value)});
+        Resize(n, value);
+        return initStatus;
+    }
+
+    int rows_;
+    bool recording_;
+    int size_ = 0;
+    std::vector<double> values_;
+    mutable std::vector<Call> calls_;
+};
+
+// Joins of a host, which has no elements side by side.
+class HostSteps : public dax::types::IReadableVector<dax::clustering::ClusterStep> {
+public:
+    explicit HostSteps(std::vector<dax::clustering::ClusterStep> steps) : steps_(std::move(steps)) {}
+
+private:
+    std::size_t SizeImpl() const override { return steps_.size(); }
+    const dax::clustering::ClusterStep& AtImpl(std::size_t i) const override { return steps_.at(i); }
+    const dax::clustering::ClusterStep* DataImpl() const override { return nullptr; }
+
+    std::vector<dax::clustering::ClusterStep> steps_;
+};
+
+}  // namespace zul::test
