@@ -28,6 +28,8 @@ TEST(ClosedForms, TailsKeepTheirDigits) {
         EXPECT_NEAR(SmallestExtremeValueCdf(SmallestExtremeValueInvCdf(p, 0, 1), 0, 1, false) / p, 1, 1e-12);
         EXPECT_NEAR(WeibullCdf(WeibullInvCdf(p, 40, 1, 0), 40, 1, 0, false) / p, 1, 1e-11) << p;
     }
+    for (const double p : {0.99e-100, 1e-150, 4.3e-284})  // by search
+        EXPECT_NEAR(NormalCdf(NormalInvCdf(p, 0, 1), 0, 1, false) / p, 1, 1e-8) << p;
 }
 
 // Every tail comes back, and the density is the slope of the quantile function and even.

@@ -281,8 +281,23 @@ TEST(Objects, DrawAtTheEndsAndTheCentre) {
     EXPECT_EQ(DrawWith(CmDistT(3, 1), {1}, 1), kNA);
 }
 
-TEST(Objects, DrawByRejectionAtTheEnds) {
+// With u1 = 1/2 the logit is 0, and the first try is accepted.
+TEST(Objects, DrawByRejection) {
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(2, 3), {0.5, 0.5}, 2), 0.4);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(3, 2), {0.5, 0.5}, 2), 0.6);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(0.5, 0.75), {0.5, 0.5}, 2), 0.4);
+    EXPECT_DOUBLE_EQ(DrawWith(CmDistBeta(0.75, 0.5), {0.5, 0.5}, 2), 0.6);
+    const double share = DrawWith(CmDistBeta(2, 3), {0.5, 0.5}, 2);
+    EXPECT_EQ(DrawWith(CmDistF(4, 6, 0), {0.5, 0.5}, 2), share / (1 - share) * (6.0 / 4));
     EXPECT_EQ(DrawWith(CmDistF(0.01, 0.01, 0), {1 - 1e-12, 0.25}, 2), 0.999999999999 / (1 - 0.999999999999));
+    const double square = DrawWith(CmDistF(1, 6, 0), {0.5, 0.5}, 2);
+    EXPECT_EQ(DrawWith(CmDistT(6, 0), {0.5, 0.5, 0.4}, 3), std::sqrt(square));
+    EXPECT_EQ(DrawWith(CmDistT(6, 0), {0.5, 0.5, 0.5}, 3), -std::sqrt(square));
+    // r = 1: the mean is an exponential deviate.
+    EXPECT_EQ(DrawWith(CmDistNegBinomial(kFailures, 0.5, 1), {0.5, 0.25}, 2),
+              PoissonInvCdf(0.25, std::log(2)));
+    EXPECT_EQ(DrawWith(CmDistNegBinomial(kTrials, 0.5, 1), {0.9, 0.9}, 2),
+              1 + PoissonInvCdf(0.9, std::log(10)));
     EXPECT_EQ(DrawWith(CmDistNegBinomial(kTrials, 0.5, 1), {0, 0.9}, 2), 1);  // a mean of 0
 }
 
