@@ -83,7 +83,7 @@ void CutEverywhere(Input& input, const Steps& steps) {
     Partitions partitions(steps);
     for (int k = n; k >= 1; --k) {
         const std::vector<int> numbers = partitions.Numbers();
-        Expect(Equal(byNumber[static_cast<std::size_t>(k - 1)], numbers), "another partition");
+        Expect(Equal(byNumber[static_cast<std::size_t>(k) - 1], numbers), "another partition");
         if (wrong == k) Expect(Equal(byNumber.back(), numbers), "another partition");
         for (std::size_t i = 0; i < levels.size(); ++i) {
             const auto first = std::find_if(
@@ -134,6 +134,7 @@ void RandomMatrices(Input& input) {
     test::Square distances(n);
     std::size_t next = 0;
     for (std::size_t i = 0; i < n; ++i) {
+        distances[i].reserve(i + 1);
         for (std::size_t j = 0; j < i; ++j)
             distances[i].push_back(values[next++]);
         distances[i].push_back(0);
@@ -154,7 +155,8 @@ using Table = std::unique_ptr<IRectangularArray<double>>;
 Table MakeTable(Input& input, int rows, int columns) {
     Table table(dax::types::MakeIRectangularArrayDouble(rows, columns));
     Expect(table != nullptr && table->RowCount() == rows && table->ColumnCount() == columns, "no table");
-    const std::vector<double> values = Values(input, static_cast<std::size_t>(rows * columns));
+    const std::vector<double> values =
+        Values(input, static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
     for (int i = 0; i < rows * columns; ++i)
         table->Set(i / columns, i % columns, values[static_cast<std::size_t>(i)]);
     // Rows that are alike.
@@ -166,8 +168,9 @@ Table MakeTable(Input& input, int rows, int columns) {
 
 bool IsModerate(const IRectangularArray<double>& table) {
     std::vector<double> values;
-    for (int i = 0; i < table.RowCount() * table.ColumnCount(); ++i)
-        values.push_back(table.At(i / table.ColumnCount(), i % table.ColumnCount()));
+    for (int row = 0; row < table.RowCount(); ++row)
+        for (int column = 0; column < table.ColumnCount(); ++column)
+            values.push_back(table.At(row, column));
     return AreModerate(values, 1e15);
 }
 

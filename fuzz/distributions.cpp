@@ -166,6 +166,7 @@ double ValidParameter(Domain domain, const std::vector<double>& before, bool who
 std::vector<double> ValidParameters(const Family& family, Input& input) {
     const std::vector<Domain>& domains = family.domains;
     std::vector<double> values;
+    values.reserve(domains.size());
     for (const Domain domain : domains)
         values.push_back(ValidParameter(domain, values, domains.front() == Domain::Count, input));
     LimitTime(family, values, input);
@@ -254,9 +255,9 @@ void CheckCriticalValue(Input& input) {
     const double level = input.Fraction();
     const double side = static_cast<double>(input.Choice(3)) - 1;
     const double comparisons = static_cast<double>(1 + input.Choice(20));
-    std::vector<double> df;
-    for (int i = 0; i < (name == "F" ? 2 : name == "Normal" ? 0 : 1); ++i)
-        df.push_back(ValidParameter(Domain::Positive, {}, false, input));
+    std::vector<double> df(name == "F" ? 2 : name == "Normal" ? 0 : 1);
+    for (double& value : df)
+        value = ValidParameter(Domain::Positive, {}, false, input);
     std::vector<double> arguments = df;
     arguments.insert(arguments.begin(), level);
     arguments.push_back(side);

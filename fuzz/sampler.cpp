@@ -190,7 +190,7 @@ Outcome DrawOnce(std::string_view name, Mode mode, const Draw& draw, double seed
 // Twice, with the same outcome.
 Outcome CallTwice(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
                   unsigned count) {
-    const Outcome first = DrawOnce(name, mode, draw, seed, size, count);
+    Outcome first = DrawOnce(name, mode, draw, seed, size, count);
     const Outcome second = DrawOnce(name, mode, draw, seed, size, count);
     const bool isSame = first.status == second.status && first.returned == second.returned &&
                         first.seed == second.seed &&

@@ -23,7 +23,8 @@ void MatrixElements(Input& input) {
     int size = n;
     std::vector<double> expected(64, 0.0);
     const auto at = [&](int i, int j) -> double& {
-        return expected[static_cast<std::size_t>(std::max(i, j) * 8 + std::min(i, j))];
+        return expected[static_cast<std::size_t>(std::max(i, j)) * 8 +
+                        static_cast<std::size_t>(std::min(i, j))];
     };
     for (int operation = 0; operation < 40; ++operation) {
         const auto number = [&] {

@@ -28,7 +28,7 @@ template <typename Run>
 void OneProportionOf(const char* entry, bool checksAlternative, Run runEntry, Input& input,
                      const Settings& s) {
     const std::vector<int> events = Events(input, input.Choice(kMaxCount + 1));
-    const std::vector<int> copy = events;
+    const std::vector<int> copy(events.begin(), events.end());
     const bool withData = input.Byte() < 100;
     v0::OneProportion record;
     Mark(&record, From(0, 4));

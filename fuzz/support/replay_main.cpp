@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
     LLVMFuzzerInitialize(&argc, &argv);
     KeepInputOfFailures();
     std::thread(WatchProgress).detach();
-    const int count = std::atoi(argv[2]);
+    const int count = static_cast<int>(std::strtol(argv[2], nullptr, 10));
     const int files = RunFiles(argv[1]);
     RunRandomInputs(count, argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 1);
     std::printf("%d files, %d random inputs\n", files, count);

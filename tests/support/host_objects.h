@@ -28,11 +28,12 @@ public:
 private:
     void Resize(int n, double value) {
         size_ = n;
-        values_.assign(static_cast<std::size_t>(n * n), value);
+        values_.assign(static_cast<std::size_t>(n) * static_cast<std::size_t>(n), value);
     }
     std::size_t Index(int i, int j) const {
         if (i < 0 || j < 0 || i == j || std::max(i, j) >= size_) std::abort();
-        return static_cast<std::size_t>(std::max(i, j) * size_ + std::min(i, j));
+        const auto row = static_cast<std::size_t>(std::max(i, j));
+        return row * static_cast<std::size_t>(size_) + static_cast<std::size_t>(std::min(i, j));
     }
     void Record(Call call) const {
         if (recording_) calls_.push_back(call);
