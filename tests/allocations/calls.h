@@ -30,6 +30,7 @@ struct AllocatingCall {
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
+std::vector<AllocatingCall> AllocatingObjects();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
 
