@@ -442,7 +442,7 @@ ZUL_API int RunOneProportion(OneProportion* record, bool normal, double confiden
 /// @param confidence confidence level, in (0, 1)
 /// @param type which bounds
 /// @param alternative the alternative to proportion = p0; another one gives a p-value of 0
-/// @param p0 the hypothesised proportion; the exact p-value is NaN outside [0, 1], and for n above 2147483647
+/// @param p0 the hypothesised proportion; the exact p-value is NaN outside [0, 1], and for n above 2147000000
 /// @return 0 or 30002
 ZUL_API int RunKelOneProportion(OneProportion* record, const int* data, bool normal, double confidence,
                                 IntervalType type, AlternativeHypothesis alternative, double p0);
