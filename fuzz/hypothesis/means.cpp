@@ -1,16 +1,14 @@
 // The t and z tests and that of one variance: their overloads agree.
 #include <algorithm>
-#include <functional>
 
 #include "fuzz/hypothesis/parts.h"
 
 namespace zul::fuzz {
 namespace {
 
-// One test in its four overloads, with and without data and an alternative. Bounds: the lower one in field `lower`, the upper one next to it; the p-value
-// in `pValue`.
-template <typename Record>
-struct Test {
+// One test in its four overloads, with and without data and an alternative: the masks of its fields. Bounds: the
+// lower one in field `lower`, the upper one next to it; the p-value in `pValue`.
+struct Layout {
     const char* name;
     unsigned doubles;
     Fields summary;   // in: without data, out: with data
@@ -19,25 +17,23 @@ struct Test {
     Fields test;      // out: with an alternative
     unsigned lower;
     unsigned pValue;
-    Mode mode;
-    std::function<int(Record*, const Settings&, bool withData, bool withTest)> call;
+    Mode mode = Mode::Bare;
 };
 
-// run(confidence, type), or run(confidence, type, alternative, hypothesised).
-template <typename Form>
-int WithForm(const Settings& s, bool withTest, Form run) {
-    return withTest ? run(s.confidence, s.type, s.alternative, s.hypothesised) : run(s.confidence, s.type);
-}
-
 // The call, and what can be said of each; whether it returned.
-template <typename Record>
-bool Run(const Test<Record>& test, Record* record, const Settings& settings, bool withData, bool withTest,
-         Fields written) {
+template <typename Record, typename Form>
+bool Run(const Layout& test, const Form& form, Record* record, const Settings& settings, bool withData,
+         bool withTest, Fields written) {
     const char* const where = test.name;
     const Record before = *record;
     int status = -1;
     if (!Checked(
-            test.mode, [&] { status = test.call(record, settings, withData, withTest); },
+            test.mode,
+            [&] {
+                status = withTest ? form(record, withData, settings.confidence, settings.type,
+                                         settings.alternative, settings.hypothesised)
+                                  : form(record, withData, settings.confidence, settings.type);
+            },
             [&] { return std::string(where); }))
         return false;
     Expect(status == (settings.HasType() ? 0 : 30002), where, "wrong status");
@@ -51,9 +47,9 @@ bool Run(const Test<Record>& test, Record* record, const Settings& settings, boo
 }
 
 // Runs one overload, then those that have to agree with it. The record holds its counts.
-template <typename Record>
-void RunOverloads(const Test<Record>& test, Record record, const Settings& settings, bool withData,
-                  bool withTest, bool testsAnyway, Input& input) {
+template <typename Record, typename Form>
+void RunOverloads(const Layout& test, const Form& form, Record record, const Settings& settings,
+                  bool withData, bool withTest, bool testsAnyway, Input& input) {
     const char* const where = test.name;
     const Fields outputs = test.interval | (withData ? test.fromData | test.summary : 0);
     const Fields tested = withTest && (settings.HasType() || testsAnyway) ? test.test : 0;
@@ -61,7 +57,7 @@ void RunOverloads(const Test<Record>& test, Record record, const Settings& setti
         FieldOf(&record, i) = input.Flag() ? input.Size() : AnyReal(input);
     Mark(&record, outputs | test.test);
     Record result = record;
-    if (!Run(test, &result, settings, withData, withTest, outputs | tested)) return;
+    if (!Run(test, form, &result, settings, withData, withTest, outputs | tested)) return;
 
     const double lower = FieldOf(result, test.lower);
     const double upper = FieldOf(result, test.lower + 1);
@@ -73,13 +69,13 @@ void RunOverloads(const Test<Record>& test, Record record, const Settings& setti
 
     Record other = record;
     if (withTest && !testsAnyway) {
-        Run(test, &other, settings, withData, false, outputs);
+        Run(test, form, &other, settings, withData, false, outputs);
         ExpectSame(result, other, outputs, where);
     }
     if (!withData) return;
     other = result;
     Mark(&other, test.interval | test.test);
-    if (!Run(test, &other, settings, false, withTest, test.interval | tested)) return;
+    if (!Run(test, form, &other, settings, false, withTest, test.interval | tested)) return;
     if (!testsAnyway) ExpectSame(result, other, test.interval | tested, where);
 }
 
@@ -110,55 +106,30 @@ void Bonett(const Data& x, const Settings& s) {
 void OneSampleT(Input& input, const Settings& settings) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
     const ReadOnly kept(x);
-    using R = v0::OneSampleT;
-    using S = const Settings&;
-    const Test<R> test = {"RunOneSampleT",
-                          7,
-                          From(0, 1),
-                          0,
-                          From(2, 4),
-                          From(5, 6),
-                          3,
-                          6,
-                          Mode::Bare,
-                          [&](R* r, S s, bool withData, bool withTest) {
-                              return WithForm(s, withTest, [&](auto... form) {
-                                  return withData ? v0::RunOneSampleT(r, x.data(), form...)
-                                                  : v0::RunOneSampleT(r, form...);
-                              });
-                          }};
-    R record;
+    constexpr Layout kLayout = {"RunOneSampleT", 7, From(0, 1), 0, From(2, 4), From(5, 6), 3, 6};
+    const auto form = [&](auto* r, bool withData, auto... a) {
+        return withData ? v0::RunOneSampleT(r, x.data(), a...) : v0::RunOneSampleT(r, a...);
+    };
+    v0::OneSampleT record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    RunOverloads(test, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(kept, test.name);
+    RunOverloads(kLayout, form, record, settings, withData, input.Flag(), false, input);
+    ExpectIntact(kept, kLayout.name);
 }
 
 void OneSampleZ(Input& input, const Settings& settings) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
     const ReadOnly kept(x);
-    using R = v0::OneSampleZ;
-    using S = const Settings&;
-    const Test<R> test = {"RunOneSampleZ",
-                          7,
-                          From(0, 0),
-                          From(1, 1),
-                          From(2, 4),
-                          From(5, 6),
-                          3,
-                          6,
-                          Mode::Bare,
-                          [&](R* r, S s, bool withData, bool withTest) {
-                              return WithForm(s, withTest, [&](auto... form) {
-                                  return withData ? v0::RunOneSampleZ(r, x.data(), s.sigma, form...)
-                                                  : v0::RunOneSampleZ(r, s.sigma, form...);
-                              });
-                          }};
-    R record;
+    constexpr Layout kLayout = {"RunOneSampleZ", 7, From(0, 0), From(1, 1), From(2, 4), From(5, 6), 3, 6};
+    const auto form = [&](auto* r, bool withData, auto... a) {
+        return withData ? v0::RunOneSampleZ(r, x.data(), settings.sigma, a...)
+                        : v0::RunOneSampleZ(r, settings.sigma, a...);
+    };
+    v0::OneSampleZ record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    RunOverloads(test, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(kept, test.name);
+    RunOverloads(kLayout, form, record, settings, withData, input.Flag(), false, input);
+    ExpectIntact(kept, kLayout.name);
 }
 
 void PairedT(Input& input, const Settings& settings) {
@@ -166,29 +137,16 @@ void PairedT(Input& input, const Settings& settings) {
     const Data y = Values(input, x.size());
     const ReadOnly keptX(x);
     const ReadOnly keptY(y);
-    using R = v0::PairedT;
-    using S = const Settings&;
-    const Test<R> test = {"RunPairedT",
-                          13,
-                          From(6, 7),
-                          From(0, 5),
-                          From(8, 10),
-                          From(11, 12),
-                          9,
-                          12,
-                          Mode::Bare,
-                          [&](R* r, S s, bool withData, bool withTest) {
-                              return WithForm(s, withTest, [&](auto... form) {
-                                  return withData ? v0::RunPairedT(r, x.data(), y.data(), form...)
-                                                  : v0::RunPairedT(r, form...);
-                              });
-                          }};
-    R record;
+    constexpr Layout kLayout = {"RunPairedT", 13, From(6, 7), From(0, 5), From(8, 10), From(11, 12), 9, 12};
+    const auto form = [&](auto* r, bool withData, auto... a) {
+        return withData ? v0::RunPairedT(r, x.data(), y.data(), a...) : v0::RunPairedT(r, a...);
+    };
+    v0::PairedT record;
     const bool withData = input.Byte() < 160;
     record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    RunOverloads(test, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(keptX, test.name);
-    ExpectIntact(keptY, test.name);
+    RunOverloads(kLayout, form, record, settings, withData, input.Flag(), false, input);
+    ExpectIntact(keptX, kLayout.name);
+    ExpectIntact(keptY, kLayout.name);
 }
 
 void TwoSampleT(Input& input, const Settings& settings) {
@@ -196,59 +154,35 @@ void TwoSampleT(Input& input, const Settings& settings) {
     const Data y = Values(input, input.Choice(kMaxCount + 1));
     const ReadOnly keptX(x);
     const ReadOnly keptY(y);
-    using R = v0::TwoSampleT;
-    using S = const Settings&;
     const Fields pooled = settings.flag ? From(7, 7) : 0;
-    const Test<R> test = {"RunTwoSampleT",
-                          13,
-                          From(0, 3),
-                          0,
-                          From(4, 6) | pooled | From(8, 10),
-                          From(11, 12),
-                          9,
-                          12,
-                          Mode::Bare,
-                          [&](R* r, S s, bool withData, bool withTest) {
-                              return WithForm(s, withTest, [&](auto... form) {
-                                  return withData ? v0::RunTwoSampleT(r, x.data(), y.data(), s.flag, form...)
-                                                  : v0::RunTwoSampleT(r, s.flag, form...);
-                              });
-                          }};
-    R record;
+    const Layout layout = {"RunTwoSampleT", 13, From(0, 3), 0, From(4, 6) | pooled | From(8, 10),
+                           From(11, 12),    9,  12};
+    const auto form = [&](auto* r, bool withData, auto... a) {
+        return withData ? v0::RunTwoSampleT(r, x.data(), y.data(), settings.flag, a...)
+                        : v0::RunTwoSampleT(r, settings.flag, a...);
+    };
+    v0::TwoSampleT record;
     const bool withData = input.Byte() < 160;
     record.n1 = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
     record.n2 = withData ? static_cast<unsigned>(y.size()) : Counts(input).n;
-    RunOverloads(test, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(keptX, test.name);
-    ExpectIntact(keptY, test.name);
+    RunOverloads(layout, form, record, settings, withData, input.Flag(), false, input);
+    ExpectIntact(keptX, layout.name);
+    ExpectIntact(keptY, layout.name);
 }
 
 void OneVariance(Input& input, const Settings& settings) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
     const ReadOnly kept(x);
-    using R = v0::OneVariance;
-    using S = const Settings&;
-    const Test<R> test = {"RunOneVariance",
-                          9,
-                          From(0, 0),
-                          0,
-                          From(1, 8),
-                          0,
-                          1,
-                          6,
-                          Mode::Framed,
-                          [&](R* r, S s, bool withData, bool withTest) {
-                              return WithForm(s, withTest, [&](auto... form) {
-                                  return withData ? v0::RunOneVariance(r, x.data(), form...)
-                                                  : v0::RunOneVariance(r, form...);
-                              });
-                          }};
-    R record;
+    constexpr Layout kLayout = {"RunOneVariance", 9, From(0, 0), 0, From(1, 8), 0, 1, 6, Mode::Framed};
+    const auto form = [&](auto* r, bool withData, auto... a) {
+        return withData ? v0::RunOneVariance(r, x.data(), a...) : v0::RunOneVariance(r, a...);
+    };
+    v0::OneVariance record;
     record.n = static_cast<unsigned>(x.size());
-    RunOverloads(test, record, settings, true, true, true, input);
+    RunOverloads(kLayout, form, record, settings, true, true, true, input);
     Bonett(x, settings);
     record.n = Counts(input).n;
-    RunOverloads(test, record, settings, false, input.Flag(), true, input);
-    ExpectIntact(kept, test.name);
+    RunOverloads(kLayout, form, record, settings, false, input.Flag(), true, input);
+    ExpectIntact(kept, kLayout.name);
 }
 }  // namespace zul::fuzz
