@@ -4,7 +4,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <sstream>
 #include <string>

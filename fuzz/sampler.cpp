@@ -3,7 +3,6 @@
 #include "zul/sampler.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 #include <set>
@@ -42,83 +41,73 @@ Support Line(const Parameters&) {
     return {-kInf, kInf};
 }
 
+Support Unit(const Parameters&) {
+    return {0, 1};
+}
+
 Support Positive(const Parameters&) {
     return {0, kInf};
 }
 
-Support FromThird(const Parameters& p) {
-    return {p[2], kInf};
-}
-
-double Least(const Parameters& p) {
-    return *std::min_element(p.begin(), p.end());
-}
-
-double Greatest(const Parameters& p) {
-    return *std::max_element(p.begin(), p.end());
+template <std::size_t place>
+Support From(const Parameters& p) {
+    return {p[place], kInf};
 }
 
 Support Hull(const Parameters& p) {
-    return {Least(p), Greatest(p)};
+    const auto [least, greatest] = std::minmax_element(p.begin(), p.end());
+    return {*least, *greatest};
+}
+
+Support UpToFirst(const Parameters& p) {
+    return {0, std::max(p[0], 0.0)};
+}
+
+Support BelowFirst(const Parameters& p) {
+    return {0, p[0] - 1};
+}
+
+Support Overlap(const Parameters& p) {
+    return {std::max(0.0, p[1] + p[2] - p[0]), std::max(0.0, std::min(p[1], p[2]))};
+}
+
+Support FailuresOrTrials(const Parameters& p) {
+    return {p[0] != 0 ? 0 : p[2], kInf};
+}
+
+template <Support (*support)(const Parameters&)>
+Support Whole(const Parameters& p) {
+    const Support all = support(p);
+    return {all.least, all.greatest, true};
 }
 
 const Operation kOperations[] = {
-    {"Beta", "ss",
-     [](const Parameters&) {
-         return Support{0, 1};
-     }},
+    {"Beta", "ss", Unit},
     {"Cauchy", "rs", Line},
     {"ChiSquare", "s", Positive},
-    {"Exponential", "sr",
-     [](const Parameters& p) {
-         return Support{p[1], kInf};
-     }},
+    {"Exponential", "sr", From<1>},
     {"F", "ss", Positive},
-    {"Gamma", "ssr", FromThird},
+    {"Gamma", "ssr", From<2>},
     {"Lambda", "rrs", Line},
     {"Laplace", "rs", Line},
     {"LargestExtremeValue", "rs", Line},
     {"Logistic", "rs", Line},
-    {"LogLogistic", "rsr", FromThird},
-    {"Lognormal", "rsr", FromThird},
+    {"LogLogistic", "rsr", From<2>},
+    {"Lognormal", "rsr", From<2>},
     {"Normal", "rs", Line},
     {"SmallestExtremeValue", "rs", Line},
     {"T", "sr", Line, 4},
     {"Triangular", "rrr", Hull},
     {"Uniform", "rr", Hull},
-    {"Weibull", "ssr", FromThird},
-    {"IntegerUniform", "ii",
-     [](const Parameters& p) {
-         return Support{Least(p), Greatest(p), true};
-     }},
-    {"Bernoulli", "p",
-     [](const Parameters&) {
-         return Support{0, 1, true};
-     }},
-    {"Binomial", "cp",
-     [](const Parameters& p) {
-         return Support{0, std::max(p[0], 0.0), true};
-     }},
-    {"Hypergeometric", "mcc",
-     [](const Parameters& p) {
-         return Support{std::max(0.0, p[1] + p[2] - p[0]), std::max(0.0, std::min(p[1], p[2])), true};
-     }},
-    {"NegBinomial", "ps",
-     [](const Parameters& p) {
-         return Support{p[1], kInf};
-     }},
-    {"NegBinomialTrials", "ips",
-     [](const Parameters& p) {
-         return Support{p[0] != 0 ? 0 : p[2], kInf};
-     }},
-    {"Poisson", "s",
-     [](const Parameters&) {
-         return Support{0, kInf, true};
-     }},
-    {"Indices", "mi",
-     [](const Parameters& p) {
-         return Support{0, p[0] - 1, true};
-     }},
+    {"Weibull", "ssr", From<2>},
+    {"IntegerUniform", "ii", Whole<Hull>},
+    {"Bernoulli", "p", Whole<Unit>},
+    {"Binomial", "cp", Whole<UpToFirst>},
+    {"Hypergeometric", "mcc", Whole<Overlap>},
+    {"NegBinomial", "ps", From<1>},
+    {"NegBinomialTrials", "ips", FailuresOrTrials},
+    {"Poisson", "s", Whole<Positive>},
+    {"Indices", "mi", Whole<BelowFirst>},
 };
 
 // Any number, or one for which the operation is made.

@@ -1,5 +1,4 @@
 // The t and z tests and that of one variance: their overloads agree.
-#include <algorithm>
 
 #include "fuzz/hypothesis/parts.h"
 

@@ -1,6 +1,4 @@
 // The tests of one and of two proportions.
-#include <array>
-#include <numeric>
 
 #include "fuzz/hypothesis/parts.h"
 

@@ -1,6 +1,5 @@
 #include "zul/hypothesis.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>

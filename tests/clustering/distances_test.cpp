@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "support/clustering.h"

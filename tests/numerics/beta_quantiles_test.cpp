@@ -5,11 +5,9 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <string>
 
 #include "frame/error_state.h"
 #include "numerics/incomplete_beta.h"
-#include "numerics/limits.h"
 #include "support/reference_table.h"
 
 namespace zul::numerics {

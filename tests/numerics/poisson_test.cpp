@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "frame/error_state.h"
-#include "numerics/limits.h"
 #include "support/reference_table.h"
 
 namespace zul::numerics {

@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "frame/error_state.h"
-#include "numerics/incomplete_beta.h"
 #include "numerics/normal.h"
 #include "support/reference_table.h"
 

@@ -1,6 +1,5 @@
 // Descriptive statistics and clustering of random data.
 #include <cmath>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

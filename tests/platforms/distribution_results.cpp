@@ -3,7 +3,6 @@
 #include <cmath>
 #include <exception>
 #include <sstream>
-#include <string>
 #include <string_view>
 #include <vector>
 

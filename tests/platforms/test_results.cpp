@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "hypothesis/record_fields.h"

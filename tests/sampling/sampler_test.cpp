@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <new>
-#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <vector>
