@@ -27,24 +27,19 @@ public:
     RandomTest(Recording& recording, std::uint64_t seed) : recording_(recording), numbers_(seed) {}
 
     void OneSample() {
-        const Options options = DrawOptions();
+        const auto [level, type, alternative, flag] = DrawOptions();
         v0::OneSampleT t;
         const std::vector<double> data = Sample(&t.n);
-        Record("OneSampleT", t, 7,
-               v0::RunOneSampleT(&t, data.data(), options.confidence, options.type, options.alternative,
-                                 kCentre),
+        Record("OneSampleT", t, 7, v0::RunOneSampleT(&t, data.data(), level, type, alternative, kCentre),
                kCentre);
         v0::OneSampleZ z;
         z.n = t.n;
-        Record("OneSampleZ", z, 7,
-               v0::RunOneSampleZ(&z, data.data(), 5, options.confidence, options.type, options.alternative,
-                                 kCentre),
+        Record("OneSampleZ", z, 7, v0::RunOneSampleZ(&z, data.data(), 5, level, type, alternative, kCentre),
                kCentre);
         v0::OneVariance variance;
         variance.n = t.n;
         Record("OneVariance", variance, 9,
-               v0::RunOneVariance(&variance, data.data(), options.confidence, options.type,
-                                  options.alternative, 40));
+               v0::RunOneVariance(&variance, data.data(), level, type, alternative, 40));
         for (const auto run : {&v1::RunRunsTest, &v1::RunKelRunsTest}) {
             v1::RunsTest runs;
             const int status = run(&runs, data.data(), kCentre, t.n);
@@ -53,61 +48,48 @@ public:
     }
 
     void TwoSamples() {
-        const Options options = DrawOptions();
+        const auto [level, type, alternative, flag] = DrawOptions();
         v0::TwoSampleT two;
         const std::vector<double> first = Sample(&two.n1);
         const std::vector<double> second = Sample(&two.n2);
         Record("TwoSampleT", two, 13,
-               v0::RunTwoSampleT(&two, first.data(), second.data(), options.flag, options.confidence,
-                                 options.type, options.alternative, 1),
+               v0::RunTwoSampleT(&two, first.data(), second.data(), flag, level, type, alternative, 1),
                kCentre);
         v0::PairedT paired;
         paired.n = std::min(two.n1, two.n2);
         Record("PairedT", paired, 13,
-               v0::RunPairedT(&paired, first.data(), second.data(), options.confidence, options.type,
-                              options.alternative, 1),
-               kCentre);
+               v0::RunPairedT(&paired, first.data(), second.data(), level, type, alternative, 1), kCentre);
     }
 
     void OneProportion() {
-        const Options options = DrawOptions();
+        const auto [level, type, alternative, flag] = DrawOptions();
         using namespace v0;
         v0::OneProportion r;
         r.n = 1 + Below(200);
         r.x = Below(static_cast<int>(r.n) + 1);
         const double p0 = (1 + Below(63)) / 64.0;
-        Record("OneProportion", r, 5,
-               RunOneProportion(&r, options.flag, options.confidence, options.type, options.alternative, p0));
-        Record(
-            "OneProportion", r, 5,
-            RunKelOneProportion(&r, options.flag, options.confidence, options.type, options.alternative, p0));
-        Record("OneProportion", r, 5,
-               RunOneProportionWilson(&r, options.flag, options.confidence, options.type));
-        Record("OneProportion", r, 5, RunOneProportionWilson(&r, options.flag, options.alternative, p0));
-        Record("OneProportion", r, 5,
-               RunOneProportionWaldCI(&r, options.flag, options.confidence, options.type));
-        Record("OneProportion", r, 5,
-               RunOneProportionAgrestiCoullCI(&r, options.flag, options.confidence, options.type));
-        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, options.confidence, options.type));
-        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, options.alternative, p0));
+        Record("OneProportion", r, 5, RunOneProportion(&r, flag, level, type, alternative, p0));
+        Record("OneProportion", r, 5, RunKelOneProportion(&r, flag, level, type, alternative, p0));
+        Record("OneProportion", r, 5, RunOneProportionWilson(&r, flag, level, type));
+        Record("OneProportion", r, 5, RunOneProportionWilson(&r, flag, alternative, p0));
+        Record("OneProportion", r, 5, RunOneProportionWaldCI(&r, flag, level, type));
+        Record("OneProportion", r, 5, RunOneProportionAgrestiCoullCI(&r, flag, level, type));
+        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, level, type));
+        Record("OneProportionMidP", r, 5, RunOneProportionMidP(&r, alternative, p0));
     }
 
     void TwoProportions() {
-        const Options options = DrawOptions();
+        const auto [level, type, alternative, flag] = DrawOptions();
         using namespace v0;
         TwoProportion r;
         r.n1 = 1 + Below(200);
         r.n2 = 1 + Below(200);
         r.x1 = Below(static_cast<int>(r.n1) + 1);
         r.x2 = Below(static_cast<int>(r.n2) + 1);
-        const double d0 = options.flag ? 0 : 0.125;
-        Record(
-            "TwoProportion", r, 8,
-            RunKelTwoProportion(&r, options.flag, options.confidence, options.type, options.alternative, d0));
-        Record("TwoProportion", r, 8,
-               RunTwoProportionWaldCI(&r, options.flag, options.confidence, options.type));
-        Record("TwoProportion", r, 8,
-               RunTwoProportionAgrestiCaffoCI(&r, options.flag, options.confidence, options.type));
+        const double d0 = flag ? 0 : 0.125;
+        Record("TwoProportion", r, 8, RunKelTwoProportion(&r, flag, level, type, alternative, d0));
+        Record("TwoProportion", r, 8, RunTwoProportionWaldCI(&r, flag, level, type));
+        Record("TwoProportion", r, 8, RunTwoProportionAgrestiCaffoCI(&r, flag, level, type));
     }
 
     void GoodnessOfFit() {
