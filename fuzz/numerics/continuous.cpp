@@ -37,7 +37,8 @@ void Normal(Input& input) {
 void NormalQuantile(Input& input) {
     const double p = input.Flag() ? input.Real() : input.Fraction();
     const bool upperTail = input.Flag();
-    const Evaluation quantile(upperTail ? "normal_upper_quant" : "inv_normal_df", {p});
+    // The lower tail above 1/2 goes by the upper one, which refuses 0.
+    const Evaluation quantile(upperTail || p == 1 ? "normal_upper_quant" : "inv_normal_df", {p});
     double z = 0;
     quantile.Run(input, [&] { (upperTail ? normal_upper_quant : inv_normal_df)(p, &z); });
     const bool inside = p >= 1e-100 && (upperTail ? p <= 0.5 : p < 1);
@@ -240,7 +241,7 @@ void ChiSquare(Input& input) {
     const double df = Shape(input);
     const double p = input.Flag() ? input.Fraction() : input.Real();
     const double noncentrality = std::fmod(Shape(input), 1e4);
-    const Evaluation chiSquare("chi2", {p, df, noncentrality});
+    const Evaluation chiSquare("chi2_ncdf", {p, df, noncentrality});
     double x = 0;
     chiSquare.Run(input, [&] { (input.Flag() ? chi2_lower_quant : chi2_upper_quant)(p, df, &x); });
     chiSquare.Require(errorState.Failed() ? x == -DBL_MAX : x >= 0 && x <= DBL_MAX, " quantile", x);

@@ -58,8 +58,9 @@ void Binomial(Input& input) {
     if (inside) pair.Run(input, [&] { mass = BinomialMass(std::floor(k), shape); });
     pair.Require(mass >= 0 && mass <= 1, " mass", mass);
     const bool upper = input.Flag();
-    CheckCountQuantile("binomial quantile", upper ? binomial_upper_quant : binomial_lower_quant, shape,
-                       inside, 0, n, upper, {n, success}, input);
+    CheckCountQuantile(upper ? "binomial_upper_quant" : "binomial_lower_quant",
+                       upper ? binomial_upper_quant : binomial_lower_quant, shape, inside, 0, n, upper,
+                       {n, success}, input);
 }
 
 void Hypergeometric(Input& input) {
@@ -81,8 +82,9 @@ void Hypergeometric(Input& input) {
     tails.Check(pair, inside && !std::isnan(k));
     pair.Require(errorState.Failed() || (mass >= 0 && mass <= 1), " mass", mass);
     const bool upper = input.Flag();
-    CheckCountQuantile("hypergeometric quantile", upper ? hypergeo_upper_quant : hypergeo_lower_quant, shape,
-                       inside, shape.First(), shape.Last(), upper, {population, successes, sample}, input);
+    CheckCountQuantile(upper ? "hypergeo_upper_quant" : "hypergeo_lower_quant",
+                       upper ? hypergeo_upper_quant : hypergeo_lower_quant, shape, inside, shape.First(),
+                       shape.Last(), upper, {population, successes, sample}, input);
 }
 
 void Poisson(Input& input) {
@@ -94,7 +96,8 @@ void Poisson(Input& input) {
     pair.Run(input, [&] { poisson_df(k, shape, &tails.lower, &tails.upper); });
     tails.Check(pair, mean >= 0 && !std::isnan(k) && (k < 0 || std::floor(k) + 1 <= kShapeLimit));
     const bool upper = input.Flag();
-    CheckCountQuantile("poisson quantile", upper ? poisson_upper_quant : poisson_lower_quant, shape,
+    CheckCountQuantile(upper ? "poisson_upper_quant" : "poisson_lower_quant",
+                       upper ? poisson_upper_quant : poisson_lower_quant, shape,
                        mean >= 0 && mean <= kShapeLimit, 0, std::numeric_limits<double>::infinity(), upper,
                        {mean}, input);
 }

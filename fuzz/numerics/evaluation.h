@@ -39,6 +39,7 @@ public:
     void RequireLevel(bool inside, bool mayFail = false) const {
         const int level = frame::errorState.level;
         Require(inside ? level <= frame::LevelUnderflow || mayFail : level == frame::LevelDomain, " level");
+        Require(inside || frame::errorState.routine.View() == name_, " name");
     }
 
 private:
