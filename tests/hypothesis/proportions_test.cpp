@@ -7,7 +7,6 @@
 namespace zul::v0 {
 namespace {
 
-constexpr auto kTwoSided = IntervalType::TwoSided;
 constexpr auto kNotEqual = AlternativeHypothesis::NotEqual;
 
 TEST(TwoProportions, FisherOfMirroredTables) {
