@@ -1,6 +1,7 @@
-// The binomial and the hypergeometric distribution: what holds for one holds for the other.
+// The binomial, the hypergeometric and the Poisson distribution: what holds for one holds for the others.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -8,6 +9,7 @@
 #include "frame/error_state.h"
 #include "numerics/binomial.h"
 #include "numerics/hypergeometric.h"
+#include "numerics/poisson.h"
 #include "support/reference_table.h"
 
 namespace zul::numerics {
@@ -28,7 +30,7 @@ struct Quantile {
     double c = -7;
 };
 
-// The two families in one form: an object is a set of parameters, those of the binomial being n, probability.
+// The families in one form: an object is a set of parameters, those of the binomial being n, probability.
 class Binomial {
 public:
     static constexpr const char* kTable = "numerics/binomial.csv";
@@ -69,6 +71,22 @@ public:
     double last;
 };
 
+class Poisson {
+public:
+    static constexpr auto kLower = poisson_lower_quant;
+    static constexpr auto kUpper = poisson_upper_quant;
+
+    explicit Poisson(double mean) : shape(mean) {}
+    Tails At(double k) const {
+        Tails t;
+        poisson_df(k, shape, &t.lower, &t.upper);
+        return t;
+    }
+
+    PoissonShape shape;
+    double first = 0;
+};
+
 template <typename Family>
 Quantile Invert(const Family& f, double p, bool upper) {
     Quantile q;
@@ -92,7 +110,7 @@ void CheckQuantiles(const Family& f, double at, bool upper) {
             EXPECT_TRUE(upper ? here <= p && before > p : here > p && before <= p) << p << " " << k;
             EXPECT_EQ(c, !upper && k == f.first ? 1 : share) << p << " " << k;
         }
-        if (factor == 1 && p <= 0.5) {
+        if (factor == 1 && p > 0 && p <= 0.5) {
             EXPECT_EQ((upper ? c >= 0.999999999 : c <= 1e-9) ? k - 1 : k, at) << p;
         }
     }
@@ -121,6 +139,32 @@ void CheckReference() {
 TEST(DiscreteTails, MatchReferenceAndTheirQuantiles) {
     CheckReference<Binomial>();
     CheckReference<Hypergeometric>();
+}
+
+TEST(DiscreteTails, OfPoissonMatchReferenceAndTheirQuantiles) {
+    for (const test::Row& row : test::ReadTable("numerics/poisson.csv", ',')) {
+        const Poisson f(test::Number(row.at(1)));
+        const Tails t = f.At(test::Number(row.at(0)));
+        EXPECT_TRUE(test::IsNear(t.lower, test::Number(row.at(2)), 1e-12)) << row[0] << " " << row[1];
+        EXPECT_TRUE(test::IsNear(t.upper, test::Number(row.at(3)), 1e-12)) << row[0] << " " << row[1];
+        EXPECT_EQ(f.At(test::Number(row[0]) + 0.9).lower, t.lower);
+    }
+    for (const double mean : {1e-9, 0.3, 2.0, 30.0, 1e4, 9e7})
+        for (const double sds : {-30.0, -5.0, -1.0, 0.0, 0.3, 1.5, 6.0, 33.0}) {
+            const double at = std::max(0.0, std::floor(mean + sds * std::sqrt(mean) + sds * sds / 6));
+            CheckQuantiles(Poisson(mean), at, false);
+            CheckQuantiles(Poisson(mean), at, true);
+        }
+}
+
+TEST(DiscreteTails, OfPoissonAtTheEnds) {
+    EXPECT_EQ(Poisson(3).At(-1).lower, 0);
+    EXPECT_EQ(Poisson(0).At(0).lower, 1);
+    EXPECT_EQ(Invert(Poisson(50), 0, false).k, 0);
+    EXPECT_EQ(Invert(Poisson(50), 0, false).c, 1);
+    EXPECT_EQ(Invert(Poisson(1e4), 1, true).k, 0);
+    EXPECT_EQ(Invert(Poisson(0), 0.3, true).k, 0);
+    EXPECT_EQ(Invert(Poisson(0), 0.3, true).c, 0.3);
 }
 
 struct Exact {
