@@ -118,6 +118,5 @@ int main(int argc, char** argv) {
     const int files = RunFiles(argv[1]);
     RunRandomInputs(count, argc > 3 ? std::strtoull(argv[3], nullptr, 10) : 1);
     std::printf("%d files, %d random inputs\n", files, count);
-    std::fflush(stdout);
-    std::_Exit(0);  // without waiting for the watching thread
+    return 0;  // the watching thread ends with the process
 }
