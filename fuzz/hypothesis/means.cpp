@@ -100,35 +100,36 @@ void Bonett(const Data& x, const Settings& s) {
     Expect(result.bonettUpperBound == result.bonettUpperBound, where, "no upper bound of Bonett");
 }
 
+// The forms with the data x, or with their summary.
+template <typename Record, typename Form>
+void RunOneSample(const Layout& layout, Form form, const Data& x, const Settings& settings, Input& input) {
+    const ReadOnly kept(x);
+    Record record;
+    const bool withData = input.Byte() < 160;
+    record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
+    RunOverloads(layout, form, record, settings, withData, input.Flag(), false, input);
+    ExpectIntact(kept, layout.name);
+}
+
 }  // namespace
 
 void OneSampleT(Input& input, const Settings& settings) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
-    const ReadOnly kept(x);
-    constexpr Layout kLayout = {"RunOneSampleT", 7, From(0, 1), 0, From(2, 4), From(5, 6), 3, 6};
     const auto form = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunOneSampleT(r, x.data(), a...) : v0::RunOneSampleT(r, a...);
     };
-    v0::OneSampleT record;
-    const bool withData = input.Byte() < 160;
-    record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    RunOverloads(kLayout, form, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(kept, kLayout.name);
+    constexpr Layout kLayout = {"RunOneSampleT", 7, From(0, 1), 0, From(2, 4), From(5, 6), 3, 6};
+    RunOneSample<v0::OneSampleT>(kLayout, form, x, settings, input);
 }
 
 void OneSampleZ(Input& input, const Settings& settings) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
-    const ReadOnly kept(x);
-    constexpr Layout kLayout = {"RunOneSampleZ", 7, From(0, 0), From(1, 1), From(2, 4), From(5, 6), 3, 6};
     const auto form = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunOneSampleZ(r, x.data(), settings.sigma, a...)
                         : v0::RunOneSampleZ(r, settings.sigma, a...);
     };
-    v0::OneSampleZ record;
-    const bool withData = input.Byte() < 160;
-    record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    RunOverloads(kLayout, form, record, settings, withData, input.Flag(), false, input);
-    ExpectIntact(kept, kLayout.name);
+    constexpr Layout kLayout = {"RunOneSampleZ", 7, From(0, 0), From(1, 1), From(2, 4), From(5, 6), 3, 6};
+    RunOneSample<v0::OneSampleZ>(kLayout, form, x, settings, input);
 }
 
 void PairedT(Input& input, const Settings& settings) {

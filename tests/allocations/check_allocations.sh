@@ -6,8 +6,8 @@ export LC_ALL=C
 
 allocating() {
     nm --print-file-name "$@" | awk '
-        { n = split(substr($0, 1, index($0, ":") - 1), path, "/"); object = path[n]; sub(/\.o$/, "", object) }
-        $(NF - 1) == "U" { if (object != "errors.cpp") uses[object, $NF] }
+        { object = substr($0, 1, index($0, ":") - 1); sub(/.*zul_objects\.dir\/(\.\/)?/, "", object); sub(/\.o$/, "", object) }
+        $(NF - 1) == "U" { if (object != "frame/errors.cpp") uses[object, $NF] }
         $(NF - 1) ~ /[A-TV-Z]/ { definedIn[$NF] = object }
         END {
             for (pair in uses) {
