@@ -20,8 +20,10 @@
 // across the two ends of the frame.
 #pragma once
 
+#include <bit>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <type_traits>
 
 #include "frame/missing_value.h"
@@ -38,8 +40,10 @@ template <typename Kernel, typename... Types>
 concept KernelOf = std::same_as<typename Kernel::Parameters, ParameterList<Types...>> &&
     std::is_trivially_destructible_v<Kernel>;
 
+// By the bits: a signalling NaN that a kernel returns as it came would trap in a comparison.
 inline double NaToNaN(double result) {
-    return result == kNA ? kQuietNaN : result;
+    constexpr auto kBits = std::bit_cast<std::uint64_t>(kNA);
+    return std::bit_cast<std::uint64_t>(result) == kBits ? kQuietNaN : result;
 }
 
 // One call of any function.

@@ -29,7 +29,12 @@ inline bool RoundsToNearest() {
     return (GetControl() & kDirection) == 0;
 }
 
-// The control word of the x87 unit, which computes nothing here, as the C library sets it.
+// The status word of the x87 unit without its exceptions and their summary. One that a host has unmasked stays
+// pending and comes again at each later instruction of that unit that looks for it.
+inline constexpr unsigned short kX87StatusWithoutExceptions = 0x7F00;
+
+// The control word of the x87 unit, which computes nothing here, as the C library sets it. Loading it looks for
+// pending exceptions, so these are cleared first.
 inline void ResetX87Control() {
 #if defined(__GNUC__)
     constexpr unsigned short kDefaultX87Control = 0x037F;
@@ -37,7 +42,7 @@ inline void ResetX87Control() {
     __asm__ volatile("fnstcw %0" : "=m"(control));
     if (control != kDefaultX87Control) {
         control = kDefaultX87Control;
-        __asm__ volatile("fldcw %0" : : "m"(control));
+        __asm__ volatile("fnclex\n\tfldcw %0" : : "m"(control));
     }
 #endif
 }
@@ -103,9 +108,9 @@ inline void Prefetch(const void* address) {
     _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
 }
 
-// From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide
-// handler is installed on the first call and never again; traps that are not ours go to the handler that
-// was there before.
+// From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide handler is
+// installed on the first call, and on POSIX systems again where the host has removed it; traps that are not ours go
+// to the handler that was there before.
 void TranslateTrapsOfThisThread();
 
 }  // namespace zul::frame

@@ -3,24 +3,52 @@
 #include <signal.h>
 #include <ucontext.h>
 
+#include <atomic>
 #include <ctime>
 #include <mutex>
 
 #include "frame/errors.h"
+#include "frame/platform_thread.h"
 #include "frame/trap_choice.h"
 
-namespace zul::frame {
-namespace {
+// Where an interrupted thread goes on, with the trap as its argument, as if the faulting instruction had called it.
+// The return address stands below the 128 bytes under the stack pointer, which belong to the interrupted function:
+// a leaf keeps its variables there, and the end of any function its caller's registers, which the unwinder restores.
+// So the frame of the caller begins 136 bytes above. The stop after the call keeps the return address inside.
+extern "C" void zul_trap_entry();
 
-// Initial-exec storage is laid out when the library is loaded, so that the signal handler can read it
-// without allocating.
-__attribute__((tls_model("initial-exec"))) thread_local bool translating = false;
+__asm__(R"(
+    .text
+    .p2align 4
+    .hidden zul_trap_entry
+    .globl zul_trap_entry
+    .type zul_trap_entry, @function
+zul_trap_entry:
+    .cfi_startproc
+    .cfi_def_cfa %rsp, 136
+    .cfi_offset %rip, -136
+    pushq %rbp
+    .cfi_adjust_cfa_offset 8
+    .cfi_offset %rbp, -144
+    movq %rsp, %rbp
+    .cfi_def_cfa_register %rbp
+    andq $-16, %rsp
+    call zul_raise_trap
+    ud2
+    .cfi_endproc
+    .size zul_trap_entry, .-zul_trap_entry
+)");
 
-struct sigaction previousAction;
-
-[[noreturn]] __attribute__((noinline, used, force_align_arg_pointer)) void ThrowForTrap(Trap trap) {
-    RaiseTrap(trap);
+extern "C" [[noreturn]] __attribute__((used, visibility("hidden"))) void zul_raise_trap(
+    zul::frame::Trap trap) {
+    zul::frame::RaiseTrap(trap);
 }
+
+namespace zul::frame {
+
+constinit thread_local ThreadRecord threadRecord;
+
+namespace {
 
 bool IdentifyTrap(const siginfo_t& info, unsigned control, Trap* trap) {
     switch (info.si_code) {
@@ -41,51 +69,87 @@ bool IdentifyTrap(const siginfo_t& info, unsigned control, Trap* trap) {
     }
 }
 
-// Makes the interrupted thread go on in ThrowForTrap as if the faulting instruction had been a call to
-// it. The throw then happens in ordinary code, after the handler has returned: throwing inside the
-// handler would start from the wrong control register and confuses ThreadSanitizer.
+// Makes the interrupted thread go on in zul_trap_entry. The throw then happens in ordinary code, after the handler
+// has returned: throwing inside the handler would start from the wrong control register and confuses
+// ThreadSanitizer.
 void ResumeInThrow(ucontext_t* context, Trap trap) {
     greg_t* registers = context->uc_mcontext.gregs;
-    if (trap != Trap::IntegerDivideByZero) context->uc_mcontext.fpregs->mxcsr = kTrappingControl;
+    if (trap != Trap::IntegerDivideByZero) {
+        context->uc_mcontext.fpregs->mxcsr = kTrappingControl;
+        context->uc_mcontext.fpregs->swd &= kX87StatusWithoutExceptions;
+    }
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
-    registers[REG_RSP] -= 8;
+    constexpr greg_t kRedZone = 128;
+    registers[REG_RSP] -= kRedZone + 8;
     *reinterpret_cast<greg_t*>(registers[REG_RSP]) = registers[REG_RIP] + 1;  // NOLINT: an address it is
     registers[REG_RDI] = static_cast<greg_t>(trap);
-    registers[REG_RIP] = reinterpret_cast<greg_t>(&ThrowForTrap);
+    registers[REG_RIP] = reinterpret_cast<greg_t>(&zul_trap_entry);
     constexpr greg_t kDirectionFlag = 0x400;
     registers[REG_EFL] &= ~kDirectionFlag;
 }
 
+// What the host had before, for what is not ours. It does not change once it is pointed to, since a signal may read
+// it at any time.
+std::atomic<const struct sigaction*> previousAction;
+
+bool IsDefaultOrIgnore(const struct sigaction& action) {
+    return action.sa_handler == SIG_DFL || action.sa_handler == SIG_IGN;
+}
+
 void PassToPreviousHandler(int signal, siginfo_t* info, void* context) {
+    const struct sigaction& previous = *previousAction.load();
     const bool isSent = info->si_code <= 0;  // by raise or kill, not by an instruction
-    if (previousAction.sa_handler == SIG_IGN && isSent) return;
-    if (previousAction.sa_handler == SIG_DFL || previousAction.sa_handler == SIG_IGN) {
+    if (previous.sa_handler == SIG_IGN && isSent) return;
+    if (IsDefaultOrIgnore(previous)) {
         // An instruction runs again and the process dies where the fault is; a sent signal does not come again.
         ::signal(SIGFPE, SIG_DFL);
         if (isSent) ::raise(SIGFPE);
-    } else if ((previousAction.sa_flags & SA_SIGINFO) != 0) {
-        previousAction.sa_sigaction(signal, info, context);
+    } else if ((previous.sa_flags & SA_SIGINFO) != 0) {
+        previous.sa_sigaction(signal, info, context);
     } else {
-        previousAction.sa_handler(signal);
+        previous.sa_handler(signal);
     }
 }
 
 void OnFloatingPointSignal(int signal, siginfo_t* info, void* rawContext) {
     auto* context = static_cast<ucontext_t*>(rawContext);
     Trap trap{};
-    if (translating && IdentifyTrap(*info, context->uc_mcontext.fpregs->mxcsr, &trap)) {
+    if (threadRecord.translatesTraps && IdentifyTrap(*info, context->uc_mcontext.fpregs->mxcsr, &trap)) {
         ResumeInThrow(context, trap);
     } else {
         PassToPreviousHandler(signal, info, rawContext);
     }
 }
 
+struct sigaction ActionWithHandler(void (*handler)(int)) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    return action;
+}
+
+// After the handler that the host has at the first registration; later only where the host has put back the default
+// or ignores the signal: two handlers that pass signals on to each other would do so for ever.
 void InstallHandler() {
+    static std::mutex mutex;
+    static struct sigaction hostAction;
+    static const struct sigaction defaultAction = ActionWithHandler(SIG_DFL);
+    static const struct sigaction ignoreAction = ActionWithHandler(SIG_IGN);
+    const std::lock_guard lock(mutex);
+    struct sigaction current = {};
+    sigaction(SIGFPE, nullptr, &current);
+    if (previousAction.load() == nullptr) {
+        hostAction = current;
+        previousAction = &hostAction;
+    } else if (IsDefaultOrIgnore(current)) {
+        previousAction = current.sa_handler == SIG_IGN ? &ignoreAction : &defaultAction;
+    } else {
+        return;
+    }
     struct sigaction action = {};
     action.sa_sigaction = OnFloatingPointSignal;
     action.sa_flags = SA_SIGINFO | SA_NODEFER;
     sigemptyset(&action.sa_mask);
-    sigaction(SIGFPE, &action, &previousAction);
+    sigaction(SIGFPE, &action, nullptr);
 }
 
 }  // namespace
@@ -100,10 +164,13 @@ TimeOfDay LocalTimeOfDay() {
 }
 
 void TranslateTrapsOfThisThread() {
-    // Once only: two handlers that chain to each other would loop for ever.
-    static std::once_flag installed;
-    std::call_once(installed, InstallHandler);
-    translating = true;
+    InstallHandler();
+    // A trap of a thread that blocks the signal would end the process.
+    sigset_t trapSignal;
+    sigemptyset(&trapSignal);
+    sigaddset(&trapSignal, SIGFPE);
+    pthread_sigmask(SIG_UNBLOCK, &trapSignal, nullptr);
+    threadRecord.translatesTraps = true;
 }
 
 }  // namespace zul::frame

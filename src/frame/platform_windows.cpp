@@ -1,5 +1,8 @@
 #include "frame/platform.h"
 
+#include <atomic>
+#include <new>
+
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
 #endif
@@ -13,6 +16,7 @@
 #endif
 
 #include "frame/errors.h"
+#include "frame/platform_thread.h"
 #include "frame/trap_choice.h"
 
 #if !defined(_MSC_VER)
@@ -48,7 +52,84 @@ extern "C" [[noreturn]] __attribute__((used)) void zul_raise_trap(zul::frame::Tr
 #endif
 
 namespace zul::frame {
+
+constinit std::atomic<unsigned long> recordSlot = TLS_OUT_OF_INDEXES;
+
 namespace {
+
+// A thread's record, kept for another thread when that one has ended.
+struct KeptRecord {
+    ThreadRecord record;
+    std::atomic<bool> isUsed = true;
+    KeptRecord* next = nullptr;
+};
+
+// All records, until the library is unloaded. They come from the system's heap: taking one in the middle of a
+// computation calls no operator new, which a host may replace and which may throw.
+class ThreadRecords {
+public:
+    ThreadRecords() { recordSlot = TlsAlloc(); }
+    ~ThreadRecords() {
+        TlsFree(recordSlot);
+        recordSlot = TLS_OUT_OF_INDEXES;
+        for (KeptRecord* kept = first_.exchange(nullptr); kept != nullptr;) {
+            KeptRecord* const next = kept->next;
+            HeapFree(GetProcessHeap(), 0, kept);
+            kept = next;
+        }
+    }
+    ThreadRecords(const ThreadRecords&) = delete;
+    ThreadRecords& operator=(const ThreadRecords&) = delete;
+
+    // Null where the thread has none. The system sets its last error in the call.
+    static ThreadRecord* InSlot() {
+        const DWORD lastError = GetLastError();
+        auto* const record = static_cast<ThreadRecord*>(TlsGetValue(recordSlot));
+        SetLastError(lastError);
+        return record;
+    }
+
+    ThreadRecord& OfThisThread() {
+        if (ThreadRecord* const own = InSlot()) return *own;
+        ThreadRecord* const record = Obtain();
+        TlsSetValue(recordSlot, record);
+        return *record;
+    }
+    // When the thread ends.
+    void GiveBack() {
+        ThreadRecord* const own = InSlot();
+        if (own == nullptr || own == &spare_) return;
+        TlsSetValue(recordSlot, nullptr);
+        for (KeptRecord* kept = first_; kept != nullptr; kept = kept->next)
+            if (&kept->record == own) kept->isUsed = false;
+    }
+
+private:
+    ThreadRecord* Obtain() {
+        for (KeptRecord* kept = first_; kept != nullptr; kept = kept->next) {
+            bool isUsed = false;
+            if (!kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
+            kept->record = ThreadRecord();
+            return &kept->record;
+        }
+        void* const memory = HeapAlloc(GetProcessHeap(), 0, sizeof(KeptRecord));
+        if (memory == nullptr) return &spare_;
+        auto* const made = new (memory) KeptRecord;
+        made->next = first_;
+        while (!first_.compare_exchange_weak(made->next, made)) {
+        }
+        return &made->record;
+    }
+
+    std::atomic<KeptRecord*> first_ = nullptr;
+    // Shared by the threads for which the system has no memory left.
+    ThreadRecord spare_;
+};
+
+ThreadRecords& Records() {
+    static ThreadRecords records;
+    return records;
+}
 
 // Processors report floating-point traps of the SSE unit as any of the first five, systems differ.
 bool IdentifyTrap(DWORD code, unsigned control, Trap* trap) {
@@ -93,7 +174,10 @@ void TranslateStructuredException(unsigned code, EXCEPTION_POINTERS* pointers) {
 // Makes the interrupted thread go on in zul_trap_entry as if the faulting instruction had been a call to it.
 // The throw then happens in ordinary code, after the system has ended its dispatch of the exception.
 void ResumeInThrow(CONTEXT* context, Trap trap) {
-    if (trap != Trap::IntegerDivideByZero) context->MxCsr = context->FltSave.MxCsr = kTrappingControl;
+    if (trap != Trap::IntegerDivideByZero) {
+        context->MxCsr = context->FltSave.MxCsr = kTrappingControl;
+        context->FltSave.StatusWord &= kX87StatusWithoutExceptions;
+    }
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
     context->Rsp -= sizeof(DWORD64);
     *reinterpret_cast<DWORD64*>(context->Rsp) = context->Rip + 1;  // NOLINT: an address it is
@@ -103,15 +187,16 @@ void ResumeInThrow(CONTEXT* context, Trap trap) {
     context->EFlags &= ~kDirectionFlag;
 }
 
-// The mark of the threads whose traps are ours, in a slot of the system: emulated thread_local storage may
-// allocate, which a handler must not.
-DWORD translatingSlot = TLS_OUT_OF_INDEXES;
+// Of the calling thread, without making a record of it.
+bool TranslatesTraps() {
+    const ThreadRecord* const record = ThreadRecords::InSlot();
+    return record != nullptr && record->translatesTraps;
+}
 
 LONG CALLBACK OnException(EXCEPTION_POINTERS* pointers) {
     CONTEXT* const context = pointers->ContextRecord;
     Trap trap{};
-    if (!IdentifyTrap(pointers->ExceptionRecord->ExceptionCode, context->MxCsr, &trap) ||
-        TlsGetValue(translatingSlot) == nullptr)
+    if (!IdentifyTrap(pointers->ExceptionRecord->ExceptionCode, context->MxCsr, &trap) || !TranslatesTraps())
         return EXCEPTION_CONTINUE_SEARCH;
     ResumeInThrow(context, trap);
     return EXCEPTION_CONTINUE_EXECUTION;
@@ -123,13 +208,9 @@ class InstalledHandler {
 public:
     InstalledHandler() {
         constexpr ULONG kBeforeOthers = 1;
-        translatingSlot = TlsAlloc();
         handle_ = AddVectoredExceptionHandler(kBeforeOthers, &OnException);
     }
-    ~InstalledHandler() {
-        RemoveVectoredExceptionHandler(handle_);
-        TlsFree(translatingSlot);
-    }
+    ~InstalledHandler() { RemoveVectoredExceptionHandler(handle_); }
     InstalledHandler(const InstalledHandler&) = delete;
     InstalledHandler& operator=(const InstalledHandler&) = delete;
 
@@ -141,6 +222,14 @@ private:
 
 }  // namespace
 
+ThreadRecord& RecordOfThisThread() {
+    return Records().OfThisThread();
+}
+
+static void GiveBackRecordOfThisThread() {
+    if (recordSlot != TLS_OUT_OF_INDEXES) Records().GiveBack();
+}
+
 TimeOfDay LocalTimeOfDay() {
     SYSTEMTIME now{};
     GetLocalTime(&now);
@@ -151,9 +240,17 @@ void TranslateTrapsOfThisThread() {
 #if defined(_MSC_VER)
     _set_se_translator(&TranslateStructuredException);
 #else
-    static InstalledHandler installed;
-    TlsSetValue(translatingSlot, &installed);
+    Records();  // made before the handler, which reads them until it is removed
+    static const InstalledHandler installed;
+    ThisThread().translatesTraps = true;
 #endif
 }
 
 }  // namespace zul::frame
+
+// Called by the system. Where the host has switched off the calls for threads, their records stay until it unloads
+// the library.
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+    if (reason == DLL_THREAD_DETACH) zul::frame::GiveBackRecordOfThisThread();
+    return TRUE;
+}

@@ -2,8 +2,20 @@
 
 #include <new>
 #include <stdexcept>
+#if defined(__GLIBCXX__)
+#include <cxxabi.h>
+#endif
+
+#include "frame/platform.h"
 
 namespace zul::frame {
+
+// What unwinds a thread that is cancelled or that leaves by pthread_exit: the process ends unless it is passed on.
+#if defined(__GLIBCXX__)
+using ForcedUnwind = abi::__forced_unwind;
+#else
+struct ForcedUnwind {};  // not seen here
+#endif
 
 // The value of arithmetic(arguments...), or the fallback when it ends in a std::runtime_error: "float
 // overflow", or a translated trap for a division by zero, an overflow or several faults at once. An invalid
@@ -42,12 +54,17 @@ Value OnBadAlloc(Value fallback, Work work) {
     }
 }
 
-// The same for a failure of any kind: also for work that calls operations of the host's objects.
+// The same for a failure of any kind: also for work that calls operations of the host's objects. A trap in these
+// leaves the thread in trapping mode: after a failure it is again in the mode of the call.
 template <typename Value, typename Work>
 Value OnAnyException(Value fallback, Work work) {
+    const unsigned control = GetControl();
     try {
         return work();
+    } catch (ForcedUnwind&) {
+        throw;
     } catch (...) {
+        SetControl(control);
         return fallback;
     }
 }

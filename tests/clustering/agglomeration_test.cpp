@@ -7,12 +7,21 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
+#ifdef __GLIBC__
+#include <pthread.h>
+#endif
+
 #include "clustering/written_steps.h"
+#include "frame/traps.h"
 #include "support/clustering.h"
+#include "support/float_mode.h"
 #include "support/reference_table.h"
 #include "zul/clustering.h"
+#include "zul/frame.h"
 
 namespace zul::dax::clustering {
 namespace {
@@ -193,18 +202,69 @@ TEST(RunClustering, AsksTheHostsMatrixInOrder) {
                                                                {'g', 0, 2}}));
 }
 
-// A matrix whose operations throw.
-class ThrowingMatrix : public DistanceMatrix {
+// A matrix whose operations do what the host has to say.
+class ScriptedMatrix : public DistanceMatrix {
+public:
+    explicit ScriptedMatrix(std::function<double()> get) : get_(std::move(get)) {}
+
+private:
     int RowCountImpl() const override { return 3; }
-    double GetImpl(int, int) const override { throw 1; }
+    double GetImpl(int, int) const override { return get_(); }
     void SetImpl(int, int, double) override {}
     StatlibraryErrorCode InitImpl(int, double) override { return types::Success; }
+
+    std::function<double()> get_;
 };
 
-TEST(RunClustering, LetsNoExceptionOut) {
-    ThrowingMatrix throwing;
-    EXPECT_EQ(RunClustering(Single, 1, throwing), nullptr);
+TEST(RunClustering, LetsNoExceptionOutAndKeepsTheMode) {
+    ScriptedMatrix throwing([]() -> double { throw 1; });
+    ScriptedMatrix trapping([] {
+        SetKelFpuStates();
+        return test::Divide(1, 0);
+    });
+    for (DistanceMatrix* const matrix : {&throwing, &trapping}) {
+        for (const unsigned mode : {test::kDefaultMode, test::kForeignMode}) {
+            _mm_setcsr(mode);
+            const bool failed = RunClustering(Single, 1, *matrix) == nullptr;
+            const unsigned after = _mm_getcsr();
+            ResetFpuStates();
+            EXPECT_TRUE(failed);
+            EXPECT_EQ(after & ~test::kFlags, mode & ~test::kFlags);
+        }
+    }
 }
+
+#ifdef __GLIBC__
+// The end of a thread passes through the library, in the middle of a host's operation and where the library writes
+// the line about an unknown linkage.
+TEST(RunClustering, LetsAThreadEnd) {
+    const auto endsIn = [](const std::function<void()>& work) {
+        bool wentOn = false;
+        std::thread([&] {
+            work();
+            wentOn = true;
+        }).join();
+        return !wentOn;
+    };
+    EXPECT_TRUE(endsIn([] {
+        ScriptedMatrix leaving([]() -> double { pthread_exit(nullptr); });
+        delete RunClustering(Single, 1, leaving);
+    }));
+    EXPECT_TRUE(endsIn([] {
+        ScriptedMatrix cancelled([] {
+            pthread_cancel(pthread_self());
+            pthread_testcancel();
+            return 0.0;
+        });
+        delete RunClustering(Single, 1, cancelled);
+    }));
+    EXPECT_TRUE(endsIn([] {
+        ScriptedMatrix any([] { return 1.0; });
+        pthread_cancel(pthread_self());
+        delete RunClustering(static_cast<LinkageEnums>(99), 1, any);
+    }));
+}
+#endif
 
 }  // namespace
 }  // namespace zul::dax::clustering

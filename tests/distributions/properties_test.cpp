@@ -1,10 +1,13 @@
 // Rules that hold for every family.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <exception>
 #include <limits>
 #include <stdexcept>
+#include <string>
 
 #include "distributions/families.h"
 #include "zul/distributions.h"
@@ -125,6 +128,37 @@ TEST(Families, ANaNIsNeverANumber) {
                 EXPECT_TRUE(IsNaN(value)) << f.Name() << " = " << value;
             } catch (const std::invalid_argument&) {
                 ResetFpuStates();
+            }
+        }
+    });
+}
+
+// The bits of the value, or what the exception says.
+template <typename Call>
+std::string Outcome(Call call) {
+    try {
+        return std::to_string(std::bit_cast<std::uint64_t>(call()));
+    } catch (const std::exception& error) {
+        ResetFpuStates();
+        return error.what();
+    }
+}
+
+TEST(Families, ASignallingNaNGivesScalarAndArrayCallsTheSame) {
+    const double signalling = std::bit_cast<double>(std::uint64_t{0x7FF0000000000001});
+    ForEachDistribution([&](const Family&, const Distribution& d) {
+        for (const Applied& f : d.Functions()) {
+            for (std::size_t i = 0; i <= f.parameters.size(); ++i) {
+                if (f.function->types[i] != test::Type::Real) continue;
+                Applied given = f;
+                double x = 0.5;
+                (i == 0 ? x : given.parameters[i - 1]) = signalling;
+                double out = 0;
+                EXPECT_EQ(Outcome([&] { return given(x); }), Outcome([&] {
+                              given(&out, &x, 1);
+                              return out;
+                          }))
+                    << f.Name() << " " << i;
             }
         }
     });

@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <stdexcept>
 #include <thread>
 
 #include "frame/traps.h"
@@ -15,6 +16,7 @@ namespace {
 constexpr int kPlainHandler = 41;
 constexpr int kInfoHandler = 42;
 constexpr int kSurvived = 43;
+constexpr int kTranslated = 44;
 
 void OnSignal(int) {
     _exit(kPlainHandler);
@@ -69,6 +71,43 @@ TEST(HostHandler, DefaultAndIgnoreStayWhatTheyAre) {
         EXPECT_EXIT((SetDisposition(SIG_IGN, flags), TrapOnAThreadThatDidNotRegister()),
                     testing::KilledBySignal(SIGFPE), "");
     }
+}
+
+// A trap of a thread that has registered.
+void EndByTrap() {
+    SetKelFpuStates();
+    try {
+        volatile double result = test::Divide(1, 0);
+        (void)result;
+    } catch (const std::runtime_error&) {
+        _exit(kTranslated);
+    }
+}
+
+TEST(Registering, UnblocksTheSignalForItsThread) {
+    EXPECT_EXIT(std::thread([] {
+                    sigset_t all;
+                    sigfillset(&all);
+                    pthread_sigmask(SIG_SETMASK, &all, nullptr);
+                    RegisterKelSigfpeHandler();
+                    EndByTrap();
+                }).join(),
+                testing::ExitedWithCode(kTranslated), "");
+}
+
+TEST(Registering, InstallsAnewWhereTheHostPutTheDefaultBack) {
+    for (void (*const handler)(int) : {SIG_DFL, SIG_IGN}) {
+        EXPECT_EXIT((InstallHost(0), SetDisposition(handler, 0), EndByTrap()),
+                    testing::ExitedWithCode(kTranslated), "");
+    }
+    // What is passed on then goes where the host wants it, not to its first handler.
+    EXPECT_EXIT((InstallHost(0), SetDisposition(SIG_DFL, 0), raise(SIGFPE)), testing::KilledBySignal(SIGFPE),
+                "");
+    EXPECT_EXIT((InstallHost(0), SetDisposition(SIG_IGN, 0), raise(SIGFPE), _exit(kSurvived)),
+                testing::ExitedWithCode(kSurvived), "");
+    // A handler that the host sets later stays.
+    EXPECT_EXIT((RegisterKelSigfpeHandler(), SetDisposition(OnSignal, 0), EndByTrap()),
+                testing::ExitedWithCode(kPlainHandler), "");
 }
 
 }  // namespace

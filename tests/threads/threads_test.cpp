@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <barrier>
 #include <bit>
 #include <cstdint>
 #include <functional>
-#include <mutex>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -15,6 +15,7 @@
 #include "frame/traps.h"
 #include "platforms/recording.h"
 #include "sampling/slots.h"
+#include "zul/distributions.h"
 #include "zul/frame.h"
 
 namespace zul {
@@ -26,24 +27,19 @@ using Results = std::vector<double>;
 constexpr unsigned kThreads = 4;
 constexpr unsigned kRounds = 3;
 
-// What a thread does, by an object of its own.
-struct Work {
-    std::function<Results(unsigned seed)> run;
-    // It writes the numeric error state: calls are not to meet.
-    bool isSerialised = false;
-};
+// What a thread does, on objects of its own.
+using Work = std::function<Results(unsigned seed)>;
 
 template <typename Record>
-Work Recording(Record record, bool serialised) {
-    return {[record](unsigned seed) {
-                test::Recording recording;
-                record(recording, seed);
-                Results r;
-                for (const test::Recorded& recorded : recording.Table())
-                    r.push_back(recorded.value);
-                return r;
-            },
-            serialised};
+Work Recorder(Record record) {
+    return [record](unsigned seed) {
+        test::Recording recording;
+        record(recording, seed);
+        Results r;
+        for (const test::Recorded& recorded : recording.Table())
+            r.push_back(recorded.value);
+        return r;
+    };
 }
 
 // A sampler's operation, with parameters that all of them can do something with.
@@ -90,17 +86,28 @@ Results Trap(unsigned seed) {
     return r;
 }
 
-std::vector<Work> Works() {
-    std::vector<Work> works = {{Trap},
-                               Recording(test::RecordDescriptive, false),
-                               Recording(test::RecordClustering, false),
-                               Recording(test::RecordTests, true),
-                               Recording(test::RecordBoxplots, true),
-                               Recording(test::RecordDistributions, true)};
-    for (const auto& [name, slot] : test::Slots()) {
-        const bool isByQuantile = name == "Poisson" || name == "T" || name.starts_with("NegBinomial");
-        works.push_back({[&draw = slot](unsigned seed) { return Draw(seed, draw); }, isByQuantile});
+// Calls that end with a failure in the numeric error state.
+Results Fail(unsigned) {
+    Results r;
+    for (int i = 0; i < 100; ++i) {
+        for (const double p : {-1.0, 2.0}) {
+            r.insert(r.end(), {NormalInvCdf(p, 0, 1), GammaInvCdf(p, 2, 1, 0), BetaInvCdf(p, 2, 3),
+                               TInvCdf(p, 5, 0), BinomialInvCdf(p, 10, 0.5), PoissonInvCdf(p, 3)});
+        }
     }
+    return r;
+}
+
+std::vector<Work> Works() {
+    std::vector<Work> works = {Trap,
+                               Fail,
+                               Recorder(test::RecordDescriptive),
+                               Recorder(test::RecordClustering),
+                               Recorder(test::RecordTests),
+                               Recorder(test::RecordBoxplots),
+                               Recorder(test::RecordDistributions)};
+    for (const auto& [name, slot] : test::Slots())
+        works.emplace_back([&draw = slot](unsigned seed) { return Draw(seed, draw); });
     return works;
 }
 
@@ -110,38 +117,47 @@ bool HaveTheSameBits(const Results& a, const Results& b) {
     });
 }
 
-// The threads register at the same time, as the first of their process. The serialised works come last: before
-// them nothing orders what the threads do, so that the sanitizer sees any two accesses that meet, however the
-// threads happen to run.
+// The threads register at the same time, as the first of their process, and nothing orders what they do. One more
+// makes calls that fail for as long as the others compute.
 TEST(Threads, GetTheResultsOfOne) {
-    std::vector<Work> works = Works();
-    const auto serialised = std::stable_partition(works.begin(), works.end(),
-                                                  [](const Work& work) { return !work.isSerialised; });
-    const auto freeCount = static_cast<std::size_t>(serialised - works.begin());
+    const std::vector<Work> works = Works();
     std::vector<std::vector<Results>> results(kThreads, std::vector<Results>(works.size()));
-    std::mutex serial;
-    std::barrier start(kThreads);
-    const auto run = [&](unsigned thread) {
+    std::barrier start(kThreads + 1);
+    std::atomic<unsigned> running = kThreads;
+    const auto compute = [&](unsigned thread) {
         start.arrive_and_wait();
         RegisterKelSigfpeHandler();
-        for (std::size_t i = 0; i < freeCount * kRounds; ++i) {
-            const std::size_t at = (i + thread * freeCount / kThreads) % freeCount;
-            results[thread][at] = works[at].run(thread);
+        for (std::size_t i = 0; i < works.size() * kRounds; ++i) {
+            const std::size_t at = (i + thread * works.size() / kThreads) % works.size();
+            results[thread][at] = works[at](thread);
         }
-        for (std::size_t at = freeCount; at < works.size(); ++at) {
-            const std::lock_guard lock(serial);
-            results[thread][at] = works[at].run(thread);
-        }
+        --running;
     };
     {
         std::vector<std::jthread> threads;
         for (unsigned thread = 0; thread < kThreads; ++thread)
-            threads.emplace_back(run, thread);
+            threads.emplace_back(compute, thread);
+        threads.emplace_back([&] {
+            start.arrive_and_wait();
+            RegisterKelSigfpeHandler();
+            while (running != 0)
+                Fail(0);
+        });
     }
     RegisterKelSigfpeHandler();
     for (unsigned thread = 0; thread < kThreads; ++thread)
         for (std::size_t i = 0; i < works.size(); ++i)
-            EXPECT_TRUE(HaveTheSameBits(results[thread][i], works[i].run(thread))) << thread << " " << i;
+            EXPECT_TRUE(HaveTheSameBits(results[thread][i], works[i](thread))) << thread << " " << i;
+}
+
+// Without a trap a thread need not register.
+TEST(Threads, GetAnErrorStateWithoutRegistering) {
+    for (int i = 0; i < 100; ++i) {
+        std::thread([] {
+            EXPECT_EQ(NormalCdf(0.5, 0, 1, false) + NormalCdf(0.5, 0, 1, true), 1);
+            EXPECT_TRUE(IsNaN(NormalInvCdf(2, 0, 1)));
+        }).join();
+    }
 }
 
 }  // namespace
