@@ -25,6 +25,8 @@ else()
 endif()
 
 if(MINGW)
+  # Two builds of the same sources are equal byte for byte.
+  add_link_options(LINKER:--no-insert-timestamp)
   # This system aligns stacks to 16 bytes, and some builds of GCC move vectors of four doubles there by instructions
   # that fault unless it is 32 (GCC's bug 54412; that of Debian 12 writes none). The assembler makes sure.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wa,-muse-unaligned-vector-move>)

@@ -13,9 +13,10 @@
 /// destructor. A failed allocation is reported as each declaration says, and so is an exception that leaves an
 /// operation of the host's own table, matrix or joins; std::length_error, "vector<T> too long", for more
 /// elements than a vector can ever hold, is the only exception. Nothing here sets a
-/// floating-point mode: the default one is expected, in which NaN and infinite distances do not trap. The
-/// numeric error state is not written. Different objects may be used on different threads at the same time; no
-/// object guards itself.
+/// floating-point mode: the default one is expected, in which NaN and infinite distances do not trap; after a
+/// failure of an operation of the host's it is again that of the call. Cancelling a thread, or leaving it by
+/// pthread_exit(), inside such an operation ends the thread as usual. Different objects may be used on different
+/// threads at the same time; no object guards itself.
 
 namespace zul {
 /// Clustering and its containers.

@@ -17,9 +17,8 @@
 /// The functions look neither for NaN nor for the library's missing value: 1.23456e30 is a number; each of
 /// the n values takes part in the arithmetic, where a NaN makes the result NaN, and in the order, where NaN
 /// come after plus infinity. An infinite value gives an infinity or NaN, as the arithmetic has it. The
-/// functions set no floating-point mode, in the default mode never throw, and may run on several threads at
-/// once on different outputs, except RunKelBoxplotHelper(), which evaluates distributions and is to be
-/// serialised with the calls that do so.
+/// functions set no floating-point mode, in the default mode never throw, and may run on any thread at any time, on
+/// different outputs.
 
 namespace zul {
 

@@ -37,8 +37,8 @@
 /// edition, 1994 and 1995, and of N. L. Johnson, A. W. Kemp and S. Kotz, Univariate discrete distributions, 3rd
 /// edition, 2005, with the parameters that are named at each. Where no method is named, the formula is computed.
 ///
-/// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode.
-/// Calls from several threads have to be serialised.
+/// The functions compute in the frame of frame.h and leave the thread in the default floating-point mode. They may
+/// be called from any thread at any time.
 
 namespace zul {
 
@@ -1104,7 +1104,7 @@ namespace v2 {
 /// The digamma function, the derivative of log(gamma(x)), for x > 0; absolute error about 1e-11.
 ///
 /// x <= 0 gives NaN, and so do plus infinity and NaN. Runs without the floating-point frame, in the default
-/// mode never throws, and may be called from several threads at once.
+/// mode never throws.
 /// Method: recurrence up to x >= 10, then the asymptotic series, M. Abramowitz and I. A. Stegun, Handbook of
 /// Mathematical Functions, 1964, 6.3.5 and 6.3.18.
 /// @ingroup distributions

@@ -29,7 +29,9 @@
 ///
 /// These exceptions need no memory. After one the thread is in trapping mode: call ResetFpuStates() before
 /// going on. After a normal return it is in the default mode, whatever mode the caller was in: the frame does
-/// not save it.
+/// not save it. The destructors that run while such an exception unwinds the host's functions run in trapping mode,
+/// too: one that computes with NaN, infinities or zero divisors calls ResetFpuStates() first, or its trap would end
+/// the process.
 ///
 /// A NaN argument of a framed function ends as std::invalid_argument where it meets an ordered comparison,
 /// which is an invalid operation then; a NaN that only takes part in sums and products comes out as NaN.
@@ -42,12 +44,18 @@ namespace zul {
 
 /// Makes hardware floating-point traps on the calling thread arrive as standard exceptions.
 ///
-/// Call it once on each thread that calls the library; calling it again does no harm. On POSIX systems the
-/// first call of the process installs a handler for SIGFPE: signals of threads that did not register, and
-/// those that are not floating-point traps, go on to the handler that was there before. On Windows it installs
-/// a vectored exception handler until the library is unloaded: it comes before handlers of __try blocks, which
-/// do not see the traps of registered threads, and leaves all else to them. The thread is left in the default
-/// mode.
+/// Call it once on each thread that calls the library; calling it again does no harm. The thread is left in the
+/// default mode.
+///
+/// On POSIX systems the first call of the process installs a handler for SIGFPE: signals of threads that did not
+/// register, and those that are not floating-point traps, go on to the handler that was there before. Where the
+/// host has set SIGFPE to its default or to be ignored since, the next call installs it anew; a handler that the
+/// host sets after the first call is left alone and gets all traps, so a host that has one sets it before. Each
+/// call unblocks SIGFPE for its thread. What the host does with the signal mask later is its own affair: a trap
+/// while SIGFPE is blocked ends the process.
+///
+/// On Windows the first call installs a vectored exception handler until the library is unloaded: it comes before
+/// handlers of __try blocks, which do not see the traps of registered threads, and leaves all else to them.
 /// @return 0, always.
 ZUL_API int RegisterKelSigfpeHandler(void);
 

@@ -33,7 +33,7 @@
 /// The routines set no floating-point mode but around the distribution functions that they call, which leave
 /// the thread in the default mode. Called in that mode they do not throw, except RunOneVariance(),
 /// v0::RunKelExponentialADTest() and v0::RunKelWeibullADTest() where they say so: these pass on what stopped the
-/// computation in trapping mode (see frame.h). Calls from several threads have to be serialised.
+/// computation in trapping mode (see frame.h). The routines may run on any thread at any time, on different records.
 
 namespace zul {
 

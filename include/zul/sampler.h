@@ -51,9 +51,7 @@ enum BasicRng : int {
 /// caller and leave it alone. An exception ends the call: `out` may be partly written, also with unfinished
 /// values, and the state is that after some of the uniforms of the call; Reseed() makes it a known one.
 ///
-/// An object serves one thread at a time; different samplers are independent, but operations that use a
-/// distribution's quantile (SamplePoisson, both SampleNegBinomial, noncentral SampleT) have to be serialised
-/// with all calls into the library. The order of the operations is frozen.
+/// An object serves one thread at a time; different samplers are independent. The order of the operations is frozen.
 class ZUL_API ISampler {
 public:
     virtual ~ISampler();

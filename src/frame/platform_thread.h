@@ -8,6 +8,8 @@
 #include <intrin.h>
 #endif
 
+#include <cstddef>
+
 #include "frame/error_record.h"
 
 namespace zul::frame {
@@ -29,15 +31,15 @@ ThreadRecord& RecordOfThisThread();
 // The slot's value, null where the system keeps it elsewhere than in the thread's block.
 inline ThreadRecord* RecordInThreadBlock() {
     constexpr unsigned long kSlots = 64;
-    constexpr unsigned long kFirstSlot = 0x1480;
+    constexpr std::size_t kFirstSlot = 0x1480;
     const unsigned long slot = recordSlot.load(std::memory_order_relaxed);
     if (slot >= kSlots) return nullptr;
-    const unsigned long offset = kFirstSlot + slot * sizeof(void*);
+    const std::size_t offset = kFirstSlot + slot * sizeof(void*);
 #if defined(_MSC_VER)
     return reinterpret_cast<ThreadRecord*>(__readgsqword(offset));
 #else
     ThreadRecord* record;
-    __asm__("movq %%gs:(%q1), %0" : "=r"(record) : "r"(offset));
+    __asm__("movq %%gs:(%1), %0" : "=r"(record) : "r"(offset));
     return record;
 #endif
 }
