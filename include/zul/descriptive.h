@@ -287,8 +287,8 @@ ZUL_API int GetKel2013ExtendedSummary(SecondSampleMoments* moments, FiveNumberSu
 /// binomial distribution with n trials and success probability 1/2 at (1 - confidence) / 2; from n = 51 on it
 /// is floor(n / 2 + z sqrt(n) / 2 + 1/2), z the standard normal quantile there. The interval is NaN where d
 /// is 0, the values being too few for the confidence; n = 1 gives the value itself for both ends.
-/// Source: T. P. Hettmansperger and S. J. Sheather, Confidence intervals based on interpolated order statistics,
-/// 1986.
+/// Source: T. P. Hettmansperger and S. J. Sheather, Confidence intervals based on interpolated order
+/// statistics, 1986.
 /// @param out out: the record, all NaN for n = 0 and on failure
 /// @param confidence of the interval for the median, in (0, 1), such as 0.95; otherwise the interval is NaN
 /// or without meaning

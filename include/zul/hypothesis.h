@@ -345,8 +345,8 @@ ZUL_API int RunOneProportionWilson(OneProportion* record, bool continuity, Alter
                                    double p0);
 
 /// Exact bounds: the beta quantiles with shapes (x, n - x + 1) and (x + 1, n - x). The open bound is 0 or 1, and
-/// so is the lower bound at x = 0 and the upper one at x = n. For n above 94906264 x close to 0 or n may give
-/// NaN, for n above 1.8e8 every x.
+/// so is the lower bound at x = 0 and the upper one at x = n. Any other bound is NaN where one of its shapes is
+/// above 94906265: from n = 94906266 on for x close to 0 or n, from n = 189812530 on for every x.
 /// Source: C. J. Clopper and E. S. Pearson, The use of confidence or fiducial limits illustrated in the case of
 /// the binomial, 1934.
 /// @param record in: x, n; out: bounds
@@ -527,15 +527,16 @@ ZUL_API int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, d
 /// data.
 ///
 /// Chi-square, for normal values: (n - 1) variance over chi-square quantiles with n - 1 degrees of freedom; the
-/// open bounds are 0 and infinity. The p-value is NaN for an infinite statistic.
+/// open bounds are 0 and infinity. The p-value is NaN for an infinite statistic. For n above 189812531 there
+/// are no such quantiles: the other bounds are NaN, and so is the p-value of a statistic above 0.
 ///
 /// Bonett, for any values with a kurtosis: c variance exp(-+c q e), e^2 = (kurtosis - 1 + 3 / n) / (n - 1),
 /// c = n / (n - q), q the standard normal quantile; the kurtosis is taken about the mean trimmed by
 /// 1 / (2 sqrt(n - 4)) (by nothing for n < 6). NaN for n <= q. The p-value is that of the q whose bound is
 /// variance0; NaN for variance0 below 1e-30, negative or not finite. Constant data have the limits of variance
 /// -> 0.
-/// Source: D. G. Bonett, Approximate confidence interval for standard deviation of nonnormal distributions,
-/// 2006.
+/// Source: D. G. Bonett, Approximate confidence interval for standard deviation of nonnormal
+/// distributions, 2006.
 /// @param record in: n; out: all other fields
 /// @param data in: record->n values
 /// @param confidence confidence level, in (0, 1)
@@ -544,9 +545,11 @@ ZUL_API int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, d
 /// @param variance0 the hypothesised variance (not the standard deviation)
 /// @return 0; 30002 for another type: the bounds are NaN, but both tests are computed all the same; 30001 if
 /// memory for Bonett's method could not be obtained: its three results are NaN
-/// @throws std::runtime_error "float overflow" by Bonett's test for NotEqual and GreaterThan where n e, or
-/// n e + log(variance / variance0), exceeds some 690: from about 240,000 values of a normal sample on, fewer for a
-/// larger kurtosis. The other fields are written.
+/// @throws std::runtime_error "float overflow" by Bonett's test for NotEqual and GreaterThan where
+/// n e + log(variance / variance0) exceeds some 690, or n e 710; close to that, from some 684 on,
+/// std::overflow_error "Float exception: overflow.". With variance0 near the variance this is from about 235,000
+/// values of a normal sample on, 585,000 of a uniform and 59,000 of an exponential one. All fields but
+/// bonettPValue are written, and that is NaN.
 ZUL_API int RunOneVariance(OneVariance* record, const double* data, double confidence, IntervalType type,
                            AlternativeHypothesis alternative, double variance0);
 
