@@ -238,7 +238,7 @@ int Sampler::SampleIndices(unsigned* out, unsigned population, unsigned count, b
     constexpr unsigned kNoIndex = std::numeric_limits<unsigned>::max();
     int status = kSuccess;
     if (count == 0) return kSuccess;
-    if (population == 0 || (withoutReplacement && count > population))
+    if (withoutReplacement && count > population)
         status = kTooManyValues;
     else if (!withoutReplacement)
         DrawIndices(generator_.get(), out, population, count);

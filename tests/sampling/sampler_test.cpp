@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sampling/slots.h"
@@ -195,6 +197,40 @@ TEST_F(Sampler, IndicesWithoutReplacementAreAtMostAll) {
     for (unsigned i = 0; i < indices.size(); ++i)
         EXPECT_EQ(indices[i], i);
     EXPECT_EQ(sampler->SampleIndices(indices.data(), 99, 100, true), 30011);
+}
+
+// Against the shuffle told with a map of the places that changed, on both sides of where the method changes.
+TEST_F(Sampler, IndicesWithoutReplacementAreThoseOfAShuffle) {
+    for (const auto& [population, count] : std::vector<std::pair<unsigned, unsigned>>{
+             {64, 1}, {6399, 100}, {6400, 100}, {128000, 2000}, {200, 200}, {4294967295, 3000}}) {
+        const SamplerPtr sampler = MakeSampler(population);
+        const double seed = sampler->GetSeed();
+        std::vector<unsigned> indices(count);
+        EXPECT_EQ(sampler->SampleIndices(indices.data(), population, count, true), 0);
+        const double state = sampler->GetSeed();
+        sampler->Reseed(seed);
+        std::map<unsigned, unsigned> changed;
+        const auto at = [&](unsigned place) { return changed.contains(place) ? changed[place] : place; };
+        for (unsigned i = 0; i < count; ++i) {
+            const unsigned left = population - i;
+            const auto place = static_cast<unsigned>(Draw(*sampler, "Uniform 0 1", 1)[0] * left);
+            ASSERT_EQ(indices[i], at(place)) << population << " " << i;
+            changed[place] = at(left - 1);
+        }
+        EXPECT_EQ(sampler->GetSeed(), state);
+    }
+}
+
+TEST_F(Sampler, IndicesOfNothingAreZeros) {
+    const SamplerPtr sampler = MakeSampler(2);
+    std::vector<unsigned> indices(3, 7);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 0, 3, true), 30011);
+    EXPECT_EQ(sampler->GetSeed(), 2);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 0, 3, false), 0);
+    EXPECT_EQ(indices, std::vector<unsigned>(3));
+    const SamplerPtr other = MakeSampler(2);
+    Draw(*other, "Uniform 0 1", 3);
+    EXPECT_EQ(sampler->GetSeed(), other->GetSeed());
 }
 
 TEST_F(Sampler, MultivariateNormal) {
