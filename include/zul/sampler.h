@@ -169,7 +169,8 @@ public:
                                   double threshold) = 0;
 
     /// Lognormal deviates: a threshold and the exponentials of normal deviates, with the uniforms of
-    /// SampleNormal().
+    /// SampleNormal(). One that overflows ends the call: those before it stand, and the state is that after its
+    /// uniforms.
     /// @param out out: count values
     /// @param count number of deviates
     /// @param location mean of the logarithm of the distance from the threshold

@@ -282,8 +282,21 @@ TEST_F(Sampler, AnExceptionEndsTheCall) {
     const SamplerPtr expected = MakeSampler(1);
     Draw(*expected, "Uniform", {0, 1}, static_cast<unsigned>(drawn) + 1);
     EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
-    EXPECT_THROW(sampler->SampleLognormal(out.data(), 1, 1e4, 1, 0), std::runtime_error);
     ResetFpuStates();
+    for (const double seed : {1.0, 2.0, 3.0, 4.0}) {
+        const auto logarithms = Draw(*MakeSampler(seed), "Normal 700 10", 20);
+        std::fill(out.begin(), out.end(), -7);
+        sampler->Reseed(seed);
+        EXPECT_THROW(sampler->SampleLognormal(out.data(), 20, 700, 10, 0), std::runtime_error);
+        ResetFpuStates();
+        std::size_t i = 0;
+        for (; i < 20 && logarithms[i] < 709.78; ++i)
+            EXPECT_EQ(out[i], std::exp(logarithms[i]));
+        EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i));
+        expected->Reseed(seed);
+        Draw(*expected, "Normal 0 1", static_cast<unsigned>(i) + 1);
+        EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
+    }
     // Bare: bad parameters go through, and the mode is left alone.
     SetKelFpuStates();
     EXPECT_EQ(sampler->SampleWeibull(out.data(), 1, 1.5, 1, 0), 0);
