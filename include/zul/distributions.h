@@ -913,7 +913,7 @@ ZUL_API void UniformPdf(double* out, const double* in, std::size_t count, double
 
 /// The lower tail (x - a) / (b - a) = P(X <= x), or the upper tail (b - x) / (b - a) = P(X > x).
 ///
-/// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0.
+/// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0. b - a may be above the largest double.
 ZUL_API double UniformCdf(double x, double a, double b, bool upper);
 /// Array form: out[i] = UniformCdf(in[i], a, b, upper), see @ref array_forms.
 ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
