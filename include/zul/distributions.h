@@ -888,7 +888,8 @@ ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, dou
                            double upper, bool upperTail);
 
 /// The quantile, for 0 <= p <= 1: lower + sqrt((upper - lower) (mode - lower) p) up to the tail at the
-/// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)).
+/// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)), formed so that it keeps its digits near a
+/// lower end at or near 0. (mode - lower) / (upper - lower) p that underflows counts as 0.
 ///
 /// p = 1 gives exactly upper. Other p: std::invalid_argument ("sqrt of a negative argument") where the root
 /// is negative. lower = upper gives that point, with the mode above it std::runtime_error.
