@@ -1061,6 +1061,10 @@ ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alt
 /// @defgroup critical_values Critical values
 /// @ingroup distributions
 /// The critical value of a statistic at the significance level alpha, 0 < alpha < 1.
+///
+/// Where alpha, or the level a of each comparison, is below 1.1e-16, so that 1 less it has none of its digits,
+/// the quantile is sought by the upper tail itself: down to 1e-300 (chi-square), 4.2e-284 (normal) and 1e-280
+/// (t); below that NaN.
 /// @{
 
 /// The quantile of the chi-square distribution with df degrees of freedom at alpha for LowerTail, at 1 -
@@ -1091,8 +1095,8 @@ ZUL_API double NormalCritValue(double alpha, EAlternative alternative);
 /// Source: O. J. Dunn, Multiple comparisons among means, 1961.
 ZUL_API double TCritValue(double alpha, double df, EAlternative alternative, int comparisons);
 
-/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons). One comparison gives TCritValue() to
-/// rounding.
+/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons), which has its digits also for a small
+/// alpha. One comparison gives TCritValue() to rounding.
 ///
 /// alpha > 1 with more than one comparison: std::invalid_argument.
 /// Source: Z. Sidak, Rectangular confidence regions for the means of multivariate normal distributions, 1967.
