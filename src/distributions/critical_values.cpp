@@ -27,7 +27,7 @@ double ChiSqUpperQuantile(double alpha, double df) {
     if (!IsTiny(alpha)) return kernels::ChiSqInvCdfKernel(1 - alpha, df, 0);
     double x = 0;
     numerics::chi2_upper_quant(alpha, df, &x);
-    return frame::errorState.Failed() ? kNA : x;
+    return frame::ErrorState().Failed() ? kNA : x;
 }
 
 double ChiSqCritValueKernel(double alpha, double df, int alternative) {
@@ -40,7 +40,7 @@ double FUpperQuantile(double alpha, double df1, double df2) {
     if (!IsTiny(alpha)) return kernels::FInvCdfKernel(1 - alpha, df1, df2, 0);
     double x = 0;
     numerics::F_upper_quant(alpha, {df1 / 2, df2 / 2}, &x);
-    return frame::errorState.Failed() ? kNA : x;
+    return frame::ErrorState().Failed() ? kNA : x;
 }
 
 double FCritValueKernel(double alpha, double df1, double df2, int alternative) {

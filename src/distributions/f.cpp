@@ -16,7 +16,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 using numerics::BetaShapes;
 
@@ -81,7 +81,7 @@ bool FTails(double x, const BetaShapes& halfDf, double noncentrality, TailPair* 
     }
     TailPair found;
     numerics::F_ncdf(x, halfDf, noncentrality, &found.lower, &found.upper);
-    if (errorState.Failed()) return false;
+    if (ErrorState().Failed()) return false;
     *tails = found;
     return true;
 }
@@ -105,7 +105,7 @@ double FInvCdf::Central(double p) const {
         numerics::F_upper_quant(1 - p, halfDf_, &x);
     else
         numerics::F_lower_quant(p, halfDf_, &x);
-    return errorState.Failed() ? kNA : x;
+    return ErrorState().Failed() ? kNA : x;
 }
 
 double FInvCdf::Noncentral(double p) const {
