@@ -64,7 +64,7 @@ Support UpToFirst(const Parameters& p) {
 }
 
 Support BelowFirst(const Parameters& p) {
-    return {0, p[0] - 1};
+    return {0, std::max(p[0] - 1, 0.0)};
 }
 
 Support Overlap(const Parameters& p) {
@@ -217,7 +217,7 @@ void Deviates(Input& input) {
         return text;
     };
     if (operation.name == "Indices") {
-        const bool fits = count == 0 || (parameters[0] > 0 && (parameters[1] == 0 || count <= parameters[0]));
+        const bool fits = parameters[1] == 0 || count <= parameters[0];
         const std::set<double> distinct(outcome.values.begin(), outcome.values.end());
         Require(outcome.status == (fits ? 0 : 30011), describe);
         Require(!fits || parameters[1] == 0 || distinct.size() == count, describe);

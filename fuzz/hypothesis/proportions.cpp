@@ -116,7 +116,7 @@ const Bounds<v0::TwoProportion> kTwoBounds[] = {
     {"RunTwoProportionAgrestiCaffoCI", v0::RunTwoProportionAgrestiCaffoCI, false, true}};
 
 template <typename Record>
-void RunBounds(const Bounds<Record>& method, Record record, unsigned doubles, unsigned lower, bool isValid,
+void RunBounds(const Bounds<Record>& method, Record record, unsigned doubles, unsigned lower,
                const Settings& s) {
     Mark(&record, From(0, doubles - 1));
     const Record before = record;
@@ -129,8 +129,7 @@ void RunBounds(const Bounds<Record>& method, Record record, unsigned doubles, un
     const double lo = record.lowerBound;
     const double hi = record.upperBound;
     if (!s.HasType()) Expect(lo != lo && hi != hi, method.name, "bounds of a bad type");
-    if (method.areProportions && isValid)
-        Expect(IsProbability(lo) && IsProbability(hi), method.name, "outside [0, 1]");
+    if (method.areProportions) Expect(IsProbability(lo) && IsProbability(hi), method.name, "outside [0, 1]");
     if (method.areOrdered && s.confidence >= 0 && s.confidence <= 1)
         Expect(!(lo > hi), method.name, "the bounds are not in order");
 }
@@ -142,7 +141,7 @@ void SingleMethods(Input& input, const Settings& s) {
     const Counts counts(input);
     record.x = counts.x;
     record.n = counts.n;
-    RunBounds(kBounds[input.Choice(std::size(kBounds))], record, 5, 1, counts.x <= counts.n, s);
+    RunBounds(kBounds[input.Choice(std::size(kBounds))], record, 5, 1, s);
     Mark(&record, From(0, 4));
     const v0::OneProportion before = record;
     const std::size_t method = input.Choice(3);
@@ -182,7 +181,7 @@ void TwoProportion(Input& input, const Settings& s) {
     record.x2 = withData ? Sum(events2) : counts2.x;
     record.n1 = withData ? static_cast<unsigned>(events1.size()) : counts1.n;
     record.n2 = withData ? static_cast<unsigned>(events2.size()) : counts2.n;
-    RunBounds(kTwoBounds[input.Choice(2)], record, 8, 3, true, s);
+    RunBounds(kTwoBounds[input.Choice(2)], record, 8, 3, s);
     const v0::TwoProportion before = record;
     v0::TwoProportion tests = record;
     int status = -1;

@@ -900,7 +900,8 @@ ZUL_API void TriangularCdf(double* out, const double* in, std::size_t count, dou
                            double upper, bool upperTail);
 
 /// The quantile, for 0 <= p <= 1: lower + sqrt((upper - lower) (mode - lower) p) up to the tail at the
-/// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)).
+/// mode, above it upper - sqrt((upper - lower) (upper - mode) (1 - p)), formed so that it keeps its digits near a
+/// lower end at or near 0. (mode - lower) / (upper - lower) p that underflows counts as 0.
 ///
 /// p = 1 gives exactly upper. Other p: std::invalid_argument ("sqrt of a negative argument") where the root
 /// is negative. lower = upper gives that point, with the mode above it std::runtime_error.
@@ -925,7 +926,7 @@ ZUL_API void UniformPdf(double* out, const double* in, std::size_t count, double
 
 /// The lower tail (x - a) / (b - a) = P(X <= x), or the upper tail (b - x) / (b - a) = P(X > x).
 ///
-/// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0.
+/// x <= a gives 0 and 1, also for a = b; x >= b gives 1 and 0. b - a may be above the largest double.
 ZUL_API double UniformCdf(double x, double a, double b, bool upper);
 /// Array form: out[i] = UniformCdf(in[i], a, b, upper), see @ref array_forms.
 ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
@@ -1072,6 +1073,10 @@ ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alt
 /// @defgroup critical_values Critical values
 /// @ingroup distributions
 /// The critical value of a statistic at the significance level alpha, 0 < alpha < 1.
+///
+/// Where alpha, or the level a of each comparison, is below 1.1e-16, so that 1 less it has none of its digits,
+/// the quantile is sought by the upper tail itself: down to 1e-300 (chi-square), 4.2e-284 (normal) and 1e-280
+/// (t); below that NaN.
 /// @{
 
 /// The quantile of the chi-square distribution with df degrees of freedom at alpha for LowerTail, at 1 -
@@ -1102,8 +1107,8 @@ ZUL_API double NormalCritValue(double alpha, EAlternative alternative);
 /// Source: O. J. Dunn, Multiple comparisons among means, 1961.
 ZUL_API double TCritValue(double alpha, double df, EAlternative alternative, int comparisons);
 
-/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons). One comparison gives TCritValue() to
-/// rounding.
+/// The same with Sidak's level a = 1 - (1 - alpha)^(1 / comparisons), which has its digits also for a small
+/// alpha. One comparison gives TCritValue() to rounding.
 ///
 /// alpha > 1 with more than one comparison: std::invalid_argument.
 /// Source: Z. Sidak, Rectangular confidence regions for the means of multivariate normal distributions, 1967.

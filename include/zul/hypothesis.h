@@ -385,7 +385,9 @@ ZUL_API int RunOneProportionAgrestiCoullCI(OneProportion* record, bool addTwo, d
 
 /// Mid-p bounds: where the tail with half of the mass at x is 1 - confidence, or half of it for two bounds. The
 /// open bound is 0 or 1. By at most 50 of Newton's steps from x / n, each ending in [0, 1]; the last one is the
-/// result although it may not have converged, as for a confidence near 1. A NaN confidence gives 0.
+/// result although it may not have converged, as for a confidence near 1. A NaN confidence gives 0; n = 0
+/// without events and n above 2147000000 give NaN instead of the bound sought; x > n gives bounds in [0, 1],
+/// which mean nothing.
 /// Source: G. Berry and P. Armitage, Mid-P confidence intervals: a brief review, 1995.
 /// @param record in: x, n; out: bounds
 /// @param confidence confidence level, in (0, 1)

@@ -167,7 +167,8 @@ public:
                                   double threshold) = 0;
 
     /// Lognormal deviates: a threshold and the exponentials of normal deviates, with the uniforms of
-    /// SampleNormal().
+    /// SampleNormal(). One that overflows ends the call: those before it stand, and the state is that after its
+    /// uniforms.
     /// @param out out: count values
     /// @param count number of deviates
     /// @param location mean of the logarithm of the distance from the threshold
@@ -335,14 +336,16 @@ public:
     virtual int SamplePoisson(double* out, unsigned count, double mean) = 0;
 
     /// Indices below the size of a population, all of equal probability, from one uniform each; without
-    /// replacement no index comes twice.
+    /// replacement no index comes twice. Those of an empty population with replacement are 0. The memory that
+    /// the method without replacement takes is in proportion to `count` if that is at most a 64th of the
+    /// population, else to the population.
     /// Method without replacement: R. Durstenfeld, Algorithm 235: Random permutation, 1964.
     /// @param out out: count indices
     /// @param population size of the population
     /// @param count number of indices
     /// @param withoutReplacement whether an index comes once at most; then count <= population
-    /// @return 0; 30011 for more indices than there are; 30001. Where it is not 0 no uniform is drawn and
-    ///   every index has all bits set (4294967295)
+    /// @return 0; without replacement 30011 for more indices than there are, and 30001. Where it is not 0 no
+    ///   uniform is drawn and every index has all bits set (4294967295)
     virtual int SampleIndices(unsigned* out, unsigned population, unsigned count,
                               bool withoutReplacement) = 0;
 };

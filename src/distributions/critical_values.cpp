@@ -1,52 +1,88 @@
+#include <cmath>
+
 #include "distributions/chi_square.h"
 #include "distributions/f.h"
 #include "distributions/normal.h"
 #include "distributions/student_t.h"
 #include "frame/call_frame.h"
+#include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
+#include "numerics/beta_quantiles.h"
+#include "numerics/gamma_quantiles.h"
 #include "zul/distributions.h"
 
 namespace zul {
 namespace {
 
+using frame::kNA;
+
+// Whether 1 - alpha has no digit of alpha.
+bool IsTiny(double alpha) {
+    constexpr double kLeastOfOne = 1.1e-16;
+    return alpha > 0 && alpha < kLeastOfOne;
+}
+
+double ChiSqUpperQuantile(double alpha, double df) {
+    if (!IsTiny(alpha)) return kernels::ChiSqInvCdfKernel(1 - alpha, df, 0);
+    double x = 0;
+    numerics::chi2_upper_quant(alpha, df, &x);
+    return frame::ErrorState().Failed() ? kNA : x;
+}
+
 double ChiSqCritValueKernel(double alpha, double df, int alternative) {
+    if (alternative == LowerTail) return kernels::ChiSqInvCdfKernel(alpha, df, 0);
     // Deliberate: 0 for TwoSided, which has two critical values, as for any other code.
-    if (alternative != LowerTail && alternative != UpperTail) return 0;
-    return kernels::ChiSqInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df, 0);
+    return alternative == UpperTail ? ChiSqUpperQuantile(alpha, df) : 0;
+}
+
+double FUpperQuantile(double alpha, double df1, double df2) {
+    if (!IsTiny(alpha)) return kernels::FInvCdfKernel(1 - alpha, df1, df2, 0);
+    double x = 0;
+    numerics::F_upper_quant(alpha, {df1 / 2, df2 / 2}, &x);
+    return frame::ErrorState().Failed() ? kNA : x;
 }
 
 double FCritValueKernel(double alpha, double df1, double df2, int alternative) {
+    if (alternative == LowerTail) return kernels::FInvCdfKernel(alpha, df1, df2, 0);
     // Deliberate: as for the chi-square statistic.
-    if (alternative != LowerTail && alternative != UpperTail) return 0;
-    return kernels::FInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df1, df2, 0);
+    return alternative == UpperTail ? FUpperQuantile(alpha, df1, df2) : 0;
 }
 
-// Where a symmetric statistic has its critical value at the level alpha. Deliberate: the upper quantile for
-// LowerTail, too; callers set the sign themselves. Any other code gives 0, at which the quantile is NA.
-double SymmetricProbability(double alpha, int alternative) {
-    switch (alternative) {
-        case LowerTail:
-        case UpperTail:
-            return 1 - alpha;
-        case TwoSided:
-            return 1 - alpha / 2;
-        default:
-            return 0;
-    }
+// Where a symmetric statistic has its critical value at the level alpha, given its quantile as a function of
+// the lower tail. Deliberate: the upper quantile for LowerTail, too; callers set the sign themselves. Any
+// other code gives the quantile at 0, which is NA.
+template <typename Quantile>
+double SymmetricCritValue(double alpha, int alternative, Quantile quantile) {
+    if (alternative != LowerTail && alternative != TwoSided && alternative != UpperTail) return quantile(0.0);
+    const double tail = alternative == TwoSided ? alpha / 2 : alpha;
+    if (!IsTiny(alpha)) return quantile(1 - tail);
+    const double mirrored = quantile(tail);
+    return mirrored == kNA ? kNA : -mirrored;
 }
 
 double NormalCritValueKernel(double alpha, int alternative) {
-    return kernels::NormalInvCdfKernel(SymmetricProbability(alpha, alternative), 0, 1);
+    return SymmetricCritValue(alpha, alternative,
+                              [](double p) { return kernels::NormalInvCdfKernel(p, 0, 1); });
+}
+
+double TCritValueOf(double level, double df, int alternative) {
+    return SymmetricCritValue(level, alternative,
+                              [df](double p) { return kernels::TInvCdfKernel(p, df, 0); });
 }
 
 double TCritValueKernel(double alpha, double df, int alternative, int comparisons) {
-    return kernels::TInvCdfKernel(SymmetricProbability(alpha / comparisons, alternative), df, 0);
+    return TCritValueOf(alpha / comparisons, df, alternative);
+}
+
+double SidakLevel(double alpha, int comparisons) {
+    const double power = 1.0 / comparisons;
+    if (alpha > 0 && alpha < 1) return -std::expm1(std::log1p(-alpha) * power);
+    return 1 - frame::SafePow(1 - alpha, power);
 }
 
 double TSidakCritValueKernel(double alpha, double df, int alternative, int comparisons) {
-    const double level = 1 - frame::SafePow(1 - alpha, 1.0 / comparisons);
-    return kernels::TInvCdfKernel(SymmetricProbability(level, alternative), df, 0);
+    return TCritValueOf(SidakLevel(alpha, comparisons), df, alternative);
 }
 
 }  // namespace

@@ -45,6 +45,16 @@ double RootOfProduct(double range, double side, double p) {
     return range == 0 ? 0 : std::abs(range) * frame::SafeSqrt(side / range * p);
 }
 
+// What is left of the upper end when its difference with the root has lost three bits.
+constexpr double kCancelled = 0.125;
+
+// range - sqrt(range above (1 - p)) without the difference, above the mode: its product with the sum of both is
+// range (below + above p).
+double DistanceFromLower(double range, double below, double above, double p) {
+    const double share = above / range;
+    return range * ((below / range + share * p) / (1 + std::sqrt(share * (1 - p))));
+}
+
 }  // namespace
 
 double TriangularInvCdf::operator()(double p) const {
@@ -53,7 +63,10 @@ double TriangularInvCdf::operator()(double p) const {
     const double belowMode = lower < mode ? (mode - lower) / range : 0;
     if (belowMode < 0) frame::ThrowSqrtOfNegative();
     if (p < belowMode) return lower + RootOfProduct(range, mode - lower, p);
-    return upper - RootOfProduct(range, upper - mode, 1 - p);
+    const double rest = RootOfProduct(range, upper - mode, 1 - p);
+    const double x = upper - rest;
+    const bool isFromLower = mode >= lower && rest > range / 2 && std::abs(x) < kCancelled * std::abs(upper);
+    return isFromLower ? lower + DistanceFromLower(range, mode - lower, upper - mode, p) : x;
 }
 
 double TriangularPdfKernel(double x, double lower, double mode, double upper) {

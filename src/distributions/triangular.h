@@ -28,7 +28,7 @@ struct TriangularCdf {
     double operator()(double x) const;
 };
 
-// The inverse of the two pieces. p = 1 gives upper.
+// The inverse of the two pieces, the upper one from the end that is nearer. p = 1 gives upper.
 struct TriangularInvCdf {
     using Parameters = frame::ParameterList<double, double, double>;
     double lower;

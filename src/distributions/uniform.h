@@ -1,6 +1,8 @@
 // The uniform family's kernels: the arithmetic of the exports, which run without the call frame.
 #pragma once
 
+#include <cfloat>
+
 namespace zul::kernels {
 
 // 1 / (b - a) on [a, b], else 0.
@@ -10,7 +12,8 @@ struct UniformPdf {
     double operator()(double x) const { return a <= x && x <= b ? 1 / (b - a) : 0; }
 };
 
-// (x - a) / (b - a) and (b - x) / (b - a) inside (a, b); 0 and 1 for x <= a, 1 and 0 for x >= b.
+// (x - a) / (b - a) and (b - x) / (b - a) inside (a, b); 0 and 1 for x <= a, 1 and 0 for x >= b. Of halves
+// where b - a would overflow.
 struct UniformCdf {
     double a;
     double b;
@@ -18,6 +21,8 @@ struct UniformCdf {
     double operator()(double x) const {
         if (x <= a) return upper ? 1 : 0;
         if (x >= b) return upper ? 0 : 1;
+        const double half = b / 2 - a / 2;
+        if (half > DBL_MAX / 2) return (upper ? b / 2 - x / 2 : x / 2 - a / 2) / half;
         return (upper ? b - x : x - a) / (b - a);
     }
 };

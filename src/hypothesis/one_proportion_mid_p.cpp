@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/binomial.h"
 #include "hypothesis/intervals.h"
@@ -34,12 +35,14 @@ struct MidPEquation {
     }
 };
 
-// Newton's method from the sample proportion.
+// Newton's method from the sample proportion, which for more events than trials is above 1.
 double Solve(const MidPEquation& equation) {
+    constexpr unsigned kTrialLimit = 2147000000;  // beyond it there are no tails
     constexpr int kStepLimit = 50;
     constexpr double kLastStep = 1e-12;
 
-    double p = GetSampleProportion(equation.x, equation.n);
+    if (equation.n > kTrialLimit) return frame::kQuietNaN;
+    double p = std::min(GetSampleProportion(equation.x, equation.n), 1.0);  // NaN stays
     for (int count = 0; count < kStepLimit; ++count) {
         const double derivative = equation.Derivative(p);
         if (derivative == 0 || !std::isfinite(derivative)) break;

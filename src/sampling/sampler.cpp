@@ -89,9 +89,16 @@ namespace {
 class LognormalDeviates {
 public:
     LognormalDeviates(double location, double scale, double threshold)
-        : logarithm_(location, scale), threshold_(threshold) {}
+        : logarithm_(location, scale),
+          threshold_(threshold),
+          isBounded_(IsBounded(location, scale, threshold)) {}
     void SetGenerator(UniformSource* source) { logarithm_.SetGenerator(source); }
     void DrawMany(double* out, unsigned count) {
+        if (!isBounded_) {
+            for (unsigned i = 0; i < count; ++i)
+                out[i] = frame::SafeExp(logarithm_.Draw()) + threshold_;
+            return;
+        }
         logarithm_.DrawMany(out, count);
         for (unsigned i = 0; i < count; ++i)
             out[i] = frame::SafeExp(out[i]) + threshold_;
@@ -99,8 +106,15 @@ public:
     int Status() const { return logarithm_.Status(); }
 
 private:
+    // Whether no deviate can overflow, so that the logarithms may be drawn ahead. A standard normal deviate is
+    // at most sqrt(-2 log(s)) < 39 for the smallest s > 0.
+    static bool IsBounded(double location, double scale, double threshold) {
+        return std::isless(std::abs(location), 300) && std::isless(std::abs(scale), 10) &&
+               std::isless(std::abs(threshold), 1e300);
+    }
     objects::CmDistNormal logarithm_;
     double threshold_;
+    bool isBounded_;
 };
 
 }  // namespace
@@ -238,7 +252,7 @@ int Sampler::SampleIndices(unsigned* out, unsigned population, unsigned count, b
     constexpr unsigned kNoIndex = std::numeric_limits<unsigned>::max();
     int status = kSuccess;
     if (count == 0) return kSuccess;
-    if (population == 0 || (withoutReplacement && count > population))
+    if (withoutReplacement && count > population)
         status = kTooManyValues;
     else if (!withoutReplacement)
         DrawIndices(generator_.get(), out, population, count);

@@ -58,6 +58,14 @@ TEST(Allocations, ReportEachFailure) {
     }
 }
 
+TEST(Allocations, FewIndicesOfManyTakeLittle) {
+    const test::SamplerPtr sampler = test::MakeSampler(5);
+    std::array<unsigned, 3> out{};
+    const test::AllocationWatch watch;
+    EXPECT_EQ(sampler->SampleIndices(out.data(), 1000000, 3, true), 0);
+    EXPECT_LT(watch.Bytes(), 1000);
+}
+
 // Nor does a call that ends in an exception. What other functions need is seen in their objects:
 // check_allocations.sh.
 TEST(Allocations, AreNotMadeForDeviates) {

@@ -67,10 +67,11 @@ Outcome MVNormalOverflow(int) {
     return Judge(false, status == kOutOfMemory);
 }
 
+template <unsigned population>
 Outcome Indices(int) {
     std::array<unsigned, 3> out{};
     Shared().Reseed(kSeed);
-    const int status = Shared().SampleIndices(out.data(), 5, 3, true);
+    const int status = Shared().SampleIndices(out.data(), population, 3, true);
     return Judge(status == 0, status == kOutOfMemory && std::count(out.begin(), out.end(), kNoIndex) == 3 &&
                                   Shared().GetSeed() == kSeed);
 }
@@ -94,7 +95,8 @@ std::vector<AllocatingCall> AllocatingSampler() {
          }},
         {"", DiscreteOfNaN},
         {"", MVNormalOverflow},
-        {"", Indices},
+        {"", Indices<5>},
+        {"", Indices<100000>},
     };
 }
 

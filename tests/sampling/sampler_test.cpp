@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "sampling/slots.h"
@@ -197,6 +199,40 @@ TEST_F(Sampler, IndicesWithoutReplacementAreAtMostAll) {
     EXPECT_EQ(sampler->SampleIndices(indices.data(), 99, 100, true), 30011);
 }
 
+// Against the shuffle told with a map of the places that changed, on both sides of where the method changes.
+TEST_F(Sampler, IndicesWithoutReplacementAreThoseOfAShuffle) {
+    for (const auto& [population, count] : std::vector<std::pair<unsigned, unsigned>>{
+             {64, 1}, {6399, 100}, {6400, 100}, {128000, 2000}, {200, 200}, {4294967295, 3000}}) {
+        const SamplerPtr sampler = MakeSampler(population);
+        const double seed = sampler->GetSeed();
+        std::vector<unsigned> indices(count);
+        EXPECT_EQ(sampler->SampleIndices(indices.data(), population, count, true), 0);
+        const double state = sampler->GetSeed();
+        sampler->Reseed(seed);
+        std::map<unsigned, unsigned> changed;
+        const auto at = [&](unsigned place) { return changed.contains(place) ? changed[place] : place; };
+        for (unsigned i = 0; i < count; ++i) {
+            const unsigned left = population - i;
+            const auto place = static_cast<unsigned>(Draw(*sampler, "Uniform 0 1", 1)[0] * left);
+            ASSERT_EQ(indices[i], at(place)) << population << " " << i;
+            changed[place] = at(left - 1);
+        }
+        EXPECT_EQ(sampler->GetSeed(), state);
+    }
+}
+
+TEST_F(Sampler, IndicesOfNothingAreZeros) {
+    const SamplerPtr sampler = MakeSampler(2);
+    std::vector<unsigned> indices(3, 7);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 0, 3, true), 30011);
+    EXPECT_EQ(sampler->GetSeed(), 2);
+    EXPECT_EQ(sampler->SampleIndices(indices.data(), 0, 3, false), 0);
+    EXPECT_EQ(indices, std::vector<unsigned>(3));
+    const SamplerPtr other = MakeSampler(2);
+    Draw(*other, "Uniform 0 1", 3);
+    EXPECT_EQ(sampler->GetSeed(), other->GetSeed());
+}
+
 TEST_F(Sampler, MultivariateNormal) {
     const SamplerPtr sampler = MakeSampler(4);
     const double mean[] = {1, -2, 3};
@@ -246,8 +282,21 @@ TEST_F(Sampler, AnExceptionEndsTheCall) {
     const SamplerPtr expected = MakeSampler(1);
     Draw(*expected, "Uniform", {0, 1}, static_cast<unsigned>(drawn) + 1);
     EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
-    EXPECT_THROW(sampler->SampleLognormal(out.data(), 1, 1e4, 1, 0), std::runtime_error);
     ResetFpuStates();
+    for (const double seed : {1.0, 2.0, 3.0, 4.0}) {
+        const auto logarithms = Draw(*MakeSampler(seed), "Normal 700 10", 20);
+        std::fill(out.begin(), out.end(), -7);
+        sampler->Reseed(seed);
+        EXPECT_THROW(sampler->SampleLognormal(out.data(), 20, 700, 10, 0), std::runtime_error);
+        ResetFpuStates();
+        std::size_t i = 0;
+        for (; i < 20 && logarithms[i] < 709.78; ++i)
+            EXPECT_EQ(out[i], std::exp(logarithms[i]));
+        EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i));
+        expected->Reseed(seed);
+        Draw(*expected, "Normal 0 1", static_cast<unsigned>(i) + 1);
+        EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
+    }
     // Bare: bad parameters go through, and the mode is left alone.
     SetKelFpuStates();
     EXPECT_EQ(sampler->SampleWeibull(out.data(), 1, 1.5, 1, 0), 0);

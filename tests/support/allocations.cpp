@@ -9,7 +9,7 @@ namespace {
 using zul::test::AllocationWatch;
 
 void* Allocate(std::size_t size) noexcept {
-    if (AllocationWatch::active != nullptr && !AllocationWatch::active->Allow()) return nullptr;
+    if (AllocationWatch::active != nullptr && !AllocationWatch::active->Allow(size)) return nullptr;
     return std::malloc(size == 0 ? 1 : size);
 }
 

@@ -2,6 +2,8 @@
 // links this has its own operator new; it is for tests on one thread.
 #pragma once
 
+#include <cstddef>
+
 namespace zul::test {
 
 // From the construction to the destruction, one at a time.
@@ -17,10 +19,13 @@ public:
     int Count() const { return count_; }
     // Those that succeeded and were not freed.
     int Live() const { return live_; }
+    // All that was asked for.
+    std::size_t Bytes() const { return bytes_; }
 
     // The watch that is on, or null; for operator new and delete alone.
     static inline AllocationWatch* active = nullptr;
-    bool Allow() {
+    bool Allow(std::size_t size) {
+        bytes_ += size;
         const bool allowed = ++count_ != failing_;
         if (allowed) ++live_;
         return allowed;
@@ -31,6 +36,7 @@ private:
     int failing_;
     int count_ = 0;
     int live_ = 0;
+    std::size_t bytes_ = 0;
 };
 
 }  // namespace zul::test

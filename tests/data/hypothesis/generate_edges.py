@@ -65,6 +65,9 @@ rows.append(["one", "0", "20", "0", 0.95, "0", "-", "-", "0", 0, 0, 1 - mpf("0.0
 rows.append(["one", "0", "0", "0", 0.95, "0", "0", 0.5, "0", nan, 0, 1, nan, 1])
 rows.append(["midp_ci", "0", "0", "-", 0.95, "0", "-", "-", "0"] + [nan] * 5)
 rows.append(["midp_ci", "7", "20", "-", nan, "0", "-", "-", "0", nan, 0, 0, nan, nan])
+for kind, lower, upper in (("-1", 0, nan), ("0", nan, nan), ("1", nan, 1)):  # more trials than have tails
+    rows.append(["midp_ci", "7", "2147000001", "-", 0.95, kind, "-", "-", "0", nan, lower, upper, nan, nan])
+rows.append(["midp_ci", "30", "20", "-", 0.95, "0", "-", "-", "0", nan, 1, 1, nan, nan])
 end = mpf("0.05") ** (mpf(1) / 20)  # the type 7 is replaced
 rows.append(["kel_one", "0", "20", "0", 0.95, "7", "-", "-", "0", 0, 0, 1 - end, nan, nan])
 rows.append(["kel_one", "20", "20", "0", 0.95, "7", "-", "-", "0", 1, end, 1, nan, nan])
