@@ -21,9 +21,9 @@ struct UniformCdf {
     double operator()(double x) const {
         if (x <= a) return upper ? 1 : 0;
         if (x >= b) return upper ? 0 : 1;
-        const double half = b / 2 - a / 2;
-        if (half > DBL_MAX / 2) return (upper ? b / 2 - x / 2 : x / 2 - a / 2) / half;
-        return (upper ? b - x : x - a) / (b - a);
+        const double range = b - a;
+        if (range > DBL_MAX) return (upper ? b / 2 - x / 2 : x / 2 - a / 2) / (b / 2 - a / 2);
+        return (upper ? b - x : x - a) / range;
     }
 };
 

@@ -1,6 +1,6 @@
 // Quantiles of the beta and F distributions, from the incomplete beta pair.
 //
-// The routines report through frame::errorState. Worst relative error of a quantile and of its complement:
+// The routines report through frame::ErrorState. Worst relative error of a quantile and of its complement:
 // 1.1e-9, which comes from the pair, times the condition, the smaller tail / (x density); random shapes from
 // 1e-6 to 1e7, tails down to 1e-300. Sources: G. W. Cran, K. J. Martin and G. E. Thomas, Remark AS R19 and
 // Algorithm AS 109: a remark on algorithms AS 63 and AS 64, 1977 (the start); E. Halley's iteration for the

@@ -1,6 +1,6 @@
 // The binomial distribution: mass, both tails and the quantiles. X is the number of successes in n
 // independent trials with the given success probability. The routines with lower-case names report through
-// frame::errorState.
+// frame::ErrorState.
 //
 // Sources: C. Loader, Fast and accurate computation of binomial probabilities, 2000 (the mass); mass_sum.h
 // (the tails); discrete_quantile.h (the quantiles).

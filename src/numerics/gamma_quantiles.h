@@ -1,4 +1,4 @@
-// Quantiles of the gamma and the chi-square distribution. The routines report through frame::errorState.
+// Quantiles of the gamma and the chi-square distribution. The routines report through frame::ErrorState.
 #pragma once
 
 #include "numerics/gamma_shape.h"

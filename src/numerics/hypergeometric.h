@@ -1,6 +1,6 @@
 // The hypergeometric distribution: mass, both tails and the quantiles. X is the number of successes in a
 // sample of n without replacement from a population of N, M of which are successes. The routines with
-// lower-case names report through frame::errorState.
+// lower-case names report through frame::ErrorState.
 //
 // Sources: C. Loader, Fast and accurate computation of binomial probabilities, 2000 (the form of the mass);
 // mass_sum.h (the tails); discrete_quantile.h (the quantiles).

@@ -1,7 +1,7 @@
 // The regularised incomplete beta pair I_x(a, b) and J_x(a, b) = 1 - I_x(a, b), always computed together, the
 // smaller one directly, on the side of 0.5 where x or 1 - x is the smaller.
 //
-// Routines with lower-case names report through frame::errorState.
+// Routines with lower-case names report through frame::ErrorState.
 // Sources: M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964, 26.5.4 and 15.3.4 (the
 // series), 15.2 (the upper factor); A. R. DiDonato and A. H. Morris, Algorithm 708: significant digit
 // computation of the incomplete beta function ratios, 1992 (small shapes); L. Lorentzen and H. Waadeland,

@@ -1,7 +1,7 @@
 // The regularised incomplete gamma pair P(a, x) and Q(a, x) = 1 - P(a, x), always computed together, the
 // smaller one directly. a is the shape, x the argument, the scale is 1.
 //
-// Routines with lower-case names report through frame::errorState.
+// Routines with lower-case names report through frame::ErrorState.
 // Sources: W. Gautschi, A computational procedure for incomplete gamma functions, 1979 (the small-argument
 // form, the series and the split); A. R. DiDonato and A. H. Morris, Computation of the incomplete gamma
 // function ratios and their inverse, 1986 (the expansion of the upper side); M. Abramowitz and I. A. Stegun,

@@ -1,4 +1,4 @@
-// Both tails of the noncentral chi-square distribution. The routines report through frame::errorState.
+// Both tails of the noncentral chi-square distribution. The routines report through frame::ErrorState.
 #pragma once
 
 #include "numerics/gamma_shape.h"

@@ -1,5 +1,5 @@
 // The Poisson distribution: mass, both tails and the quantiles. The routines with lower-case names report
-// through frame::errorState.
+// through frame::ErrorState.
 //
 // Sources: C. Loader, Fast and accurate computation of binomial probabilities, 2000 (the mass); mass_sum.h
 // (the tails); discrete_quantile.h (the quantiles).

@@ -124,6 +124,30 @@ TEST(Frame, ResultsDoNotDependOnTheX87Unit) {
     EXPECT_EQ(results(0x027F), results(0x037F));
 }
 
+// 1 / 0 in the x87 unit with that exception unmasked: pending until `waits`, an instruction that looks for it.
+void DivideInX87Unit(bool waits) {
+    constexpr unsigned short kTrapsDivisionByZero = 0x037B;
+    __asm__ volatile("fninit\n\tfldcw %0\n\tfldz\n\tfld1\n\tfdivp" : : "m"(kTrapsDivisionByZero));
+    if (waits) __asm__ volatile("fwait");
+}
+
+TEST(X87Unit, AnExceptionComesOnceAtMost) {
+    void (*volatile divide)(bool) = DivideInX87Unit;
+    for (const bool waits : {true, false}) {
+        try {
+            divide(waits);
+            EXPECT_FALSE(waits);
+        } catch (const std::runtime_error& error) {
+            EXPECT_TRUE(waits);
+            EXPECT_STREQ(error.what(), "Float exception: divide by zero.");
+        }
+        EXPECT_NO_THROW(ResetFpuStates());
+        EXPECT_EQ(NormalCdf(0, 0, 1, false), 0.5);
+        EXPECT_EQ(RegisterKelSigfpeHandler(), 0);
+        __asm__ volatile("fninit");
+    }
+}
+
 TEST(Predicates, LookAtTheBits) {
     const double inf = std::numeric_limits<double>::infinity();
     const double quiet = std::numeric_limits<double>::quiet_NaN();

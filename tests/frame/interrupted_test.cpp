@@ -6,7 +6,6 @@
 
 #include "frame/epilogue.h"
 #include "frame/traps.h"
-#include "zul/distributions.h"
 #include "zul/frame.h"
 
 __asm__(R"(
@@ -67,30 +66,6 @@ TEST(InterruptedFunction, HasGivenBackItsCallersRegisters) {
     EXPECT_EQ(SumKeptOverTrap<std::overflow_error>([&] { return test::AddAndScale(columns, 1, DBL_MAX); }),
               25);
     EXPECT_EQ(test::AddAndScale(columns, 1, 1.0), 2.0);
-}
-
-// 1 / 0 in the x87 unit with that exception unmasked: pending until `waits`, an instruction that looks for it.
-void DivideInX87Unit(bool waits) {
-    constexpr unsigned short kTrapsDivisionByZero = 0x037B;
-    __asm__ volatile("fninit\n\tfldcw %0\n\tfldz\n\tfld1\n\tfdivp" : : "m"(kTrapsDivisionByZero));
-    if (waits) __asm__ volatile("fwait");
-}
-
-TEST(X87Unit, AnExceptionComesOnceAtMost) {
-    void (*volatile divide)(bool) = DivideInX87Unit;
-    for (const bool waits : {true, false}) {
-        try {
-            divide(waits);
-            EXPECT_FALSE(waits);
-        } catch (const std::runtime_error& error) {
-            EXPECT_TRUE(waits);
-            EXPECT_STREQ(error.what(), "Float exception: divide by zero.");
-        }
-        EXPECT_NO_THROW(ResetFpuStates());
-        EXPECT_EQ(NormalCdf(0, 0, 1, false), 0.5);
-        EXPECT_EQ(RegisterKelSigfpeHandler(), 0);
-        __asm__ volatile("fninit");
-    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <xmmintrin.h>
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -295,6 +296,21 @@ TEST_F(Sampler, AnExceptionEndsTheCall) {
         EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i));
         expected->Reseed(seed);
         Draw(*expected, "Normal 0 1", static_cast<unsigned>(i) + 1);
+        EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
+    }
+    for (const double shape : {0.5, 2.0, 5.0}) {
+        const auto standard = Draw(*MakeSampler(1), "Gamma", {shape, 1, 0}, 20);
+        const double scale = DBL_MAX / *std::max_element(standard.begin(), standard.end()) * 1.5;
+        std::fill(out.begin(), out.end(), -7);
+        sampler->Reseed(1);
+        EXPECT_THROW(sampler->SampleGamma(out.data(), 20, shape, scale, 0), std::overflow_error);
+        ResetFpuStates();
+        unsigned i = 0;
+        for (; std::isfinite(standard[i] * scale); ++i)
+            EXPECT_EQ(out[i], standard[i] * scale);
+        EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i));
+        expected->Reseed(1);
+        Draw(*expected, "Gamma", {shape, 1, 0}, i + 1);
         EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
     }
     // Bare: bad parameters go through, and the mode is left alone.

@@ -153,7 +153,16 @@ void CmDistGamma::SetGenerator(UniformSource* generator) {
     inner_->SetGenerator(generator);
 }
 
+bool CmDistGamma::IsBounded() const {
+    return std::isless(std::abs(Parameter<1>()), 1e290) && std::isless(std::abs(Parameter<2>()), 1e300);
+}
+
 void CmDistGamma::DrawMany(double* out, std::size_t count) {
+    if (!IsBounded()) {
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = Draw();
+        return;
+    }
     std::visit(
         [out, count](auto& inner) {
             if constexpr (requires { inner.DrawMany(out, count); }) inner.DrawMany(out, count);

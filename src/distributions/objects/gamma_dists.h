@@ -117,6 +117,8 @@ public:
     double LowerBound() const override { return Parameter<2>(); }
 
 private:
+    // Whether no deviate can overflow, so that the standard ones may be drawn ahead: these are below 1e10.
+    bool IsBounded() const;
     template <typename Inner, typename... Types>
     CmDist* Choose(Types... parameters) {
         return &choice_.emplace<Inner>(parameters...);
