@@ -5,7 +5,7 @@
 #include "clustering/column_statistics.h"
 #include "clustering/distance_matrix.h"
 #include "clustering/term_sums.h"
-#include "frame/platform.h"
+#include "frame/processor.h"
 #include "frame/recover.h"
 #include "zul/clustering.h"
 

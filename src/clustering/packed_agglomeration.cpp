@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "frame/missing_value.h"
-#include "frame/platform.h"
+#include "frame/prefetch.h"
 
 namespace zul::dax::clustering {
 namespace {

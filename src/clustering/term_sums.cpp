@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "frame/platform.h"
+#include "frame/processor.h"
 
 #if defined(__clang__)
 #pragma clang fp exceptions(ignore)

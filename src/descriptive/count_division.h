@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "frame/platform.h"
+#include "frame/processor.h"
 
 namespace zul::descriptive {
 

@@ -5,6 +5,7 @@
 #include "descriptive/power_sums.h"
 #include "frame/missing_value.h"
 #include "frame/platform.h"
+#include "frame/processor.h"
 #include "frame/status.h"
 #include "zul/descriptive.h"
 

@@ -1,6 +1,6 @@
-// Everything in the library that depends on the platform: the control register of the SSE unit, the
-// translation of hardware traps into C++ exceptions, and the local time. The functions that are not inline here
-// live in one source per platform (platform_posix.cpp, platform_windows.cpp).
+// The control register of the SSE unit, and the translation of hardware traps into C++ exceptions. What is not inline
+// here lives in one source per platform (platform_posix.cpp, platform_windows.cpp), like what a thread keeps
+// (platform_thread.h) and the local time (clock.h).
 #pragma once
 
 #if !defined(__x86_64__) && !defined(_M_X64)
@@ -61,51 +61,6 @@ inline void EnterTrappingMode() {
 inline void EnterDefaultMode() {
     SetControl(kDefaultControl);
     ResetX87Control();  // fegetround and fegetexcept read it
-}
-
-// Whether the processor multiplies and adds with one rounding. The marked functions are compiled for such
-// processors and are to be called on them alone; what they call has to be inlined to be so compiled.
-#if defined(__GNUC__)
-#define ZUL_FUSED __attribute__((target("fma")))
-#define ZUL_INLINE inline __attribute__((always_inline))
-inline bool HasFusedMultiplyAdd() {
-    return __builtin_cpu_supports("fma") != 0;
-}
-#else
-#define ZUL_FUSED
-#define ZUL_INLINE inline
-inline bool HasFusedMultiplyAdd() {
-    return false;
-}
-#endif
-
-// The local time of day.
-struct TimeOfDay {
-    int hour;
-    int minute;
-    int second;
-    int millisecond;
-};
-TimeOfDay LocalTimeOfDay();
-
-// Whether the processor has vectors of four doubles. Functions marked ZUL_WIDE are compiled for them and are to
-// be called on such processors alone; what they call has to be inlined to be so compiled. Their results are
-// those of the same code without the mark.
-#if defined(__GNUC__)
-#define ZUL_WIDE __attribute__((target("avx2")))
-inline bool HasWideVectors() {
-    return __builtin_cpu_supports("avx2") != 0;
-}
-#else
-#define ZUL_WIDE
-inline bool HasWideVectors() {
-    return false;
-}
-#endif
-
-// The memory at an address, which need not be accessible, will be read soon.
-inline void Prefetch(const void* address) {
-    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
 }
 
 // From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide handler is

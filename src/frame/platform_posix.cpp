@@ -7,6 +7,7 @@
 #include <ctime>
 #include <mutex>
 
+#include "frame/clock.h"
 #include "frame/errors.h"
 #include "frame/platform_thread.h"
 #include "frame/trap_choice.h"

@@ -15,6 +15,7 @@
 #include <eh.h>
 #endif
 
+#include "frame/clock.h"
 #include "frame/errors.h"
 #include "frame/platform_thread.h"
 #include "frame/trap_choice.h"

@@ -1,13 +1,14 @@
+#include "numerics/digamma.h"
+
 #include <cmath>
 
 #include "frame/missing_value.h"
-#include "zul/distributions.h"
 
-namespace zul::v2 {
+namespace zul::numerics {
 
 // The recurrence psi(x) = psi(x + 1) - 1 / x up to 10, then the asymptotic series. M. Abramowitz and
 // I. A. Stegun, Handbook of Mathematical Functions, 1964, 6.3.5 and 6.3.18.
-double Psi(double x) {
+double Digamma(double x) {
     constexpr double kPoleRange = 1e-12;  // below it psi(x) is -1 / x, but for a bounded term
     constexpr double kSeriesStart = 10;
 
@@ -30,4 +31,4 @@ double Psi(double x) {
     return std::log(x) - 0.5 / x - series * v - sum;
 }
 
-}  // namespace zul::v2
+}  // namespace zul::numerics

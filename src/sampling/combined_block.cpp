@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "frame/platform.h"
+#include "frame/processor.h"
 
 namespace zul::sampling {
 namespace {

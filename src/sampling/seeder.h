@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/platform.h"
+#include "frame/clock.h"
 
 namespace zul::sampling {
 

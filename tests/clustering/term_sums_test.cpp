@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "frame/platform.h"
+#include "frame/processor.h"
 
 namespace zul::dax::clustering {
 namespace {

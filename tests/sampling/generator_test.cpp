@@ -3,7 +3,9 @@
 #include <cmath>
 #include <vector>
 
+#include "frame/clock.h"
 #include "frame/platform.h"
+#include "frame/processor.h"
 #include "sampling/alias_table.h"
 #include "sampling/combined_block.h"
 #include "sampling/combined_generator.h"
