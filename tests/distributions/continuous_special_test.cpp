@@ -52,6 +52,19 @@ TEST(ContinuousSpecial, NoncentralQuantilesInvertTheTail) {
     EXPECT_LT(ChiSqInvCdf(1e-20, 0.05, 1), 1e-280);
 }
 
+// Next to 0 the tail is cut to 0 and says nothing about p.
+TEST(ContinuousSpecial, GammaQuantilesBelowTheTail) {
+    double last = 0;
+    for (double p = 8.6e-4; p < 2e-3; p *= 1.01) {
+        const double quantile = GammaInvCdf(p, 0.01, 1, 0);
+        EXPECT_NEAR(quantile / std::exp((std::log(p) + std::lgamma(1.01)) / 0.01), 1, 2e-12) << p;
+        EXPECT_GT(quantile, last) << p;
+        EXPECT_EQ(ChiSqInvCdf(p, 0.02, 0), 2 * quantile);
+        last = quantile;
+    }
+    EXPECT_NEAR(GammaInvCdf(1e-295, 2, 1, 0) / std::sqrt(2e-295), 1, 1e-12);
+}
+
 // Above the centre of two large shapes the fraction of the lower tail has no digits.
 TEST(ContinuousSpecial, NoncentralFWithManyDegreesOfFreedom) {
     for (double x = 0.998; x < 1.002; x += 0.0001)
