@@ -65,6 +65,14 @@ TEST(ContinuousSpecial, GammaQuantilesBelowTheTail) {
     EXPECT_NEAR(GammaInvCdf(1e-295, 2, 1, 0) / std::sqrt(2e-295), 1, 1e-12);
 }
 
+// The tail is 2.5532e-05 at the end of the search.
+TEST(ContinuousSpecial, NoncentralFFarOut) {
+    EXPECT_NEAR(FCdf(1e30, 5, 0.3, 1, true) / 2.5532106632162412e-05, 1, 1e-12);
+    EXPECT_NEAR(FCdf(1e100, 5, 0.3, 1, true) / FCdf(1e30, 5, 0.3, 1, true) / std::pow(1e-70, 0.15), 1, 1e-12);
+    EXPECT_LT(FInvCdf(1 - 2.6e-5, 5, 0.3, 1), 1e30);
+    EXPECT_TRUE(std::isnan(FInvCdf(1 - 2.5e-5, 5, 0.3, 1)));
+}
+
 // Above the centre of two large shapes the fraction of the lower tail has no digits.
 TEST(ContinuousSpecial, NoncentralFWithManyDegreesOfFreedom) {
     for (double x = 0.998; x < 1.002; x += 0.0001)
