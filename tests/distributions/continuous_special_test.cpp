@@ -73,6 +73,19 @@ TEST(ContinuousSpecial, NoncentralFFarOut) {
     EXPECT_TRUE(std::isnan(FInvCdf(1 - 2.5e-5, 5, 0.3, 1)));
 }
 
+// Few evaluations have to do.
+TEST(ContinuousSpecial, NoncentralFQuantilesOfAHugeNoncentrality) {
+    const struct {
+        double p, df1, df2, noncentrality;
+    } rows[] = {{0.59, 1e-12, 0.097, 5.5e9},
+                {4e-218, 5400, 0.38, 5.8e9},
+                {9e-4, 3e-11, 2e-3, 2e9},
+                {0.999, 40, 9.99, 1.1e9}};
+    for (const auto& r : rows)
+        ExpectInverse(r.p, FInvCdf(r.p, r.df1, r.df2, r.noncentrality),
+                      [&r](double x) { return FCdf(x, r.df1, r.df2, r.noncentrality, false); });
+}
+
 // Above the centre of two large shapes the fraction of the lower tail has no digits.
 TEST(ContinuousSpecial, NoncentralFWithManyDegreesOfFreedom) {
     for (double x = 0.998; x < 1.002; x += 0.0001)
