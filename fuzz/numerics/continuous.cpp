@@ -17,7 +17,7 @@
 
 namespace zul::fuzz {
 
-using frame::errorState;
+using frame::ErrorState;
 using namespace numerics;
 
 void Normal(Input& input) {
@@ -26,7 +26,7 @@ void Normal(Input& input) {
     double lower = kUnwritten;
     double upper = kUnwritten;
     tails.Run(input, [&] { normal_df(z, &lower, &upper); });
-    if (std::isnan(z)) return tails.Require(errorState.Failed() && lower == DBL_MAX, " of NaN");
+    if (std::isnan(z)) return tails.Require(ErrorState().Failed() && lower == DBL_MAX, " of NaN");
     Tails{lower, upper}.Check(tails, true);
     const Evaluation erfc("Erfc", {z});
     double value = 0;
@@ -88,10 +88,10 @@ void GammaQuantile(Input& input) {
     const double target = std::min(p, 1 - p);
     const bool inside = IsShape(a) && (upper ? p > 0 && p <= 1 : p >= 0 && p < 1);
     quantile.RequireLevel(inside, target < 1e-300);
-    if (errorState.Failed()) return quantile.Require(x == -DBL_MAX, " failure", x);
+    if (ErrorState().Failed()) return quantile.Require(x == -DBL_MAX, " failure", x);
     quantile.Require(x >= 0 && x <= DBL_MAX, " range", x);
     GammaTails tails{};
-    if (errorState.level != 0 || !(x > DBL_MIN) || !FineGammaTails(x, shape, &tails)) return;
+    if (ErrorState().level != 0 || !(x > DBL_MIN) || !FineGammaTails(x, shape, &tails)) return;
     const bool direct = p <= 0.5;
     const double tail = upper == direct ? tails.upper : tails.lower;
     quantile.Require(std::abs(tail - target) <= 1e-10 * target, " back", x, tail);
@@ -138,11 +138,11 @@ void BetaQuantile(Input& input) {
     const double target = std::min(p, 1 - p);
     quantile.RequireLevel(p >= 0 && p <= 1 && IsShape(a) && IsShape(b),
                           std::min(a, b) < 1e-280 || target < 1e-285);
-    if (errorState.Failed()) return quantile.Require(x == -DBL_MAX && complement == x, " failure", x);
+    if (ErrorState().Failed()) return quantile.Require(x == -DBL_MAX && complement == x, " failure", x);
     quantile.Require(x >= 0 && x <= 1 && std::abs(x + complement - 1) <= 1e-15, " range", x, complement);
     Tails tails;
     beta_df(x, complement, shapes, &tails.lower, &tails.upper, nullptr);
-    if (std::min(x, complement) < 1e-287 || target < 1e-287 || errorState.level != 0) return;
+    if (std::min(x, complement) < 1e-287 || target < 1e-287 || ErrorState().level != 0) return;
     const double tail = upper == (p <= 0.5) ? tails.upper : tails.lower;
     quantile.Require(std::abs(tail - target) <= 1e-9 * target, " back", x, tail);
 }
@@ -157,7 +157,7 @@ void FQuantile(Input& input) {
     quantile.Run(input, [&] { (upper ? F_upper_quant : F_lower_quant)(p, BetaShapes(a, b), &x); });
     const bool inside = IsShape(a) && IsShape(b) && (upper ? p > 0 && p <= 1 : p >= 0 && p < 1);
     quantile.RequireLevel(inside, std::min(a, b) < 1e-280 || std::min(p, 1 - p) < 1e-285);
-    quantile.Require(errorState.Failed() ? x == -DBL_MAX : x >= 0 && x <= DBL_MAX, " range", x);
+    quantile.Require(ErrorState().Failed() ? x == -DBL_MAX : x >= 0 && x <= DBL_MAX, " range", x);
 }
 
 void NoncentralBeta(Input& input) {
@@ -188,8 +188,8 @@ void StudentT(Input& input) {
     quantile.Run(input, [&] { (upperTail ? t_upper_qt : t_lower_qt)(p, shape, &t); });
     const double target = std::min(p, 1 - p);
     quantile.RequireLevel(p > 0 && p < 1 && df > 0, df <= 1 || target <= 1e-280);
-    quantile.Require(errorState.level <= frame::LevelDomain, " converges");
-    const bool found = !errorState.Failed();
+    quantile.Require(ErrorState().level <= frame::LevelDomain, " converges");
+    const bool found = !ErrorState().Failed();
     quantile.Require(found || t == -DBL_MAX, " failure", t);
     const double at = found ? t : input.Real();
     const Evaluation pair("t_df", {at, df});
@@ -212,7 +212,7 @@ void NoncentralT(Input& input) {
     const double half = std::abs(delta);
     const bool large = !(df / 2 + half * half / 2 + 6.17 * half / std::sqrt(2.0) <= kShapeLimit);
     const bool inside = df > 0 && !std::isnan(t) && !std::isnan(delta);
-    tails.Check(pair, inside || (large && errorState.level == frame::LevelNoncentrality), large);
+    tails.Check(pair, inside || (large && ErrorState().level == frame::LevelNoncentrality), large);
 }
 
 // From anywhere to a tail, or a failure.
@@ -231,9 +231,9 @@ void Newton(Input& input) {
         else
             gamma_newton(target, a, &x, mode);
     });
-    const bool domain = errorState.level == frame::LevelDomain;
+    const bool domain = ErrorState().level == frame::LevelDomain;
     newton.Require(domain == !(target >= 0 && target <= 1), " level", x);
-    newton.Require(errorState.Failed() || x >= 0, " range", x);
+    newton.Require(ErrorState().Failed() || x >= 0, " range", x);
 }
 
 // The forms for degrees of freedom are the forms for shapes.
@@ -244,7 +244,7 @@ void ChiSquare(Input& input) {
     const Evaluation chiSquare("chi2_ncdf", {p, df, noncentrality});
     double x = 0;
     chiSquare.Run(input, [&] { (input.Flag() ? chi2_lower_quant : chi2_upper_quant)(p, df, &x); });
-    chiSquare.Require(errorState.Failed() ? x == -DBL_MAX : x >= 0 && x <= DBL_MAX, " quantile", x);
+    chiSquare.Require(ErrorState().Failed() ? x == -DBL_MAX : x >= 0 && x <= DBL_MAX, " quantile", x);
     Tails tails;
     Tails halves;
     chiSquare.Run(input, [&] { chi2_ncdf(p, df, noncentrality, &tails.lower, &tails.upper); });

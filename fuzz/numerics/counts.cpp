@@ -14,7 +14,7 @@
 
 namespace zul::fuzz {
 
-using frame::errorState;
+using frame::ErrorState;
 using namespace numerics;
 namespace {
 
@@ -31,7 +31,7 @@ void CheckCountQuantile(const char* name, Quantile quant, const Shape& shape, bo
     const bool endless = std::isinf(last);
     quantile.RequireLevel(
         inside && (endless && upper ? p > 0 : p >= 0) && (endless && !upper ? p < 1 : p <= 1), endless);
-    if (errorState.Failed()) return quantile.Require(k == -DBL_MAX && share == k, " failure", k, share);
+    if (ErrorState().Failed()) return quantile.Require(k == -DBL_MAX && share == k, " failure", k, share);
     quantile.Require(k >= first && k <= last && k == std::floor(k) && share >= 0 && share <= 1, " range", k,
                      share);
 }
@@ -80,7 +80,7 @@ void Hypergeometric(Input& input) {
     double mass = kUnwritten;
     pair.Run(input, [&] { hypergeo_df(k, shape, &tails.lower, &tails.upper, &mass); });
     tails.Check(pair, inside && !std::isnan(k));
-    pair.Require(errorState.Failed() || (mass >= 0 && mass <= 1), " mass", mass);
+    pair.Require(ErrorState().Failed() || (mass >= 0 && mass <= 1), " mass", mass);
     const bool upper = input.Flag();
     CheckCountQuantile(upper ? "hypergeo_upper_quant" : "hypergeo_lower_quant",
                        upper ? hypergeo_upper_quant : hypergeo_lower_quant, shape, inside, shape.First(),

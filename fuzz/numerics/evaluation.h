@@ -33,13 +33,13 @@ public:
     template <typename... Results>
     void Require(bool condition, const char* rule, const Results&... results) const {
         fuzz::Require(condition, [&] {
-            return Text() + " level " + std::to_string(frame::errorState.level) + Call(rule, results...);
+            return Text() + " level " + std::to_string(frame::ErrorState().level) + Call(rule, results...);
         });
     }
     void RequireLevel(bool inside, bool mayFail = false) const {
-        const int level = frame::errorState.level;
+        const int level = frame::ErrorState().level;
         Require(inside ? level <= frame::LevelUnderflow || mayFail : level == frame::LevelDomain, " level");
-        Require(inside || frame::errorState.routine.View() == name_, " name");
+        Require(inside || frame::ErrorState().routine.View() == name_, " name");
     }
 
 private:
@@ -67,7 +67,7 @@ struct Tails {
         const bool unwritten = lower == kUnwritten && upper == kUnwritten;
         const bool sound = lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1;
         evaluation.Require(
-            frame::errorState.Failed() ? unwritten : sound && std::abs(lower + upper - 1) <= 1e-15, " tails",
+            frame::ErrorState().Failed() ? unwritten : sound && std::abs(lower + upper - 1) <= 1e-15, " tails",
             lower, upper);
     }
 };

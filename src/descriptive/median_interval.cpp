@@ -11,7 +11,7 @@
 namespace zul::descriptive {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kQuietNaN;
 
 // Deliberate: the exact rule ends here, though it could go on.
@@ -32,7 +32,7 @@ double BinomialQuantile(double p, const numerics::BinomialShape& shape) {
     double k = 0;
     double share = 0;
     numerics::binomial_lower_quant(p, shape, &k, &share);
-    if (errorState.Failed()) return kQuietNaN;
+    if (ErrorState().Failed()) return kQuietNaN;
     return share <= kVanishingShare ? k - 1 : k;
 }
 
@@ -42,7 +42,7 @@ Depth ExactDepth(unsigned n, double confidence) {
     double below = kQuietNaN;
     double above = kQuietNaN;
     numerics::binomial_df(d - 1, shape, &below, &above);
-    if (errorState.Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};
+    if (ErrorState().Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};
     return {d, 1 - 2 * below, 1 - 2 * (below + numerics::BinomialMass(d, shape))};
 }
 
@@ -52,7 +52,7 @@ double NormalCoverage(double d, double half, double sd) {
     double upper = 0.5;
     if (z == 0) return 0;
     numerics::normal_df(z, &lower, &upper);
-    return errorState.Failed() ? kQuietNaN : 1 - 2 * lower;
+    return ErrorState().Failed() ? kQuietNaN : 1 - 2 * lower;
 }
 
 Depth NormalDepth(double n, double confidence) {
@@ -60,7 +60,7 @@ Depth NormalDepth(double n, double confidence) {
     const double sd = std::sqrt(n) / 2;
     double z = 0;
     numerics::inv_normal_df((1 - confidence) / 2, &z);
-    if (errorState.Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};
+    if (ErrorState().Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};
     const double d = std::floor(half + z * sd + 0.5);
     return {d, NormalCoverage(d, half, sd), NormalCoverage(d + 1, half, sd)};
 }

@@ -15,7 +15,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 
 namespace {
@@ -58,7 +58,7 @@ double BetaCdf::operator()(double x) const {
     double lower = 0;
     double upper = 0;
     numerics::beta_df(x, shapes_, &lower, &upper, nullptr);
-    if (errorState.Failed()) return kNA;
+    if (ErrorState().Failed()) return kNA;
     return upper_ ? upper : lower;
 }
 
@@ -70,7 +70,7 @@ double BetaInvCdf::operator()(double p) const {
         numerics::beta_upper_quant(1 - p, shapes_, &x, &complement);
     else
         numerics::beta_lower_quant(p, shapes_, &x, &complement);
-    return errorState.Failed() ? kNA : x;
+    return ErrorState().Failed() ? kNA : x;
 }
 
 double BetaPdfKernel(double x, double a, double b) {

@@ -15,7 +15,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 using numerics::BinomialShape;
 
@@ -85,11 +85,11 @@ bool BinomialCdf::Tails(double k, double* lower, double* above) {
 
     if (n_ <= kTrialLimit) {
         numerics::binomial_df(k, Prepared(shape_, n_, prob_), lower, above);
-        if (!errorState.Failed()) return true;
+        if (!ErrorState().Failed()) return true;
     }
     // M. Abramowitz and I. A. Stegun, Handbook of Mathematical Functions, 1964, 26.5.24.
     numerics::beta_df(prob_, numerics::BetaShapes(k + 1, n_ - k), above, lower, nullptr);
-    return !errorState.Failed();
+    return !ErrorState().Failed();
 }
 
 double BinomialInvCdf::operator()(double p) {

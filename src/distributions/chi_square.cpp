@@ -20,7 +20,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 
 double ChiSqPdf::Density(ChiSqPdf* at, double x) {
@@ -49,7 +49,7 @@ bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrali
     }
     TailPair found;
     numerics::gamma_ncdf(x / 2, halfDf, noncentrality, &found.lower, &found.upper);
-    if (errorState.Failed()) return false;
+    if (ErrorState().Failed()) return false;
     *tails = found;
     return true;
 }
@@ -72,7 +72,7 @@ double ChiSqInvCdf::Central(double p) const {
         numerics::gamma_upper_quant(1 - p, halfDf_, &half);
     else
         numerics::gamma_lower_quant(p, halfDf_, &half);
-    if (errorState.Failed()) return kNA;
+    if (ErrorState().Failed()) return kNA;
     const double x = 2 * half;
     if (x == 0) return 0;
     TailPair tails;

@@ -61,7 +61,7 @@ double DiscreteQuantile(double p, const Shape& shape, Routine* lowerQuantile, Ro
         lowerQuantile(p, shape, &k, &share);
         isBelow = share <= kNoShare;
     }
-    if (frame::errorState.Failed()) return frame::kNA;
+    if (frame::ErrorState().Failed()) return frame::kNA;
     return isBelow ? k - 1 : k;
 }
 

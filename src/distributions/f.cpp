@@ -19,7 +19,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 using numerics::BetaShapes;
 
@@ -84,7 +84,7 @@ bool FTails(double x, const BetaShapes& halfDf, double noncentrality, TailPair* 
     }
     TailPair found;
     numerics::F_ncdf(x, halfDf, noncentrality, &found.lower, &found.upper);
-    if (errorState.Failed()) return false;
+    if (ErrorState().Failed()) return false;
     *tails = found;
     return true;
 }
@@ -108,7 +108,7 @@ double FInvCdf::Central(double p) const {
         numerics::F_upper_quant(1 - p, halfDf_, &x);
     else
         numerics::F_lower_quant(p, halfDf_, &x);
-    return errorState.Failed() ? kNA : x;
+    return ErrorState().Failed() ? kNA : x;
 }
 
 namespace {
@@ -124,7 +124,7 @@ public:
         const double tail = std::erfc(std::min(std::abs(z), kFar) / std::numbers::sqrt2) / 2;
         double half = 0;
         (z < 0 ? numerics::gamma_upper_quant : numerics::gamma_lower_quant)(tail, halfDf2_, &half);
-        return numerator_ / std::max(errorState.Failed() ? halfDf2_.Value() : half, kLeast);
+        return numerator_ / std::max(ErrorState().Failed() ? halfDf2_.Value() : half, kLeast);
     }
 
 private:

@@ -15,7 +15,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 using numerics::GammaShape;
 
@@ -25,7 +25,7 @@ double StandardLowerTail(double z, const GammaShape& shape) {
     double lower = 0;
     double upper = 0;
     numerics::gamma_df(z, shape, &lower, &upper, nullptr);
-    return errorState.Failed() ? kNA : lower;
+    return ErrorState().Failed() ? kNA : lower;
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ double GammaCdf::operator()(double x) const {
     double lower = 0;
     double upper = 0;
     numerics::gamma_df(distance / scale_, shape_, &lower, &upper, nullptr);
-    if (errorState.Failed()) return kNA;
+    if (ErrorState().Failed()) return kNA;
     return upper_ ? upper : lower;
 }
 
@@ -74,7 +74,7 @@ double GammaInvCdf::Standard(double p) const {
         numerics::gamma_upper_quant(1 - p, shape_, &z);
     else
         numerics::gamma_lower_quant(p, shape_, &z);
-    if (errorState.Failed()) return kNA;
+    if (ErrorState().Failed()) return kNA;
     if (z == 0 || (z > 0 && IsVerifiedQuantile(StandardLowerTail(z, shape_), p))) return z;
     CmGammaCdf f(shape_, p);
     return SolveByDoubling(f, z);

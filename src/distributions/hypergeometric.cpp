@@ -29,7 +29,7 @@ double HypergeometricCdf::operator()(double x) const {
     double above = 0;
     double mass = 0;
     numerics::hypergeo_df(at.value, shape_, &lower, &above, &mass);
-    if (frame::errorState.Failed()) return kNA;
+    if (frame::ErrorState().Failed()) return kNA;
     if (!upper_) return lower;
     return at.isWhole ? std::min(mass + above, 1.0) : above;
 }

@@ -15,7 +15,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 
 namespace {
@@ -25,7 +25,7 @@ TailPair TailsAt(double z) {
     if (z == 0) return {0.5, 0.5};
     TailPair tails;
     numerics::normal_df(z, &tails.lower, &tails.upper);
-    return errorState.Failed() ? TailPair{} : tails;
+    return ErrorState().Failed() ? TailPair{} : tails;
 }
 
 // The lower end of the bracket of the fallback, and of the probabilities that it can answer.
@@ -57,7 +57,7 @@ double NormalCdf::operator()(double x) const {
 double NormalInvCdf::operator()(double p) const {
     double z = 0;
     numerics::inv_normal_df(p, &z);
-    if (errorState.Failed()) {
+    if (ErrorState().Failed()) {
         const double lowest = TailsAt(kLowestDeviate).lower;
         if (lowest == kNA || lowest > p || p > 0.5) return kNA;
         z = SolveForDeviate(p);

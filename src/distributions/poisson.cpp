@@ -9,7 +9,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 
 namespace {
@@ -35,7 +35,7 @@ double PoissonCdf::operator()(double x) const {
     double lower = 0;
     double above = 0;
     numerics::poisson_df(k, shape_, &lower, &above);
-    if (errorState.Failed()) return kNA;
+    if (ErrorState().Failed()) return kNA;
     return upper_ ? above : lower;
 }
 

@@ -15,7 +15,7 @@
 namespace zul {
 namespace kernels {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::kNA;
 using numerics::TShape;
 
@@ -129,7 +129,7 @@ bool SaturatedTails(double x, const TShape& shape, TailPair* tails) {
     const double noncentrality = AcceptedNoncentrality(shape.Df());
     if (noncentrality == kNA) return false;
     numerics::t_ncdf(x, shape, noncentrality, &tails->lower, &tails->upper);
-    return !errorState.Failed() && tails->lower == 0;
+    return !ErrorState().Failed() && tails->lower == 0;
 }
 
 }  // namespace
@@ -139,8 +139,8 @@ bool TTails(double x, const TShape& shape, double noncentrality, TailPair* tails
     if (x == kNA) return false;
     TailPair found;
     numerics::t_ncdf(x, shape, noncentrality, &found.lower, &found.upper);
-    if (errorState.Failed()) {
-        if (errorState.level != frame::LevelNoncentrality || noncentrality == 0) return false;
+    if (ErrorState().Failed()) {
+        if (ErrorState().level != frame::LevelNoncentrality || noncentrality == 0) return false;
         if (noncentrality > 0) {
             if (!SaturatedTails(x, shape, &found)) return false;
         } else {
@@ -169,7 +169,7 @@ double TInvCdf::Central(double p) const {
         numerics::t_upper_qt(1 - p, shape_, &t);
     else
         numerics::t_lower_qt(p, shape_, &t);
-    return errorState.Failed() ? kNA : t;
+    return ErrorState().Failed() ? kNA : t;
 }
 
 namespace {

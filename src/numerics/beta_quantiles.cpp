@@ -14,7 +14,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 // Below it the pair may be an exact 0.
@@ -77,7 +77,7 @@ Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target,
     } else {
         beta_df(at.y, at.rest, shapes.Shapes(), &tail, &other, &density);
     }
-    if (errorState.Failed()) return kUnknown;
+    if (ErrorState().Failed()) return kUnknown;
     if (!(tail > 0)) return SmallTail(shapes, at, logTarget);
     const double slope = density > 0 ? density * at.y * at.rest / tail : 0;
     const double ratio = tail / target;
@@ -255,11 +255,11 @@ void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::
               double* x, double* complement) {
     const double a = shapes.A();
     const double b = shapes.B();
-    errorState.Begin(routine);
-    errorState.method = 0;
+    ErrorState().Begin(routine);
+    ErrorState().method = 0;
     *x = *complement = -DBL_MAX;
     if (!(target >= 0 && target <= 1 && a > 0 && a <= kShapeLimit && b > 0 && b <= kShapeLimit)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     // The smaller tail: 1 - target is exact where it is the one.
@@ -269,13 +269,13 @@ void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::
     }
     Point result{};
     if (!LowerQuantile(upper ? shapes.Mirrored() : shapes.Direct(), target, &result)) {
-        errorState.Fail(frame::LevelNoConvergence, routine);
+        ErrorState().Fail(frame::LevelNoConvergence, routine);
         return;
     }
     *x = upper ? result.rest : result.y;
     *complement = upper ? result.y : result.rest;
-    errorState.Begin(routine);
-    if (target > 0 && (*x == 0 || *complement == 0)) errorState.level = frame::LevelUnderflow;
+    ErrorState().Begin(routine);
+    if (target > 0 && (*x == 0 || *complement == 0)) ErrorState().level = frame::LevelUnderflow;
 }
 
 // x b / (complement a), the F quantile, where it does not overflow.
@@ -284,7 +284,7 @@ void SetFQuantile(double x, double complement, const BetaShapes& halves, double*
     const double below = complement * halves.A();
     if (below < 1 && above >= DBL_MAX * below) {
         *value = DBL_MAX;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     } else {
         *value = above / below;
     }
@@ -296,8 +296,8 @@ void FQuantile(double target, const BetaShapes& halves, bool upper, const frame:
     double complement = 0;
     *value = -DBL_MAX;
     Quantile(target, halves, upper, routine, &x, &complement);
-    if (target == (upper ? 0 : 1)) errorState.Fail(frame::LevelDomain, routine);
-    if (!errorState.Failed()) SetFQuantile(x, complement, halves, value);
+    if (target == (upper ? 0 : 1)) ErrorState().Fail(frame::LevelDomain, routine);
+    if (!ErrorState().Failed()) SetFQuantile(x, complement, halves, value);
 }
 
 }  // namespace

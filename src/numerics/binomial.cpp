@@ -14,7 +14,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -59,7 +59,7 @@ bool LowerIsSmaller(double k, const BinomialShape& shape) {
 void InnerTails(double k, const BinomialShape& shape, double* lower, double* upper) {
     const double rarer = shape.SuccessIsRarer() ? k : shape.N() - k - 1;
     if (shape.Keeps(rarer) && shape.Kept(rarer).lower <= KeptMasses::kLowerLimit) {
-        errorState.method = MassSumTerms;
+        ErrorState().method = MassSumTerms;
         const double tail = shape.Kept(rarer).lower;
         *lower = shape.SuccessIsRarer() ? tail : 1 - tail;
         *upper = shape.SuccessIsRarer() ? 1 - tail : tail;
@@ -68,13 +68,13 @@ void InnerTails(double k, const BinomialShape& shape, double* lower, double* upp
     const bool below = LowerIsSmaller(k, shape);
     const double sum = below ? LowerSum(k, shape) : UpperSum(k, shape);
     if (sum == 0) {
-        errorState.Fail(frame::LevelNoConvergence, "binomial_df"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "binomial_df"_routine);
         return;
     }
     double tail = BinomialMass(k, shape) * sum;
     if (tail < kTinyArgument) {
         tail = 0;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     }
     *lower = below ? tail : 1 - tail;
     *upper = below ? 1 - tail : tail;
@@ -85,7 +85,7 @@ public:
     explicit Binomial(const BinomialShape& shape) : DiscreteFamily(0, shape.N()), shape_(shape) {}
     bool Evaluate(double k, DiscreteTails* tails) const override {
         binomial_df(k, shape_, &tails->lower, &tails->upper);
-        return !errorState.Failed();
+        return !ErrorState().Failed();
     }
     double Start(double p, bool upper) const {
         if (Degenerate(shape_)) return OnlyNumber(shape_);
@@ -101,7 +101,7 @@ private:
 bool InDomain(const BinomialShape& shape, double* k, double* c) {
     if (shape.Valid()) return true;
     *k = *c = -DBL_MAX;
-    errorState.level = frame::LevelDomain;
+    ErrorState().level = frame::LevelDomain;
     return false;
 }
 
@@ -149,12 +149,12 @@ double BinomialMass(double k, const BinomialShape& shape) {
 }
 
 void binomial_df(double k, const BinomialShape& shape, double* lower, double* upper) {
-    errorState.Begin("binomial_df"_routine);
-    errorState.method = 0;
-    errorState.count = 0;
+    ErrorState().Begin("binomial_df"_routine);
+    ErrorState().method = 0;
+    ErrorState().count = 0;
     const double whole = std::floor(k);
     if (!(shape.Valid() && whole >= -kInfinity)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (whole >= 0 && whole < shape.N() && !Degenerate(shape)) {
@@ -165,12 +165,12 @@ void binomial_df(double k, const BinomialShape& shape, double* lower, double* up
     *lower = all ? 1 : 0;
     *upper = all ? 0 : 1;
     // Successes are possible, but too rare.
-    if (all && whole < shape.N() && shape.Success() > 0) errorState.level = frame::LevelUnderflow;
+    if (all && whole < shape.N() && shape.Success() > 0) ErrorState().level = frame::LevelUnderflow;
 }
 
 void binomial_lower_quant(double p, const BinomialShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "binomial_lower_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape, k, c)) return;
     const Binomial family(shape);
     DiscreteLowerQuantile(family, p, family.Start(p, false), kName, k, c);
@@ -178,7 +178,7 @@ void binomial_lower_quant(double p, const BinomialShape& shape, double* k, doubl
 
 void binomial_upper_quant(double q, const BinomialShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "binomial_upper_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape, k, c)) return;
     const Binomial family(shape);
     DiscreteUpperQuantile(family, q, family.Start(q, true), kName, k, c);

@@ -9,7 +9,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 // Each evaluation doubles a step or, at every third, halves the bracket: 60 doublings and 3 * 53 others.
 constexpr int kEvaluationLimit = 300;
@@ -53,7 +53,7 @@ private:
             return true;
         }
         if (++evaluations_ > kEvaluationLimit) {
-            errorState.level = frame::LevelNoConvergence;
+            ErrorState().level = frame::LevelNoConvergence;
             return false;
         }
         if (!family_.Evaluate(k, &point->tails)) return false;
@@ -67,7 +67,7 @@ private:
         (down ? hi_ : lo_) = point;
         for (double step = 1; point.reached == down; step *= 2) {
             if (!down && point.k == family_.last) {
-                errorState.level = frame::LevelDomain;
+                ErrorState().level = frame::LevelDomain;
                 return false;
             }
             const double k =
@@ -109,21 +109,21 @@ void Quantile(const DiscreteFamily& family, double target, bool upper, double st
               const frame::RoutineName& name, double* k, double* c) {
     *k = *c = -DBL_MAX;
     if (!(target >= 0 && target <= 1)) {
-        errorState.Fail(frame::LevelDomain, name);
+        ErrorState().Fail(frame::LevelDomain, name);
         return;
     }
     if (target == 0 || (target == 1 && !upper)) {
-        errorState.Begin(name);
+        ErrorState().Begin(name);
         *k = (target == 0) == upper ? family.last : family.first;
         *c = upper ? 0 : 1;
         return;
     }
     Search search(family, target, upper);
     if (!search.Run(start)) {
-        errorState.routine = name;
+        ErrorState().routine = name;
         return;
     }
-    errorState.Begin(name);
+    ErrorState().Begin(name);
     *k = search.K();
     *c = search.Share();
 }

@@ -17,7 +17,7 @@ class DiscreteFamily {
 public:
     DiscreteFamily(double firstNumber, double lastNumber) : first(firstNumber), last(lastNumber) {}
     // Both tails at the whole number k, first <= k <= last: the very numbers of the family's cumulative
-    // routine, so that cumulative and quantile agree. False: failed, and frame::errorState says how.
+    // routine, so that cumulative and quantile agree. False: failed, and frame::ErrorState says how.
     virtual bool Evaluate(double k, DiscreteTails* tails) const = 0;
 
     // Finite. For a distribution without an upper end, last is where its cumulative routine ends.

@@ -11,7 +11,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -191,11 +191,11 @@ bool SolveVanishing(const Target& target, double a, double* x) {
 
 // What both quantiles have in common; upper tells whose target it is.
 void Quantile(double tail, bool upper, const GammaShape& shape, const frame::RoutineName& name, double* x) {
-    errorState.Begin(name);
+    ErrorState().Begin(name);
     *x = -DBL_MAX;
     const double a = shape.Value();
     if (!(a > 0 && a <= kShapeLimit && tail >= 0 && tail <= 1 && tail != (upper ? 0 : 1))) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (tail == (upper ? 1 : 0)) {
@@ -209,14 +209,14 @@ void Quantile(double tail, bool upper, const GammaShape& shape, const frame::Rou
     }
     double quantile = 0;
     if (target.tail < kLeastTarget && !SolveVanishing(target, a, &quantile)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (target.tail >= kLeastTarget && !Solve(target, shape, &quantile)) {
-        errorState.level = frame::LevelNoConvergence;
+        ErrorState().level = frame::LevelNoConvergence;
         return;
     }
-    if (quantile == 0) errorState.level = frame::LevelUnderflow;
+    if (quantile == 0) ErrorState().level = frame::LevelUnderflow;
     *x = quantile;
 }
 
@@ -232,12 +232,12 @@ void gamma_upper_quant(double q, const GammaShape& shape, double* x) {
 
 void chi2_lower_quant(double p, double df, double* x) {
     Quantile(p, false, df / 2, "chi2_lower_quant"_routine, x);
-    if (!errorState.Failed()) *x *= 2;
+    if (!ErrorState().Failed()) *x *= 2;
 }
 
 void chi2_upper_quant(double q, double df, double* x) {
     Quantile(q, true, df / 2, "chi2_upper_quant"_routine, x);
-    if (!errorState.Failed()) *x *= 2;
+    if (!ErrorState().Failed()) *x *= 2;
 }
 
 }  // namespace zul::numerics

@@ -97,7 +97,7 @@ OneHalf::OneHalf() {
     sureTerms_[0] = sureTerms_[1] = 1;
     for (std::size_t i = 2; i < sureTerms_.size(); ++i) {
         incomplete_gamma::SmallUpper(static_cast<double>(i - 1) / kCellsPerUnit, shape.Fraction());
-        sureTerms_[i] = static_cast<unsigned char>(frame::errorState.count);
+        sureTerms_[i] = static_cast<unsigned char>(frame::ErrorState().count);
     }
     leastPairs_[0] = 1;
     for (std::size_t i = 1; i < leastPairs_.size(); ++i) {

@@ -13,7 +13,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -64,14 +64,14 @@ void InnerTails(double k, const HypergeometricShape& shape, double* lower, doubl
     const bool below = LowerIsSmaller(k, shape);
     const double sum = below ? LowerSum(k, shape) : UpperSum(k, shape);
     if (sum == 0) {
-        errorState.Fail(frame::LevelNoConvergence, "hypergeo_df"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "hypergeo_df"_routine);
         return;
     }
     *mass = HypergeometricMass(k, shape);
     double tail = *mass * sum;
     if (tail < kTinyArgument) {
         tail = 0;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     }
     *lower = below ? tail : 1 - tail;
     *above = below ? 1 - tail : tail;
@@ -84,7 +84,7 @@ public:
     bool Evaluate(double k, DiscreteTails* tails) const override {
         double mass = 0;
         hypergeo_df(k, shape_, &tails->lower, &tails->upper, &mass);
-        return !errorState.Failed();
+        return !ErrorState().Failed();
     }
     double Start(double p, bool upper) const {
         if (first == last) return first;
@@ -103,7 +103,7 @@ private:
 bool InDomain(const HypergeometricShape& shape, double* k, double* c) {
     if (shape.Valid()) return true;
     *k = *c = -DBL_MAX;
-    errorState.level = frame::LevelDomain;
+    ErrorState().level = frame::LevelDomain;
     return false;
 }
 
@@ -151,12 +151,12 @@ double HypergeometricMass(double k, const HypergeometricShape& shape) {
 }
 
 void hypergeo_df(double k, const HypergeometricShape& shape, double* lower, double* above, double* mass) {
-    errorState.Begin("hypergeo_df"_routine);
-    errorState.method = 0;
-    errorState.count = 0;
+    ErrorState().Begin("hypergeo_df"_routine);
+    ErrorState().method = 0;
+    ErrorState().count = 0;
     const double whole = std::floor(k);
     if (!(shape.Valid() && whole >= -kInfinity)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (whole >= shape.First() && whole < shape.Last()) {
@@ -171,7 +171,7 @@ void hypergeo_df(double k, const HypergeometricShape& shape, double* lower, doub
 
 void hypergeo_lower_quant(double p, const HypergeometricShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "hypergeo_lower_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape, k, c)) return;
     const Hypergeometric family(shape);
     DiscreteLowerQuantile(family, p, family.Start(p, false), kName, k, c);
@@ -179,7 +179,7 @@ void hypergeo_lower_quant(double p, const HypergeometricShape& shape, double* k,
 
 void hypergeo_upper_quant(double q, const HypergeometricShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "hypergeo_upper_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape, k, c)) return;
     const Hypergeometric family(shape);
     DiscreteUpperQuantile(family, q, family.Start(q, true), kName, k, c);

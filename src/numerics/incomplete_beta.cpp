@@ -10,7 +10,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 // The series change over when their terms begin to alternate without falling fast.
@@ -97,7 +97,7 @@ double SumTerms(const BetaOrientation& shapes, double odds, double terms, double
 }
 
 int FailIn(const frame::RoutineName& routine) {
-    errorState.Fail(frame::LevelNoConvergence, routine);
+    ErrorState().Fail(frame::LevelNoConvergence, routine);
     return kNotConverged;
 }
 
@@ -111,7 +111,7 @@ int PositiveSeries(const BetaOrientation& shapes, const Point& at, double* facto
         m += 1;
         t *= (sum + m - 1) * at.y / (m + p);
     }
-    errorState.count = static_cast<int>(m);
+    ErrorState().count = static_cast<int>(m);
     if (m > kTermLimit || t >= kTermRise) return FailIn("beta_Iabx"_routine);
     double f = 1 / at.rest;
     for (double k = m; k >= 1; --k)
@@ -123,7 +123,7 @@ int PositiveSeries(const BetaOrientation& shapes, const Point& at, double* facto
 int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) {
     const double odds = at.y / at.rest;
     const auto [n, end] = CountTerms(shapes, odds);
-    errorState.count = static_cast<int>(n);
+    ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Iabx"_routine);
     if (end == SeriesEnd::Converged) {
         const double start = shapes.Q() - 1 >= n ? 1 : at.rest;
@@ -131,7 +131,7 @@ int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
     } else if (PositiveSeries(shapes, at, factor) != kConverged) {
         return kNotConverged;
     }
-    errorState.ClearWarning("beta_Iabx"_routine);
+    ErrorState().ClearWarning("beta_Iabx"_routine);
     return kConverged;
 }
 
@@ -168,7 +168,7 @@ int UpperFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
     const double odds = at.rest / at.y;
     auto [n, end] = CountTerms(mirrored, odds);
     double f = 0;
-    errorState.count = static_cast<int>(n);
+    ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Jabx"_routine);
     if (end == SeriesEnd::Converged) {
         f = p - 1 >= n ? 1 : at.y;
@@ -177,7 +177,7 @@ int UpperFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
         if (!GaussFraction(p - n, n + shapes.Q(), odds, &f)) return FailIn("beta_Jabx"_routine);
     }
     *factor = SumTerms(mirrored, odds, n, f);
-    errorState.ClearWarning("beta_Jabx"_routine);
+    ErrorState().ClearWarning("beta_Jabx"_routine);
     return kConverged;
 }
 
@@ -191,8 +191,8 @@ struct Tails {
     }
     void Underflow(int method) const {
         Set(0);
-        errorState.method = method;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().method = method;
+        ErrorState().level = frame::LevelUnderflow;
     }
 };
 
@@ -216,7 +216,7 @@ void BetaLowerSide(const BetaOrientation& shapes, const Point& at, const Tails& 
             return;
         }
         tails.Set(lower);
-        errorState.method = BetaLower;
+        ErrorState().method = BetaLower;
         return;
     }
     const double firstRatio = (shapes.Q() - 1) / (shapes.P() + 1) * at.y / at.rest;
@@ -231,7 +231,7 @@ void BetaLowerSide(const BetaOrientation& shapes, const Point& at, const Tails& 
         return;
     }
     tails.Set(lower);
-    errorState.method = BetaLowerByLog;
+    ErrorState().method = BetaLowerByLog;
 }
 
 // u(y, p, q) = q^p times the integral of t^(p - 1) (1 - t)^(q - 1) from y to 1, for p < 1 and y q < 1.
@@ -250,7 +250,7 @@ double SmallShapeIntegral(const BetaOrientation& shapes, const Point& at) {
         term *= (n - q) / n * at.y;
         sum += term / (n + p);
     }
-    errorState.count = n;
+    ErrorState().count = n;
     return (shapes.SmallShapeConstant() - powerLess1) / p - (powerLess1 + 1) * sum;
 }
 
@@ -261,7 +261,7 @@ void BetaSmallUpperSide(const BetaOrientation& shapes, const Point& at, const Ta
     const bool underflows = shapes.LogGammaP() > kLargeLogGamma &&
                             std::log(u) - shapes.LogGammaP() - shapes.GammaRatioDefect() < kLogUnderflow;
     tails.Set(underflows ? 0 : u / shapes.GammaP() / shapes.GammaRatioFactor());
-    errorState.method += BetaSmallShape;
+    ErrorState().method += BetaSmallShape;
 }
 
 void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& tails) {
@@ -273,7 +273,7 @@ void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& 
     if (logPower >= kLogUnderflow) {
         if (UpperFactor(shapes, at, &factor) != kConverged) return;
         tails.Set(std::exp(logPower) * factor);
-        errorState.method += BetaUpper;
+        ErrorState().method += BetaUpper;
         return;
     }
     if (!(p > 1 && MayRise(logPower, (p - 1) / (q + 1) * at.rest / at.y))) {
@@ -284,11 +284,11 @@ void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& 
     if (UpperFactor(shapes, at, &factor) != kConverged) return;
     const double upper = ExpOfSum(factor, logPower);
     if (upper == 0) {
-        tails.Underflow(errorState.method + BetaUpperByLogUnderflow);
+        tails.Underflow(ErrorState().method + BetaUpperByLogUnderflow);
         return;
     }
     tails.Set(upper);
-    errorState.method += BetaUpperByLog;
+    ErrorState().method += BetaUpperByLog;
 }
 
 void Pair(const BetaShapes& both, int index, double y, double rest, double* lower, double* upper,
@@ -328,11 +328,11 @@ double BetaLogDensity(const BetaOrientation& shapes, double y) {
 void beta_df(double x, double complement, const BetaShapes& shapes, double* lower, double* upper,
              double* density) {
     const BetaShapes::Kind kind = shapes.Classify();
-    errorState.Begin("beta_df"_routine);
-    errorState.method = 0;
-    errorState.count = 0;
+    ErrorState().Begin("beta_df"_routine);
+    ErrorState().method = 0;
+    ErrorState().count = 0;
     if (!(x >= 0 && x <= 1 && complement >= 0 && complement <= 1 && kind != BetaShapes::Kind::Outside)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (x < kTinyArgument) {
@@ -342,7 +342,7 @@ void beta_df(double x, double complement, const BetaShapes& shapes, double* lowe
     } else if (kind == BetaShapes::Kind::Limit) {
         const double sum = shapes.A() + shapes.B();
         SetLimit(shapes.B() / sum, shapes.A() / sum, lower, upper, density);
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     } else if (complement < x) {
         Pair(shapes, 1, complement, x, upper, lower, density);
     } else {

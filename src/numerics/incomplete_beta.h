@@ -13,7 +13,7 @@
 
 namespace zul::numerics {
 
-// The branch of "beta_df" that gave the result, left in errorState.method; 0 outside or at the ends.
+// The branch of "beta_df" that gave the result, left in ErrorState().method; 0 outside or at the ends.
 enum BetaMethod : int {
     BetaLower = 10,
     BetaLowerUnderflow = 15,

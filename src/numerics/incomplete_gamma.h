@@ -12,7 +12,7 @@
 
 namespace zul::numerics {
 
-// The branch of "gamma_df" that gave the result, left in errorState.method. To the codes 60, 90 and 100
+// The branch of "gamma_df" that gave the result, left in ErrorState().method. To the codes 60, 90 and 100
 // comes the method that "gamma_Jax" used: 0 expansion, 1 continued fraction, 2 small argument.
 enum GammaMethod : int {
     GammaTinyArgument = 1,

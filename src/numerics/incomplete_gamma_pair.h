@@ -13,7 +13,7 @@
 
 namespace zul::numerics::incomplete_gamma {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 // log(x / a), formed without cancellation where the two are close.
@@ -41,15 +41,15 @@ int SeriesFactor(const Shape& shape, double x, double* sum) {
     const double a = shape.Value();
     const double terms = shape.SeriesTerms(x);
     if (terms > kTermLimit) {
-        errorState.Fail(frame::LevelNoConvergence, "gamma_Iax"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "gamma_Iax"_routine);
         return kNotConverged;
     }
     double s = 1;
     for (double k = terms; k >= 1; --k)
         s = x * s / (k + a) + 1;
     *sum = s;
-    errorState.count = static_cast<int>(terms);
-    errorState.ClearWarning("gamma_Iax"_routine);
+    ErrorState().count = static_cast<int>(terms);
+    ErrorState().ClearWarning("gamma_Iax"_routine);
     return kConverged;
 }
 
@@ -70,7 +70,7 @@ double SmallUpper(double x, const Fraction& shape) {
         term = -(x / n) * shape.TermRatio(n) * term;
         sum += term;
     }
-    errorState.count = n;
+    ErrorState().count = n;
     return -power - quotient + sum;
 }
 
@@ -126,7 +126,7 @@ int ContinuedFraction(double x, const Fraction& shape, double* factor) {
     const double b = shape.Value();
     if (x < 1) {
         *factor = SmallUpper(x, shape) * std::pow(x, 1 - b) * std::exp(x);
-        errorState.method = 2;
+        ErrorState().method = 2;
         return kConverged;
     }
     // The distance shrinks from pair to pair: when the one before the expected pair is not close, none before
@@ -135,8 +135,8 @@ int ContinuedFraction(double x, const Fraction& shape, double* factor) {
     int pairs = FirstClosePair(x, b, from, factor);
     if (pairs == from && from > 1) pairs = FirstClosePair(x, b, 1, factor);
     if (pairs == 0) return kNotConverged;
-    errorState.method = 1;
-    errorState.count = pairs;
+    ErrorState().method = 1;
+    ErrorState().count = pairs;
     return kConverged;
 }
 
@@ -153,23 +153,23 @@ int UpperFactor(const Shape& shape, double x, double* factor) {
     double n = k;
     double t = 1;
     if (k > kTermLimit) {
-        errorState.Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
         return kNotConverged;
     }
     if (term < kSeriesTolerance) {
-        errorState.method = 0;
-        errorState.count = static_cast<int>(k);
+        ErrorState().method = 0;
+        ErrorState().count = static_cast<int>(k);
     } else {
         n = a - shape.Fraction().Value();
         if (ContinuedFraction(x, shape.Fraction(), &t) != kConverged) {
-            errorState.Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
+            ErrorState().Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
             return kNotConverged;
         }
     }
     for (double j = n; j >= 1; --j)
         t = (a - j) * t / x + 1;
     *factor = t;
-    errorState.ClearWarning("gamma_Jax"_routine);
+    ErrorState().ClearWarning("gamma_Jax"_routine);
     return kConverged;
 }
 
@@ -180,8 +180,8 @@ inline void SetTails(double* smaller, double value, double* larger) {
 
 inline void SetUnderflow(double* smaller, double* larger, int method) {
     SetTails(smaller, 0, larger);
-    errorState.method = method;
-    errorState.level = frame::LevelUnderflow;
+    ErrorState().method = method;
+    ErrorState().level = frame::LevelUnderflow;
 }
 
 template <typename Shape>
@@ -197,12 +197,12 @@ void LowerSide(double x, const Shape& shape, double logRatio, double logDensity,
     }
     double sum = 0;
     if (SeriesFactor(shape, x, &sum) != kConverged) {
-        errorState.Fail(frame::LevelNoConvergence, "gamma_df"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "gamma_df"_routine);
         return;
     }
     if (!underflows) {
         SetTails(lower, std::exp(logPower) * sum, upper);
-        errorState.method = GammaLower;
+        ErrorState().method = GammaLower;
         return;
     }
     const double logLower = std::log(sum) + logPower;
@@ -211,7 +211,7 @@ void LowerSide(double x, const Shape& shape, double logRatio, double logDensity,
         return;
     }
     SetTails(lower, std::exp(logLower), upper);
-    errorState.method = GammaLowerByLog;
+    ErrorState().method = GammaLowerByLog;
 }
 
 template <typename Shape>
@@ -222,7 +222,7 @@ void SmallUpperSide(double x, const Shape& shape, double* lower, double* upper) 
     const bool underflows =
         shape.LogGamma() > kLargeLogGamma && std::log(incomplete) - shape.LogGamma() < kLogUnderflow;
     SetTails(upper, underflows ? 0 : incomplete / shape.Gamma(), lower);
-    errorState.method = GammaSmallShapeAndArgument;
+    ErrorState().method = GammaSmallShapeAndArgument;
 }
 
 template <typename Shape>
@@ -241,42 +241,42 @@ void UpperSide(double x, const Shape& shape, double logDensity, double density, 
     }
     double factor = 0;
     if (UpperFactor(shape, x, &factor) != kConverged) {
-        errorState.Fail(frame::LevelNoConvergence, "gamma_df"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "gamma_df"_routine);
         return;
     }
     if (!underflows) {
         SetTails(upper, factor * density, lower);
-        errorState.method += GammaUpper;
+        ErrorState().method += GammaUpper;
         return;
     }
     const double logUpper = std::log(factor) + logDensity;
     if (logUpper < kLogUnderflow) {
-        SetUnderflow(upper, lower, errorState.method + GammaUpperUnderflow);
+        SetUnderflow(upper, lower, ErrorState().method + GammaUpperUnderflow);
         return;
     }
     SetTails(upper, std::exp(logUpper), lower);
-    errorState.method += GammaUpperByLog;
+    ErrorState().method += GammaUpperByLog;
 }
 
 template <typename Shape>
 void Pair(double x, const Shape& shape, double* lower, double* upper, double* density) {
     const double a = shape.Value();
-    errorState.Begin("gamma_df"_routine);
-    errorState.method = 0;
-    errorState.count = 0;
+    ErrorState().Begin("gamma_df"_routine);
+    ErrorState().method = 0;
+    ErrorState().count = 0;
     if (!(a > 0 && x >= 0 && a <= kShapeLimit)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (x < kTinyArgument) {
         SetTails(lower, 0, upper);
-        errorState.method = GammaTinyArgument;
+        ErrorState().method = GammaTinyArgument;
         return;
     }
     if (x > kArgumentLimit) {
         SetTails(upper, 0, lower);
         if (density != nullptr) *density = 0;
-        errorState.method = GammaHugeArgument;
+        ErrorState().method = GammaHugeArgument;
         return;
     }
     const bool lowerSide = x <= shape.MedianSplit();

@@ -10,7 +10,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 // Where adding terms one by one takes as long as the integral. From here on the corrections beyond the fifth
 // derivative are below 1e-14 of the sum, and every count is 3000 or more, so that two terms of Stirling's
@@ -37,8 +37,8 @@ double AddTerms(const MassWalk<Counts>& walk) {
         term *= numerator / denominator;
         sum += term;
         if (term <= kNegligible * sum) {
-            errorState.method = MassSumTerms;
-            errorState.count = i + 1;
+            ErrorState().method = MassSumTerms;
+            ErrorState().count = i + 1;
             return sum;
         }
     }
@@ -123,8 +123,8 @@ double MassSum(const MassWalk<Counts>& walk) {
         integral += weight * (Term(walk, logSlope, reach / 2 * (1 - abscissa)) +
                               Term(walk, logSlope, reach / 2 * (1 + abscissa)));
     }
-    errorState.method = MassSumIntegral;
-    errorState.count = 2 * static_cast<int>(std::size(kGauss));
+    ErrorState().method = MassSumIntegral;
+    ErrorState().count = 2 * static_cast<int>(std::size(kGauss));
     return reach / 2 * integral + EndCorrection(walk, logSlope);
 }
 

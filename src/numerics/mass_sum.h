@@ -22,7 +22,7 @@ struct MassWalk {
     double slope;
 };
 
-// How a tail came about, left in errorState.method.
+// How a tail came about, left in ErrorState().method.
 enum MassSumMethod : int {
     MassSumTerms = 1,  // also of KeptMasses
     MassSumIntegral = 2,

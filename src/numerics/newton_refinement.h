@@ -14,9 +14,9 @@ namespace zul::numerics {
 // Deliberate: the last step, the one that is small enough, is not applied.
 template <typename Pair>
 void RefineByNewton(double target, Pair pair, double* x, char mode, const frame::RoutineName& routine) {
-    using frame::errorState;
+    using frame::ErrorState;
     if (!(target >= 0 && target <= 1)) {
-        errorState.Fail(frame::LevelDomain, routine);
+        ErrorState().Fail(frame::LevelDomain, routine);
         return;
     }
     double scale = -1;
@@ -27,8 +27,8 @@ void RefineByNewton(double target, Pair pair, double* x, char mode, const frame:
         double upper = 0;
         double density = 0;
         pair(*x, &lower, &upper, &density);
-        if (errorState.Failed() || !(density > 0)) {
-            errorState.Fail(frame::LevelNoConvergence, routine);
+        if (ErrorState().Failed() || !(density > 0)) {
+            ErrorState().Fail(frame::LevelNoConvergence, routine);
             return;
         }
         if (mode == 'L') {
@@ -41,9 +41,9 @@ void RefineByNewton(double target, Pair pair, double* x, char mode, const frame:
         scale = std::max(*x, scale);
     }
     if (std::abs(step) >= scale * kSeriesTolerance) {
-        errorState.Fail(frame::LevelNoConvergence, routine);
+        ErrorState().Fail(frame::LevelNoConvergence, routine);
     } else {
-        errorState.ClearWarning(routine);
+        ErrorState().ClearWarning(routine);
     }
 }
 

@@ -12,7 +12,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::RoutineName;
 using frame::operator""_routine;
 
@@ -76,7 +76,7 @@ void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncen
     if (at.x < kTinyArgument) return SetTails(0, lower, upper);
     if (at.complement < kTinyArgument) return SetTails(0, upper, lower);
     const double mean = std::max(noncentrality / 2, kSmallestMean);
-    if (!(mean <= kMixtureMeanLimit)) return errorState.Fail(frame::LevelNoConvergence, name);
+    if (!(mean <= kMixtureMeanLimit)) return ErrorState().Fail(frame::LevelNoConvergence, name);
 
     const BetaMixture<1> mixture{
         at, shapes.B(), mean, LogStep(at, shapes), {{{shapes.A(), 0, 1 / shapes.A()}}}};
@@ -87,12 +87,12 @@ void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncen
     if (LittleSum(mixture, above, &sum)) {
         std::swap(direct, other);
     } else if (!Sum(mixture, above, &sum)) {
-        return errorState.Fail(frame::LevelNoConvergence, name);
+        return ErrorState().Fail(frame::LevelNoConvergence, name);
     }
     double otherSum = 0;
     if (OtherSum(mixture, above, 1 - sum, &otherSum)) return SetTails(otherSum, other, direct);
     SetTails(std::min(sum, 1.0), direct, other);
-    if (sum == 0) errorState.level = frame::LevelUnderflow;
+    if (sum == 0) ErrorState().level = frame::LevelUnderflow;
 }
 
 void Pair(const UnitArgument& at, const BetaShapes& shapes, double noncentrality, const RoutineName& name,
@@ -102,7 +102,7 @@ void Pair(const UnitArgument& at, const BetaShapes& shapes, double noncentrality
     } else {
         beta_df(at.x, at.complement, shapes, lower, upper, nullptr);
     }
-    errorState.routine = name;
+    ErrorState().routine = name;
 }
 
 bool InDomain(const BetaShapes& shapes, double noncentrality) {
@@ -113,9 +113,9 @@ bool InDomain(const BetaShapes& shapes, double noncentrality) {
 
 void beta_ncdf(double x, double complement, const BetaShapes& shapes, double noncentrality, double* lower,
                double* upper) {
-    errorState.Begin("beta_ncdf"_routine);
+    ErrorState().Begin("beta_ncdf"_routine);
     if (!(InDomain(shapes, noncentrality) && x >= 0 && complement >= 0)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     Pair({x, complement}, shapes, noncentrality, "beta_ncdf"_routine, lower, upper);
@@ -126,9 +126,9 @@ void beta_ncdf(double x, const BetaShapes& shapes, double noncentrality, double*
 }
 
 void F_ncdf(double f, const BetaShapes& halfDf, double noncentrality, double* lower, double* upper) {
-    errorState.Begin("F_ncdf"_routine);
+    ErrorState().Begin("F_ncdf"_routine);
     if (!(InDomain(halfDf, noncentrality) && f >= 0)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     // Neither form overflows.

@@ -11,7 +11,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -181,7 +181,7 @@ bool SumTail(double x, const GammaShape& shape, double mean, bool lower, double*
 void SetTails(double smaller, double* direct, double* other) {
     if (smaller < kLeastTail) {
         smaller = 0;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     }
     *direct = smaller;
     *other = 1 - smaller;
@@ -198,7 +198,7 @@ void SumTails(double x, const GammaShape& shape, double mean, bool lowerSide, do
         converged = SumTail(x, shape, mean, lowerSide, &tail);
     }
     if (!converged) {
-        errorState.level = frame::LevelNoConvergence;
+        ErrorState().level = frame::LevelNoConvergence;
         return;
     }
     SetTails(tail, lowerSide ? lower : upper, lowerSide ? upper : lower);
@@ -214,15 +214,15 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
     constexpr double kAboveMean = 0.5;
 
     const double a = shape.Value();
-    errorState.Begin("gamma_ncdf"_routine);
+    ErrorState().Begin("gamma_ncdf"_routine);
     if (!(a > 0 && a <= kShapeLimit && x >= 0 && noncentrality >= 0 && noncentrality <= DBL_MAX)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     const double mean = noncentrality / 2;
     if (mean < kLeastMean || x < kTinyArgument) {
         gamma_df(x, shape, lower, upper, nullptr);
-        errorState.routine = "gamma_ncdf"_routine;
+        ErrorState().routine = "gamma_ncdf"_routine;
         return;
     }
     // Each tail is below the exponential of kLogUnderflow beyond these.
@@ -233,7 +233,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
         return;
     }
     if (mean > kMeanLimit) {
-        errorState.level = frame::LevelNoConvergence;
+        ErrorState().level = frame::LevelNoConvergence;
         return;
     }
     SumTails(x, shape, mean, lowerSide, lower, upper);
@@ -241,7 +241,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
 
 void chi2_ncdf(double x, double df, double noncentrality, double* lower, double* upper) {
     gamma_ncdf(x / 2, df / 2, noncentrality, lower, upper);
-    errorState.routine = "chi2_ncdf"_routine;
+    ErrorState().routine = "chi2_ncdf"_routine;
 }
 
 }  // namespace zul::numerics

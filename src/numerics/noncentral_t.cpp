@@ -11,7 +11,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -186,24 +186,24 @@ bool TailsAbove(double t, const TShape& shape, double delta, double* lower, doub
 void CutUnderflow(double* tail) {
     if (*tail >= kTinyArgument) return;
     *tail = 0;
-    errorState.level = frame::LevelUnderflow;
+    ErrorState().level = frame::LevelUnderflow;
 }
 
 }  // namespace
 
 void t_ncdf(double t, const TShape& shape, double delta, double* lower, double* upper) {
-    errorState.Begin("t_ncdf"_routine);
+    ErrorState().Begin("t_ncdf"_routine);
     if (!(shape.Df() > 0) || std::isnan(t) || std::isnan(delta)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (delta == 0) {
         t_df(t, shape, lower, upper);
-        errorState.routine = "t_ncdf"_routine;
+        ErrorState().routine = "t_ncdf"_routine;
         return;
     }
     if (TooLarge(shape.Df(), delta)) {
-        errorState.level = frame::LevelNoncentrality;
+        ErrorState().level = frame::LevelNoncentrality;
         return;
     }
     if (t < 0) {
@@ -214,7 +214,7 @@ void t_ncdf(double t, const TShape& shape, double delta, double* lower, double* 
     double below = 0;
     double above = 0;
     if (!TailsAbove(t, shape, delta, &below, &above)) {
-        errorState.Fail(frame::LevelNoConvergence, "t_ncdf"_routine);
+        ErrorState().Fail(frame::LevelNoConvergence, "t_ncdf"_routine);
         return;
     }
     CutUnderflow(&below);

@@ -11,7 +11,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -54,7 +54,7 @@ double Erfc(double x) {
 }
 
 void normal_df(double z, double* lower, double* upper) {
-    errorState.Begin("normal_df"_routine);
+    ErrorState().Begin("normal_df"_routine);
     // The tail away from the centre is computed, the other is its complement. Picked by index: the sign of z
     // is as good as random, and a branch on it would be mispredicted every other time.
     const double far = Erfc(std::abs(z / std::numbers::sqrt2)) / 2;
@@ -62,8 +62,8 @@ void normal_df(double z, double* lower, double* upper) {
     const int leftOfCentre = z < 0 ? 1 : 0;
     *upper = tails[leftOfCentre];
     *lower = tails[1 - leftOfCentre];
-    if (errorState.Failed()) *lower = *upper = DBL_MAX;
-    errorState.ClearWarning("normal_df"_routine);
+    if (ErrorState().Failed()) *lower = *upper = DBL_MAX;
+    ErrorState().ClearWarning("normal_df"_routine);
 }
 
 void normal_upper_quant(double q, double* z) {
@@ -71,9 +71,9 @@ void normal_upper_quant(double q, double* z) {
     constexpr double kCentre = 1e-5;
     constexpr double kSqrtHalfPi = 1.2533141373155003;
 
-    errorState.Begin("normal_upper_quant"_routine);
+    ErrorState().Begin("normal_upper_quant"_routine);
     if (!(q >= kSmallestProbability && q <= 0.5)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         *z = -DBL_MAX;
         return;
     }
@@ -90,13 +90,13 @@ void normal_upper_quant(double q, double* z) {
         incomplete_gamma::Newton(1 - 2 * q, kOneHalf, &x, 'L');
     }
     *z = std::sqrt(x + x);
-    errorState.ClearWarning("normal_upper_quant"_routine);
+    ErrorState().ClearWarning("normal_upper_quant"_routine);
 }
 
 void inv_normal_df(double p, double* z) {
-    errorState.Begin("inv_normal_df"_routine);
+    ErrorState().Begin("inv_normal_df"_routine);
     if (!(p >= kSmallestProbability && p <= 1)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         *z = -DBL_MAX;
         return;
     }
@@ -106,7 +106,7 @@ void inv_normal_df(double p, double* z) {
     } else {
         normal_upper_quant(1 - p, z);
     }
-    errorState.ClearWarning("inv_normal_df"_routine);
+    ErrorState().ClearWarning("inv_normal_df"_routine);
 }
 
 }  // namespace zul::numerics

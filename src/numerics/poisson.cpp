@@ -11,7 +11,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::operator""_routine;
 
 namespace {
@@ -30,7 +30,7 @@ double UpperSum(double k, double mean) {
 // For whole k from 0 to kShapeLimit and a mean from kTinyArgument to kArgumentLimit.
 void InnerTails(double k, const PoissonShape& shape, double* lower, double* upper) {
     if (shape.Keeps(k) && shape.Kept(k).lower <= KeptMasses::kLowerLimit) {
-        errorState.method = MassSumTerms;
+        ErrorState().method = MassSumTerms;
         *lower = shape.Kept(k).lower;
         *upper = 1 - *lower;
         return;
@@ -42,14 +42,14 @@ void InnerTails(double k, const PoissonShape& shape, double* lower, double* uppe
     if (mass > 0) {
         const double sum = below ? LowerSum(k, mean) : UpperSum(k, mean);
         if (sum == 0) {
-            errorState.Fail(frame::LevelNoConvergence, "poisson_df"_routine);
+            ErrorState().Fail(frame::LevelNoConvergence, "poisson_df"_routine);
             return;
         }
         tail = mass * sum;
     }
     if (tail < kTinyArgument) {
         tail = 0;
-        errorState.level = frame::LevelUnderflow;
+        ErrorState().level = frame::LevelUnderflow;
     }
     *lower = below ? tail : 1 - tail;
     *upper = below ? 1 - tail : tail;
@@ -60,7 +60,7 @@ public:
     explicit Poisson(const PoissonShape& shape) : DiscreteFamily(0, kShapeLimit - 1), shape_(shape) {}
     bool Evaluate(double k, DiscreteTails* tails) const override {
         poisson_df(k, shape_, &tails->lower, &tails->upper);
-        return !errorState.Failed();
+        return !ErrorState().Failed();
     }
     double Start(double p, bool upper) const {
         if (shape_.Mean() == 0) return 0;
@@ -94,13 +94,13 @@ double PoissonMass(double k, const PoissonShape& shape) {
 }
 
 void poisson_df(double k, const PoissonShape& shape, double* lower, double* upper) {
-    errorState.Begin("poisson_df"_routine);
-    errorState.method = 0;
-    errorState.count = 0;
+    ErrorState().Begin("poisson_df"_routine);
+    ErrorState().method = 0;
+    ErrorState().count = 0;
     const double mean = shape.Mean();
     const double whole = std::floor(k);
     if (!(mean >= 0 && whole + 1 <= kShapeLimit)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     if (whole >= 0 && mean >= kTinyArgument && mean <= kArgumentLimit) {
@@ -111,14 +111,14 @@ void poisson_df(double k, const PoissonShape& shape, double* lower, double* uppe
     *lower = all ? 1 : 0;
     *upper = all ? 0 : 1;
     // The other tail is no 0, but too small.
-    if (whole >= 0 && mean > 0) errorState.level = frame::LevelUnderflow;
+    if (whole >= 0 && mean > 0) ErrorState().level = frame::LevelUnderflow;
 }
 
 void poisson_lower_quant(double p, const PoissonShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "poisson_lower_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape.Mean(), p, 1, k, c)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     const Poisson family(shape);
@@ -127,9 +127,9 @@ void poisson_lower_quant(double p, const PoissonShape& shape, double* k, double*
 
 void poisson_upper_quant(double q, const PoissonShape& shape, double* k, double* c) {
     constexpr const frame::RoutineName& kName = "poisson_upper_quant"_routine;
-    errorState.Begin(kName);
+    ErrorState().Begin(kName);
     if (!InDomain(shape.Mean(), q, 0, k, c)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     const Poisson family(shape);

@@ -12,7 +12,7 @@
 
 namespace zul::numerics {
 
-using frame::errorState;
+using frame::ErrorState;
 using frame::RoutineName;
 using frame::operator""_routine;
 
@@ -39,7 +39,7 @@ double NormalOutside(double t, double df) {
     double lower = 0;
     double upper = 0;
     normal_df(z, &lower, &upper);
-    if (upper == 0 && !errorState.Failed()) errorState.level = frame::LevelUnderflow;
+    if (upper == 0 && !ErrorState().Failed()) ErrorState().level = frame::LevelUnderflow;
     return 2 * upper;
 }
 
@@ -51,8 +51,8 @@ double Outside(double t, const TShape& shape) {
     double outside = 0;
     beta_df(x, complement, shape.Square(), &inside, &outside, nullptr);
     outside *= argument.outsideFactor;
-    if (outside >= kTinyArgument || errorState.Failed()) return outside;
-    errorState.level = frame::LevelUnderflow;
+    if (outside >= kTinyArgument || ErrorState().Failed()) return outside;
+    ErrorState().level = frame::LevelUnderflow;
     return 0;
 }
 
@@ -154,7 +154,7 @@ bool NextStep(double t, double q, const TShape& shape, Step* step) {
 }
 
 double Fail(frame::ErrorLevel level) {
-    errorState.level = level;
+    ErrorState().level = level;
     return -DBL_MAX;
 }
 
@@ -197,16 +197,16 @@ double UpperHalf(double q, const TShape& shape) {
 }
 
 void Quantile(double tail, bool upper, const TShape& shape, const RoutineName& name, double* t) {
-    errorState.Begin(name);
+    ErrorState().Begin(name);
     *t = -DBL_MAX;
     if (!(tail > 0 && tail < 1 && shape.Df() > 0)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     const bool half = tail <= 0.5;
     const double quantile = UpperHalf(half ? tail : 1 - tail, shape);
-    errorState.routine = name;
-    if (!errorState.Failed()) *t = half == upper ? quantile : -quantile;
+    ErrorState().routine = name;
+    if (!ErrorState().Failed()) *t = half == upper ? quantile : -quantile;
 }
 
 }  // namespace
@@ -251,16 +251,16 @@ TArgument::TArgument(double t, double df) : size(std::abs(t)) {
 }
 
 void t_df(double t, const TShape& shape, double* lower, double* upper) {
-    errorState.Begin("t_df"_routine);
+    ErrorState().Begin("t_df"_routine);
     if (!(shape.Df() > 0) || std::isnan(t)) {
-        errorState.level = frame::LevelDomain;
+        ErrorState().level = frame::LevelDomain;
         return;
     }
     double far = 0.5;
     if (t != 0) {
         far = Outside(std::abs(t), shape) / 2;
-        errorState.routine = "t_df"_routine;
-        if (errorState.Failed()) return;
+        ErrorState().routine = "t_df"_routine;
+        if (ErrorState().Failed()) return;
     }
     *upper = t > 0 ? far : 1 - far;
     *lower = t > 0 ? 1 - far : far;

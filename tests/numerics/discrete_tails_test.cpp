@@ -15,7 +15,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
@@ -42,7 +42,7 @@ public:
     Tails At(double k) const {
         Tails t;
         binomial_df(k, shape, &t.lower, &t.upper);
-        if (!errorState.Failed()) t.mass = BinomialMass(std::floor(k), shape);
+        if (!ErrorState().Failed()) t.mass = BinomialMass(std::floor(k), shape);
         return t;
     }
 
@@ -126,8 +126,8 @@ void CheckReference() {
         const Family f(&values[1]);
         const Tails t = f.At(values[0]);
         const double* expected = &values[Family::kParameters + 1];
-        EXPECT_EQ(errorState.level, 0);
-        EXPECT_EQ(errorState.method, expected[0]);
+        EXPECT_EQ(ErrorState().level, 0);
+        EXPECT_EQ(ErrorState().method, expected[0]);
         EXPECT_TRUE(test::IsNear(t.lower, expected[1], 1e-12));
         EXPECT_TRUE(test::IsNear(t.upper, expected[2], 1e-12));
         EXPECT_TRUE(test::IsNear(t.mass, expected[3], 1e-12));
@@ -180,7 +180,7 @@ void CheckExact(const Exact& e) {
     SCOPED_TRACE(testing::PrintToString(e.parameters) + " " + std::to_string(e.k));
     const Family f(e.parameters.data());
     const Tails t = f.At(e.k);
-    EXPECT_EQ(errorState.level, e.level);
+    EXPECT_EQ(ErrorState().level, e.level);
     EXPECT_EQ(t.lower, e.lower);
     EXPECT_EQ(t.upper, 1 - e.lower);
     EXPECT_DOUBLE_EQ(t.mass, e.mass);
@@ -188,7 +188,7 @@ void CheckExact(const Exact& e) {
         const double ends[] = {upper ? f.last : f.first, upper ? f.first : f.last};
         for (const int p : {0, 1}) {
             EXPECT_EQ(Invert(f, p, upper).k, ends[p]);
-            EXPECT_EQ(errorState.level, 0);
+            EXPECT_EQ(ErrorState().level, 0);
         }
     }
 }

@@ -11,7 +11,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 struct Tails {
     double lower = -7;
@@ -29,7 +29,7 @@ TEST(Chi2Ncdf, MatchesReference) {
         const Tails tails =
             Evaluate(test::Number(row.at(0)), test::Number(row.at(1)), test::Number(row.at(2)));
         const std::string where = row.at(0) + " " + row.at(1) + " " + row.at(2);
-        EXPECT_EQ(errorState.level, 0) << where;
+        EXPECT_EQ(ErrorState().level, 0) << where;
         EXPECT_TRUE(test::IsNear(tails.lower, test::Number(row.at(3)), 1e-12)) << where;
         EXPECT_TRUE(test::IsNear(tails.upper, test::Number(row.at(4)), 1e-12)) << where;
     }
@@ -52,21 +52,21 @@ TEST(Chi2Ncdf, SaturatesAtTheEnds) {
             const Tails tails = Evaluate(x, 3, nc);
             EXPECT_EQ(tails.lower, 1);
             EXPECT_EQ(tails.upper, 0);
-            EXPECT_LE(errorState.level, frame::LevelUnderflow);
+            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
         }
         EXPECT_EQ(Evaluate(0, 3, nc).lower, 0);
     }
     EXPECT_EQ(Evaluate(1, 1, 1e300).lower, 0);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_NEAR(Evaluate(1e9, 1e3, 1e9).lower, 0.5, 0.02);  // ends in good time
-    EXPECT_EQ(errorState.level, 0);
+    EXPECT_EQ(ErrorState().level, 0);
     // A tail just below the least: neither of the bounds tells.
     EXPECT_EQ(Evaluate(1e-300, 3, 1000).lower, 0);
     EXPECT_EQ(Evaluate(1e-200, 3, 1000).lower, 0);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_EQ(Evaluate(1e11, 2, 1e11).lower, -7);
-    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
-    EXPECT_EQ(errorState.routine.View(), "chi2_ncdf");
+    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+    EXPECT_EQ(ErrorState().routine.View(), "chi2_ncdf");
 }
 
 }  // namespace
