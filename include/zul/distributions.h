@@ -274,8 +274,9 @@ ZUL_API void FCdf(double* out, const double* in, std::size_t count, double df1, 
 /// as 0.
 ///
 /// The tail at the result gives p back to 1e-9 for noncentrality 0, else to 1e-12 of p or of the result. A
-/// quantile too large for a double is the largest double. With a noncentrality the result is at most 1e30; NaN
-/// also where the search ends without a result, seen for a noncentrality above 1e8 with df2 below 0.1.
+/// quantile too large for a double is the largest double. With a noncentrality a quantile beyond 1e30 is NaN;
+/// so it is where the search ends without a result, seen for a noncentrality from 1e8 to 1e9 with df2 below 0.1,
+/// and for p below 1e-280.
 /// Method: see BetaInvCdf(); for a noncentrality the secant method on the logit of the tail, from the guess
 /// of P. B. Patnaik, The non-central chi-square and F-distributions and their applications, 1949.
 ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
@@ -9,6 +10,8 @@
 #include "frame/missing_value.h"
 #include "numerics/beta_quantiles.h"
 #include "numerics/deviance.h"
+#include "numerics/gamma_quantiles.h"
+#include "numerics/gamma_shape.h"
 #include "numerics/noncentral_beta.h"
 #include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
@@ -108,10 +111,42 @@ double FInvCdf::Central(double p) const {
     return ErrorState().Failed() ? kNA : x;
 }
 
+namespace {
+
+// For a noncentrality beside which the numerator hardly varies: its mean divided by a quantile of the
+// denominator. RatioGuess is far from that for few degrees of freedom.
+class FixedNumeratorGuess final : public QuantileGuess {
+public:
+    FixedNumeratorGuess(double df1, double noncentrality, double halfDf2)
+        : numerator_((noncentrality + df1) / std::max(df1, kLeast) * halfDf2), halfDf2_(halfDf2) {}
+    double At(double z) const override {
+        constexpr double kFar = 37;  // beyond it the tail underflows
+        const double tail = std::erfc(std::min(std::abs(z), kFar) / std::numbers::sqrt2) / 2;
+        double half = 0;
+        (z < 0 ? numerics::gamma_upper_quant : numerics::gamma_lower_quant)(tail, halfDf2_, &half);
+        return numerator_ / std::max(ErrorState().Failed() ? halfDf2_.Value() : half, kLeast);
+    }
+
+private:
+    static constexpr double kLeast = 1e-100;
+    double numerator_;
+    numerics::GammaShape halfDf2_;
+};
+
+}  // namespace
+
 double FInvCdf::Noncentral(double p) const {
+    // Beyond it each evaluation takes some milliseconds.
+    constexpr double kSlow = 1e9;
+    constexpr double kFewDf = 10;
+
     const double df1 = 2 * halfDf_.A();
     const double df2 = 2 * halfDf_.B();
     CmFCdf f(halfDf_, noncentrality_, p);
+    if (noncentrality_ > kSlow && df2 < kFewDf) {
+        return SolveFromGuess(f, Range::Positive, FixedNumeratorGuess(df1, noncentrality_, halfDf_.B()),
+                              std::sqrt(noncentrality_));
+    }
     return SolveFromGuess(f, Range::Positive, RatioGuess(df1, noncentrality_, df2, 1),
                           std::sqrt(noncentrality_));
 }

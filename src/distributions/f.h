@@ -47,8 +47,8 @@ private:
     bool upper_;
 };
 
-// The quantile at p. p = 0 gives 0; p = 1 and p >= NA give NA. A noncentrality below ten times the smallest
-// normal number, also a negative one, counts as 0.
+// The quantile at p. p = 0 gives 0; p = 1 and p >= NA give NA; so does, with a noncentrality, a quantile above
+// kFarEnd. A noncentrality below ten times the smallest normal number, also a negative one, counts as 0.
 class FInvCdf {
 public:
     using Parameters = frame::ParameterList<double, double, double>;

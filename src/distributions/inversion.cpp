@@ -38,7 +38,7 @@ double SolveByDoubling(CmRealFunction& f, double t) {
 
 bool IsVerifiedQuantile(double lower, double p) {
     constexpr double kGoodEnough = 1e-9;
-    return std::abs(lower - p) <= p * kGoodEnough;
+    return lower == 0 || std::abs(lower - p) <= p * kGoodEnough;
 }
 
 }  // namespace zul::kernels

@@ -24,7 +24,8 @@ double SolveInversion(numerics::CmRealFunction& f, double lo, double hi);
 // none. t > 0.
 double SolveByDoubling(numerics::CmRealFunction& f, double t);
 
-// Whether a first answer with the lower tail `lower` is good enough for p.
+// Whether a first answer with the lower tail `lower` is good enough for p > 0. It is where that tail is cut to
+// 0, as the incomplete gamma pair is close to 0: there is nothing to refine it by.
 bool IsVerifiedQuantile(double lower, double p);
 
 }  // namespace zul::kernels

@@ -50,6 +50,7 @@ public:
             if (IsMissing(value)) return FromRest();
             if (std::abs(value) <= Tolerance(count)) return T(u);
             (value < 0 ? below_ : above_) = u;
+            if (value < 0 && u == most && positive_) return kNA;  // the root lies beyond
             if (value < 0 ? u == most : u == least) return FromRest();
             const double next = std::clamp(Next(u, value, z), least, most);
             if (AreClose(u, next)) return T(next);

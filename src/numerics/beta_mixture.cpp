@@ -111,6 +111,33 @@ bool Begin(std::array<BetaFraction, Count> fractions, std::array<Running, Count>
     return false;
 }
 
+// Whether a tiny b draws the distribution to the end so much nearer to it than x that the fraction there has
+// no digits. Where complement a is above 1 it has them.
+bool IsNearEnd(double a, double b, const UnitArgument& at) {
+    constexpr double kHalf = 0.5;  // up to here the series below is short
+    return b < kTinyShape && at.complement <= kHalf && at.complement * a < 1;
+}
+
+// I_x(a, b) / t(0) there. With y = 1 - x and M = log(b B(a, b)) - b log(y), 1 - I = exp(-M) (1 + b S), S
+// being the sum over n >= 1 of (1 - a)(2 - a) ... (n - a) y^n / (n! (n + b)): both small, so that no digit is
+// lost to the 1, and (I / t(0)) x^a / a = expm1(M) / b - S. Source: F. W. J. Olver and others, NIST Handbook
+// of Mathematical Functions, 2010, 8.17.7.
+double EndRatio(double a, double b, const UnitArgument& at) {
+    constexpr double kVanishing = 1e-17;
+
+    const double y = at.complement;
+    const BetaShapes shapes(b, a);
+    const double defect =
+        std::log1p(shapes.Direct().SmallShapeConstant());  // of log(b B(a, b)) from -b log(a)
+    double sum = 0;
+    double term = 1;
+    for (double n = 1; std::abs(term) > kVanishing; ++n) {
+        term *= (n - a) / n * y;
+        sum += term / (n + b);
+    }
+    return a * std::exp(-a * std::log1p(-y)) * (std::expm1(defect - b * std::log(y * a)) / b - sum);
+}
+
 template <std::size_t Count, typename Make, std::size_t... Index>
 std::array<BetaFraction, Count> FractionArray(Make make, std::index_sequence<Index...>) {
     return {make(Index)...};
@@ -131,8 +158,12 @@ bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     const double mean = mixture.mean;
     double j = LowerStart(at.x, b, mean, lanes[0]);
     std::array<Running, Count> sums;
-    if (!Begin<Count>(Fractions<Count>([&, j](std::size_t i) { return BetaFraction(lanes[i].a + j, b, at); }),
-                      &sums)) {
+    if (IsNearEnd(lanes.back().a + j, b, at)) {
+        for (std::size_t i = 0; i < Count; ++i)
+            sums[i].ratio = EndRatio(lanes[i].a + j, b, at);
+    } else if (!Begin<Count>(
+                   Fractions<Count>([&, j](std::size_t i) { return BetaFraction(lanes[i].a + j, b, at); }),
+                   &sums)) {
         return false;
     }
     for (Running& sum : sums)
@@ -169,9 +200,14 @@ bool MixtureUpper(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     const double mean = mixture.mean;
     const double start = UpperStart(at.x, b, mean, lanes[0]);
     std::array<Running, Count> sums;
-    if (!Begin<Count>(Fractions<Count>(
-                          [&](std::size_t i) { return BetaFraction(b, lanes[i].a + start, at.Mirrored()); }),
-                      &sums)) {
+    const UnitArgument mirrored = at.Mirrored();
+    if (IsNearEnd(b, lanes.back().a + start, mirrored)) {
+        for (std::size_t i = 0; i < Count; ++i)
+            sums[i].ratio = EndRatio(b, lanes[i].a + start, mirrored);
+    } else if (!Begin<Count>(Fractions<Count>([&](std::size_t i) {
+                                 return BetaFraction(b, lanes[i].a + start, mirrored);
+                             }),
+                             &sums)) {
         return false;
     }
     for (std::size_t i = 0; i < Count; ++i) {

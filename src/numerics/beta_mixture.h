@@ -9,6 +9,9 @@
 
 namespace zul::numerics {
 
+// A shape below it leaves so little on one side that the complement of the other's sum has lost its digits.
+inline constexpr double kTinyShape = 0.005;
+
 // One sum over j >= 0 of W(first + j) times I_x(a + j, b), or times its complement J_x(a + j, b), where the
 // weights are W(m) = h^m exp(-h) / gamma(m + 1): Poisson's with the mean h, for first = 0.
 struct MixtureLane {
@@ -33,17 +36,17 @@ struct BetaMixture {
     // Which sums are the short ones: the upper for x above the centre (a + h) / (a + b + h). About 1.5
     // standard deviations belong to the lower ones still: their fraction converges there at once, and the
     // other tail is not small yet. Of two large shapes none does: above the centre that fraction cancels.
-    // Where a tiny shape draws the centre to an end, nearer to it than x, the fraction of that side fails.
+    // Where a small shape draws the centre to an end, nearer to it than x, the fraction of that side fails.
     bool PrefersUpper() const {
         constexpr double kSds = 1.5;
         constexpr double kLargeShape = 1e4;
-        constexpr double kTinyShape = 0.1;
+        constexpr double kSmallShape = 0.1;
         constexpr double kNearEnd = 1e-4;
         constexpr double kReached = 1;  // beyond it that fraction converges, and the other fails
         const double shape = lanes[0].a - lanes[0].first + mean;
         const double product = at.complement * shape;
-        if (b < kTinyShape && at.complement < kNearEnd && product < kReached) return true;
-        if (shape < kTinyShape && at.x < kNearEnd && at.x * b < kReached) return false;
+        if (b < kSmallShape && at.complement < kNearEnd && product < kReached) return true;
+        if (shape < kSmallShape && at.x < kNearEnd && at.x * b < kReached) return false;
         if (b < 1 || (b > kLargeShape && shape > kLargeShape)) return at.x * b > product;
         return at.x * b > product + at.complement * kSds * std::sqrt(shape);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "frame/error_state.h"
 #include "numerics/beta_mixture.h"
@@ -40,6 +41,17 @@ bool Sum(const BetaMixture<1>& mixture, bool upper, double* sum) {
     return converged;
 }
 
+// The sum of the side that is not preferred, where a tiny shape leaves next to nothing there. False: it does
+// not.
+bool LittleSum(const BetaMixture<1>& mixture, bool above, double* sum) {
+    constexpr double kHalf = 0.5;
+    constexpr double kFewSteps = 1;  // with a larger mean the tiny shape has little weight
+
+    const bool isLittle =
+        above ? mixture.b < kTinyShape : mixture.lanes[0].a < kTinyShape && mixture.mean < kFewSteps;
+    return isLittle && Sum(mixture, !above, sum) && *sum < kHalf;
+}
+
 // A shape far below 1 can put nearly everything on the direct side: then the other tail, the difference,
 // needs its own sum. False: it does not, or its fraction does not converge here, or not to the right number.
 bool OtherSum(const BetaMixture<1>& mixture, bool above, double difference, double* sum) {
@@ -54,8 +66,8 @@ bool OtherSum(const BetaMixture<1>& mixture, bool above, double difference, doub
 // The pair for a noncentrality above 0 and arguments inside the domain.
 void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncentrality,
                  const RoutineName& name, double* lower, double* upper) {
-    // Smaller shapes make a difference of less than 1e-16, but their reciprocals and products overflow.
-    constexpr double kSmallestShape = 1e-19;
+    // Of smaller shapes the reciprocals and products might overflow.
+    constexpr double kSmallestShape = 1e-100;
     constexpr double kSmallestMean = 1e-100;  // likewise, of any digit
     if (std::min(shapes.A(), shapes.B()) < kSmallestShape) {
         const BetaShapes raised(std::max(shapes.A(), kSmallestShape), std::max(shapes.B(), kSmallestShape));
@@ -72,7 +84,11 @@ void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncen
     double* direct = above ? upper : lower;
     double* other = above ? lower : upper;
     double sum = 0;
-    if (!Sum(mixture, above, &sum)) return ErrorState().Fail(frame::LevelNoConvergence, name);
+    if (LittleSum(mixture, above, &sum)) {
+        std::swap(direct, other);
+    } else if (!Sum(mixture, above, &sum)) {
+        return ErrorState().Fail(frame::LevelNoConvergence, name);
+    }
     double otherSum = 0;
     if (OtherSum(mixture, above, 1 - sum, &otherSum)) return SetTails(otherSum, other, direct);
     SetTails(std::min(sum, 1.0), direct, other);
@@ -110,14 +126,11 @@ void beta_ncdf(double x, const BetaShapes& shapes, double noncentrality, double*
 }
 
 void F_ncdf(double f, const BetaShapes& halfDf, double noncentrality, double* lower, double* upper) {
-    constexpr double kCertain = 1e30;
-
     ErrorState().Begin("F_ncdf"_routine);
     if (!(InDomain(halfDf, noncentrality) && f >= 0)) {
         ErrorState().level = frame::LevelDomain;
         return;
     }
-    if (f >= kCertain && noncentrality > 0) return SetTails(0, upper, lower);
     // Neither form overflows.
     const double first = f <= 1 ? halfDf.A() * f : halfDf.A();
     const double second = f <= 1 ? halfDf.B() : halfDf.B() / f;

@@ -107,6 +107,7 @@ struct Sums {
 
 bool HalfSums(const TArgument& argument, const TShape& shape, double mean, Sums* sums) {
     constexpr double kGammaOneHalf = 1.772453850905516;
+    constexpr double kLogHalf = -0.7;
 
     const UnitArgument& at = argument.at;
     const double b = shape.Df() / 2;
@@ -114,8 +115,10 @@ bool HalfSums(const TArgument& argument, const TShape& shape, double mean, Sums*
     // x b and sqrt(h) / gamma(3/2).
     const double even = std::sqrt(at.x) * shape.GammaRatio() * (2 / kGammaOneHalf);
     const double odd = at.x * b * std::sqrt(mean) * (2 / kGammaOneHalf);
-    const BetaMixture<2> mixture{at, b, mean, b * at.LogComplement(), {{{0.5, 0, even}, {1, 0.5, odd}}}};
-    sums->outside = mixture.PrefersUpper();
+    const double logStep = b * at.LogComplement();  // nearly that of what is outside, for a tiny b
+    const BetaMixture<2> mixture{at, b, mean, logStep, {{{0.5, 0, even}, {1, 0.5, odd}}}};
+    // Next to no degrees of freedom leave little inside, unless t is far.
+    sums->outside = mixture.PrefersUpper() && (b >= kTinyShape || logStep < kLogHalf);
     std::array<double, 2> values{};
     if (!(sums->outside ? MixtureUpper<2> : MixtureLower<2>)(mixture, &values)) return false;
     const double factor = sums->outside ? argument.outsideFactor / 2 : 0.5;
@@ -134,7 +137,10 @@ bool OpposedTail(const TArgument& argument, const TShape& shape, double d, doubl
         if (!HalfSums(argument, shape, mean, &sums)) return false;
         const double centre = sums.outside ? 0 : UpperNormal(d);
         *upper = sums.outside ? sums.even - sums.odd : centre - (sums.even - sums.odd);
-        if (*upper > kThreeDigits * (centre + sums.even)) return true;
+        if (*upper > kThreeDigits * (centre + sums.even)) {
+            if (!sums.outside) *upper *= argument.outsideFactor;
+            return true;
+        }
     }
     *upper = IntegratedTail(argument.size, shape.Df(), d) * argument.outsideFactor;
     return true;
@@ -143,7 +149,8 @@ bool OpposedTail(const TArgument& argument, const TShape& shape, double d, doubl
 // Both tails at t > 0.
 bool TailsAbove(double t, const TShape& shape, double delta, double* lower, double* upper) {
     constexpr double kSmallestMean = 1e-300;  // the odd terms have its square root
-    constexpr double kSmallestDf = 1e-30;  // with fewer degrees of freedom |T| is beyond any t to all digits
+    // With fewer degrees of freedom |T| is beyond any t to all digits, unless a tail is as small as that.
+    constexpr double kSmallestDf = 1e-100;
 
     if (std::isinf(t)) {
         *lower = 1;
@@ -164,10 +171,15 @@ bool TailsAbove(double t, const TShape& shape, double delta, double* lower, doub
     }
     Sums sums{};
     if (!HalfSums(argument, shape, mean, &sums)) return false;
-    double* direct = sums.outside ? upper : lower;
-    double* other = sums.outside ? lower : upper;
-    *direct = std::min(1.0, sums.even + sums.odd + (sums.outside ? 0 : UpperNormal(delta)));
-    *other = 1 - *direct;
+    if (sums.outside) {
+        *upper = std::min(1.0, sums.even + sums.odd);
+        *lower = 1 - *upper;
+    } else {
+        const double inside = std::min(1.0, sums.even + sums.odd + UpperNormal(delta));
+        const double factorLess1 = std::expm1(argument.logOutsideFactor);
+        *lower = inside + (inside - 1) * factorLess1;
+        *upper = (1 - inside) + (1 - inside) * factorLess1;
+    }
     return true;
 }
 

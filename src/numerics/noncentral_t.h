@@ -19,7 +19,9 @@ namespace zul::numerics {
 // Level 4: no convergence. The time grows with |delta|.
 //
 // Worst relative error of a tail, also of the small one where the signs differ: 1.2e-13. Grids:
-// noncentral_t.csv; 120 random points, df from 0.5 to 1e5, |delta| from 1e-3 to 50, tails down to 1e-280.
+// noncentral_t.csv; 120 random points, df from 0.5 to 1e5, |delta| from 1e-3 to 50, tails down to 1e-280. Below
+// df = 0.01, down to 1e-90: 3.5e-13; noncentral_small_t.csv, and 1000 random points, |delta| up to 25, tails
+// down to 1e-60.
 //
 // Sources: R. V. Lenth, Algorithm AS 243: Cumulative distribution function of the non-central t distribution,
 // 1989; D. Benton and K. Krishnamoorthy, Computing discrete mixtures of continuous distributions, 2003.

@@ -241,6 +241,7 @@ TArgument::TArgument(double t, double df) : size(std::abs(t)) {
     const double root = std::sqrt(df);
     if (size / kFar > root) {
         outsideFactor = std::pow(kFar / size * root, df);
+        logOutsideFactor = df * (std::log(root) - std::log(size / kFar));
         size = kFar * root;
     }
     const double ratio = size <= root ? size / root : root / size;

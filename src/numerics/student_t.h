@@ -30,12 +30,13 @@ private:
 
 // t^2 / (df + t^2) and its complement df / (df + t^2), never overflowing. Beyond |t| = 1e140 sqrt(df), where
 // the complement would underflow, they are those of this limit, and outsideFactor is by how much less
-// probability there is outside [-|t|, |t|].
+// probability there is outside [-|t|, |t|], with its logarithm.
 struct TArgument {
     TArgument(double t, double df);
     double size;  // |t| or the limit
     UnitArgument at;
     double outsideFactor = 1;
+    double logOutsideFactor = 0;
 };
 
 // Both tails of Student's t distribution with df > 0 degrees of freedom (infinity is the normal

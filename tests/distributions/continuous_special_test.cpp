@@ -52,6 +52,40 @@ TEST(ContinuousSpecial, NoncentralQuantilesInvertTheTail) {
     EXPECT_LT(ChiSqInvCdf(1e-20, 0.05, 1), 1e-280);
 }
 
+// Next to 0 the tail is cut to 0 and says nothing about p.
+TEST(ContinuousSpecial, GammaQuantilesBelowTheTail) {
+    double last = 0;
+    for (double p = 8.6e-4; p < 2e-3; p *= 1.01) {
+        const double quantile = GammaInvCdf(p, 0.01, 1, 0);
+        EXPECT_NEAR(quantile / std::exp((std::log(p) + std::lgamma(1.01)) / 0.01), 1, 2e-12) << p;
+        EXPECT_GT(quantile, last) << p;
+        EXPECT_EQ(ChiSqInvCdf(p, 0.02, 0), 2 * quantile);
+        last = quantile;
+    }
+    EXPECT_NEAR(GammaInvCdf(1e-295, 2, 1, 0) / std::sqrt(2e-295), 1, 1e-12);
+}
+
+// The tail is 2.5532e-05 at the end of the search.
+TEST(ContinuousSpecial, NoncentralFFarOut) {
+    EXPECT_NEAR(FCdf(1e30, 5, 0.3, 1, true) / 2.5532106632162412e-05, 1, 1e-12);
+    EXPECT_NEAR(FCdf(1e100, 5, 0.3, 1, true) / FCdf(1e30, 5, 0.3, 1, true) / std::pow(1e-70, 0.15), 1, 1e-12);
+    EXPECT_LT(FInvCdf(1 - 2.6e-5, 5, 0.3, 1), 1e30);
+    EXPECT_TRUE(std::isnan(FInvCdf(1 - 2.5e-5, 5, 0.3, 1)));
+}
+
+// Few evaluations have to do.
+TEST(ContinuousSpecial, NoncentralFQuantilesOfAHugeNoncentrality) {
+    const struct {
+        double p, df1, df2, noncentrality;
+    } rows[] = {{0.59, 1e-12, 0.097, 5.5e9},
+                {4e-218, 5400, 0.38, 5.8e9},
+                {9e-4, 3e-11, 2e-3, 2e9},
+                {0.999, 40, 9.99, 1.1e9}};
+    for (const auto& r : rows)
+        ExpectInverse(r.p, FInvCdf(r.p, r.df1, r.df2, r.noncentrality),
+                      [&r](double x) { return FCdf(x, r.df1, r.df2, r.noncentrality, false); });
+}
+
 // Above the centre of two large shapes the fraction of the lower tail has no digits.
 TEST(ContinuousSpecial, NoncentralFWithManyDegreesOfFreedom) {
     for (double x = 0.998; x < 1.002; x += 0.0001)
