@@ -4,6 +4,7 @@
 
 #include <bit>
 
+#include "frame/platform.h"
 #include "frame/processor.h"
 
 namespace zul::sampling {
