@@ -49,7 +49,7 @@ double TwoSidedPValue(double x, int trials, double p0) {
     const double k = std::trunc(std::max(-1.0, std::min(x, n + 1)));
     if (frame::CompareTolerant(p0, 0.5, 0) == 0) {
         if (k == std::trunc(n / 2)) return 1;
-        const double tail = BinomialCdf(n, p0, false)(std::min(k, n - k));
+        const double tail = BinomialCdfKernel(n, p0, false)(std::min(k, n - k));
         return SumOfTails(tail, tail);
     }
     if (n == 0) return k == 0 ? 1 : 0;
@@ -63,8 +63,8 @@ double TwoSidedPValue(double x, int trials, double p0) {
     if (across == kNA) return kNA;
     if (across == count) return 1;
     // The tails of the failures are those of the successes, without a rounded 1 - p0.
-    BinomialCdf lowerTail(n, p0, false);
-    BinomialCdf upperTail(n, p0, true);
+    BinomialCdfKernel lowerTail(n, p0, false);
+    BinomialCdfKernel upperTail(n, p0, true);
     return isMirrored ? SumOfTails(lowerTail(n - across), upperTail(k))
                       : SumOfTails(upperTail(across), lowerTail(k));
 }
@@ -85,9 +85,9 @@ double CmLRatio::Evaluate(double t) {
 double BinomialPValueKernel(double x, int n, double p0, int alternative) {
     switch (alternative) {
         case LowerTail:
-            return BinomialCdfKernel(x, n, p0, false);
+            return BinomialCdfKernel(n, p0, false)(x);
         case UpperTail:
-            return BinomialCdfKernel(x, n, p0, true);
+            return BinomialCdfKernel(n, p0, true)(x);
         case TwoSided:
             return TwoSidedPValue(x, n, p0);
         default:

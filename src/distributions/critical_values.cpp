@@ -13,13 +13,15 @@ namespace {
 double ChiSqCritValueKernel(double alpha, double df, int alternative) {
     // Deliberate: 0 for TwoSided, which has two critical values, as for any other code.
     if (alternative != LowerTail && alternative != UpperTail) return 0;
-    return kernels::ChiSqInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df, 0);
+    const double p = alternative == LowerTail ? alpha : 1 - alpha;
+    return kernels::ChiSqInvCdfKernel(df, 0)(p);
 }
 
 double FCritValueKernel(double alpha, double df1, double df2, int alternative) {
     // Deliberate: as for the chi-square statistic.
     if (alternative != LowerTail && alternative != UpperTail) return 0;
-    return kernels::FInvCdfKernel(alternative == LowerTail ? alpha : 1 - alpha, df1, df2, 0);
+    const double p = alternative == LowerTail ? alpha : 1 - alpha;
+    return kernels::FInvCdfKernel(df1, df2, 0)(p);
 }
 
 // Where a symmetric statistic has its critical value at the level alpha. Deliberate: the upper quantile for
@@ -37,16 +39,18 @@ double SymmetricProbability(double alpha, int alternative) {
 }
 
 double NormalCritValueKernel(double alpha, int alternative) {
-    return kernels::NormalInvCdfKernel(SymmetricProbability(alpha, alternative), 0, 1);
+    return kernels::NormalInvCdfKernel{0, 1}(SymmetricProbability(alpha, alternative));
 }
 
 double TCritValueKernel(double alpha, double df, int alternative, int comparisons) {
-    return kernels::TInvCdfKernel(SymmetricProbability(alpha / comparisons, alternative), df, 0);
+    const double p = SymmetricProbability(alpha / comparisons, alternative);
+    return kernels::TInvCdfKernel(df, 0)(p);
 }
 
 double TSidakCritValueKernel(double alpha, double df, int alternative, int comparisons) {
     const double level = 1 - frame::SafePow(1 - alpha, 1.0 / comparisons);
-    return kernels::TInvCdfKernel(SymmetricProbability(level, alternative), df, 0);
+    const double p = SymmetricProbability(level, alternative);
+    return kernels::TInvCdfKernel(df, 0)(p);
 }
 
 }  // namespace

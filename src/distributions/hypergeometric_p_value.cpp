@@ -53,9 +53,9 @@ private:
     }
 
     HypergeometricSupport support_;
-    HypergeometricPdf mass_;
-    HypergeometricCdf lower_;
-    HypergeometricCdf upper_;
+    HypergeometricPdfKernel mass_;
+    HypergeometricCdfKernel lower_;
+    HypergeometricCdfKernel upper_;
     double mode_;
 };
 
@@ -64,9 +64,9 @@ private:
 double HypergeometricPValueKernel(int x, int N, int M, int n, int alternative) {
     switch (alternative) {
         case LowerTail:
-            return HypergeometricCdfKernel(x, N, M, n, false);
+            return HypergeometricCdfKernel(N, M, n, false)(x);
         case UpperTail:
-            return HypergeometricCdfKernel(x, N, M, n, true);
+            return HypergeometricCdfKernel(N, M, n, true)(x);
         case TwoSided:
             return TwoSidedTest(N, M, n).PValue(x);
         default:
