@@ -9,7 +9,6 @@
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
-#include "zul/distributions.h"
 
 namespace zul::kernels {
 
@@ -82,17 +81,18 @@ double CmLRatio::Evaluate(double t) {
     return LikelihoodRatio(std::trunc(t), n_, p0_) - target;
 }
 
-double BinomialPValueKernel(double x, int n, double p0, int alternative) {
-    switch (alternative) {
-        case LowerTail:
+double BinomialPValue(double x, int n, double p0, Side side) {
+    switch (side) {
+        case Side::Lower:
             return BinomialCdfKernel(n, p0, false)(x);
-        case UpperTail:
+        case Side::Upper:
             return BinomialCdfKernel(n, p0, true)(x);
-        case TwoSided:
+        case Side::Both:
             return TwoSidedPValue(x, n, p0);
-        default:
-            return 0.0;
+        case Side::Unknown:
+            break;
     }
+    return 0.0;
 }
 
 }  // namespace zul::kernels

@@ -4,6 +4,10 @@
 #include <climits>
 #include <cmath>
 
+#include "distributions/binomial_p_value.h"
+#include "distributions/normal.h"
+#include "distributions/p_values.h"
+#include "frame/call_frame.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
 
@@ -43,22 +47,22 @@ double FramedBetaQuantile(double p, double a, double b) {
     return BetaInvCdf(p, a, b);
 }
 
-double FramedNormalTail(double z, int alternative) {
+double FramedNormalTail(double z, Side side) {
     if (std::isnan(z)) return kQuietNaN;
     if (std::isinf(z)) return 0;
-    return NormalPValue(z, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::StandardNormalTail, z, side);
 }
 
-double FramedTTail(double t, double df, int alternative) {
+double FramedTTail(double t, double df, Side side) {
     if (AnyNaN(t, df)) return kQuietNaN;
     if (std::isinf(t)) return 0;
-    if (std::isinf(df)) return FramedNormalTail(t, alternative);
-    return df > 0 ? TPValue(t, df, static_cast<EAlternative>(alternative)) : kQuietNaN;
+    if (std::isinf(df)) return FramedNormalTail(t, side);
+    return df > 0 ? frame::FramedCall(&kernels::TPValue, t, df, side) : kQuietNaN;
 }
 
-double FramedChiSqTail(double x, double df, int alternative) {
+double FramedChiSqTail(double x, double df, Side side) {
     if (std::isnan(x) || !(df > 0)) return kQuietNaN;
-    return ChiSqPValue(x, df, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::ChiSqPValue, x, df, side);
 }
 
 double FramedNormalLowerTail(double z) {
@@ -77,9 +81,9 @@ double FramedBinomialTail(double x, double n, double p, bool upper) {
     return IsProbability(p) ? BinomialCdf(x, n, p, upper) : kQuietNaN;
 }
 
-double FramedBinomialPValue(double x, double n, double p0, int alternative) {
+double FramedBinomialPValue(double x, double n, double p0, Side side) {
     if (!IsProbability(p0) || n > INT_MAX) return kQuietNaN;
-    return BinomialPValue(x, static_cast<int>(n), p0, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::BinomialPValue, x, static_cast<int>(n), p0, side);
 }
 
 double FramedHypergeometricTail(double x, double population, double successes, double sample, bool upper) {

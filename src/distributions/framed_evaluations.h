@@ -4,6 +4,8 @@
 // degrees of freedom that is not positive.
 #pragma once
 
+#include "frame/side.h"
+
 namespace zul {
 
 // Quantiles at p. p infinite or outside (0, 1): NaN.
@@ -15,12 +17,12 @@ double FramedChiSqQuantile(double p, double df);
 // p = 0: 0; p = 1: 1. A zero shape puts all probability at its end: 0 for a = 0, 1 for b = 0.
 double FramedBetaQuantile(double p, double a, double b);
 
-// Tails for the code of an alternative (-1 lower, 0 twice the smaller, 1 upper, else 0).
-// Deliberate: an infinite z or t gives 0 for every code.
-double FramedNormalTail(double z, int alternative);
+// P-values: one of the tails, or twice the smaller; 0 for an unknown side.
+// Deliberate: an infinite z or t gives 0 for every side.
+double FramedNormalTail(double z, Side side);
 // df infinite: the normal tail.
-double FramedTTail(double t, double df, int alternative);
-double FramedChiSqTail(double x, double df, int alternative);
+double FramedTTail(double t, double df, Side side);
+double FramedChiSqTail(double x, double df, Side side);
 
 // P(Z <= z).
 double FramedNormalLowerTail(double z);
@@ -31,7 +33,7 @@ double FramedWeibullLowerTail(double x, double shape, double scale);
 // P(X <= x), or P(X >= x), for whole x and n. p outside [0, 1]: NaN.
 double FramedBinomialTail(double x, double n, double p, bool upper);
 // BinomialPValue. p0 outside [0, 1], or n above the largest int: NaN.
-double FramedBinomialPValue(double x, double n, double p0, int alternative);
+double FramedBinomialPValue(double x, double n, double p0, Side side);
 // P(X <= x), or P(X >= x), for whole numbers and x in the support. A population above the largest int: NaN.
 double FramedHypergeometricTail(double x, double population, double successes, double sample, bool upper);
 

@@ -5,7 +5,6 @@
 #include "distributions/discrete_rules.h"
 #include "distributions/hypergeometric.h"
 #include "frame/missing_value.h"
-#include "zul/distributions.h"
 
 namespace zul::kernels {
 
@@ -61,17 +60,18 @@ private:
 
 }  // namespace
 
-double HypergeometricPValueKernel(int x, int N, int M, int n, int alternative) {
-    switch (alternative) {
-        case LowerTail:
+double HypergeometricPValue(int x, int N, int M, int n, Side side) {
+    switch (side) {
+        case Side::Lower:
             return HypergeometricCdfKernel(N, M, n, false)(x);
-        case UpperTail:
+        case Side::Upper:
             return HypergeometricCdfKernel(N, M, n, true)(x);
-        case TwoSided:
+        case Side::Both:
             return TwoSidedTest(N, M, n).PValue(x);
-        default:
-            return kNA;
+        case Side::Unknown:
+            break;
     }
+    return kNA;
 }
 
 }  // namespace zul::kernels

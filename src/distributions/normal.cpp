@@ -66,10 +66,10 @@ double NormalInvCdfKernel::operator()(double p) const {
     return z * sd + mean;
 }
 
-double StandardNormalTail(double z, int alternative) {
+double StandardNormalTail(double z, Side side) {
     if (z == kNA) return kNA;
     const TailPair tails = TailsAt(z);
-    return tails.lower == kNA ? kNA : tails.PValue(alternative);
+    return tails.lower == kNA ? kNA : tails.PValue(side);
 }
 
 CmStandardNormalCdf::CmStandardNormalCdf(double p) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/call_frame.h"
+#include "frame/side.h"
 #include "numerics/real_function.h"
 
 namespace zul::kernels {
@@ -34,9 +35,8 @@ struct NormalInvCdfKernel {
     double operator()(double p) const;
 };
 
-// The standard normal tail for the code of an EAlternative: -1 lower, 1 upper, 0 twice the smaller; any other
-// code gives 0.
-double StandardNormalTail(double z, int alternative);
+// The standard normal p-value of z: one of the tails, or twice the smaller; 0 for an unknown side.
+double StandardNormalTail(double z, Side side);
 
 // The lower tail at x minus the target probability.
 class CmStandardNormalCdf : public numerics::CmRealFunction {

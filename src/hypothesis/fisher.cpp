@@ -62,21 +62,22 @@ double TwoSided(double x, const Margins& of) {
 
 }  // namespace
 
-double HypergeometricTestPValue(double x, double population, double marked, double drawn,
-                                AlternativeHypothesis alternative) {
+double HypergeometricTestPValue(double x, double population, double marked, double drawn, Side side) {
     const Margins margins{population,
                           marked,
                           drawn,
                           std::max(0.0, marked + drawn - population),
                           std::min(marked, drawn),
                           LogBinomialCoefficient(population, drawn)};
-    switch (alternative) {
-        case AlternativeHypothesis::LessThan:
+    switch (side) {
+        case Side::Lower:
             return HypergeometricTail(x, margins, false);
-        case AlternativeHypothesis::NotEqual:
+        case Side::Both:
             return TwoSided(x, margins);
-        case AlternativeHypothesis::GreaterThan:
+        case Side::Upper:
             return HypergeometricTail(x, margins, true);
+        case Side::Unknown:
+            break;
     }
     return frame::kQuietNaN;
 }

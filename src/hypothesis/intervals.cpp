@@ -51,11 +51,11 @@ double TwoSidedNormalQuantile(double confidence) {
 }
 
 double NormalTestPValue(double z, AlternativeHypothesis alternative) {
-    return FramedNormalTail(z, static_cast<int>(alternative));
+    return FramedNormalTail(z, SideOf(alternative));
 }
 
 double TTestPValue(double t, double df, AlternativeHypothesis alternative) {
-    return FramedTTail(t, df, static_cast<int>(alternative));
+    return FramedTTail(t, df, SideOf(alternative));
 }
 
 }  // namespace zul::hypothesis

@@ -68,7 +68,7 @@ int RunKelOneProportion(OneProportion* record, bool normal, double confidence, I
     const int status = RunKelOneProportion(record, normal, confidence, type);
     if (status != kSuccess) return status;
     if (normal) return RunOneProportionWilson(record, false, alternative, p0);
-    record->pValue = FramedBinomialPValue(record->x, record->n, p0, static_cast<int>(alternative));
+    record->pValue = FramedBinomialPValue(record->x, record->n, p0, SideOf(alternative));
     return kSuccess;
 }
 

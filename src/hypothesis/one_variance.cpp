@@ -27,13 +27,12 @@ int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type)
                                  &record->chiSquareLowerBound, &record->chiSquareUpperBound);
 }
 
-void ChiSquareTest(OneVariance* record, AlternativeHypothesis alternative, double variance0) {
+void ChiSquareTest(OneVariance* record, Side side, double variance0) {
     const double df = record->n - 1.0;
     record->degreesOfFreedom = df;
     record->chiSquareStatistic = record->variance * df / variance0;
     const bool usable = record->chiSquareStatistic < std::numeric_limits<double>::infinity();
-    record->chiSquarePValue =
-        usable ? FramedChiSqTail(record->chiSquareStatistic, df, static_cast<int>(alternative)) : kQuietNaN;
+    record->chiSquarePValue = usable ? FramedChiSqTail(record->chiSquareStatistic, df, side) : kQuietNaN;
 }
 
 void ClearTests(OneVariance* record) {
@@ -67,9 +66,9 @@ int RunOneVariance(OneVariance* record, const double* data, double confidence, I
                    AlternativeHypothesis alternative, double variance0) {
     BonettSample sample{};
     const int status = RunIntervals(record, data, confidence, type, &sample);
-    ChiSquareTest(record, alternative, variance0);
+    ChiSquareTest(record, SideOf(alternative), variance0);
     record->bonettPValue = kQuietNaN;
-    record->bonettPValue = hypothesis::BonettPValue(sample, variance0, alternative);
+    record->bonettPValue = hypothesis::BonettPValue(sample, variance0, SideOf(alternative));
     return status;
 }
 
@@ -82,7 +81,7 @@ int RunOneVariance(OneVariance* record, double confidence, IntervalType type) {
 int RunOneVariance(OneVariance* record, double confidence, IntervalType type,
                    AlternativeHypothesis alternative, double variance0) {
     const int status = RunOneVariance(record, confidence, type);
-    ChiSquareTest(record, alternative, variance0);
+    ChiSquareTest(record, SideOf(alternative), variance0);
     return status;
 }
 

@@ -63,11 +63,10 @@ double ExpectedRuns(double above, double below, double kept) {
 }
 
 double ApproximatePValue(double above, double below, double runs, double n) {
-    constexpr int kTwoSided = 0;
     const double variance = (2 * above * below - n) * 2 * above * below / (n * n * (n - 1));
     if (variance <= 0) return kQuietNaN;
     const double z = (runs - ExpectedRuns(above, below, n)) / std::sqrt(variance);
-    return std::isfinite(z) ? FramedNormalTail(z, kTwoSided) : kQuietNaN;
+    return std::isfinite(z) ? FramedNormalTail(z, Side::Both) : kQuietNaN;
 }
 
 }  // namespace
