@@ -7,9 +7,9 @@
 #include "frame/missing_value.h"
 #include "frame/recover.h"
 #include "numerics/beta_quantiles.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -32,7 +32,7 @@ double BetaPdfKernel::LogBeta() {
     return logBeta_.Get([this] {
         numerics::RequireGammaArgument(a_);
         numerics::RequireGammaArgument(b_);
-        if (a_ + b_ <= numerics::kPromptLimit) return numerics::PromptLogBeta(a_, b_);
+        if (a_ + b_ <= numerics::kFastLimit) return numerics::FastLogBeta(a_, b_);
         largeShapes_.emplace(a_, b_);
         return -largeShapes_->MinusLogBeta();
     });
@@ -42,7 +42,7 @@ double BetaPdfKernel::Density(BetaPdfKernel* at, double x) {
     const double logBeta = at->LogBeta();
     if (at->largeShapes_ && x >= numerics::kTinyArgument)
         return frame::SafeExp(numerics::BetaLogDensity(at->largeShapes_->Direct(), x));
-    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::PromptLog1p(-x) - logBeta);
+    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::FastLog1p(-x) - logBeta);
 }
 
 double BetaPdfKernel::operator()(double x) {

@@ -10,11 +10,11 @@
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/noncentral_gamma.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -27,9 +27,9 @@ double ChiSqPdfKernel::Density(ChiSqPdfKernel* at, double x) {
     const double half = at->half_;
     const double logNorm = at->logNorm_.Get([half] {
         numerics::RequireGammaArgument(half);
-        return half > numerics::kPromptLimit ? 0 : numerics::PromptLogGamma(half) + half * std::numbers::ln2;
+        return half > numerics::kFastLimit ? 0 : numerics::FastLogGamma(half) + half * std::numbers::ln2;
     });
-    if (half <= numerics::kPromptLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
+    if (half <= numerics::kFastLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
     if (x < numerics::kTinyArgument) return 0;
     if (!at->largeShape_) at->largeShape_.emplace(half);
     return frame::SafeExp(numerics::GammaLogDensity(*at->largeShape_, x / 2)) / 2;

@@ -9,8 +9,8 @@
 #include "frame/missing_value.h"
 #include "numerics/beta_quantiles.h"
 #include "numerics/deviance.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/noncentral_beta.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -42,7 +42,7 @@ double FPdfKernel::LogRatio() {
 
 double FPdfKernel::LogBeta() {
     return logBeta_.Get([this] {
-        if ((df1_ + df2_) / 2 <= numerics::kPromptLimit) return numerics::PromptLogBeta(df1_ / 2, df2_ / 2);
+        if ((df1_ + df2_) / 2 <= numerics::kFastLimit) return numerics::FastLogBeta(df1_ / 2, df2_ / 2);
         largeShapes_.emplace(df1_ / 2, df2_ / 2);
         return -largeShapes_->MinusLogBeta();
     });
@@ -63,7 +63,7 @@ double FPdfKernel::operator()(double x) {
     const double logOdds = logX + logRatio;
     const bool isFar = std::abs(logOdds) > kFar;
     if (sum <= kMediumSum || isFar) {
-        const double logSum = isFar ? std::max(logOdds, 0.0) : numerics::PromptLog1p(x * (df1_ / df2_));
+        const double logSum = isFar ? std::max(logOdds, 0.0) : numerics::FastLog1p(x * (df1_ / df2_));
         return frame::SafeExp(logX * (a - 1) + logRatio * a - logBeta - logSum * sum);
     }
     const double odds = x * (df1_ / df2_);

@@ -6,10 +6,10 @@
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -31,8 +31,8 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 }  // namespace
 
 double GammaPdfKernel::LogDensity(double z) {
-    if (shape_ <= numerics::kPromptLimit) {
-        const double logGamma = logGamma_.Get([a = shape_] { return numerics::PromptLogGamma(a); });
+    if (shape_ <= numerics::kFastLimit) {
+        const double logGamma = logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
         return (shape_ - 1) * std::log(z) - z - logGamma;
     }
     if (z < numerics::kTinyArgument) return -DBL_MAX;

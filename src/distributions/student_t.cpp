@@ -8,8 +8,8 @@
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/noncentral_t.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -24,7 +24,7 @@ namespace {
 // log(1 + z^2).
 double LogSumOfFar(double z) {
     constexpr double kSquareRange = 1e150;
-    return z < kSquareRange ? numerics::PromptLog1p(z * z) : 2 * std::log(z);
+    return z < kSquareRange ? numerics::FastLog1p(z * z) : 2 * std::log(z);
 }
 
 }  // namespace
@@ -39,8 +39,8 @@ double TPdfKernel::LogScale() {
     return logScale_.Get([df = df_] {
         const double half = df / 2;
         numerics::RequireGammaArgument(half);
-        if (half > kFewHalves) return numerics::PromptLogHalfStep(half) - kHalfLogTwoPi;
-        return numerics::PromptLogGamma(half + 0.5) - numerics::PromptLogGamma(half) -
+        if (half > kFewHalves) return numerics::FastLogHalfStep(half) - kHalfLogTwoPi;
+        return numerics::FastLogGamma(half + 0.5) - numerics::FastLogGamma(half) -
                std::log(df * std::numbers::pi) / 2;
     });
 }
@@ -50,7 +50,7 @@ double TPdfKernel::Central(double x, double logFactor) {
 
     const double logScale = LogScale();
     const double size = std::abs(x);
-    const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::PromptLog1p(size * size / df_)
+    const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::FastLog1p(size * size / df_)
                                                               : LogSumOfFar(size / std::sqrt(df_));
     const double shift = std::min(std::abs(noncentrality_), kMedium);
     return frame::SafeExp(logScale - (df_ + 1) / 2 * logSum - shift * shift / 2 + logFactor);

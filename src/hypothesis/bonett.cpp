@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "descriptive/compensated_sum.h"
-#include "distributions/framed_evaluations.h"
 #include "distributions/normal.h"
+#include "distributions/reference_distributions.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -46,7 +46,7 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
     const double n = sample.n;
     const double excess = sample.Excess();
     if (!(excess > 0 && std::isfinite(excess))) return;
-    const double z = FramedNormalQuantile(UpperLevel(confidence, type));
+    const double z = reference::NormalQuantile(UpperLevel(confidence, type));
     if (!(z < n)) return;
     const double c = n / (n - z);
     const double factor = std::exp(c * z * std::sqrt(excess / (n - 1)));

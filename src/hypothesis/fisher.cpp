@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma.h"
 
@@ -32,7 +32,7 @@ double HypergeometricProbability(double y, const Margins& of) {
 double HypergeometricTail(double y, const Margins& of, bool upper) {
     if (y < of.first) return upper ? 1 : 0;
     if (y > of.last) return upper ? 0 : 1;
-    return FramedHypergeometricTail(y, of.population, of.marked, of.drawn, upper);
+    return reference::HypergeometricTail(y, of.population, of.marked, of.drawn, upper);
 }
 
 // Deliberate: what counts as equal is absolute. Mirrored tables have the same bits, and what is below the

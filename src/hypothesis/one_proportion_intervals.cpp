@@ -1,7 +1,7 @@
 #include <cmath>
 #include <limits>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
@@ -29,7 +29,7 @@ struct CorrectedScore {
 int CorrectedInterval(const CorrectedScore& score, double confidence, IntervalType type, double* lower,
                       double* upper) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    const double q = FramedNormalQuantile(hypothesis::UpperLevel(confidence, type));
+    const double q = reference::NormalQuantile(hypothesis::UpperLevel(confidence, type));
     return hypothesis::SetBounds(
         type, -kInfinity, kInfinity, [&] { return score.Bound(Side::Lower, q); },
         [&] { return score.Bound(Side::Upper, q); }, lower, upper);

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "hypothesis/bonett.h"
 #include "hypothesis/intervals.h"
@@ -18,10 +18,10 @@ int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type)
     const double df = record->n - 1.0;
     const double sumOfSquares = record->variance * df;
     const auto lower = [=] {
-        return sumOfSquares / FramedChiSqQuantile(hypothesis::UpperLevel(confidence, type), df);
+        return sumOfSquares / reference::ChiSqQuantile(hypothesis::UpperLevel(confidence, type), df);
     };
     const auto upper = [=] {
-        return sumOfSquares / FramedChiSqQuantile(hypothesis::LowerLevel(confidence, type), df);
+        return sumOfSquares / reference::ChiSqQuantile(hypothesis::LowerLevel(confidence, type), df);
     };
     return hypothesis::SetBounds(type, 0, std::numeric_limits<double>::infinity(), lower, upper,
                                  &record->chiSquareLowerBound, &record->chiSquareUpperBound);
@@ -32,7 +32,8 @@ void ChiSquareTest(OneVariance* record, Side side, double variance0) {
     record->degreesOfFreedom = df;
     record->chiSquareStatistic = record->variance * df / variance0;
     const bool usable = record->chiSquareStatistic < std::numeric_limits<double>::infinity();
-    record->chiSquarePValue = usable ? FramedChiSqTail(record->chiSquareStatistic, df, side) : kQuietNaN;
+    record->chiSquarePValue =
+        usable ? reference::ChiSqPValue(record->chiSquareStatistic, df, side) : kQuietNaN;
 }
 
 void ClearTests(OneVariance* record) {

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "numerics/gamma.h"
@@ -66,7 +66,7 @@ double ApproximatePValue(double above, double below, double runs, double n) {
     const double variance = (2 * above * below - n) * 2 * above * below / (n * n * (n - 1));
     if (variance <= 0) return kQuietNaN;
     const double z = (runs - ExpectedRuns(above, below, n)) / std::sqrt(variance);
-    return std::isfinite(z) ? FramedNormalTail(z, Side::Both) : kQuietNaN;
+    return std::isfinite(z) ? reference::NormalPValue(z, Side::Both) : kQuietNaN;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #include "descriptive/compensated_sum.h"
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "zul/hypothesis.h"
 
@@ -17,7 +17,7 @@ int RunKelTabularChiSqGOFTest(const double* observed, const double* proportions,
     }
     *chiSquare = sum.Value();
     *degreesOfFreedom = categories - 1.0;
-    *pValue = FramedChiSqTail(*chiSquare, *degreesOfFreedom, Side::Upper);
+    *pValue = reference::ChiSqPValue(*chiSquare, *degreesOfFreedom, Side::Upper);
     return kSuccess;
 }
 
