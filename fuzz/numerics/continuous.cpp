@@ -221,15 +221,15 @@ void Newton(Input& input) {
     const double b = Shape(input);
     const double start = input.Real();
     const double target = input.Flag() ? input.Fraction() : input.Real();
-    const char mode = input.Flag() ? 'L' : 'U';
+    const Side side = input.Flag() ? Side::Lower : Side::Upper;
     const bool beta = input.Flag();
     const Evaluation newton(beta ? "beta_newton" : "gamma_newton", {target, a, b, start});
     double x = start;
     newton.Run(input, [&] {
         if (beta)
-            beta_newton(target, BetaShapes(a, b), &x, mode);
+            beta_newton(target, BetaShapes(a, b), &x, side);
         else
-            gamma_newton(target, a, &x, mode);
+            gamma_newton(target, a, &x, side);
     });
     const bool domain = ErrorState().level == frame::LevelDomain;
     newton.Require(domain == !(target >= 0 && target <= 1), " level", x);

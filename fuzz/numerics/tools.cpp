@@ -12,8 +12,8 @@
 #include "fuzz/numerics/evaluation.h"
 #include "numerics/deviance.h"
 #include "numerics/elementary.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma.h"
-#include "numerics/prompt_logarithms.h"
 #include "numerics/root_finder.h"
 #include "zul/distributions.h"
 
@@ -130,7 +130,7 @@ void Elementary(Input& input) {
         logGamma = LogGammaFn(x);
         GammaFn(x);
         StirlingTerm(x);
-        if (mean > 0 && mean <= kPromptLimit) prompt = PromptLogGamma(mean) - LogGammaFn(mean);
+        if (mean > 0 && mean <= kFastLimit) prompt = FastLogGamma(mean) - LogGammaFn(mean);
         if (x >= 0 && x < 1e100 && mean > 1e-100 && mean < 1e100) deviance = Deviance(x, mean);
     });
     const auto near = [](double value, double expected, double tolerance) {
@@ -140,7 +140,7 @@ void Elementary(Input& input) {
     elementary.Require(!(x > kLogUnderflow && x < 709) || near(expm1, std::expm1(x), 2e-14), " Expm1", expm1);
     elementary.Require(deviance >= 0, " Deviance", deviance);
     elementary.Require(prompt == 0 || std::abs(prompt) <= 1e-13 * (1 + std::abs(std::log(mean))),
-                       " PromptLogGamma", prompt);
+                       " FastLogGamma", prompt);
     elementary.Require(!(x > 3 && x < 1e300) || near(logGamma, std::lgamma(x), 1e-12), " LogGammaFn",
                        logGamma);
     elementary.Require(std::isnan(v2::Psi(x)) == !(x > 0 && x <= DBL_MAX), " Psi");

@@ -7,9 +7,9 @@
 #include "frame/missing_value.h"
 #include "frame/recover.h"
 #include "numerics/beta_quantiles.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/incomplete_beta.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -28,31 +28,31 @@ double DensityAtEnd(double shape, double other) {
 
 }  // namespace
 
-double BetaPdf::LogBeta() {
+double BetaPdfKernel::LogBeta() {
     return logBeta_.Get([this] {
         numerics::RequireGammaArgument(a_);
         numerics::RequireGammaArgument(b_);
-        if (a_ + b_ <= numerics::kPromptLimit) return numerics::PromptLogBeta(a_, b_);
+        if (a_ + b_ <= numerics::kFastLimit) return numerics::FastLogBeta(a_, b_);
         largeShapes_.emplace(a_, b_);
         return -largeShapes_->MinusLogBeta();
     });
 }
 
-double BetaPdf::Density(BetaPdf* at, double x) {
+double BetaPdfKernel::Density(BetaPdfKernel* at, double x) {
     const double logBeta = at->LogBeta();
     if (at->largeShapes_ && x >= numerics::kTinyArgument)
         return frame::SafeExp(numerics::BetaLogDensity(at->largeShapes_->Direct(), x));
-    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::PromptLog1p(-x) - logBeta);
+    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::FastLog1p(-x) - logBeta);
 }
 
-double BetaPdf::operator()(double x) {
+double BetaPdfKernel::operator()(double x) {
     if (x < 0 || x > 1) return 0;
     if (x == 0) return DensityAtEnd(a_, b_);
     if (x == 1) return DensityAtEnd(b_, a_);
-    return frame::OnAnyFailure(kNA, &BetaPdf::Density, this, x);
+    return frame::OnAnyFailure(kNA, &BetaPdfKernel::Density, this, x);
 }
 
-double BetaCdf::operator()(double x) const {
+double BetaCdfKernel::operator()(double x) const {
     if (x <= 0) return upper_ ? 1 : 0;
     if (x >= 1) return upper_ ? 0 : 1;
     double lower = 0;
@@ -62,7 +62,7 @@ double BetaCdf::operator()(double x) const {
     return upper_ ? upper : lower;
 }
 
-double BetaInvCdf::operator()(double p) const {
+double BetaInvCdfKernel::operator()(double p) const {
     if (p == 0 || p == 1) return p;
     double x = 0;
     double complement = 0;
@@ -73,42 +73,30 @@ double BetaInvCdf::operator()(double p) const {
     return ErrorState().Failed() ? kNA : x;
 }
 
-double BetaPdfKernel(double x, double a, double b) {
-    return BetaPdf(a, b)(x);
-}
-
-double BetaCdfKernel(double x, double a, double b, bool upper) {
-    return BetaCdf(a, b, upper)(x);
-}
-
-double BetaInvCdfKernel(double p, double a, double b) {
-    return BetaInvCdf(a, b)(p);
-}
-
 }  // namespace kernels
 
 double BetaPdf(double x, double a, double b) {
-    return frame::Framed<kernels::BetaPdf>(x, a, b);
+    return frame::Framed<kernels::BetaPdfKernel>(x, a, b);
 }
 
 double BetaCdf(double x, double a, double b, bool upper) {
-    return frame::Framed<kernels::BetaCdf>(x, a, b, upper);
+    return frame::Framed<kernels::BetaCdfKernel>(x, a, b, upper);
 }
 
 double BetaInvCdf(double p, double a, double b) {
-    return frame::Framed<kernels::BetaInvCdf>(p, a, b);
+    return frame::Framed<kernels::BetaInvCdfKernel>(p, a, b);
 }
 
 void BetaPdf(double* out, const double* in, std::size_t count, double a, double b) {
-    frame::FramedEach<kernels::BetaPdf>(out, in, count, a, b);
+    frame::FramedEach<kernels::BetaPdfKernel>(out, in, count, a, b);
 }
 
 void BetaCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper) {
-    frame::FramedEach<kernels::BetaCdf>(out, in, count, a, b, upper);
+    frame::FramedEach<kernels::BetaCdfKernel>(out, in, count, a, b, upper);
 }
 
 void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b) {
-    frame::FramedEach<kernels::BetaInvCdf>(out, in, count, a, b);
+    frame::FramedEach<kernels::BetaInvCdfKernel>(out, in, count, a, b);
 }
 
 }  // namespace zul

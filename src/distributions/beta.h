@@ -10,14 +10,14 @@ namespace zul::kernels {
 
 // x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0, 1]. At x = 0:
 // NA for a < 1, b for a = 1, else 0; likewise at x = 1. A failure of either class gives NA.
-class BetaPdf {
+class BetaPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    BetaPdf(double a, double b) : a_(a), b_(b) {}
+    BetaPdfKernel(double a, double b) : a_(a), b_(b) {}
     double operator()(double x);
 
 private:
-    static double Density(BetaPdf* at, double x);
+    static double Density(BetaPdfKernel* at, double x);
     double LogBeta();
     double a_;
     double b_;
@@ -26,10 +26,10 @@ private:
 };
 
 // Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.
-class BetaCdf {
+class BetaCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
-    BetaCdf(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
+    BetaCdfKernel(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
     double operator()(double x) const;
 
 private:
@@ -38,18 +38,14 @@ private:
 };
 
 // The quantile at p, 0 at p = 0 and 1 at p = 1.
-class BetaInvCdf {
+class BetaInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    BetaInvCdf(double a, double b) : shapes_(a, b) {}
+    BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
     double operator()(double p) const;
 
 private:
     numerics::BetaShapes shapes_;
 };
-
-double BetaPdfKernel(double x, double a, double b);
-double BetaCdfKernel(double x, double a, double b, bool upper);
-double BetaInvCdfKernel(double p, double a, double b);
 
 }  // namespace zul::kernels

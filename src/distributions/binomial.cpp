@@ -28,7 +28,7 @@ const BinomialShape& Prepared(std::optional<BinomialShape>& shape, double n, dou
 
 }  // namespace
 
-double BinomialPdf::operator()(double x) {
+double BinomialPdfKernel::operator()(double x) {
     const WholeArgument at(x);
     if (!at.isWhole) return 0;
     const double k = at.value;
@@ -39,7 +39,7 @@ double BinomialPdf::operator()(double x) {
 }
 
 // The saddle-point mass is the formula without its cancellation, where it applies.
-double BinomialPdf::Mass(double k) {
+double BinomialPdfKernel::Mass(double k) {
     const BinomialShape& shape = Prepared(shape_, n_, prob_);
     if (prob_ > 0 && prob_ < 1 && n_ * prob_ >= numerics::kTinyArgument)
         return shape.Valid() ? numerics::BinomialMass(k, shape) : MassOfMany(k);
@@ -47,7 +47,7 @@ double BinomialPdf::Mass(double k) {
 }
 
 // The same for more trials than a BinomialShape takes: those before the last of a negative binomial count.
-double BinomialPdf::MassOfMany(double k) const {
+double BinomialPdfKernel::MassOfMany(double k) const {
     const double left = n_ - k;
     const double deviation = std::fma(-n_, prob_, k);
     const double exponent = numerics::StirlingError(k) + numerics::StirlingError(left) -
@@ -58,18 +58,18 @@ double BinomialPdf::MassOfMany(double k) const {
     return std::sqrt(weight) * numerics::MassExponential(-exponent);
 }
 
-double BinomialPdf::MassByLogarithms(double k) const {
+double BinomialPdfKernel::MassByLogarithms(double k) const {
     const double logSuccess = frame::SafeLog(prob_);
     const double logFailure = prob_ < 0.5 ? std::log1p(-prob_) : frame::SafeLog(1 - prob_);
     return frame::SafeExp(numerics::LogBinomialCoefficient(n_, k) + k * logSuccess + (n_ - k) * logFailure);
 }
 
-BinomialCdf::BinomialCdf(double n, double prob, bool upper)
+BinomialCdfKernel::BinomialCdfKernel(double n, double prob, bool upper)
     : n_(WholeArgument(n).value), prob_(prob), upper_(upper) {}
 
 // The upper tail is the lower tail of the number of failures, which decides what lies outside; the tail itself
 // needs no 1 - prob, which would round.
-double BinomialCdf::operator()(double x) {
+double BinomialCdfKernel::operator()(double x) {
     const WholeArgument at(x);
     const double k = upper_ ? n_ - at.First() : at.value;
     if (k < 0) return 0;
@@ -80,7 +80,7 @@ double BinomialCdf::operator()(double x) {
     return upper_ ? above : lower;
 }
 
-bool BinomialCdf::Tails(double k, double* lower, double* above) {
+bool BinomialCdfKernel::Tails(double k, double* lower, double* above) {
     constexpr double kTrialLimit = 2.147e9;
 
     if (n_ <= kTrialLimit) {
@@ -92,49 +92,37 @@ bool BinomialCdf::Tails(double k, double* lower, double* above) {
     return !ErrorState().Failed();
 }
 
-double BinomialInvCdf::operator()(double p) {
+double BinomialInvCdfKernel::operator()(double p) {
     if (p == 0) return 0;
     if (p == 1) return n_;
     return DiscreteQuantile(p, Prepared(shape_, n_, prob_), &numerics::binomial_lower_quant,
                             &numerics::binomial_upper_quant);
 }
 
-double BinomialPdfKernel(double x, int n, double prob) {
-    return BinomialPdf(n, prob)(x);
-}
-
-double BinomialCdfKernel(double x, double n, double prob, bool upper) {
-    return BinomialCdf(n, prob, upper)(x);
-}
-
-double BinomialInvCdfKernel(double p, int n, double prob) {
-    return BinomialInvCdf(n, prob)(p);
-}
-
 }  // namespace kernels
 
 double BinomialPdf(double x, int n, double prob) {
-    return frame::Framed<kernels::BinomialPdf>(x, n, prob);
+    return frame::Framed<kernels::BinomialPdfKernel>(x, n, prob);
 }
 
 double BinomialCdf(double x, double n, double prob, bool upper) {
-    return frame::Framed<kernels::BinomialCdf>(x, n, prob, upper);
+    return frame::Framed<kernels::BinomialCdfKernel>(x, n, prob, upper);
 }
 
 double BinomialInvCdf(double p, int n, double prob) {
-    return frame::Framed<kernels::BinomialInvCdf>(p, n, prob);
+    return frame::Framed<kernels::BinomialInvCdfKernel>(p, n, prob);
 }
 
 void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob) {
-    frame::FramedEach<kernels::BinomialPdf>(out, in, count, n, prob);
+    frame::FramedEach<kernels::BinomialPdfKernel>(out, in, count, n, prob);
 }
 
 void BinomialCdf(double* out, const double* in, std::size_t count, double n, double prob, bool upper) {
-    frame::FramedEach<kernels::BinomialCdf>(out, in, count, n, prob, upper);
+    frame::FramedEach<kernels::BinomialCdfKernel>(out, in, count, n, prob, upper);
 }
 
 void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob) {
-    frame::FramedEach<kernels::BinomialInvCdf>(out, in, count, n, prob);
+    frame::FramedEach<kernels::BinomialInvCdfKernel>(out, in, count, n, prob);
 }
 
 }  // namespace zul

@@ -11,11 +11,11 @@ namespace zul::kernels {
 
 // C(n, k) prob^k (1 - prob)^(n - k) at k = x; x between whole numbers gives 0. prob = 0 and prob = 1 put the
 // mass on 0 and on n. Elsewhere in 0 <= k <= n a prob outside [0, 1] is a logarithm that fails.
-class BinomialPdf {
+class BinomialPdfKernel {
 public:
     using Parameters = frame::ParameterList<int, double>;
-    BinomialPdf(int n, double prob) : BinomialPdf(static_cast<double>(n), prob) {}
-    BinomialPdf(double n, double prob) : n_(n), prob_(prob) {}
+    BinomialPdfKernel(int n, double prob) : BinomialPdfKernel(static_cast<double>(n), prob) {}
+    BinomialPdfKernel(double n, double prob) : n_(n), prob_(prob) {}
     double operator()(double x);
 
 private:
@@ -30,10 +30,10 @@ private:
 // P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above. n counts as the
 // whole number below it. x < 0: 0 and 1; x beyond n: 1 and 0. "binomial_df" up to n = 2.147e9; where it fails
 // and for larger n the incomplete beta pair, whose shapes end at kShapeLimit: NA.
-class BinomialCdf {
+class BinomialCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
-    BinomialCdf(double n, double prob, bool upper);
+    BinomialCdfKernel(double n, double prob, bool upper);
     double operator()(double x);
 
 private:
@@ -45,10 +45,10 @@ private:
 };
 
 // The quantile at p. p = 0 gives 0, p = 1 gives n.
-class BinomialInvCdf {
+class BinomialInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<int, double>;
-    BinomialInvCdf(int n, double prob) : n_(n), prob_(prob) {}
+    BinomialInvCdfKernel(int n, double prob) : n_(n), prob_(prob) {}
     double operator()(double p);
 
 private:
@@ -56,9 +56,5 @@ private:
     double prob_;
     std::optional<numerics::BinomialShape> shape_;
 };
-
-double BinomialPdfKernel(double x, int n, double prob);
-double BinomialCdfKernel(double x, double n, double prob, bool upper);
-double BinomialInvCdfKernel(double p, int n, double prob);
 
 }  // namespace zul::kernels

@@ -9,7 +9,6 @@
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
-#include "zul/distributions.h"
 
 namespace zul::kernels {
 
@@ -49,7 +48,7 @@ double TwoSidedPValue(double x, int trials, double p0) {
     const double k = std::trunc(std::max(-1.0, std::min(x, n + 1)));
     if (frame::CompareTolerant(p0, 0.5, 0) == 0) {
         if (k == std::trunc(n / 2)) return 1;
-        const double tail = BinomialCdf(n, p0, false)(std::min(k, n - k));
+        const double tail = BinomialCdfKernel(n, p0, false)(std::min(k, n - k));
         return SumOfTails(tail, tail);
     }
     if (n == 0) return k == 0 ? 1 : 0;
@@ -63,8 +62,8 @@ double TwoSidedPValue(double x, int trials, double p0) {
     if (across == kNA) return kNA;
     if (across == count) return 1;
     // The tails of the failures are those of the successes, without a rounded 1 - p0.
-    BinomialCdf lowerTail(n, p0, false);
-    BinomialCdf upperTail(n, p0, true);
+    BinomialCdfKernel lowerTail(n, p0, false);
+    BinomialCdfKernel upperTail(n, p0, true);
     return isMirrored ? SumOfTails(lowerTail(n - across), upperTail(k))
                       : SumOfTails(upperTail(across), lowerTail(k));
 }
@@ -82,17 +81,18 @@ double CmLRatio::Evaluate(double t) {
     return LikelihoodRatio(std::trunc(t), n_, p0_) - target;
 }
 
-double BinomialPValueKernel(double x, int n, double p0, int alternative) {
-    switch (alternative) {
-        case LowerTail:
-            return BinomialCdfKernel(x, n, p0, false);
-        case UpperTail:
-            return BinomialCdfKernel(x, n, p0, true);
-        case TwoSided:
+double BinomialPValue(double x, int n, double p0, Side side) {
+    switch (side) {
+        case Side::Lower:
+            return BinomialCdfKernel(n, p0, false)(x);
+        case Side::Upper:
+            return BinomialCdfKernel(n, p0, true)(x);
+        case Side::Both:
             return TwoSidedPValue(x, n, p0);
-        default:
-            return 0.0;
+        case Side::Unknown:
+            break;
     }
+    return 0.0;
 }
 
 }  // namespace zul::kernels

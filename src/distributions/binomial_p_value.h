@@ -2,16 +2,16 @@
 #pragma once
 
 #include "distributions/inversion.h"
+#include "frame/side.h"
 
 namespace zul::kernels {
 
-// The p-value of x successes in n trials under the proportion p0, for the code of an EAlternative: -1 lower
-// tail, 1 upper tail, 0 two-sided; any other code gives 0.
+// The p-value of x successes in n trials under the proportion p0; an unknown side: 0.
 //
 // Two-sided: the probability of all counts on the side of x that are as far out, and of those on the other
 // side whose likelihood ratio is as large. Source of the order: S. S. Wilks, The large-sample distribution of
 // the likelihood ratio for testing composite hypotheses, 1938.
-double BinomialPValueKernel(double x, int n, double p0, int alternative);
+double BinomialPValue(double x, int n, double p0, Side side);
 
 // A proportion and its complement, so that exchanging them rounds neither.
 struct Proportion {

@@ -13,7 +13,7 @@ namespace kernels {
 
 using std::numbers::pi;
 
-double CauchyPdf::operator()(double x) const {
+double CauchyPdfKernel::operator()(double x) const {
     const double distance = x - location;
     // The 1 beside z^2 is lost, which itself might overflow.
     constexpr double kOneOverFarZ = 1e-9;
@@ -23,7 +23,7 @@ double CauchyPdf::operator()(double x) const {
     return 1 / ((z * z + 1) * (scale * pi));
 }
 
-double CauchyCdf::operator()(double x) const {
+double CauchyCdfKernel::operator()(double x) const {
     double z = StandardDeviate(x, location, scale);
     if (upper) z = -z;
     // The same as below, where that cancels.
@@ -42,48 +42,36 @@ double StandardQuantile(double p) {
 
 }  // namespace
 
-double CauchyInvCdf::operator()(double p) const {
+double CauchyInvCdfKernel::operator()(double p) const {
     if (p == 0 || p == 1) return frame::kNA;
     if (IsTolerantlyHalf(p)) return location;
     return location + scale * StandardQuantile(p);
 }
 
-double CauchyPdfKernel(double x, double location, double scale) {
-    return CauchyPdf{location, scale}(x);
-}
-
-double CauchyCdfKernel(double x, double location, double scale, bool upper) {
-    return CauchyCdf{location, scale, upper}(x);
-}
-
-double CauchyInvCdfKernel(double p, double location, double scale) {
-    return CauchyInvCdf{location, scale}(p);
-}
-
 }  // namespace kernels
 
 double CauchyPdf(double x, double location, double scale) {
-    return frame::Framed<kernels::CauchyPdf>(x, location, scale);
+    return frame::Framed<kernels::CauchyPdfKernel>(x, location, scale);
 }
 
 double CauchyCdf(double x, double location, double scale, bool upper) {
-    return frame::Framed<kernels::CauchyCdf>(x, location, scale, upper);
+    return frame::Framed<kernels::CauchyCdfKernel>(x, location, scale, upper);
 }
 
 double CauchyInvCdf(double p, double location, double scale) {
-    return frame::Framed<kernels::CauchyInvCdf>(p, location, scale);
+    return frame::Framed<kernels::CauchyInvCdfKernel>(p, location, scale);
 }
 
 void CauchyPdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::CauchyPdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::CauchyPdfKernel>(out, in, count, location, scale);
 }
 
 void CauchyCdf(double* out, const double* in, std::size_t count, double location, double scale, bool upper) {
-    frame::FramedEach<kernels::CauchyCdf>(out, in, count, location, scale, upper);
+    frame::FramedEach<kernels::CauchyCdfKernel>(out, in, count, location, scale, upper);
 }
 
 void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::CauchyInvCdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::CauchyInvCdfKernel>(out, in, count, location, scale);
 }
 
 }  // namespace zul

@@ -6,7 +6,7 @@
 namespace zul::kernels {
 
 // 1 / ((z^2 + 1) scale pi), z = (x - location) / scale.
-struct CauchyPdf {
+struct CauchyPdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -14,7 +14,7 @@ struct CauchyPdf {
 };
 
 // 0.5 + atan(z) / pi; z is negated for the upper tail.
-struct CauchyCdf {
+struct CauchyCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -23,15 +23,11 @@ struct CauchyCdf {
 };
 
 // location + scale tan(pi (p - 0.5)). p = 0 and p = 1 give NA, a p that tolerantly equals 0.5 the location.
-struct CauchyInvCdf {
+struct CauchyInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
     double operator()(double p) const;
 };
-
-double CauchyPdfKernel(double x, double location, double scale);
-double CauchyCdfKernel(double x, double location, double scale, bool upper);
-double CauchyInvCdfKernel(double p, double location, double scale);
 
 }  // namespace zul::kernels

@@ -10,11 +10,11 @@
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/noncentral_gamma.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -23,21 +23,21 @@ namespace kernels {
 using frame::ErrorState;
 using frame::kNA;
 
-double ChiSqPdf::Density(ChiSqPdf* at, double x) {
+double ChiSqPdfKernel::Density(ChiSqPdfKernel* at, double x) {
     const double half = at->half_;
     const double logNorm = at->logNorm_.Get([half] {
         numerics::RequireGammaArgument(half);
-        return half > numerics::kPromptLimit ? 0 : numerics::PromptLogGamma(half) + half * std::numbers::ln2;
+        return half > numerics::kFastLimit ? 0 : numerics::FastLogGamma(half) + half * std::numbers::ln2;
     });
-    if (half <= numerics::kPromptLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
+    if (half <= numerics::kFastLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
     if (x < numerics::kTinyArgument) return 0;
     if (!at->largeShape_) at->largeShape_.emplace(half);
     return frame::SafeExp(numerics::GammaLogDensity(*at->largeShape_, x / 2)) / 2;
 }
 
-double ChiSqPdf::operator()(double x) {
+double ChiSqPdfKernel::operator()(double x) {
     if (x <= 0) return 0;
-    return frame::OnRuntimeError(kNA, &ChiSqPdf::Density, this, x);
+    return frame::OnRuntimeError(kNA, &ChiSqPdfKernel::Density, this, x);
 }
 
 bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails) {
@@ -54,19 +54,19 @@ bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrali
     return true;
 }
 
-double ChiSqCdf::operator()(double x) const {
+double ChiSqCdfKernel::operator()(double x) const {
     TailPair tails;
     ChiSqTails(x, halfDf_, noncentrality_, &tails);
     return tails.Tail(upper_);
 }
 
-double ChiSqInvCdf::operator()(double p) const {
+double ChiSqInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;
     return noncentrality_ == 0 ? Central(p) : Noncentral(p);
 }
 
-double ChiSqInvCdf::Central(double p) const {
+double ChiSqInvCdfKernel::Central(double p) const {
     double half = 0;
     if (p > 0.5)
         numerics::gamma_upper_quant(1 - p, halfDf_, &half);
@@ -81,7 +81,7 @@ double ChiSqInvCdf::Central(double p) const {
     return SolveByDoubling(f, x);
 }
 
-double ChiSqInvCdf::Noncentral(double p) const {
+double ChiSqInvCdfKernel::Noncentral(double p) const {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const double df = 2 * halfDf_.Value();
     CmChiSqCdf f(halfDf_, noncentrality_, p);
@@ -95,42 +95,30 @@ double CmChiSqCdf::Evaluate(double t) {
     return tails.lower - p_;
 }
 
-double ChiSqPdfKernel(double x, double df) {
-    return ChiSqPdf(df)(x);
-}
-
-double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper) {
-    return ChiSqCdf(df, noncentrality, upper)(x);
-}
-
-double ChiSqInvCdfKernel(double p, double df, double noncentrality) {
-    return ChiSqInvCdf(df, noncentrality)(p);
-}
-
 }  // namespace kernels
 
 double ChiSqPdf(double x, double df) {
-    return frame::Framed<kernels::ChiSqPdf>(x, df);
+    return frame::Framed<kernels::ChiSqPdfKernel>(x, df);
 }
 
 double ChiSqCdf(double x, double df, double noncentrality, bool upper) {
-    return frame::Framed<kernels::ChiSqCdf>(x, df, noncentrality, upper);
+    return frame::Framed<kernels::ChiSqCdfKernel>(x, df, noncentrality, upper);
 }
 
 double ChiSqInvCdf(double p, double df, double noncentrality) {
-    return frame::Framed<kernels::ChiSqInvCdf>(p, df, noncentrality);
+    return frame::Framed<kernels::ChiSqInvCdfKernel>(p, df, noncentrality);
 }
 
 void ChiSqPdf(double* out, const double* in, std::size_t count, double df) {
-    frame::FramedEach<kernels::ChiSqPdf>(out, in, count, df);
+    frame::FramedEach<kernels::ChiSqPdfKernel>(out, in, count, df);
 }
 
 void ChiSqCdf(double* out, const double* in, std::size_t count, double df, double noncentrality, bool upper) {
-    frame::FramedEach<kernels::ChiSqCdf>(out, in, count, df, noncentrality, upper);
+    frame::FramedEach<kernels::ChiSqCdfKernel>(out, in, count, df, noncentrality, upper);
 }
 
 void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
-    frame::FramedEach<kernels::ChiSqInvCdf>(out, in, count, df, noncentrality);
+    frame::FramedEach<kernels::ChiSqInvCdfKernel>(out, in, count, df, noncentrality);
 }
 
 }  // namespace zul

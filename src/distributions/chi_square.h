@@ -12,14 +12,14 @@ namespace zul::kernels {
 
 // exp((df/2 - 1) log(x) - (log(gamma(df/2)) + (df/2) log(2)) - x/2) for x > 0, else 0. A failure of class
 // std::runtime_error gives NA. The density has no noncentrality.
-class ChiSqPdf {
+class ChiSqPdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
-    explicit ChiSqPdf(double df) : half_(df / 2) {}
+    explicit ChiSqPdfKernel(double df) : half_(df / 2) {}
     double operator()(double x);
 
 private:
-    static double Density(ChiSqPdf* at, double x);
+    static double Density(ChiSqPdfKernel* at, double x);
     double half_;
     numerics::Lazy logNorm_;
     std::optional<numerics::GammaShape> largeShape_;
@@ -30,10 +30,10 @@ private:
 bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails);
 
 // Either tail at x.
-class ChiSqCdf {
+class ChiSqCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
-    ChiSqCdf(double df, double noncentrality, bool upper)
+    ChiSqCdfKernel(double df, double noncentrality, bool upper)
         : halfDf_(df / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
 
@@ -44,10 +44,10 @@ private:
 };
 
 // The quantile at p. p = 0 gives 0, p = 1 gives NA.
-class ChiSqInvCdf {
+class ChiSqInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    ChiSqInvCdf(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
+    ChiSqInvCdfKernel(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
 
 private:
@@ -56,10 +56,6 @@ private:
     numerics::GammaShape halfDf_;
     double noncentrality_;
 };
-
-double ChiSqPdfKernel(double x, double df);
-double ChiSqCdfKernel(double x, double df, double noncentrality, bool upper);
-double ChiSqInvCdfKernel(double p, double df, double noncentrality);
 
 // The lower tail at t minus p; the half of the degrees of freedom has to outlive it.
 class CmChiSqCdf : public CmInversion {

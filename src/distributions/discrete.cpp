@@ -29,12 +29,12 @@ const KeyTable::Entry* KeyTable::LowerBound(double key) const {
     return std::lower_bound(begin(), end(), key, [](const Entry& entry, double k) { return entry.key < k; });
 }
 
-double DiscretePdf::operator()(double x) const {
+double DiscretePdfKernel::operator()(double x) const {
     const KeyTable::Entry* const at = table_.LowerBound(x);
     return at != table_.end() && at->key == x ? at->value : 0;
 }
 
-double DiscreteCdf::operator()(double x) const {
+double DiscreteCdfKernel::operator()(double x) const {
     if (table_.IsEmpty() || std::isnan(x)) return kQuietNaN;
     const KeyTable::Entry* const at = table_.LowerBound(x);
     if (at == table_.end()) return upper_ ? 0 : 1;
@@ -43,52 +43,40 @@ double DiscreteCdf::operator()(double x) const {
     return at->key == x ? at->value : before;
 }
 
-double DiscreteInvCdf::operator()(double p) const {
+double DiscreteInvCdfKernel::operator()(double p) const {
     if (table_.IsEmpty() || std::isnan(p)) return kQuietNaN;
     const KeyTable::Entry* const at = table_.LowerBound(p);
     // Deliberate: the number 1, not a value of the table.
     return at != table_.end() ? at->value : 1;
 }
 
-double DiscretePdfKernel(double x, const double* values, const double* probabilities, int n) {
-    return DiscretePdf(values, probabilities, n)(x);
-}
-
-double DiscreteCdfKernel(double x, const double* values, const double* cumulative, int n, bool upper) {
-    return DiscreteCdf(values, cumulative, n, upper)(x);
-}
-
-double DiscreteInvCdfKernel(double p, const double* values, const double* cumulative, int n) {
-    return DiscreteInvCdf(values, cumulative, n)(p);
-}
-
 }  // namespace kernels
 
 double DiscretePdf(double x, const double* values, const double* probabilities, int n) {
-    return kernels::DiscretePdf(values, probabilities, n)(x);
+    return kernels::DiscretePdfKernel(values, probabilities, n)(x);
 }
 
 double DiscreteCdf(double x, const double* values, const double* cumulative, int n, bool upper) {
-    return kernels::DiscreteCdf(values, cumulative, n, upper)(x);
+    return kernels::DiscreteCdfKernel(values, cumulative, n, upper)(x);
 }
 
 double DiscreteInvCdf(double p, const double* values, const double* cumulative, int n) {
-    return kernels::DiscreteInvCdf(values, cumulative, n)(p);
+    return kernels::DiscreteInvCdfKernel(values, cumulative, n)(p);
 }
 
 void DiscretePdf(double* out, const double* in, std::size_t count, const double* values,
                  const double* probabilities, int n) {
-    kernels::BareEach(out, in, count, kernels::DiscretePdf(values, probabilities, n));
+    kernels::BareEach(out, in, count, kernels::DiscretePdfKernel(values, probabilities, n));
 }
 
 void DiscreteCdf(double* out, const double* in, std::size_t count, const double* values,
                  const double* cumulative, int n, bool upper) {
-    kernels::BareEach(out, in, count, kernels::DiscreteCdf(values, cumulative, n, upper));
+    kernels::BareEach(out, in, count, kernels::DiscreteCdfKernel(values, cumulative, n, upper));
 }
 
 void DiscreteInvCdf(double* out, const double* in, std::size_t count, const double* values,
                     const double* cumulative, int n) {
-    kernels::BareEach(out, in, count, kernels::DiscreteInvCdf(values, cumulative, n));
+    kernels::BareEach(out, in, count, kernels::DiscreteInvCdfKernel(values, cumulative, n));
 }
 
 }  // namespace zul

@@ -26,9 +26,9 @@ private:
 };
 
 // The probability of x, 0 when x is not in the table.
-class DiscretePdf {
+class DiscretePdfKernel {
 public:
-    DiscretePdf(const double* values, const double* probabilities, int n)
+    DiscretePdfKernel(const double* values, const double* probabilities, int n)
         : table_(values, probabilities, n) {}
     double operator()(double x) const;
 
@@ -39,9 +39,9 @@ private:
 // The cumulative probability of the largest value <= x, 0 below the first value and 1 above the last. The
 // upper tail is 1 minus the cumulative probability of the value before x, 1 up to the first value and 0 above
 // the last. NaN for an empty table or a NaN x.
-class DiscreteCdf {
+class DiscreteCdfKernel {
 public:
-    DiscreteCdf(const double* values, const double* cumulative, int n, bool upper)
+    DiscreteCdfKernel(const double* values, const double* cumulative, int n, bool upper)
         : table_(values, cumulative, n), upper_(upper) {}
     double operator()(double x) const;
 
@@ -52,17 +52,14 @@ private:
 
 // The value of the first cumulative probability >= p, and the number 1 when there is none. NaN for an empty
 // table or a NaN p.
-class DiscreteInvCdf {
+class DiscreteInvCdfKernel {
 public:
-    DiscreteInvCdf(const double* values, const double* cumulative, int n) : table_(cumulative, values, n) {}
+    DiscreteInvCdfKernel(const double* values, const double* cumulative, int n)
+        : table_(cumulative, values, n) {}
     double operator()(double p) const;
 
 private:
     KeyTable table_;
 };
-
-double DiscretePdfKernel(double x, const double* values, const double* probabilities, int n);
-double DiscreteCdfKernel(double x, const double* values, const double* cumulative, int n, bool upper);
-double DiscreteInvCdfKernel(double p, const double* values, const double* cumulative, int n);
 
 }  // namespace zul::kernels

@@ -12,57 +12,45 @@ double StandardExponentialTail::SmallLowerTail(double t) {
     return (*chiSquare_)(2 * t);
 }
 
-double ExponentialPdf::operator()(double x) const {
+double ExponentialPdfKernel::operator()(double x) const {
     if (x < threshold) return 0;
     return frame::SafeExp(-StandardDeviate(x, threshold, scale)) / scale;
 }
 
-double ExponentialCdf::operator()(double x) {
+double ExponentialCdfKernel::operator()(double x) {
     if (x <= threshold) return upper ? 1 : 0;
     return tail.Inside(StandardDeviate(x, threshold, scale));
 }
 
-double ExponentialInvCdf::operator()(double p) const {
+double ExponentialInvCdfKernel::operator()(double p) const {
     return threshold - LogOfComplement(p) * scale;
-}
-
-double ExponentialPdfKernel(double x, double scale, double threshold) {
-    return ExponentialPdf{scale, threshold}(x);
-}
-
-double ExponentialCdfKernel(double x, double scale, double threshold, bool upper) {
-    return ExponentialCdf{scale, threshold, upper}(x);
-}
-
-double ExponentialInvCdfKernel(double p, double scale, double threshold) {
-    return ExponentialInvCdf{scale, threshold}(p);
 }
 
 }  // namespace kernels
 
 double ExponentialPdf(double x, double scale, double threshold) {
-    return frame::Framed<kernels::ExponentialPdf>(x, scale, threshold);
+    return frame::Framed<kernels::ExponentialPdfKernel>(x, scale, threshold);
 }
 
 double ExponentialCdf(double x, double scale, double threshold, bool upper) {
-    return frame::Framed<kernels::ExponentialCdf>(x, scale, threshold, upper);
+    return frame::Framed<kernels::ExponentialCdfKernel>(x, scale, threshold, upper);
 }
 
 double ExponentialInvCdf(double p, double scale, double threshold) {
-    return frame::Framed<kernels::ExponentialInvCdf>(p, scale, threshold);
+    return frame::Framed<kernels::ExponentialInvCdfKernel>(p, scale, threshold);
 }
 
 void ExponentialPdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
-    frame::FramedEach<kernels::ExponentialPdf>(out, in, count, scale, threshold);
+    frame::FramedEach<kernels::ExponentialPdfKernel>(out, in, count, scale, threshold);
 }
 
 void ExponentialCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
                     bool upper) {
-    frame::FramedEach<kernels::ExponentialCdf>(out, in, count, scale, threshold, upper);
+    frame::FramedEach<kernels::ExponentialCdfKernel>(out, in, count, scale, threshold, upper);
 }
 
 void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
-    frame::FramedEach<kernels::ExponentialInvCdf>(out, in, count, scale, threshold);
+    frame::FramedEach<kernels::ExponentialInvCdfKernel>(out, in, count, scale, threshold);
 }
 
 }  // namespace zul

@@ -33,12 +33,12 @@ public:
 private:
     double SmallLowerTail(double t);
     bool upper_;
-    std::optional<ChiSqCdf> chiSquare_;  // built on first need, since most arguments do without
+    std::optional<ChiSqCdfKernel> chiSquare_;  // built on first need, since most arguments do without
 };
 
 // exp(-(x - threshold) / scale) / scale for x >= threshold, else 0. An exponent below the bound of the guarded
 // exponential gives 0, one above it throws "float overflow".
-struct ExponentialPdf {
+struct ExponentialPdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;
@@ -47,7 +47,7 @@ struct ExponentialPdf {
 
 // The tail of the standard family at (x - threshold) / scale, with the same bounds. x <= threshold gives 0
 // and 1.
-struct ExponentialCdf {
+struct ExponentialCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double scale;
     double threshold;
@@ -57,15 +57,11 @@ struct ExponentialCdf {
 };
 
 // threshold - log(1 - p) scale. p = 1 throws "float overflow".
-struct ExponentialInvCdf {
+struct ExponentialInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;
     double operator()(double p) const;
 };
-
-double ExponentialPdfKernel(double x, double scale, double threshold);
-double ExponentialCdfKernel(double x, double scale, double threshold, bool upper);
-double ExponentialInvCdfKernel(double p, double scale, double threshold);
 
 }  // namespace zul::kernels

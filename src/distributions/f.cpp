@@ -10,10 +10,10 @@
 #include "frame/missing_value.h"
 #include "numerics/beta_quantiles.h"
 #include "numerics/deviance.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/gamma_shape.h"
 #include "numerics/noncentral_beta.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -34,7 +34,7 @@ double CentralIfTiny(double noncentrality) {
 
 }  // namespace
 
-double FPdf::LogRatio() {
+double FPdfKernel::LogRatio() {
     return logRatio_.Get([this] {
         const double logRatio = frame::SafeLog(df1_ / df2_);
         numerics::RequireGammaArgument(df1_ / 2);
@@ -43,15 +43,15 @@ double FPdf::LogRatio() {
     });
 }
 
-double FPdf::LogBeta() {
+double FPdfKernel::LogBeta() {
     return logBeta_.Get([this] {
-        if ((df1_ + df2_) / 2 <= numerics::kPromptLimit) return numerics::PromptLogBeta(df1_ / 2, df2_ / 2);
+        if ((df1_ + df2_) / 2 <= numerics::kFastLimit) return numerics::FastLogBeta(df1_ / 2, df2_ / 2);
         largeShapes_.emplace(df1_ / 2, df2_ / 2);
         return -largeShapes_->MinusLogBeta();
     });
 }
 
-double FPdf::operator()(double x) {
+double FPdfKernel::operator()(double x) {
     // Up to here the powers themselves lose few digits; beyond, the deviances have to take their place.
     constexpr double kMediumSum = 1000;
     constexpr double kFar = 600;  // the logarithm of odds that do not overflow, nor their reciprocal
@@ -66,7 +66,7 @@ double FPdf::operator()(double x) {
     const double logOdds = logX + logRatio;
     const bool isFar = std::abs(logOdds) > kFar;
     if (sum <= kMediumSum || isFar) {
-        const double logSum = isFar ? std::max(logOdds, 0.0) : numerics::PromptLog1p(x * (df1_ / df2_));
+        const double logSum = isFar ? std::max(logOdds, 0.0) : numerics::FastLog1p(x * (df1_ / df2_));
         return frame::SafeExp(logX * (a - 1) + logRatio * a - logBeta - logSum * sum);
     }
     const double odds = x * (df1_ / df2_);
@@ -89,20 +89,20 @@ bool FTails(double x, const BetaShapes& halfDf, double noncentrality, TailPair* 
     return true;
 }
 
-double FCdf::operator()(double x) const {
+double FCdfKernel::operator()(double x) const {
     TailPair tails;
     FTails(x, halfDf_, noncentrality_, &tails);
     return tails.Tail(upper_);
 }
 
-double FInvCdf::operator()(double p) const {
+double FInvCdfKernel::operator()(double p) const {
     if (p >= kNA) return kNA;
     if (p == 0) return 0;
     if (p == 1) return kNA;
     return CentralIfTiny(noncentrality_) == 0 ? Central(p) : Noncentral(p);
 }
 
-double FInvCdf::Central(double p) const {
+double FInvCdfKernel::Central(double p) const {
     double x = 0;
     if (p > 0.5)
         numerics::F_upper_quant(1 - p, halfDf_, &x);
@@ -135,7 +135,7 @@ private:
 
 }  // namespace
 
-double FInvCdf::Noncentral(double p) const {
+double FInvCdfKernel::Noncentral(double p) const {
     // Beyond it each evaluation takes some milliseconds.
     constexpr double kSlow = 1e9;
     constexpr double kFewDf = 10;
@@ -160,43 +160,31 @@ double CmFCdf::Evaluate(double t) {
     return tails.lower - p_;
 }
 
-double FPdfKernel(double x, double df1, double df2) {
-    return FPdf(df1, df2)(x);
-}
-
-double FCdfKernel(double x, double df1, double df2, double noncentrality, bool upper) {
-    return FCdf(df1, df2, noncentrality, upper)(x);
-}
-
-double FInvCdfKernel(double p, double df1, double df2, double noncentrality) {
-    return FInvCdf(df1, df2, noncentrality)(p);
-}
-
 }  // namespace kernels
 
 double FPdf(double x, double df1, double df2) {
-    return frame::Framed<kernels::FPdf>(x, df1, df2);
+    return frame::Framed<kernels::FPdfKernel>(x, df1, df2);
 }
 
 double FCdf(double x, double df1, double df2, double noncentrality, bool upper) {
-    return frame::Framed<kernels::FCdf>(x, df1, df2, noncentrality, upper);
+    return frame::Framed<kernels::FCdfKernel>(x, df1, df2, noncentrality, upper);
 }
 
 double FInvCdf(double p, double df1, double df2, double noncentrality) {
-    return frame::Framed<kernels::FInvCdf>(p, df1, df2, noncentrality);
+    return frame::Framed<kernels::FInvCdfKernel>(p, df1, df2, noncentrality);
 }
 
 void FPdf(double* out, const double* in, std::size_t count, double df1, double df2) {
-    frame::FramedEach<kernels::FPdf>(out, in, count, df1, df2);
+    frame::FramedEach<kernels::FPdfKernel>(out, in, count, df1, df2);
 }
 
 void FCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality,
           bool upper) {
-    frame::FramedEach<kernels::FCdf>(out, in, count, df1, df2, noncentrality, upper);
+    frame::FramedEach<kernels::FCdfKernel>(out, in, count, df1, df2, noncentrality, upper);
 }
 
 void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality) {
-    frame::FramedEach<kernels::FInvCdf>(out, in, count, df1, df2, noncentrality);
+    frame::FramedEach<kernels::FInvCdfKernel>(out, in, count, df1, df2, noncentrality);
 }
 
 }  // namespace zul

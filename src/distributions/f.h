@@ -13,10 +13,10 @@ namespace zul::kernels {
 // With a = df1 / 2, b = df2 / 2: exp((a - 1) log(x) + a log(df1 / df2) + log(gamma(a + b)) - log(gamma(a)) -
 // log(gamma(b)) - (a + b) log(1 + df1 x / df2)) for x > 0, else 0. The density has no noncentrality, and it
 // catches nothing.
-class FPdf {
+class FPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    FPdf(double df1, double df2) : df1_(df1), df2_(df2) {}
+    FPdfKernel(double df1, double df2) : df1_(df1), df2_(df2) {}
     double operator()(double x);
 
 private:
@@ -34,10 +34,10 @@ private:
 bool FTails(double x, const numerics::BetaShapes& halfDf, double noncentrality, TailPair* tails);
 
 // Either tail at x.
-class FCdf {
+class FCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double, bool>;
-    FCdf(double df1, double df2, double noncentrality, bool upper)
+    FCdfKernel(double df1, double df2, double noncentrality, bool upper)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
 
@@ -49,10 +49,10 @@ private:
 
 // The quantile at p. p = 0 gives 0; p = 1 and p >= NA give NA; so does, with a noncentrality, a quantile above
 // kFarEnd. A noncentrality below ten times the smallest normal number, also a negative one, counts as 0.
-class FInvCdf {
+class FInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
-    FInvCdf(double df1, double df2, double noncentrality)
+    FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
 
@@ -62,10 +62,6 @@ private:
     numerics::BetaShapes halfDf_;
     double noncentrality_;
 };
-
-double FPdfKernel(double x, double df1, double df2);
-double FCdfKernel(double x, double df1, double df2, double noncentrality, bool upper);
-double FInvCdfKernel(double p, double df1, double df2, double noncentrality);
 
 // The lower tail at t minus p; the halves of the degrees of freedom have to outlive it.
 class CmFCdf : public CmInversion {

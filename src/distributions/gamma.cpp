@@ -6,10 +6,10 @@
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/gamma_quantiles.h"
 #include "numerics/incomplete_gamma.h"
 #include "numerics/limits.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -30,9 +30,9 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 
 }  // namespace
 
-double GammaPdf::LogDensity(double z) {
-    if (shape_ <= numerics::kPromptLimit) {
-        const double logGamma = logGamma_.Get([a = shape_] { return numerics::PromptLogGamma(a); });
+double GammaPdfKernel::LogDensity(double z) {
+    if (shape_ <= numerics::kFastLimit) {
+        const double logGamma = logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
         return (shape_ - 1) * std::log(z) - z - logGamma;
     }
     if (z < numerics::kTinyArgument) return -DBL_MAX;
@@ -40,7 +40,7 @@ double GammaPdf::LogDensity(double z) {
     return numerics::GammaLogDensity(*largeShape_, z);
 }
 
-double GammaPdf::operator()(double x) {
+double GammaPdfKernel::operator()(double x) {
     const double distance = x - threshold_;
     if (distance <= 0) return 0;
     const double z = distance / scale_;
@@ -51,7 +51,7 @@ double GammaPdf::operator()(double x) {
     return logDensity < numerics::kLogUnderflow ? 0 : frame::SafeExp(logDensity) / scale_;
 }
 
-double GammaCdf::operator()(double x) const {
+double GammaCdfKernel::operator()(double x) const {
     const double distance = x - threshold_;
     if (distance < 0) return upper_ ? 1 : 0;
     double lower = 0;
@@ -61,14 +61,14 @@ double GammaCdf::operator()(double x) const {
     return upper_ ? upper : lower;
 }
 
-double GammaInvCdf::operator()(double p) const {
+double GammaInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     const double z = Standard(p);
     if (z == kNA || z == 0) return z;
     return z * scale_ + threshold_;
 }
 
-double GammaInvCdf::Standard(double p) const {
+double GammaInvCdfKernel::Standard(double p) const {
     double z = 0;
     if (p > 0.5)
         numerics::gamma_upper_quant(1 - p, shape_, &z);
@@ -84,45 +84,33 @@ double CmGammaCdf::Evaluate(double t) {
     return (t < 0 ? 0 : StandardLowerTail(t, shape_)) - p_;
 }
 
-double GammaPdfKernel(double x, double shape, double scale, double threshold) {
-    return GammaPdf(shape, scale, threshold)(x);
-}
-
-double GammaCdfKernel(double x, double shape, double scale, double threshold, bool upper) {
-    return GammaCdf(shape, scale, threshold, upper)(x);
-}
-
-double GammaInvCdfKernel(double p, double shape, double scale, double threshold) {
-    return GammaInvCdf(shape, scale, threshold)(p);
-}
-
 }  // namespace kernels
 
 double GammaPdf(double x, double shape, double scale, double threshold) {
-    return frame::Framed<kernels::GammaPdf>(x, shape, scale, threshold);
+    return frame::Framed<kernels::GammaPdfKernel>(x, shape, scale, threshold);
 }
 
 double GammaCdf(double x, double shape, double scale, double threshold, bool upper) {
-    return frame::Framed<kernels::GammaCdf>(x, shape, scale, threshold, upper);
+    return frame::Framed<kernels::GammaCdfKernel>(x, shape, scale, threshold, upper);
 }
 
 double GammaInvCdf(double p, double shape, double scale, double threshold) {
-    return frame::Framed<kernels::GammaInvCdf>(p, shape, scale, threshold);
+    return frame::Framed<kernels::GammaInvCdfKernel>(p, shape, scale, threshold);
 }
 
 void GammaPdf(double* out, const double* in, std::size_t count, double shape, double scale,
               double threshold) {
-    frame::FramedEach<kernels::GammaPdf>(out, in, count, shape, scale, threshold);
+    frame::FramedEach<kernels::GammaPdfKernel>(out, in, count, shape, scale, threshold);
 }
 
 void GammaCdf(double* out, const double* in, std::size_t count, double shape, double scale, double threshold,
               bool upper) {
-    frame::FramedEach<kernels::GammaCdf>(out, in, count, shape, scale, threshold, upper);
+    frame::FramedEach<kernels::GammaCdfKernel>(out, in, count, shape, scale, threshold, upper);
 }
 
 void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                  double threshold) {
-    frame::FramedEach<kernels::GammaInvCdf>(out, in, count, shape, scale, threshold);
+    frame::FramedEach<kernels::GammaInvCdfKernel>(out, in, count, shape, scale, threshold);
 }
 
 }  // namespace zul

@@ -11,10 +11,10 @@ namespace zul::kernels {
 
 // The density of the standard gamma distribution at z = (x - threshold) / scale, divided by the scale, for
 // x > threshold, else 0. NA for a shape outside (0, kShapeLimit], and for z < 0.
-class GammaPdf {
+class GammaPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
-    GammaPdf(double shape, double scale, double threshold)
+    GammaPdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double x);
 
@@ -28,10 +28,10 @@ private:
 };
 
 // Either tail at x: "gamma_df" at (x - threshold) / scale for x >= threshold, else 0 and 1.
-class GammaCdf {
+class GammaCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double, bool>;
-    GammaCdf(double shape, double scale, double threshold, bool upper)
+    GammaCdfKernel(double shape, double scale, double threshold, bool upper)
         : shape_(shape), scale_(scale), threshold_(threshold), upper_(upper) {}
     double operator()(double x) const;
 
@@ -44,10 +44,10 @@ private:
 
 // The quantile at p. Deliberate: 0, not the threshold, for p = 0 and where the quantile of the standard gamma
 // distribution is an exact 0.
-class GammaInvCdf {
+class GammaInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
-    GammaInvCdf(double shape, double scale, double threshold)
+    GammaInvCdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double p) const;
 
@@ -57,10 +57,6 @@ private:
     double scale_;
     double threshold_;
 };
-
-double GammaPdfKernel(double x, double shape, double scale, double threshold);
-double GammaCdfKernel(double x, double shape, double scale, double threshold, bool upper);
-double GammaInvCdfKernel(double p, double shape, double scale, double threshold);
 
 // The lower tail of the standard gamma distribution at t minus p; the shape has to outlive it.
 class CmGammaCdf : public CmInversion {

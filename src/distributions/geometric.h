@@ -8,33 +8,29 @@
 namespace zul::kernels {
 
 // (1 - prob)^(k - 1) prob at k = x.
-struct GeometricPdf {
+struct GeometricPdfKernel {
     using Parameters = frame::ParameterList<double>;
     double prob;
-    double operator()(double x) const { return NegBinomialPdf{prob, 1}(x); }
+    double operator()(double x) const { return NegBinomialPdfKernel{prob, 1}(x); }
 };
 
 // 1 - (1 - prob)^x or (1 - prob)^(x - 1), with x as it is.
-struct GeometricCdf {
+struct GeometricCdfKernel {
     using Parameters = frame::ParameterList<double, bool>;
     double prob;
     bool upper;
-    double operator()(double x) const { return NegBinomialCdf{prob, 1, upper}(x); }
+    double operator()(double x) const { return NegBinomialCdfKernel{prob, 1, upper}(x); }
 };
 
 // The quantile at p.
-class GeometricInvCdf {
+class GeometricInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
-    explicit GeometricInvCdf(double prob) : trials_(prob, 1) {}
+    explicit GeometricInvCdfKernel(double prob) : trials_(prob, 1) {}
     double operator()(double p) { return trials_(p); }
 
 private:
-    NegBinomialInvCdf trials_;
+    NegBinomialInvCdfKernel trials_;
 };
-
-double GeometricPdfKernel(double x, double prob);
-double GeometricCdfKernel(double x, double prob, bool upper);
-double GeometricInvCdfKernel(double p, double prob);
 
 }  // namespace zul::kernels

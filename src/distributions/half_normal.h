@@ -6,7 +6,7 @@
 namespace zul::kernels {
 
 // Twice the normal density with mean threshold and standard deviation scale for x >= threshold, else 0.
-struct HalfNormalPdf {
+struct HalfNormalPdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;
@@ -15,7 +15,7 @@ struct HalfNormalPdf {
 
 // From the normal tails at x: the lower tail is twice the lower one minus 1, the upper tail twice the upper
 // one. x < threshold gives 0 and 1; x = NA, as any failure of the normal tail, gives NA.
-struct HalfNormalCdf {
+struct HalfNormalCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double scale;
     double threshold;
@@ -24,15 +24,11 @@ struct HalfNormalCdf {
 };
 
 // The normal quantile at (p + 1) / 2.
-struct HalfNormalInvCdf {
+struct HalfNormalInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;
     double operator()(double p) const;
 };
-
-double HalfNormalPdfKernel(double x, double scale, double threshold);
-double HalfNormalCdfKernel(double x, double scale, double threshold, bool upper);
-double HalfNormalInvCdfKernel(double p, double scale, double threshold);
 
 }  // namespace zul::kernels

@@ -15,13 +15,13 @@ using frame::kNA;
 HypergeometricSupport::HypergeometricSupport(int N, int M, int n)
     : first(std::max(0.0, static_cast<double>(M) - N + n)), last(std::min(M, n)) {}
 
-double HypergeometricPdf::operator()(double x) const {
+double HypergeometricPdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     if (!at.isWhole || at.value < support_.first || at.value > support_.last) return 0;
     return numerics::HypergeometricMass(at.value, shape_);
 }
 
-double HypergeometricCdf::operator()(double x) const {
+double HypergeometricCdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     if (at.value < support_.first) return upper_ ? 1 : 0;
     if (at.value > support_.last) return upper_ ? 0 : 1;
@@ -34,7 +34,7 @@ double HypergeometricCdf::operator()(double x) const {
     return at.isWhole ? std::min(mass + above, 1.0) : above;
 }
 
-double HypergeometricInvCdf::operator()(double p) const {
+double HypergeometricInvCdfKernel::operator()(double p) const {
     const double N = shape_.Population();
     const double M = shape_.Successes();
     const double n = shape_.Sample();
@@ -47,42 +47,30 @@ double HypergeometricInvCdf::operator()(double p) const {
     return DiscreteQuantile(p, shape_, &numerics::hypergeo_lower_quant, &numerics::hypergeo_upper_quant);
 }
 
-double HypergeometricPdfKernel(double x, int N, int M, int n) {
-    return HypergeometricPdf(N, M, n)(x);
-}
-
-double HypergeometricCdfKernel(double x, int N, int M, int n, bool upper) {
-    return HypergeometricCdf(N, M, n, upper)(x);
-}
-
-double HypergeometricInvCdfKernel(double p, int N, int M, int n) {
-    return HypergeometricInvCdf(N, M, n)(p);
-}
-
 }  // namespace kernels
 
 double HypergeometricPdf(double x, int N, int M, int n) {
-    return frame::Framed<kernels::HypergeometricPdf>(x, N, M, n);
+    return frame::Framed<kernels::HypergeometricPdfKernel>(x, N, M, n);
 }
 
 double HypergeometricCdf(double x, int N, int M, int n, bool upper) {
-    return frame::Framed<kernels::HypergeometricCdf>(x, N, M, n, upper);
+    return frame::Framed<kernels::HypergeometricCdfKernel>(x, N, M, n, upper);
 }
 
 double HypergeometricInvCdf(double p, int N, int M, int n) {
-    return frame::Framed<kernels::HypergeometricInvCdf>(p, N, M, n);
+    return frame::Framed<kernels::HypergeometricInvCdfKernel>(p, N, M, n);
 }
 
 void HypergeometricPdf(double* out, const double* in, std::size_t count, int N, int M, int n) {
-    frame::FramedEach<kernels::HypergeometricPdf>(out, in, count, N, M, n);
+    frame::FramedEach<kernels::HypergeometricPdfKernel>(out, in, count, N, M, n);
 }
 
 void HypergeometricCdf(double* out, const double* in, std::size_t count, int N, int M, int n, bool upper) {
-    frame::FramedEach<kernels::HypergeometricCdf>(out, in, count, N, M, n, upper);
+    frame::FramedEach<kernels::HypergeometricCdfKernel>(out, in, count, N, M, n, upper);
 }
 
 void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n) {
-    frame::FramedEach<kernels::HypergeometricInvCdf>(out, in, count, N, M, n);
+    frame::FramedEach<kernels::HypergeometricInvCdfKernel>(out, in, count, N, M, n);
 }
 
 }  // namespace zul

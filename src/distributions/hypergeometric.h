@@ -16,10 +16,10 @@ struct HypergeometricSupport {
 };
 
 // C(M, k) C(N - M, n - k) / C(N, n) at k = x; 0 outside the support and between whole numbers.
-class HypergeometricPdf {
+class HypergeometricPdfKernel {
 public:
     using Parameters = frame::ParameterList<int, int, int>;
-    HypergeometricPdf(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
+    HypergeometricPdfKernel(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
     double operator()(double x) const;
 
 private:
@@ -29,10 +29,11 @@ private:
 
 // P(X <= x) or P(X >= x), an x between whole numbers standing for the one below or above. Below the support 0
 // and 1, else beyond it 1 and 0; so for parameters outside their domain.
-class HypergeometricCdf {
+class HypergeometricCdfKernel {
 public:
     using Parameters = frame::ParameterList<int, int, int, bool>;
-    HypergeometricCdf(int N, int M, int n, bool upper) : support_(N, M, n), shape_(N, M, n), upper_(upper) {}
+    HypergeometricCdfKernel(int N, int M, int n, bool upper)
+        : support_(N, M, n), shape_(N, M, n), upper_(upper) {}
     double operator()(double x) const;
 
 private:
@@ -42,19 +43,15 @@ private:
 };
 
 // The quantile at p. The only number of a support of one, for any p; p = 0 and p >= 1 give the ends.
-class HypergeometricInvCdf {
+class HypergeometricInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<int, int, int>;
-    HypergeometricInvCdf(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
+    HypergeometricInvCdfKernel(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
     double operator()(double p) const;
 
 private:
     HypergeometricSupport support_;
     numerics::HypergeometricShape shape_;
 };
-
-double HypergeometricPdfKernel(double x, int N, int M, int n);
-double HypergeometricCdfKernel(double x, int N, int M, int n, bool upper);
-double HypergeometricInvCdfKernel(double p, int N, int M, int n);
 
 }  // namespace zul::kernels

@@ -5,7 +5,6 @@
 #include "distributions/discrete_rules.h"
 #include "distributions/hypergeometric.h"
 #include "frame/missing_value.h"
-#include "zul/distributions.h"
 
 namespace zul::kernels {
 
@@ -53,25 +52,26 @@ private:
     }
 
     HypergeometricSupport support_;
-    HypergeometricPdf mass_;
-    HypergeometricCdf lower_;
-    HypergeometricCdf upper_;
+    HypergeometricPdfKernel mass_;
+    HypergeometricCdfKernel lower_;
+    HypergeometricCdfKernel upper_;
     double mode_;
 };
 
 }  // namespace
 
-double HypergeometricPValueKernel(int x, int N, int M, int n, int alternative) {
-    switch (alternative) {
-        case LowerTail:
-            return HypergeometricCdfKernel(x, N, M, n, false);
-        case UpperTail:
-            return HypergeometricCdfKernel(x, N, M, n, true);
-        case TwoSided:
+double HypergeometricPValue(int x, int N, int M, int n, Side side) {
+    switch (side) {
+        case Side::Lower:
+            return HypergeometricCdfKernel(N, M, n, false)(x);
+        case Side::Upper:
+            return HypergeometricCdfKernel(N, M, n, true)(x);
+        case Side::Both:
             return TwoSidedTest(N, M, n).PValue(x);
-        default:
-            return kNA;
+        case Side::Unknown:
+            break;
     }
+    return kNA;
 }
 
 }  // namespace zul::kernels

@@ -17,20 +17,20 @@ double CountOf(int a, int b) {
 
 }  // namespace
 
-double IntegerUniformPdf::operator()(double x) const {
+double IntegerUniformPdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     if (!at.isWhole || at.value < a || at.value > b) return 0;
     return 1 / CountOf(a, b);
 }
 
-double IntegerUniformCdf::operator()(double x) const {
+double IntegerUniformCdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     const double k = upper ? b - (at.First() - a) : at.value;
     if (k < a) return 0;
     return k < b ? (k - a + 1) / CountOf(a, b) : 1;
 }
 
-double IntegerUniformInvCdf::operator()(double p) const {
+double IntegerUniformInvCdfKernel::operator()(double p) const {
     if (p == 0) return a;
     if (p == 1) return b;
     const double k = std::ceil(CountOf(a, b) * p + a - 1);
@@ -38,42 +38,30 @@ double IntegerUniformInvCdf::operator()(double p) const {
     return k == static_cast<double>(a) - 1 && p > 0 && a <= b ? a : k;
 }
 
-double IntegerUniformPdfKernel(double x, int a, int b) {
-    return IntegerUniformPdf{a, b}(x);
-}
-
-double IntegerUniformCdfKernel(double x, int a, int b, bool upper) {
-    return IntegerUniformCdf{a, b, upper}(x);
-}
-
-double IntegerUniformInvCdfKernel(double p, int a, int b) {
-    return IntegerUniformInvCdf{a, b}(p);
-}
-
 }  // namespace kernels
 
 double IntegerUniformPdf(double x, int a, int b) {
-    return frame::Framed<kernels::IntegerUniformPdf>(x, a, b);
+    return frame::Framed<kernels::IntegerUniformPdfKernel>(x, a, b);
 }
 
 double IntegerUniformCdf(double x, int a, int b, bool upper) {
-    return frame::Framed<kernels::IntegerUniformCdf>(x, a, b, upper);
+    return frame::Framed<kernels::IntegerUniformCdfKernel>(x, a, b, upper);
 }
 
 double IntegerUniformInvCdf(double p, int a, int b) {
-    return frame::Framed<kernels::IntegerUniformInvCdf>(p, a, b);
+    return frame::Framed<kernels::IntegerUniformInvCdfKernel>(p, a, b);
 }
 
 void IntegerUniformPdf(double* out, const double* in, std::size_t count, int a, int b) {
-    frame::FramedEach<kernels::IntegerUniformPdf>(out, in, count, a, b);
+    frame::FramedEach<kernels::IntegerUniformPdfKernel>(out, in, count, a, b);
 }
 
 void IntegerUniformCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper) {
-    frame::FramedEach<kernels::IntegerUniformCdf>(out, in, count, a, b, upper);
+    frame::FramedEach<kernels::IntegerUniformCdfKernel>(out, in, count, a, b, upper);
 }
 
 void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b) {
-    frame::FramedEach<kernels::IntegerUniformInvCdf>(out, in, count, a, b);
+    frame::FramedEach<kernels::IntegerUniformInvCdfKernel>(out, in, count, a, b);
 }
 
 }  // namespace zul

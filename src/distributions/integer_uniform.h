@@ -6,7 +6,7 @@
 namespace zul::kernels {
 
 // 1 / (b - a + 1) for a whole x from a to b, else 0.
-struct IntegerUniformPdf {
+struct IntegerUniformPdfKernel {
     using Parameters = frame::ParameterList<int, int>;
     int a;
     int b;
@@ -15,7 +15,7 @@ struct IntegerUniformPdf {
 
 // The lower tail at the largest whole k <= x: 0 for k < a, (k - a + 1) / (b - a + 1) for k < b, else 1. The
 // upper tail, which includes x itself, is the lower one at b - (x - a).
-struct IntegerUniformCdf {
+struct IntegerUniformCdfKernel {
     using Parameters = frame::ParameterList<int, int, bool>;
     int a;
     int b;
@@ -24,15 +24,11 @@ struct IntegerUniformCdf {
 };
 
 // ceil((b - a + 1) p + a - 1). p = 0 gives a, p = 1 gives b.
-struct IntegerUniformInvCdf {
+struct IntegerUniformInvCdfKernel {
     using Parameters = frame::ParameterList<int, int>;
     int a;
     int b;
     double operator()(double p) const;
 };
-
-double IntegerUniformPdfKernel(double x, int a, int b);
-double IntegerUniformCdfKernel(double x, int a, int b, bool upper);
-double IntegerUniformInvCdfKernel(double p, int a, int b);
 
 }  // namespace zul::kernels

@@ -15,18 +15,18 @@ using frame::kNA;
 
 namespace {
 
-double LaplaceDensity(const LaplacePdf* at, double x) {
+double LaplaceDensity(const LaplacePdfKernel* at, double x) {
     return frame::SafeExp(-StandardDeviate(std::abs(x - at->location), 0, at->scale)) / (2 * at->scale);
 }
 
 }  // namespace
 
-double LaplacePdf::operator()(double x) const {
+double LaplacePdfKernel::operator()(double x) const {
     if (IsOrdinaryDeviate(x, location, scale)) return LaplaceDensity(this, x);
     return frame::OnAnyFailure(kNA, &LaplaceDensity, this, x);
 }
 
-double LaplaceCdf::operator()(double x) {
+double LaplaceCdfKernel::operator()(double x) {
     double z = StandardDeviate(x, location, scale);
     if (upper) z = -z;
     const double t = std::abs(z);
@@ -36,49 +36,37 @@ double LaplaceCdf::operator()(double x) {
     return sides[z >= 0];
 }
 
-double LaplaceInvCdf::operator()(double p) const {
+double LaplaceInvCdfKernel::operator()(double p) const {
     if (p == 0 || p == 1) return kNA;
     if (IsTolerantlyHalf(p)) return location;
     const double z = p > 0.5 ? -frame::SafeLog(2 - 2 * p) : frame::SafeLog(2 * p);
     return location + z * scale;
 }
 
-double LaplacePdfKernel(double x, double location, double scale) {
-    return LaplacePdf{location, scale}(x);
-}
-
-double LaplaceCdfKernel(double x, double location, double scale, bool upper) {
-    return LaplaceCdf{location, scale, upper}(x);
-}
-
-double LaplaceInvCdfKernel(double p, double location, double scale) {
-    return LaplaceInvCdf{location, scale}(p);
-}
-
 }  // namespace kernels
 
 double LaplacePdf(double x, double location, double scale) {
-    return frame::Framed<kernels::LaplacePdf>(x, location, scale);
+    return frame::Framed<kernels::LaplacePdfKernel>(x, location, scale);
 }
 
 double LaplaceCdf(double x, double location, double scale, bool upper) {
-    return frame::Framed<kernels::LaplaceCdf>(x, location, scale, upper);
+    return frame::Framed<kernels::LaplaceCdfKernel>(x, location, scale, upper);
 }
 
 double LaplaceInvCdf(double p, double location, double scale) {
-    return frame::Framed<kernels::LaplaceInvCdf>(p, location, scale);
+    return frame::Framed<kernels::LaplaceInvCdfKernel>(p, location, scale);
 }
 
 void LaplacePdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::LaplacePdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::LaplacePdfKernel>(out, in, count, location, scale);
 }
 
 void LaplaceCdf(double* out, const double* in, std::size_t count, double location, double scale, bool upper) {
-    frame::FramedEach<kernels::LaplaceCdf>(out, in, count, location, scale, upper);
+    frame::FramedEach<kernels::LaplaceCdfKernel>(out, in, count, location, scale, upper);
 }
 
 void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::LaplaceInvCdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::LaplaceInvCdfKernel>(out, in, count, location, scale);
 }
 
 }  // namespace zul

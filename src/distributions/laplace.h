@@ -7,7 +7,7 @@
 namespace zul::kernels {
 
 // exp(-|x - location| / scale) / (2 scale). A failure of any class gives NA.
-struct LaplacePdf {
+struct LaplacePdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -16,7 +16,7 @@ struct LaplacePdf {
 
 // With z = (x - location) / scale, negated for the upper tail: 0.5 + 0.5 times the lower tail of the standard
 // exponential family at z for z >= 0, else 0.5 exp(z).
-struct LaplaceCdf {
+struct LaplaceCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -27,15 +27,11 @@ struct LaplaceCdf {
 
 // location + scale log(2 p), or location - scale log(2 - 2 p) for p > 0.5. p = 0 and p = 1 give NA, a p that
 // tolerantly equals 0.5 the location.
-struct LaplaceInvCdf {
+struct LaplaceInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
     double operator()(double p) const;
 };
-
-double LaplacePdfKernel(double x, double location, double scale);
-double LaplaceCdfKernel(double x, double location, double scale, bool upper);
-double LaplaceInvCdfKernel(double p, double location, double scale);
 
 }  // namespace zul::kernels

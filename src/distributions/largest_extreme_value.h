@@ -7,7 +7,7 @@
 namespace zul::kernels {
 
 // e exp(-e) / scale with e = exp(-(x - location) / scale); 0 where e overflows.
-struct LargestExtremeValuePdf {
+struct LargestExtremeValuePdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -15,7 +15,7 @@ struct LargestExtremeValuePdf {
 };
 
 // The other tail of the standard exponential family at e; 0 and 1 where e overflows.
-struct LargestExtremeValueCdf {
+struct LargestExtremeValueCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -25,7 +25,7 @@ struct LargestExtremeValueCdf {
 };
 
 // location - scale log(-log(p)). p = 0 and p = 1 throw "float overflow".
-struct LargestExtremeValueInvCdf {
+struct LargestExtremeValueInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -34,9 +34,5 @@ struct LargestExtremeValueInvCdf {
 
 // The same when log(p) is known.
 double LargestExtremeValueAtLogarithm(double logP, double location, double scale);
-
-double LargestExtremeValuePdfKernel(double x, double location, double scale);
-double LargestExtremeValueCdfKernel(double x, double location, double scale, bool upper);
-double LargestExtremeValueInvCdfKernel(double p, double location, double scale);
 
 }  // namespace zul::kernels

@@ -6,7 +6,7 @@
 namespace zul::kernels {
 
 // The logistic density of log(x - threshold) over x - threshold for x > threshold, else 0.
-struct LogLogisticPdf {
+struct LogLogisticPdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double location;
     double scale;
@@ -15,7 +15,7 @@ struct LogLogisticPdf {
 };
 
 // The logistic tail at log(x - threshold) for x > threshold, else 0 and 1.
-struct LogLogisticCdf {
+struct LogLogisticCdfKernel {
     using Parameters = frame::ParameterList<double, double, double, bool>;
     double location;
     double scale;
@@ -25,16 +25,12 @@ struct LogLogisticCdf {
 };
 
 // exp(q) + threshold, q the logistic quantile; a q from NA on is returned as it is.
-struct LogLogisticInvCdf {
+struct LogLogisticInvCdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double location;
     double scale;
     double threshold;
     double operator()(double p) const;
 };
-
-double LogLogisticPdfKernel(double x, double location, double scale, double threshold);
-double LogLogisticCdfKernel(double x, double location, double scale, double threshold, bool upper);
-double LogLogisticInvCdfKernel(double p, double location, double scale, double threshold);
 
 }  // namespace zul::kernels

@@ -7,7 +7,7 @@ namespace zul::kernels {
 
 // The normal density of log(x - threshold) over x - threshold for x > threshold, else 0. location and scale are
 // the mean and the standard deviation of the logarithm.
-struct LogNormalPdf {
+struct LogNormalPdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double location;
     double scale;
@@ -16,7 +16,7 @@ struct LogNormalPdf {
 };
 
 // The normal tail at log(x - threshold) for x > threshold, else 0 and 1.
-struct LogNormalCdf {
+struct LogNormalCdfKernel {
     using Parameters = frame::ParameterList<double, double, double, bool>;
     double location;
     double scale;
@@ -26,16 +26,12 @@ struct LogNormalCdf {
 };
 
 // exp(q) + threshold, q the normal quantile; a q from NA on is returned as it is. p = 0 gives the threshold.
-struct LogNormalInvCdf {
+struct LogNormalInvCdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double location;
     double scale;
     double threshold;
     double operator()(double p) const;
 };
-
-double LogNormalPdfKernel(double x, double location, double scale, double threshold);
-double LogNormalCdfKernel(double x, double location, double scale, double threshold, bool upper);
-double LogNormalInvCdfKernel(double p, double location, double scale, double threshold);
 
 }  // namespace zul::kernels

@@ -12,7 +12,7 @@ namespace kernels {
 
 namespace {
 
-double LogisticDensity(const LogisticPdf* at, double x) {
+double LogisticDensity(const LogisticPdfKernel* at, double x) {
     const double z = std::abs(StandardDeviate(x, at->location, at->scale));
     if (z > frame::kExpOverflowLimit) return 0;  // without the cost of an exception
     const double e = std::exp(-z);               // the density is even in z
@@ -28,60 +28,48 @@ double LogOdds(double p) {
 
 }  // namespace
 
-double LogisticPdf::operator()(double x) const {
+double LogisticPdfKernel::operator()(double x) const {
     if (IsOrdinaryDeviate(x, location, scale)) return LogisticDensity(this, x);
     return frame::OnAnyFailure(0.0, &LogisticDensity, this, x);
 }
 
-double LogisticCdf::operator()(double x) const {
+double LogisticCdfKernel::operator()(double x) const {
     const double exponent = -StandardDeviate(x, location, scale);
     if (exponent > frame::kExpOverflowLimit) return upper ? 1 : 0;
     const double e = frame::SafeExp(exponent);
     return upper ? e / (1 + e) : 1 / (1 + e);
 }
 
-double LogisticInvCdf::operator()(double p) const {
+double LogisticInvCdfKernel::operator()(double p) const {
     if (IsTolerantlyHalf(p)) return location;
     return location - LogOdds(p) * scale;
-}
-
-double LogisticPdfKernel(double x, double location, double scale) {
-    return LogisticPdf{location, scale}(x);
-}
-
-double LogisticCdfKernel(double x, double location, double scale, bool upper) {
-    return LogisticCdf{location, scale, upper}(x);
-}
-
-double LogisticInvCdfKernel(double p, double location, double scale) {
-    return LogisticInvCdf{location, scale}(p);
 }
 
 }  // namespace kernels
 
 double LogisticPdf(double x, double location, double scale) {
-    return frame::Framed<kernels::LogisticPdf>(x, location, scale);
+    return frame::Framed<kernels::LogisticPdfKernel>(x, location, scale);
 }
 
 double LogisticCdf(double x, double location, double scale, bool upper) {
-    return frame::Framed<kernels::LogisticCdf>(x, location, scale, upper);
+    return frame::Framed<kernels::LogisticCdfKernel>(x, location, scale, upper);
 }
 
 double LogisticInvCdf(double p, double location, double scale) {
-    return frame::Framed<kernels::LogisticInvCdf>(p, location, scale);
+    return frame::Framed<kernels::LogisticInvCdfKernel>(p, location, scale);
 }
 
 void LogisticPdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::LogisticPdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::LogisticPdfKernel>(out, in, count, location, scale);
 }
 
 void LogisticCdf(double* out, const double* in, std::size_t count, double location, double scale,
                  bool upper) {
-    frame::FramedEach<kernels::LogisticCdf>(out, in, count, location, scale, upper);
+    frame::FramedEach<kernels::LogisticCdfKernel>(out, in, count, location, scale, upper);
 }
 
 void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
-    frame::FramedEach<kernels::LogisticInvCdf>(out, in, count, location, scale);
+    frame::FramedEach<kernels::LogisticInvCdfKernel>(out, in, count, location, scale);
 }
 
 }  // namespace zul

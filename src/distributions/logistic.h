@@ -7,7 +7,7 @@ namespace zul::kernels {
 
 // 1 / (1/e + 2 + e) / scale with e = exp(-z), z = (x - location) / scale. 0 where an exponential overflows, and
 // for a failure of any class.
-struct LogisticPdf {
+struct LogisticPdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -15,7 +15,7 @@ struct LogisticPdf {
 };
 
 // Lower tail 1 / (1 + e), upper tail e / (1 + e); 0 and 1 where e overflows.
-struct LogisticCdf {
+struct LogisticCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -25,15 +25,11 @@ struct LogisticCdf {
 
 // location - (log(1 - p) - log(p)) scale. A p that tolerantly equals 0.5 gives the location; p = 0 and p = 1
 // throw "float overflow".
-struct LogisticInvCdf {
+struct LogisticInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
     double operator()(double p) const;
 };
-
-double LogisticPdfKernel(double x, double location, double scale);
-double LogisticCdfKernel(double x, double location, double scale, bool upper);
-double LogisticInvCdfKernel(double p, double location, double scale);
 
 }  // namespace zul::kernels

@@ -37,16 +37,16 @@ double PowerOfFailure(double prob, double y) {
     return IsSmall(prob) ? frame::SafeExp(y * LogOfFailure(prob)) : frame::SafePow(1 - prob, y);
 }
 
-double LowerTail(const NegBinomialCdf& at, double x) {
+double LowerTail(const NegBinomialCdfKernel& at, double x) {
     if (x < at.r) return 0;
-    if (at.r != 1) return BinomialCdf(x, at.prob, true)(at.r);
+    if (at.r != 1) return BinomialCdfKernel(x, at.prob, true)(at.r);
     // Deliberate: x as it is, so that this tail grows between whole numbers, too.
     return IsSmall(at.prob) ? -std::expm1(x * LogOfFailure(at.prob)) : 1 - PowerOfFailure(at.prob, x);
 }
 
-double UpperTail(const NegBinomialCdf& at, double x) {
+double UpperTail(const NegBinomialCdfKernel& at, double x) {
     if (at.r >= x) return 1;
-    if (at.r != 1) return BinomialCdf(x - 1, at.prob, false)(at.r - 1);
+    if (at.r != 1) return BinomialCdfKernel(x - 1, at.prob, false)(at.r - 1);
     return PowerOfFailure(at.prob, x - 1);
 }
 
@@ -56,25 +56,25 @@ double UpperTail(const NegBinomialCdf& at, double x) {
 double GeometricQuantile(double p, double prob) {
     const double start = std::ceil(std::abs(LogOfFailure(p) / LogOfFailure(prob)));
     if (start - 1 == start) return start;
-    const NegBinomialCdf lowerTail{prob, 1, false};
+    const NegBinomialCdfKernel lowerTail{prob, 1, false};
     return 1 + FirstOnTheWay(start - 1, 0, [&](double k) { return lowerTail(k) < p; });
 }
 
 }  // namespace
 
-double NegBinomialPdf::operator()(double x) const {
+double NegBinomialPdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     const double k = at.value;
     if (!at.isWhole || k < r) return 0 * prob;
     if (Equal(r, 1)) return PowerOfFailure(prob, k - 1) * prob;
-    return BinomialPdf(k - 1, prob)(r - 1) * prob;
+    return BinomialPdfKernel(k - 1, prob)(r - 1) * prob;
 }
 
-double NegBinomialCdf::operator()(double x) const {
+double NegBinomialCdfKernel::operator()(double x) const {
     return upper ? UpperTail(*this, x) : LowerTail(*this, x);
 }
 
-double NegBinomialInvCdf::operator()(double p) {
+double NegBinomialInvCdfKernel::operator()(double p) {
     if (p <= firstMass_.Get([this] { return frame::SafePow(prob_, r_); })) return r_;
     if (Equal(p, 1) || Equal(prob_, 0)) return kNA;
     if (Equal(r_, 1)) return frame::OnAnyFailure(kNA, &GeometricQuantile, p, prob_);
@@ -83,13 +83,13 @@ double NegBinomialInvCdf::operator()(double p) {
 
 // Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of distributions having known
 // cumulants, 1960.
-double NegBinomialInvCdf::Search(double p) const {
-    const double z = NormalInvCdfKernel(p, 0, 1);
+double NegBinomialInvCdfKernel::Search(double p) const {
+    const double z = NormalInvCdfKernel{0, 1}(p);
     if (z == kNA) return kNA;
     const double spread = frame::SafeSqrt((1 - prob_) * r_);
     double x = std::ceil((spread * z + r_ + (z * z - 1) * (2 - prob_) / 6) / prob_ + 0.5);
 
-    const NegBinomialCdf lowerTail{prob_, r_, false};
+    const NegBinomialCdfKernel lowerTail{prob_, r_, false};
     const auto isBelow = [&](double k) { return lowerTail(k) < p; };
     double lo = std::ceil(r_) - 1;
     double step = std::abs(x - r_);
@@ -106,42 +106,30 @@ double NegBinomialInvCdf::Search(double p) const {
     return SolveInversion(f, lo, lo + 1);
 }
 
-double NegBinomialPdfKernel(double x, double prob, double r) {
-    return NegBinomialPdf{prob, r}(x);
-}
-
-double NegBinomialCdfKernel(double x, double prob, double r, bool upper) {
-    return NegBinomialCdf{prob, r, upper}(x);
-}
-
-double NegBinomialInvCdfKernel(double p, double prob, double r) {
-    return NegBinomialInvCdf(prob, r)(p);
-}
-
 }  // namespace kernels
 
 double NegBinomialPdf(double x, double prob, double r) {
-    return frame::Framed<kernels::NegBinomialPdf>(x, prob, r);
+    return frame::Framed<kernels::NegBinomialPdfKernel>(x, prob, r);
 }
 
 double NegBinomialCdf(double x, double prob, double r, bool upper) {
-    return frame::Framed<kernels::NegBinomialCdf>(x, prob, r, upper);
+    return frame::Framed<kernels::NegBinomialCdfKernel>(x, prob, r, upper);
 }
 
 double NegBinomialInvCdf(double p, double prob, double r) {
-    return frame::Framed<kernels::NegBinomialInvCdf>(p, prob, r);
+    return frame::Framed<kernels::NegBinomialInvCdfKernel>(p, prob, r);
 }
 
 void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r) {
-    frame::FramedEach<kernels::NegBinomialPdf>(out, in, count, prob, r);
+    frame::FramedEach<kernels::NegBinomialPdfKernel>(out, in, count, prob, r);
 }
 
 void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r, bool upper) {
-    frame::FramedEach<kernels::NegBinomialCdf>(out, in, count, prob, r, upper);
+    frame::FramedEach<kernels::NegBinomialCdfKernel>(out, in, count, prob, r, upper);
 }
 
 void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r) {
-    frame::FramedEach<kernels::NegBinomialInvCdf>(out, in, count, prob, r);
+    frame::FramedEach<kernels::NegBinomialInvCdfKernel>(out, in, count, prob, r);
 }
 
 }  // namespace zul

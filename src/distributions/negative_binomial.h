@@ -10,7 +10,7 @@ namespace zul::kernels {
 
 // C(k - 1, r - 1) prob^r (1 - prob)^(k - r) at k = x: prob times the binomial mass of r - 1 successes in k -
 // 1 trials. 0 * prob for k < r and between whole numbers.
-struct NegBinomialPdf {
+struct NegBinomialPdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double prob;
     double r;
@@ -18,9 +18,9 @@ struct NegBinomialPdf {
 };
 
 // P(X <= x) is the probability of r or more successes in x trials, P(X >= x) that of fewer in x - 1 trials,
-// both after the rules of BinomialCdf for its n: for r = 1 1 - (1 - prob)^x and (1 - prob)^(x - 1) with x as
-// it is.
-struct NegBinomialCdf {
+// both after the rules of BinomialCdfKernel for its n: for r = 1 1 - (1 - prob)^x and (1 - prob)^(x - 1) with
+// x as it is.
+struct NegBinomialCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double prob;
     double r;
@@ -30,10 +30,10 @@ struct NegBinomialCdf {
 
 // The quantile at p. p <= prob^r gives r; else p = 1 or prob = 0, within CompareTolerant, gives NA. For r = 1
 // a failure of the logarithms gives NA.
-class NegBinomialInvCdf {
+class NegBinomialInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    NegBinomialInvCdf(double prob, double r) : prob_(prob), r_(r) {}
+    NegBinomialInvCdfKernel(double prob, double r) : prob_(prob), r_(r) {}
     double operator()(double p);
 
 private:
@@ -43,10 +43,6 @@ private:
     numerics::Lazy firstMass_;
 };
 
-double NegBinomialPdfKernel(double x, double prob, double r);
-double NegBinomialCdfKernel(double x, double prob, double r, bool upper);
-double NegBinomialInvCdfKernel(double p, double prob, double r);
-
 // The lower tail at t, not rounded, minus p.
 class CmNegBinomialCdf : public CmInversion {
 public:
@@ -54,7 +50,7 @@ public:
     double Evaluate(double t) override { return lowerTail_(t) - target; }
 
 private:
-    NegBinomialCdf lowerTail_;
+    NegBinomialCdfKernel lowerTail_;
 };
 
 }  // namespace zul::kernels

@@ -37,24 +37,24 @@ double SolveForDeviate(double p) {
     return numerics::SolveFalsePosition(kLowestDeviate, 0, f, &status);
 }
 
-double NormalDensity(const NormalPdf* at, double x) {
+double NormalDensity(const NormalPdfKernel* at, double x) {
     const double z = (x - at->mean) / at->sd;
     return frame::SafeExp(-0.5 * (z * z)) / (std::sqrt(2 * std::numbers::pi) * at->sd);
 }
 
 }  // namespace
 
-double NormalPdf::operator()(double x) const {
+double NormalPdfKernel::operator()(double x) const {
     return frame::OnRuntimeError(0.0, &NormalDensity, this, x);
 }
 
-double NormalCdf::operator()(double x) const {
+double NormalCdfKernel::operator()(double x) const {
     if (x == kNA) return kNA;
     if (x == mean) return 0.5;
     return TailsAt((x - mean) / sd).Tail(upper);
 }
 
-double NormalInvCdf::operator()(double p) const {
+double NormalInvCdfKernel::operator()(double p) const {
     double z = 0;
     numerics::inv_normal_df(p, &z);
     if (ErrorState().Failed()) {
@@ -66,22 +66,10 @@ double NormalInvCdf::operator()(double p) const {
     return z * sd + mean;
 }
 
-double NormalPdfKernel(double x, double mean, double sd) {
-    return NormalPdf{mean, sd}(x);
-}
-
-double NormalCdfKernel(double x, double mean, double sd, bool upper) {
-    return NormalCdf{mean, sd, upper}(x);
-}
-
-double NormalInvCdfKernel(double p, double mean, double sd) {
-    return NormalInvCdf{mean, sd}(p);
-}
-
-double StandardNormalTail(double z, int alternative) {
+double StandardNormalTail(double z, Side side) {
     if (z == kNA) return kNA;
     const TailPair tails = TailsAt(z);
-    return tails.lower == kNA ? kNA : tails.PValue(alternative);
+    return tails.lower == kNA ? kNA : tails.PValue(side);
 }
 
 CmStandardNormalCdf::CmStandardNormalCdf(double p) {
@@ -101,27 +89,27 @@ double CmStandardNormalCdf::Evaluate(double x) {
 }  // namespace kernels
 
 double NormalPdf(double x, double mean, double sd) {
-    return frame::Framed<kernels::NormalPdf>(x, mean, sd);
+    return frame::Framed<kernels::NormalPdfKernel>(x, mean, sd);
 }
 
 double NormalCdf(double x, double mean, double sd, bool upper) {
-    return frame::Framed<kernels::NormalCdf>(x, mean, sd, upper);
+    return frame::Framed<kernels::NormalCdfKernel>(x, mean, sd, upper);
 }
 
 double NormalInvCdf(double p, double mean, double sd) {
-    return frame::Framed<kernels::NormalInvCdf>(p, mean, sd);
+    return frame::Framed<kernels::NormalInvCdfKernel>(p, mean, sd);
 }
 
 void NormalPdf(double* out, const double* in, std::size_t count, double mean, double sd) {
-    frame::FramedEach<kernels::NormalPdf>(out, in, count, mean, sd);
+    frame::FramedEach<kernels::NormalPdfKernel>(out, in, count, mean, sd);
 }
 
 void NormalCdf(double* out, const double* in, std::size_t count, double mean, double sd, bool upper) {
-    frame::FramedEach<kernels::NormalCdf>(out, in, count, mean, sd, upper);
+    frame::FramedEach<kernels::NormalCdfKernel>(out, in, count, mean, sd, upper);
 }
 
 void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd) {
-    frame::FramedEach<kernels::NormalInvCdf>(out, in, count, mean, sd);
+    frame::FramedEach<kernels::NormalInvCdfKernel>(out, in, count, mean, sd);
 }
 
 }  // namespace zul

@@ -1,3 +1,5 @@
+#include "distributions/p_values.h"
+
 #include "distributions/binomial_p_value.h"
 #include "distributions/chi_square.h"
 #include "distributions/f.h"
@@ -9,51 +11,50 @@
 #include "zul/distributions.h"
 
 namespace zul {
-namespace {
+namespace kernels {
 
 using frame::kNA;
-using kernels::TailPair;
 
-double ChiSqPValueKernel(double x, double df, int alternative) {
+double ChiSqPValue(double x, double df, Side side) {
     TailPair tails;
-    return kernels::ChiSqTails(x, df / 2, 0, &tails) ? tails.PValue(alternative) : kNA;
+    return ChiSqTails(x, df / 2, 0, &tails) ? tails.PValue(side) : kNA;
 }
 
-double FPValueKernel(double x, double df1, double df2, int alternative) {
+double FPValue(double x, double df1, double df2, Side side) {
     TailPair tails;
     const numerics::BetaShapes halfDf(df1 / 2, df2 / 2);
-    return kernels::FTails(x, halfDf, 0, &tails) ? tails.PValue(alternative) : kNA;
+    return FTails(x, halfDf, 0, &tails) ? tails.PValue(side) : kNA;
 }
 
-double TPValueKernel(double t, double df, int alternative) {
+double TPValue(double t, double df, Side side) {
     TailPair tails;
-    return kernels::TTails(t, df, 0, &tails) ? tails.PValue(alternative) : kNA;
+    return TTails(t, df, 0, &tails) ? tails.PValue(side) : kNA;
 }
 
-}  // namespace
+}  // namespace kernels
 
 double ChiSqPValue(double x, double df, EAlternative alternative) {
-    return frame::FramedCall(&ChiSqPValueKernel, x, df, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::ChiSqPValue, x, df, SideOf(alternative));
 }
 
 double FPValue(double x, double df1, double df2, EAlternative alternative) {
-    return frame::FramedCall(&FPValueKernel, x, df1, df2, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::FPValue, x, df1, df2, SideOf(alternative));
 }
 
 double NormalPValue(double z, EAlternative alternative) {
-    return frame::FramedCall(&kernels::StandardNormalTail, z, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::StandardNormalTail, z, SideOf(alternative));
 }
 
 double TPValue(double t, double df, EAlternative alternative) {
-    return frame::FramedCall(&TPValueKernel, t, df, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::TPValue, t, df, SideOf(alternative));
 }
 
 double BinomialPValue(double x, int n, double p0, EAlternative alternative) {
-    return frame::FramedCall(&kernels::BinomialPValueKernel, x, n, p0, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::BinomialPValue, x, n, p0, SideOf(alternative));
 }
 
 double HypergeometricPValue(int x, int N, int M, int n, EAlternative alternative) {
-    return frame::FramedCall(&kernels::HypergeometricPValueKernel, x, N, M, n, static_cast<int>(alternative));
+    return frame::FramedCall(&kernels::HypergeometricPValue, x, N, M, n, SideOf(alternative));
 }
 
 }  // namespace zul

@@ -21,13 +21,13 @@ double Mass(const numerics::PoissonShape* shape, double k) {
 
 }  // namespace
 
-double PoissonPdf::operator()(double x) const {
+double PoissonPdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     if (!at.isWhole || at.value < 0) return 0;
     return frame::OnAnyFailure(0.0, &Mass, &shape_, at.value);
 }
 
-double PoissonCdf::operator()(double x) const {
+double PoissonCdfKernel::operator()(double x) const {
     const WholeArgument at(x);
     const double k = upper_ ? at.First() - 1 : at.value;
     if (k < 0) return upper_ ? 1 : 0;
@@ -39,48 +39,36 @@ double PoissonCdf::operator()(double x) const {
     return upper_ ? above : lower;
 }
 
-double PoissonInvCdf::operator()(double p) const {
+double PoissonInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;
     return DiscreteQuantile(p, shape_, &numerics::poisson_lower_quant, &numerics::poisson_upper_quant);
 }
 
-double PoissonPdfKernel(double x, double mean) {
-    return PoissonPdf(mean)(x);
-}
-
-double PoissonCdfKernel(double x, double mean, bool upper) {
-    return PoissonCdf(mean, upper)(x);
-}
-
-double PoissonInvCdfKernel(double p, double mean) {
-    return PoissonInvCdf(mean)(p);
-}
-
 }  // namespace kernels
 
 double PoissonPdf(double x, double mean) {
-    return frame::Framed<kernels::PoissonPdf>(x, mean);
+    return frame::Framed<kernels::PoissonPdfKernel>(x, mean);
 }
 
 double PoissonCdf(double x, double mean, bool upper) {
-    return frame::Framed<kernels::PoissonCdf>(x, mean, upper);
+    return frame::Framed<kernels::PoissonCdfKernel>(x, mean, upper);
 }
 
 double PoissonInvCdf(double p, double mean) {
-    return frame::Framed<kernels::PoissonInvCdf>(p, mean);
+    return frame::Framed<kernels::PoissonInvCdfKernel>(p, mean);
 }
 
 void PoissonPdf(double* out, const double* in, std::size_t count, double mean) {
-    frame::FramedEach<kernels::PoissonPdf>(out, in, count, mean);
+    frame::FramedEach<kernels::PoissonPdfKernel>(out, in, count, mean);
 }
 
 void PoissonCdf(double* out, const double* in, std::size_t count, double mean, bool upper) {
-    frame::FramedEach<kernels::PoissonCdf>(out, in, count, mean, upper);
+    frame::FramedEach<kernels::PoissonCdfKernel>(out, in, count, mean, upper);
 }
 
 void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean) {
-    frame::FramedEach<kernels::PoissonInvCdf>(out, in, count, mean);
+    frame::FramedEach<kernels::PoissonInvCdfKernel>(out, in, count, mean);
 }
 
 }  // namespace zul

@@ -8,10 +8,10 @@ namespace zul::kernels {
 
 // mean^k exp(-mean) / k! at k = x, by logarithms; 0 for k < 0, between whole numbers, and for any failure:
 // also for a mean <= 0, whose logarithm fails.
-class PoissonPdf {
+class PoissonPdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
-    explicit PoissonPdf(double mean) : shape_(mean) {}
+    explicit PoissonPdfKernel(double mean) : shape_(mean) {}
     double operator()(double x) const;
 
 private:
@@ -22,10 +22,10 @@ private:
 // the chi-square distribution at 2 mean with 2 (k + 1) degrees of freedom for P(X <= k) and P(X > k). So a
 // mean <= 0 puts all mass on 0, and the shapes end at kShapeLimit: NA. "poisson_df" has the same numbers from
 // fewer steps.
-class PoissonCdf {
+class PoissonCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, bool>;
-    PoissonCdf(double mean, bool upper) : shape_(mean), upper_(upper) {}
+    PoissonCdfKernel(double mean, bool upper) : shape_(mean), upper_(upper) {}
     double operator()(double x) const;
 
 private:
@@ -34,18 +34,14 @@ private:
 };
 
 // The quantile at p. p = 0 gives 0, p = 1 gives NA.
-class PoissonInvCdf {
+class PoissonInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
-    explicit PoissonInvCdf(double mean) : shape_(mean) {}
+    explicit PoissonInvCdfKernel(double mean) : shape_(mean) {}
     double operator()(double p) const;
 
 private:
     numerics::PoissonShape shape_;
 };
-
-double PoissonPdfKernel(double x, double mean);
-double PoissonCdfKernel(double x, double mean, bool upper);
-double PoissonInvCdfKernel(double p, double mean);
 
 }  // namespace zul::kernels

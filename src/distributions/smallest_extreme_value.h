@@ -8,7 +8,7 @@
 namespace zul::kernels {
 
 // The density of the mirrored family at -x.
-struct SmallestExtremeValuePdf {
+struct SmallestExtremeValuePdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -16,25 +16,21 @@ struct SmallestExtremeValuePdf {
 };
 
 // The other tail of the mirrored family at -x.
-struct SmallestExtremeValueCdf {
+struct SmallestExtremeValueCdfKernel {
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
     bool upper;
-    LargestExtremeValueCdf mirrored{-location, scale, !upper};
+    LargestExtremeValueCdfKernel mirrored{-location, scale, !upper};
     double operator()(double x);
 };
 
 // The negative of the mirrored family's inverse at 1 - p; the sign is changed only when that is below NA.
-struct SmallestExtremeValueInvCdf {
+struct SmallestExtremeValueInvCdfKernel {
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
     double operator()(double p) const;
 };
-
-double SmallestExtremeValuePdfKernel(double x, double location, double scale);
-double SmallestExtremeValueCdfKernel(double x, double location, double scale, bool upper);
-double SmallestExtremeValueInvCdfKernel(double p, double location, double scale);
 
 }  // namespace zul::kernels

@@ -8,8 +8,8 @@
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
+#include "numerics/fast_logarithms.h"
 #include "numerics/noncentral_t.h"
-#include "numerics/prompt_logarithms.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -24,39 +24,39 @@ namespace {
 // log(1 + z^2).
 double LogSumOfFar(double z) {
     constexpr double kSquareRange = 1e150;
-    return z < kSquareRange ? numerics::PromptLog1p(z * z) : 2 * std::log(z);
+    return z < kSquareRange ? numerics::FastLog1p(z * z) : 2 * std::log(z);
 }
 
 }  // namespace
 
-double TPdf::operator()(double x) {
+double TPdfKernel::operator()(double x) {
     return noncentrality_ == 0 || x == 0 ? Central(x, 0) : Noncentral(x);
 }
 
-double TPdf::LogScale() {
+double TPdfKernel::LogScale() {
     constexpr double kFewHalves = 10;  // beyond it the log-gammas would cancel
     constexpr double kHalfLogTwoPi = 0.9189385332046727;
     return logScale_.Get([df = df_] {
         const double half = df / 2;
         numerics::RequireGammaArgument(half);
-        if (half > kFewHalves) return numerics::PromptLogHalfStep(half) - kHalfLogTwoPi;
-        return numerics::PromptLogGamma(half + 0.5) - numerics::PromptLogGamma(half) -
+        if (half > kFewHalves) return numerics::FastLogHalfStep(half) - kHalfLogTwoPi;
+        return numerics::FastLogGamma(half + 0.5) - numerics::FastLogGamma(half) -
                std::log(df * std::numbers::pi) / 2;
     });
 }
 
-double TPdf::Central(double x, double logFactor) {
+double TPdfKernel::Central(double x, double logFactor) {
     constexpr double kMedium = 1e100;  // neither a square nor its quotient leaves the range
 
     const double logScale = LogScale();
     const double size = std::abs(x);
-    const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::PromptLog1p(size * size / df_)
+    const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::FastLog1p(size * size / df_)
                                                               : LogSumOfFar(size / std::sqrt(df_));
     const double shift = std::min(std::abs(noncentrality_), kMedium);
     return frame::SafeExp(logScale - (df_ + 1) / 2 * logSum - shift * shift / 2 + logFactor);
 }
 
-double TPdf::Noncentral(double x) {
+double TPdfKernel::Noncentral(double x) {
     if (x == kNA) return kNA;
     double logSum = 0;
     if (LogPowerSeries(x, &logSum)) return Central(x, logSum);
@@ -78,7 +78,7 @@ double TPdf::Noncentral(double x) {
 // / 2) / gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2), but for
 // exp(-noncentrality^2 / 2). False: the terms alternate and cancel, or there are too many. Source: N. L.
 // Johnson, S. Kotz and N. Balakrishnan, Continuous Univariate Distributions, volume 2, 1995, chapter 31.
-bool TPdf::LogPowerSeries(double x, double* logSum) {
+bool TPdfKernel::LogPowerSeries(double x, double* logSum) {
     // Up to here "t_ncdf" refuses nothing.
     constexpr double kLargestDf = 1e8;
     constexpr double kLargestSize = 1000;
@@ -152,18 +152,18 @@ bool TTails(double x, const TShape& shape, double noncentrality, TailPair* tails
     return true;
 }
 
-double TCdf::operator()(double x) const {
+double TCdfKernel::operator()(double x) const {
     TailPair tails;
     TTails(x, shape_, noncentrality_, &tails);
     return tails.Tail(upper_);
 }
 
-double TInvCdf::operator()(double p) const {
+double TInvCdfKernel::operator()(double p) const {
     if (p == 0 || p == 1) return kNA;
     return noncentrality_ == 0 ? Central(p) : Noncentral(p);
 }
 
-double TInvCdf::Central(double p) const {
+double TInvCdfKernel::Central(double p) const {
     double t = 0;
     if (p > 0.5)
         numerics::t_upper_qt(1 - p, shape_, &t);
@@ -207,7 +207,7 @@ private:
 }  // namespace
 
 // A bracket from the moments, which the distribution has for df > 1, would be widened to the same root.
-double TInvCdf::Noncentral(double p) const {
+double TInvCdfKernel::Noncentral(double p) const {
     CmTCdf f(shape_, noncentrality_, p);
     return SolveFromGuess(f, Range::Real, TGuess(shape_, noncentrality_), 2 * std::abs(noncentrality_));
 }
@@ -221,42 +221,30 @@ double CmTCdf::Evaluate(double t) {
     return tails.lower - p_;
 }
 
-double TPdfKernel(double x, double df, double noncentrality) {
-    return TPdf(df, noncentrality)(x);
-}
-
-double TCdfKernel(double x, double df, double noncentrality, bool upper) {
-    return TCdf(df, noncentrality, upper)(x);
-}
-
-double TInvCdfKernel(double p, double df, double noncentrality) {
-    return TInvCdf(df, noncentrality)(p);
-}
-
 }  // namespace kernels
 
 double TPdf(double x, double df, double noncentrality) {
-    return frame::Framed<kernels::TPdf>(x, df, noncentrality);
+    return frame::Framed<kernels::TPdfKernel>(x, df, noncentrality);
 }
 
 double TCdf(double x, double df, double noncentrality, bool upper) {
-    return frame::Framed<kernels::TCdf>(x, df, noncentrality, upper);
+    return frame::Framed<kernels::TCdfKernel>(x, df, noncentrality, upper);
 }
 
 double TInvCdf(double p, double df, double noncentrality) {
-    return frame::Framed<kernels::TInvCdf>(p, df, noncentrality);
+    return frame::Framed<kernels::TInvCdfKernel>(p, df, noncentrality);
 }
 
 void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
-    frame::FramedEach<kernels::TPdf>(out, in, count, df, noncentrality);
+    frame::FramedEach<kernels::TPdfKernel>(out, in, count, df, noncentrality);
 }
 
 void TCdf(double* out, const double* in, std::size_t count, double df, double noncentrality, bool upper) {
-    frame::FramedEach<kernels::TCdf>(out, in, count, df, noncentrality, upper);
+    frame::FramedEach<kernels::TCdfKernel>(out, in, count, df, noncentrality, upper);
 }
 
 void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
-    frame::FramedEach<kernels::TInvCdf>(out, in, count, df, noncentrality);
+    frame::FramedEach<kernels::TInvCdfKernel>(out, in, count, df, noncentrality);
 }
 
 }  // namespace zul

@@ -14,10 +14,10 @@ namespace zul::kernels {
 // exp(-noncentrality^2 / 2). Else (F1 - F2) df / x, where F2 is the lower tail at x and F1 that at c x with
 // df + 2 degrees of freedom, c = sqrt((df + 2) / df); NA when either fails. Where a power series in x does,
 // that is the density instead: the difference may cancel.
-class TPdf {
+class TPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    TPdf(double df, double noncentrality) : df_(df), noncentrality_(noncentrality) {}
+    TPdfKernel(double df, double noncentrality) : df_(df), noncentrality_(noncentrality) {}
     double operator()(double x);
 
 private:
@@ -39,10 +39,10 @@ private:
 bool TTails(double x, const numerics::TShape& shape, double noncentrality, TailPair* tails);
 
 // Either tail at x.
-class TCdf {
+class TCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
-    TCdf(double df, double noncentrality, bool upper)
+    TCdfKernel(double df, double noncentrality, bool upper)
         : shape_(df), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
 
@@ -53,10 +53,10 @@ private:
 };
 
 // The quantile at p. p = 0 and p = 1 give NA.
-class TInvCdf {
+class TInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
-    TInvCdf(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
+    TInvCdfKernel(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
     double operator()(double p) const;
 
 private:
@@ -65,10 +65,6 @@ private:
     numerics::TShape shape_;
     double noncentrality_;
 };
-
-double TPdfKernel(double x, double df, double noncentrality);
-double TCdfKernel(double x, double df, double noncentrality, bool upper);
-double TInvCdfKernel(double p, double df, double noncentrality);
 
 // The lower tail at t minus p; the shape has to outlive it.
 class CmTCdf : public CmInversion {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "frame/missing_value.h"
+#include "frame/side.h"
 
 namespace zul::kernels {
 
@@ -11,11 +12,19 @@ struct TailPair {
     double lower = frame::kNA;
     double upper = frame::kNA;
     double Tail(bool isUpper) const { return isUpper ? upper : lower; }
-    // The p-value for the code of an EAlternative: -1 the lower tail, 1 the upper one, 0 twice the smaller;
-    // any other code gives 0.
-    double PValue(int alternative) const {
-        if (alternative == 0) return 2 * std::min(lower, upper);
-        return alternative == -1 ? lower : alternative == 1 ? upper : 0.0;
+    // The p-value: one of the tails, or twice the smaller; 0 for an unknown side.
+    double PValue(Side side) const {
+        switch (side) {
+            case Side::Lower:
+                return lower;
+            case Side::Both:
+                return 2 * std::min(lower, upper);
+            case Side::Upper:
+                return upper;
+            case Side::Unknown:
+                break;
+        }
+        return 0.0;
     }
 };
 

@@ -12,7 +12,7 @@ namespace kernels {
 
 // Quotients are multiplied, never differences: the product of two differences may overflow or vanish.
 
-double TriangularPdf::operator()(double x) const {
+double TriangularPdfKernel::operator()(double x) const {
     if (x >= lower && x < mode) return 2 * ((x - lower) / (mode - lower)) / (upper - lower);
     if (x == mode) return 2 / (upper - lower);
     if (x > mode && x <= upper) return 2 * ((upper - x) / (upper - mode)) / (upper - lower);
@@ -34,7 +34,7 @@ double LowerTail(double x, double lower, double mode, double upper) {
 
 }  // namespace
 
-double TriangularCdf::operator()(double x) const {
+double TriangularCdfKernel::operator()(double x) const {
     return upperTail ? LowerTail(-x, -upper, -mode, -lower) : LowerTail(x, lower, mode, upper);
 }
 
@@ -57,7 +57,7 @@ double DistanceFromLower(double range, double below, double above, double p) {
 
 }  // namespace
 
-double TriangularInvCdf::operator()(double p) const {
+double TriangularInvCdfKernel::operator()(double p) const {
     if (p == 1) return upper;
     const double range = upper - lower;
     const double belowMode = lower < mode ? (mode - lower) / range : 0;
@@ -69,45 +69,33 @@ double TriangularInvCdf::operator()(double p) const {
     return isFromLower ? lower + DistanceFromLower(range, mode - lower, upper - mode, p) : x;
 }
 
-double TriangularPdfKernel(double x, double lower, double mode, double upper) {
-    return TriangularPdf{lower, mode, upper}(x);
-}
-
-double TriangularCdfKernel(double x, double lower, double mode, double upper, bool upperTail) {
-    return TriangularCdf{lower, mode, upper, upperTail}(x);
-}
-
-double TriangularInvCdfKernel(double p, double lower, double mode, double upper) {
-    return TriangularInvCdf{lower, mode, upper}(p);
-}
-
 }  // namespace kernels
 
 double TriangularPdf(double x, double lower, double mode, double upper) {
-    return frame::Framed<kernels::TriangularPdf>(x, lower, mode, upper);
+    return frame::Framed<kernels::TriangularPdfKernel>(x, lower, mode, upper);
 }
 
 double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail) {
-    return frame::Framed<kernels::TriangularCdf>(x, lower, mode, upper, upperTail);
+    return frame::Framed<kernels::TriangularCdfKernel>(x, lower, mode, upper, upperTail);
 }
 
 double TriangularInvCdf(double p, double lower, double mode, double upper) {
-    return frame::Framed<kernels::TriangularInvCdf>(p, lower, mode, upper);
+    return frame::Framed<kernels::TriangularInvCdfKernel>(p, lower, mode, upper);
 }
 
 void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
                    double upper) {
-    frame::FramedEach<kernels::TriangularPdf>(out, in, count, lower, mode, upper);
+    frame::FramedEach<kernels::TriangularPdfKernel>(out, in, count, lower, mode, upper);
 }
 
 void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode, double upper,
                    bool upperTail) {
-    frame::FramedEach<kernels::TriangularCdf>(out, in, count, lower, mode, upper, upperTail);
+    frame::FramedEach<kernels::TriangularCdfKernel>(out, in, count, lower, mode, upper, upperTail);
 }
 
 void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                       double upper) {
-    frame::FramedEach<kernels::TriangularInvCdf>(out, in, count, lower, mode, upper);
+    frame::FramedEach<kernels::TriangularInvCdfKernel>(out, in, count, lower, mode, upper);
 }
 
 }  // namespace zul

@@ -7,7 +7,7 @@ namespace zul::kernels {
 
 // 2 (x - lower) / ((mode - lower) (upper - lower)) on [lower, mode), 2 / (upper - lower) at the mode,
 // 2 (upper - x) / ((upper - lower) (upper - mode)) on (mode, upper], else 0.
-struct TriangularPdf {
+struct TriangularPdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double lower;
     double mode;
@@ -19,7 +19,7 @@ struct TriangularPdf {
 // ((upper - x) / (upper - mode) + 1) (x - mode) / (upper - lower); up to the mode
 // (x - lower)^2 / ((mode - lower) (upper - lower)); 0 for x <= lower. The upper tail is the lower one of the
 // mirrored problem, with x, lower, mode, upper replaced by -x, -upper, -mode, -lower.
-struct TriangularCdf {
+struct TriangularCdfKernel {
     using Parameters = frame::ParameterList<double, double, double, bool>;
     double lower;
     double mode;
@@ -29,16 +29,12 @@ struct TriangularCdf {
 };
 
 // The inverse of the two pieces, the upper one from the end that is nearer. p = 1 gives upper.
-struct TriangularInvCdf {
+struct TriangularInvCdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double lower;
     double mode;
     double upper;
     double operator()(double p) const;
 };
-
-double TriangularPdfKernel(double x, double lower, double mode, double upper);
-double TriangularCdfKernel(double x, double lower, double mode, double upper, bool upperTail);
-double TriangularInvCdfKernel(double p, double lower, double mode, double upper);
 
 }  // namespace zul::kernels

@@ -86,7 +86,7 @@ namespace {
 
 double StandardDensity(LambdaRoot& root, double z) {
     const double lambda = root.Lambda();
-    if (std::abs(lambda) <= kLogisticLambda) return LogisticPdf{0, 1}(z);
+    if (std::abs(lambda) <= kLogisticLambda) return LogisticPdfKernel{0, 1}(z);
     if (lambda > 0 && (z <= -1 / lambda || z >= 1 / lambda)) return 0;
     if (IsTolerantly(lambda, 1)) return 0.5;
     if (IsTolerantly(lambda, 2)) return 1;
@@ -99,7 +99,7 @@ double StandardDensity(LambdaRoot& root, double z) {
 
 double StandardTail(LambdaRoot& root, double z) {
     const double lambda = root.Lambda();
-    if (std::abs(lambda) <= kLogisticLambda) return LogisticCdf{0, 1, false}(z);
+    if (std::abs(lambda) <= kLogisticLambda) return LogisticCdfKernel{0, 1, false}(z);
     if (lambda > 0 && z <= -1 / lambda) return 0;
     if (lambda > 0 && z >= 1 / lambda) return 1;
     if (IsTolerantly(lambda, 1)) return (z + 1) / 2;
@@ -108,7 +108,7 @@ double StandardTail(LambdaRoot& root, double z) {
 }
 
 double StandardQuantile(double lambda, double p) {
-    if (std::abs(lambda) <= kLogisticLambda) return LogisticInvCdf{0, 1}(p);
+    if (std::abs(lambda) <= kLogisticLambda) return LogisticInvCdfKernel{0, 1}(p);
     if (IsTolerantly(lambda, 1)) return 2 * p - 1;
     if (IsTolerantly(lambda, 2)) return p - 0.5;
     return Transform(p, lambda);
@@ -116,60 +116,48 @@ double StandardQuantile(double lambda, double p) {
 
 }  // namespace
 
-double LambdaPdf::operator()(double x) {
+double LambdaPdfKernel::operator()(double x) {
     const double density = StandardDensity(root, StandardDeviate(x, location, scale));
     return density < kNA ? density / scale : density;
 }
 
-double LambdaCdf::operator()(double x) {
+double LambdaCdfKernel::operator()(double x) {
     const double z = StandardDeviate(x, location, scale);
     return StandardTail(root, upper ? -z : z);
 }
 
-double LambdaInvCdf::operator()(double p) const {
+double LambdaInvCdfKernel::operator()(double p) const {
     const double z = StandardQuantile(lambda, p);
     return z < kNA ? z * scale + location : z;
-}
-
-double LambdaPdfKernel(double x, double lambda, double location, double scale) {
-    return LambdaPdf{lambda, location, scale}(x);
-}
-
-double LambdaCdfKernel(double x, double lambda, double location, double scale, bool upper) {
-    return LambdaCdf{lambda, location, scale, upper}(x);
-}
-
-double LambdaInvCdfKernel(double p, double lambda, double location, double scale) {
-    return LambdaInvCdf{lambda, location, scale}(p);
 }
 
 }  // namespace kernels
 
 double LambdaPdf(double x, double lambda, double location, double scale) {
-    return frame::Framed<kernels::LambdaPdf>(x, lambda, location, scale);
+    return frame::Framed<kernels::LambdaPdfKernel>(x, lambda, location, scale);
 }
 
 double LambdaCdf(double x, double lambda, double location, double scale, bool upper) {
-    return frame::Framed<kernels::LambdaCdf>(x, lambda, location, scale, upper);
+    return frame::Framed<kernels::LambdaCdfKernel>(x, lambda, location, scale, upper);
 }
 
 double LambdaInvCdf(double p, double lambda, double location, double scale) {
-    return frame::Framed<kernels::LambdaInvCdf>(p, lambda, location, scale);
+    return frame::Framed<kernels::LambdaInvCdfKernel>(p, lambda, location, scale);
 }
 
 void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
                double scale) {
-    frame::FramedEach<kernels::LambdaPdf>(out, in, count, lambda, location, scale);
+    frame::FramedEach<kernels::LambdaPdfKernel>(out, in, count, lambda, location, scale);
 }
 
 void LambdaCdf(double* out, const double* in, std::size_t count, double lambda, double location, double scale,
                bool upper) {
-    frame::FramedEach<kernels::LambdaCdf>(out, in, count, lambda, location, scale, upper);
+    frame::FramedEach<kernels::LambdaCdfKernel>(out, in, count, lambda, location, scale, upper);
 }
 
 void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                   double scale) {
-    frame::FramedEach<kernels::LambdaInvCdf>(out, in, count, lambda, location, scale);
+    frame::FramedEach<kernels::LambdaInvCdfKernel>(out, in, count, lambda, location, scale);
 }
 
 }  // namespace zul

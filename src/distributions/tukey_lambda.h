@@ -32,7 +32,7 @@ private:
 // ends are -1 / lambda and 1 / lambda for lambda > 0; 0.5 for lambda = 1 and 1 for lambda = 2, tolerantly;
 // else 1 / (u^(lambda - 1) + (1 - u)^(lambda - 1)) with the tail u at z. All of it over scale when it is
 // below NA.
-struct LambdaPdf {
+struct LambdaPdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double lambda;
     double location;
@@ -43,7 +43,7 @@ struct LambdaPdf {
 
 // The tail u at z, which is negated for the upper tail: the logistic one for |lambda| <= 1e-12; 0 and 1 outside
 // the support; (z + 1) / 2 for lambda = 1 and z + 0.5 for lambda = 2, tolerantly; else the root.
-struct LambdaCdf {
+struct LambdaCdfKernel {
     using Parameters = frame::ParameterList<double, double, double, bool>;
     double lambda;
     double location;
@@ -55,17 +55,13 @@ struct LambdaCdf {
 
 // The transform of p, times scale plus location when it is below NA: the logistic quantile for |lambda| <=
 // 1e-12, 2 p - 1 for lambda = 1 and p - 0.5 for lambda = 2, tolerantly.
-struct LambdaInvCdf {
+struct LambdaInvCdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double lambda;
     double location;
     double scale;
     double operator()(double p) const;
 };
-
-double LambdaPdfKernel(double x, double lambda, double location, double scale);
-double LambdaCdfKernel(double x, double lambda, double location, double scale, bool upper);
-double LambdaInvCdfKernel(double p, double lambda, double location, double scale);
 
 // The transform at t minus z, the target.
 class CmLambdaTransform : public CmInversion {

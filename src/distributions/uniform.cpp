@@ -4,44 +4,29 @@
 #include "zul/distributions.h"
 
 namespace zul {
-namespace kernels {
-
-double UniformPdfKernel(double x, double a, double b) {
-    return UniformPdf{a, b}(x);
-}
-
-double UniformCdfKernel(double x, double a, double b, bool upper) {
-    return UniformCdf{a, b, upper}(x);
-}
-
-double UniformInvCdfKernel(double p, double a, double b) {
-    return UniformInvCdf{a, b}(p);
-}
-
-}  // namespace kernels
 
 double UniformPdf(double x, double a, double b) {
-    return kernels::UniformPdf{a, b}(x);
+    return kernels::UniformPdfKernel{a, b}(x);
 }
 
 double UniformCdf(double x, double a, double b, bool upper) {
-    return kernels::UniformCdf{a, b, upper}(x);
+    return kernels::UniformCdfKernel{a, b, upper}(x);
 }
 
 double UniformInvCdf(double p, double a, double b) {
-    return kernels::UniformInvCdf{a, b}(p);
+    return kernels::UniformInvCdfKernel{a, b}(p);
 }
 
 void UniformPdf(double* out, const double* in, std::size_t count, double a, double b) {
-    kernels::BareEach(out, in, count, kernels::UniformPdf{a, b});
+    kernels::BareEach(out, in, count, kernels::UniformPdfKernel{a, b});
 }
 
 void UniformCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper) {
-    kernels::BareEach(out, in, count, kernels::UniformCdf{a, b, upper});
+    kernels::BareEach(out, in, count, kernels::UniformCdfKernel{a, b, upper});
 }
 
 void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b) {
-    kernels::BareEach(out, in, count, kernels::UniformInvCdf{a, b});
+    kernels::BareEach(out, in, count, kernels::UniformInvCdfKernel{a, b});
 }
 
 }  // namespace zul

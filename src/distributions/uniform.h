@@ -6,7 +6,7 @@
 namespace zul::kernels {
 
 // 1 / (b - a) on [a, b], else 0.
-struct UniformPdf {
+struct UniformPdfKernel {
     double a;
     double b;
     double operator()(double x) const { return a <= x && x <= b ? 1 / (b - a) : 0; }
@@ -14,7 +14,7 @@ struct UniformPdf {
 
 // (x - a) / (b - a) and (b - x) / (b - a) inside (a, b); 0 and 1 for x <= a, 1 and 0 for x >= b. Of halves
 // where b - a would overflow.
-struct UniformCdf {
+struct UniformCdfKernel {
     double a;
     double b;
     bool upper;
@@ -28,7 +28,7 @@ struct UniformCdf {
 };
 
 // (b - a) p + a; exactly a and b for p = 0 and p = 1.
-struct UniformInvCdf {
+struct UniformInvCdfKernel {
     double a;
     double b;
     double operator()(double p) const {
@@ -36,9 +36,5 @@ struct UniformInvCdf {
         return p == 1 ? b : (b - a) * p + a;
     }
 };
-
-double UniformPdfKernel(double x, double a, double b);
-double UniformCdfKernel(double x, double a, double b, bool upper);
-double UniformInvCdfKernel(double p, double a, double b);
 
 }  // namespace zul::kernels

@@ -16,7 +16,7 @@ using frame::kNA;
 
 namespace {
 
-double WeibullDensity(const WeibullPdf* at, double x) {
+double WeibullDensity(const WeibullPdfKernel* at, double x) {
     if (x <= at->threshold) return 0;
     const double z = (x - at->threshold) / at->scale;
     const double power = GuardedPower(z, at->shape - 1);
@@ -30,62 +30,50 @@ bool PowerOverflows(double z, double shape) {
 
 }  // namespace
 
-double WeibullPdf::operator()(double x) const {
+double WeibullPdfKernel::operator()(double x) const {
     return frame::OnAnyFailure(kNA, &WeibullDensity, this, x);
 }
 
-double WeibullCdf::operator()(double x) {
+double WeibullCdfKernel::operator()(double x) {
     if (!(x > threshold)) return upper ? 1 : 0;
     const double z = (x - threshold) / scale;
     if (PowerOverflows(z, shape)) return upper ? 0 : 1;
     return exponential(GuardedPower(z, shape));
 }
 
-double WeibullInvCdf::operator()(double p) const {
+double WeibullInvCdfKernel::operator()(double p) const {
     if (p == 0) return threshold;
     if (p == 1) return kNA;
     return GuardedPower(-LogOfComplement(p), 1 / shape) * scale + threshold;
 }
 
-double WeibullPdfKernel(double x, double shape, double scale, double threshold) {
-    return WeibullPdf{shape, scale, threshold}(x);
-}
-
-double WeibullCdfKernel(double x, double shape, double scale, double threshold, bool upper) {
-    return WeibullCdf{shape, scale, threshold, upper}(x);
-}
-
-double WeibullInvCdfKernel(double p, double shape, double scale, double threshold) {
-    return WeibullInvCdf{shape, scale, threshold}(p);
-}
-
 }  // namespace kernels
 
 double WeibullPdf(double x, double shape, double scale, double threshold) {
-    return frame::Framed<kernels::WeibullPdf>(x, shape, scale, threshold);
+    return frame::Framed<kernels::WeibullPdfKernel>(x, shape, scale, threshold);
 }
 
 double WeibullCdf(double x, double shape, double scale, double threshold, bool upper) {
-    return frame::Framed<kernels::WeibullCdf>(x, shape, scale, threshold, upper);
+    return frame::Framed<kernels::WeibullCdfKernel>(x, shape, scale, threshold, upper);
 }
 
 double WeibullInvCdf(double p, double shape, double scale, double threshold) {
-    return frame::Framed<kernels::WeibullInvCdf>(p, shape, scale, threshold);
+    return frame::Framed<kernels::WeibullInvCdfKernel>(p, shape, scale, threshold);
 }
 
 void WeibullPdf(double* out, const double* in, std::size_t count, double shape, double scale,
                 double threshold) {
-    frame::FramedEach<kernels::WeibullPdf>(out, in, count, shape, scale, threshold);
+    frame::FramedEach<kernels::WeibullPdfKernel>(out, in, count, shape, scale, threshold);
 }
 
 void WeibullCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                 double threshold, bool upper) {
-    frame::FramedEach<kernels::WeibullCdf>(out, in, count, shape, scale, threshold, upper);
+    frame::FramedEach<kernels::WeibullCdfKernel>(out, in, count, shape, scale, threshold, upper);
 }
 
 void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                    double threshold) {
-    frame::FramedEach<kernels::WeibullInvCdf>(out, in, count, shape, scale, threshold);
+    frame::FramedEach<kernels::WeibullInvCdfKernel>(out, in, count, shape, scale, threshold);
 }
 
 }  // namespace zul

@@ -8,7 +8,7 @@ namespace zul::kernels {
 
 // z^(shape - 1) shape exp(-z^shape) / scale with z = (x - threshold) / scale for x > threshold, else 0. A
 // failure of any class gives NA.
-struct WeibullPdf {
+struct WeibullPdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double shape;
     double scale;
@@ -17,7 +17,7 @@ struct WeibullPdf {
 };
 
 // The standard exponential tail at z^shape for x > threshold, else 0 and 1; 1 and 0 where z^shape overflows.
-struct WeibullCdf {
+struct WeibullCdfKernel {
     using Parameters = frame::ParameterList<double, double, double, bool>;
     double shape;
     double scale;
@@ -28,16 +28,12 @@ struct WeibullCdf {
 };
 
 // (-log(1 - p))^(1 / shape) scale + threshold. p = 0 gives the threshold, p = 1 NA.
-struct WeibullInvCdf {
+struct WeibullInvCdfKernel {
     using Parameters = frame::ParameterList<double, double, double>;
     double shape;
     double scale;
     double threshold;
     double operator()(double p) const;
 };
-
-double WeibullPdfKernel(double x, double shape, double scale, double threshold);
-double WeibullCdfKernel(double x, double shape, double scale, double threshold, bool upper);
-double WeibullInvCdfKernel(double p, double shape, double scale, double threshold);
 
 }  // namespace zul::kernels

@@ -6,7 +6,7 @@
 // need and keeps, so that an array call computes it once and still gives the bits of the scalar call. It
 // names the types of its parameters:
 //
-//     struct NormalCdf {
+//     struct NormalCdfKernel {
 //         using Parameters = frame::ParameterList<double, double, bool>;
 //         double mean;
 //         double sd;

@@ -1,7 +1,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/hypothesis.h"
@@ -93,7 +93,7 @@ int NormalTest(const double* data, const double* parameters, double* aSquared, d
     *aSquared = Statistic(data, n, [=](double x) {
         const double value = transform(x);
         if (value == mean && sd > 0) return 0.5;
-        return FramedNormalLowerTail((value - mean) / sd);
+        return reference::NormalLowerTail((value - mean) / sd);
     });
     return NormalTablePValue(*aSquared, n, pValue);
 }
@@ -105,7 +105,7 @@ namespace v0 {
 int RunKelExponentialADTest(const double* data, double scale, double* aSquared, double* pValue, unsigned n) {
     *aSquared = *pValue = kQuietNaN;
     if (n == 0) return kSuccess;
-    *aSquared = Statistic(data, n, [=](double x) { return FramedExponentialLowerTail(x, scale); });
+    *aSquared = Statistic(data, n, [=](double x) { return reference::ExponentialLowerTail(x, scale); });
     return ExponentialTablePValue(*aSquared, n, pValue);
 }
 
@@ -115,7 +115,7 @@ int RunKelWeibullADTest(const double* data, const double* parameters, double* aS
     *aSquared = *pValue = kQuietNaN;
     const double shape = n == 0 ? 0 : parameters[0];
     const double scale = n == 0 ? 0 : parameters[1];
-    *aSquared = Statistic(data, n, [=](double x) { return FramedWeibullLowerTail(x, shape, scale); });
+    *aSquared = Statistic(data, n, [=](double x) { return reference::WeibullLowerTail(x, shape, scale); });
     return WeibullTablePValue(*aSquared, n, pValue);
 }
 

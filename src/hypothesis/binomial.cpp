@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma.h"
 
@@ -17,7 +17,7 @@ double BinomialProbability(double x, double n, double p) {
 }
 
 double BinomialTail(double x, double n, double p, bool upper) {
-    return FramedBinomialTail(x, n, p, upper);
+    return reference::BinomialTail(x, n, p, upper);
 }
 
 }  // namespace zul::hypothesis

@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "descriptive/compensated_sum.h"
-#include "distributions/framed_evaluations.h"
 #include "distributions/normal.h"
+#include "distributions/reference_distributions.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -46,7 +46,7 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
     const double n = sample.n;
     const double excess = sample.Excess();
     if (!(excess > 0 && std::isfinite(excess))) return;
-    const double z = FramedNormalQuantile(UpperLevel(confidence, type));
+    const double z = reference::NormalQuantile(UpperLevel(confidence, type));
     if (!(z < n)) return;
     const double c = n / (n - z);
     const double factor = std::exp(c * z * std::sqrt(excess / (n - 1)));
@@ -113,34 +113,35 @@ Bracket BracketLower(const Problem& p, CmBonettPValueFunction* f) {
 // The probability beyond the quantile with which the lower, or upper, bound is variance0; NA when the search
 // fails. Constant data have the limits of a vanishing variance.
 double OneSided(const Problem& p, bool lowerBound) {
-    constexpr int kUpperTail = 1;
-    if (p.variance == 0) return lowerBound ? 1 : kernels::StandardNormalTail(p.n, kUpperTail);
+    if (p.variance == 0) return lowerBound ? 1 : kernels::StandardNormalTail(p.n, Side::Upper);
     CmBonettPValueFunction f(lowerBound, p.variance, p.spread, p.n, p.variance0);
     const Bracket bracket = lowerBound ? BracketLower(p, &f) : BracketUpper(p, &f);
     if (!bracket.found) return 1;
     int status = kSuccess;
     const double z = numerics::SolveFalsePosition(bracket.lo, bracket.hi, f, &status);
-    return kernels::StandardNormalTail(z, kUpperTail);
+    return kernels::StandardNormalTail(z, Side::Upper);
 }
 
-double PValueInFrame(const Problem* p, int alternative) {
-    switch (static_cast<AlternativeHypothesis>(alternative)) {
-        case AlternativeHypothesis::LessThan:
+double PValueInFrame(const Problem* p, Side side) {
+    switch (side) {
+        case Side::Lower:
             return OneSided(*p, false);
-        case AlternativeHypothesis::NotEqual: {
+        case Side::Both: {
             const double greater = OneSided(*p, true);
             const double less = OneSided(*p, false);
             return greater == kNA || less == kNA ? kNA : 2 * std::min(greater, less);
         }
-        case AlternativeHypothesis::GreaterThan:
+        case Side::Upper:
             return OneSided(*p, true);
+        case Side::Unknown:
+            break;
     }
     return 0;
 }
 
 }  // namespace
 
-double BonettPValue(const BonettSample& sample, double variance0, AlternativeHypothesis alternative) {
+double BonettPValue(const BonettSample& sample, double variance0, Side side) {
     constexpr double kLeastVariance0 = 1e-30;
     if (!std::isfinite(sample.kurtosis) || !(variance0 >= kLeastVariance0 && variance0 <= DBL_MAX))
         return kQuietNaN;
@@ -149,7 +150,7 @@ double BonettPValue(const BonettSample& sample, double variance0, AlternativeHyp
     if (!std::isfinite(sample.variance) || (!constant && !std::isfinite(spread))) return kQuietNaN;
     const Problem problem{sample.n, sample.variance, spread, variance0};
     const Problem* const pointer = &problem;
-    return frame::FramedCall(&PValueInFrame, pointer, static_cast<int>(alternative));
+    return frame::FramedCall(&PValueInFrame, pointer, side);
 }
 
 }  // namespace zul::hypothesis

@@ -2,6 +2,7 @@
 // deviation of nonnormal distributions, 2006.
 #pragma once
 
+#include "frame/side.h"
 #include "numerics/real_function.h"
 #include "zul/hypothesis.h"
 
@@ -25,8 +26,8 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
                   double* upper);
 
 // The p-value, by the root finder in the call frame, which an exception leaves entered: std::runtime_error
-// "float overflow" where n spread exceeds some 690, except for LessThan.
-double BonettPValue(const BonettSample& sample, double variance0, AlternativeHypothesis alternative);
+// "float overflow" where n spread exceeds some 690, except for the lower side.
+double BonettPValue(const BonettSample& sample, double variance0, Side side);
 
 // Vanishes at the normal quantile z with which a bound is variance0: the lower bound, or the upper one.
 class CmBonettPValueFunction : public numerics::CmRealFunction {

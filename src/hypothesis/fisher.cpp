@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma.h"
 
@@ -32,7 +32,7 @@ double HypergeometricProbability(double y, const Margins& of) {
 double HypergeometricTail(double y, const Margins& of, bool upper) {
     if (y < of.first) return upper ? 1 : 0;
     if (y > of.last) return upper ? 0 : 1;
-    return FramedHypergeometricTail(y, of.population, of.marked, of.drawn, upper);
+    return reference::HypergeometricTail(y, of.population, of.marked, of.drawn, upper);
 }
 
 // Deliberate: what counts as equal is absolute. Mirrored tables have the same bits, and what is below the
@@ -62,21 +62,22 @@ double TwoSided(double x, const Margins& of) {
 
 }  // namespace
 
-double HypergeometricTestPValue(double x, double population, double marked, double drawn,
-                                AlternativeHypothesis alternative) {
+double HypergeometricTestPValue(double x, double population, double marked, double drawn, Side side) {
     const Margins margins{population,
                           marked,
                           drawn,
                           std::max(0.0, marked + drawn - population),
                           std::min(marked, drawn),
                           LogBinomialCoefficient(population, drawn)};
-    switch (alternative) {
-        case AlternativeHypothesis::LessThan:
+    switch (side) {
+        case Side::Lower:
             return HypergeometricTail(x, margins, false);
-        case AlternativeHypothesis::NotEqual:
+        case Side::Both:
             return TwoSided(x, margins);
-        case AlternativeHypothesis::GreaterThan:
+        case Side::Upper:
             return HypergeometricTail(x, margins, true);
+        case Side::Unknown:
+            break;
     }
     return frame::kQuietNaN;
 }

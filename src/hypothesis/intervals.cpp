@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 
 namespace zul::hypothesis {
 namespace {
@@ -36,26 +36,26 @@ double LowerLevel(double confidence, IntervalType type) {
 
 int NormalInterval(double confidence, IntervalType type, double estimate, double standardError, double* lower,
                    double* upper) {
-    const double q = FramedNormalQuantile(UpperLevel(confidence, type));
+    const double q = reference::NormalQuantile(UpperLevel(confidence, type));
     return Interval(q, type, estimate, standardError, lower, upper);
 }
 
 int TInterval(double df, double confidence, IntervalType type, double estimate, double standardError,
               double* lower, double* upper) {
-    const double q = FramedTQuantile(UpperLevel(confidence, type), df);
+    const double q = reference::TQuantile(UpperLevel(confidence, type), df);
     return Interval(q, type, estimate, standardError, lower, upper);
 }
 
 double TwoSidedNormalQuantile(double confidence) {
-    return FramedNormalQuantile(UpperLevel(confidence, IntervalType::TwoSided));
+    return reference::NormalQuantile(UpperLevel(confidence, IntervalType::TwoSided));
 }
 
 double NormalTestPValue(double z, AlternativeHypothesis alternative) {
-    return FramedNormalTail(z, static_cast<int>(alternative));
+    return reference::NormalPValue(z, SideOf(alternative));
 }
 
 double TTestPValue(double t, double df, AlternativeHypothesis alternative) {
-    return FramedTTail(t, df, static_cast<int>(alternative));
+    return reference::TPValue(t, df, SideOf(alternative));
 }
 
 }  // namespace zul::hypothesis

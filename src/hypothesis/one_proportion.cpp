@@ -1,5 +1,5 @@
 // The general entry points: they choose among the methods of the one_proportion_*.cpp.
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
@@ -68,7 +68,7 @@ int RunKelOneProportion(OneProportion* record, bool normal, double confidence, I
     const int status = RunKelOneProportion(record, normal, confidence, type);
     if (status != kSuccess) return status;
     if (normal) return RunOneProportionWilson(record, false, alternative, p0);
-    record->pValue = FramedBinomialPValue(record->x, record->n, p0, static_cast<int>(alternative));
+    record->pValue = reference::BinomialPValue(record->x, record->n, p0, SideOf(alternative));
     return kSuccess;
 }
 

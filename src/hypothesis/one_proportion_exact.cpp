@@ -1,7 +1,7 @@
 // The exact interval and test of Clopper and Pearson.
 #include <algorithm>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "hypothesis/binomial.h"
 #include "hypothesis/intervals.h"
@@ -15,8 +15,8 @@ using hypothesis::UpperLevel;
 int RunOneProportionClopperPearson(OneProportion* record, double confidence, IntervalType type) {
     const double x = record->x;
     const double n = record->n;
-    const auto lower = [=] { return FramedBetaQuantile(LowerLevel(confidence, type), x, n - x + 1); };
-    const auto upper = [=] { return FramedBetaQuantile(UpperLevel(confidence, type), x + 1, n - x); };
+    const auto lower = [=] { return reference::BetaQuantile(LowerLevel(confidence, type), x, n - x + 1); };
+    const auto upper = [=] { return reference::BetaQuantile(UpperLevel(confidence, type), x + 1, n - x); };
     return hypothesis::SetBounds(type, 0, 1, lower, upper, &record->lowerBound, &record->upperBound);
 }
 

@@ -1,7 +1,7 @@
 #include <cmath>
 #include <limits>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
@@ -17,21 +17,22 @@ struct CorrectedScore {
     double quarter;   // z^2 / 4
     double adjusted;  // n + z^2
 
-    // side -1: the lower bound, 1: the upper one. q is the quantile that the root is multiplied by.
-    double Bound(double side, double q) const {
-        const double shifted = x + side * 0.5;
-        const double spread = std::sqrt((n - x - side * 0.5) / n * shifted + quarter);
-        return (half + shifted) / adjusted + side * q * spread / adjusted;
+    // q is the quantile that the root is multiplied by.
+    double Bound(Side side, double q) const {
+        const double sign = side == Side::Lower ? -1 : 1;
+        const double shifted = x + sign * 0.5;
+        const double spread = std::sqrt((n - x - sign * 0.5) / n * shifted + quarter);
+        return (half + shifted) / adjusted + sign * q * spread / adjusted;
     }
 };
 
 int CorrectedInterval(const CorrectedScore& score, double confidence, IntervalType type, double* lower,
                       double* upper) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    const double q = FramedNormalQuantile(hypothesis::UpperLevel(confidence, type));
+    const double q = reference::NormalQuantile(hypothesis::UpperLevel(confidence, type));
     return hypothesis::SetBounds(
-        type, -kInfinity, kInfinity, [&] { return score.Bound(-1, q); }, [&] { return score.Bound(1, q); },
-        lower, upper);
+        type, -kInfinity, kInfinity, [&] { return score.Bound(Side::Lower, q); },
+        [&] { return score.Bound(Side::Upper, q); }, lower, upper);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "hypothesis/bonett.h"
 #include "hypothesis/intervals.h"
@@ -18,22 +18,22 @@ int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type)
     const double df = record->n - 1.0;
     const double sumOfSquares = record->variance * df;
     const auto lower = [=] {
-        return sumOfSquares / FramedChiSqQuantile(hypothesis::UpperLevel(confidence, type), df);
+        return sumOfSquares / reference::ChiSqQuantile(hypothesis::UpperLevel(confidence, type), df);
     };
     const auto upper = [=] {
-        return sumOfSquares / FramedChiSqQuantile(hypothesis::LowerLevel(confidence, type), df);
+        return sumOfSquares / reference::ChiSqQuantile(hypothesis::LowerLevel(confidence, type), df);
     };
     return hypothesis::SetBounds(type, 0, std::numeric_limits<double>::infinity(), lower, upper,
                                  &record->chiSquareLowerBound, &record->chiSquareUpperBound);
 }
 
-void ChiSquareTest(OneVariance* record, AlternativeHypothesis alternative, double variance0) {
+void ChiSquareTest(OneVariance* record, Side side, double variance0) {
     const double df = record->n - 1.0;
     record->degreesOfFreedom = df;
     record->chiSquareStatistic = record->variance * df / variance0;
     const bool usable = record->chiSquareStatistic < std::numeric_limits<double>::infinity();
     record->chiSquarePValue =
-        usable ? FramedChiSqTail(record->chiSquareStatistic, df, static_cast<int>(alternative)) : kQuietNaN;
+        usable ? reference::ChiSqPValue(record->chiSquareStatistic, df, side) : kQuietNaN;
 }
 
 void ClearTests(OneVariance* record) {
@@ -67,9 +67,9 @@ int RunOneVariance(OneVariance* record, const double* data, double confidence, I
                    AlternativeHypothesis alternative, double variance0) {
     BonettSample sample{};
     const int status = RunIntervals(record, data, confidence, type, &sample);
-    ChiSquareTest(record, alternative, variance0);
+    ChiSquareTest(record, SideOf(alternative), variance0);
     record->bonettPValue = kQuietNaN;
-    record->bonettPValue = hypothesis::BonettPValue(sample, variance0, alternative);
+    record->bonettPValue = hypothesis::BonettPValue(sample, variance0, SideOf(alternative));
     return status;
 }
 
@@ -82,7 +82,7 @@ int RunOneVariance(OneVariance* record, double confidence, IntervalType type) {
 int RunOneVariance(OneVariance* record, double confidence, IntervalType type,
                    AlternativeHypothesis alternative, double variance0) {
     const int status = RunOneVariance(record, confidence, type);
-    ChiSquareTest(record, alternative, variance0);
+    ChiSquareTest(record, SideOf(alternative), variance0);
     return status;
 }
 

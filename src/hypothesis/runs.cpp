@@ -2,7 +2,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "numerics/gamma.h"
@@ -63,11 +63,10 @@ double ExpectedRuns(double above, double below, double kept) {
 }
 
 double ApproximatePValue(double above, double below, double runs, double n) {
-    constexpr int kTwoSided = 0;
     const double variance = (2 * above * below - n) * 2 * above * below / (n * n * (n - 1));
     if (variance <= 0) return kQuietNaN;
     const double z = (runs - ExpectedRuns(above, below, n)) / std::sqrt(variance);
-    return std::isfinite(z) ? FramedNormalTail(z, kTwoSided) : kQuietNaN;
+    return std::isfinite(z) ? reference::NormalPValue(z, Side::Both) : kQuietNaN;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #include "descriptive/compensated_sum.h"
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 #include "frame/status.h"
 #include "zul/hypothesis.h"
 
@@ -8,7 +8,6 @@ namespace zul {
 int RunKelTabularChiSqGOFTest(const double* observed, const double* proportions, double* expected,
                               double* contributions, double* chiSquare, double* pValue,
                               double* degreesOfFreedom, double total, unsigned categories) {
-    constexpr int kUpperTail = 1;
     descriptive::CompensatedSum sum;
     for (unsigned i = 0; i < categories; ++i) {
         expected[i] = proportions != nullptr ? total * proportions[i] : 1.0 / categories * total;
@@ -18,7 +17,7 @@ int RunKelTabularChiSqGOFTest(const double* observed, const double* proportions,
     }
     *chiSquare = sum.Value();
     *degreesOfFreedom = categories - 1.0;
-    *pValue = FramedChiSqTail(*chiSquare, *degreesOfFreedom, kUpperTail);
+    *pValue = reference::ChiSqPValue(*chiSquare, *degreesOfFreedom, Side::Upper);
     return kSuccess;
 }
 

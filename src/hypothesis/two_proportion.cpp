@@ -20,10 +20,10 @@ double PooledVariance(const TwoProportion& record) {
     return (1.0 / record.n2 + 1.0 / record.n1) * (1 - p) * p;
 }
 
-double FisherPValue(const TwoProportion& record, AlternativeHypothesis alternative) {
+double FisherPValue(const TwoProportion& record, Side side) {
     const double n1 = record.n1;
     const double x1 = record.x1;
-    return hypothesis::HypergeometricTestPValue(x1, n1 + record.n2, n1, x1 + record.x2, alternative);
+    return hypothesis::HypergeometricTestPValue(x1, n1 + record.n2, n1, x1 + record.x2, side);
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ int RunKelTwoProportion(TwoProportion* record, bool pooled, AlternativeHypothesi
         noDifference && pooled ? PooledVariance(*record) : Variance(p1, record->n1, p2, record->n2);
     record->zStatistic = (p1 - p2 - difference0) / std::sqrt(variance);
     record->pValue = hypothesis::NormalTestPValue(record->zStatistic, alternative);
-    if (noDifference) record->fisherPValue = FisherPValue(*record, alternative);
+    if (noDifference) record->fisherPValue = FisherPValue(*record, SideOf(alternative));
     return kSuccess;
 }
 

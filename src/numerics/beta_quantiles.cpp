@@ -318,11 +318,11 @@ void F_upper_quant(double q, const BetaShapes& halves, double* value) {
     FQuantile(q, halves, true, "F_upper_quant"_routine, value);
 }
 
-void beta_newton(double target, const BetaShapes& shapes, double* x, char mode) {
+void beta_newton(double target, const BetaShapes& shapes, double* x, Side side) {
     const auto pair = [&shapes](double at, double* lower, double* upper, double* density) {
         beta_df(at, shapes, lower, upper, density);
     };
-    RefineByNewton(target, pair, x, mode, "beta_newton"_routine);
+    RefineByNewton(target, pair, x, side, "beta_newton"_routine);
 }
 
 }  // namespace zul::numerics

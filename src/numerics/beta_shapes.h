@@ -81,7 +81,7 @@ private:
     friend class BetaOrientation;
 
     // What belongs to one shape, and to the orientation in which it is p.
-    struct Side {
+    struct Kept {
         Lazy log;
         Lazy gamma;
         Lazy logGamma;
@@ -102,7 +102,7 @@ private:
 
     double shapes_[2];
     mutable Kind kind_ = Kind::Unknown;
-    mutable Side sides_[2];
+    mutable Kept sides_[2];
     mutable Lazy densityConstant_;
     mutable Lazy minusLogBeta_;
 };
@@ -131,7 +131,7 @@ inline double BetaOrientation::LogGammaP() const {
 }
 
 inline const double* BetaOrientation::Ratios(int n) const {
-    BetaShapes::Side& side = shapes_.sides_[index_];
+    BetaShapes::Kept& side = shapes_.sides_[index_];
     for (; side.ratiosKnown < n; ++side.ratiosKnown) {
         side.ratios[side.ratiosKnown + 1] = Ratio(side.ratiosKnown + 1);
     }

@@ -53,15 +53,16 @@ private:
 double BinomialMass(double k, const BinomialShape& shape);
 
 // *lower = P(X <= k) and *upper = P(X > k); for k between whole numbers the one below counts. Below the
-// support they are (0, 1), from its top on (1, 0). Level 1: a tail below kTinyArgument is an exact 0. Level 2
-// (outside the domain, or NaN): nothing is written. Level 4 if the sum did not end, which has not been seen.
-// Worst relative error of the smaller tail: 2e-13 down to 1e-50, 9e-13 down to 1e-250, where the exponent of
-// the mass is large; 2e-14 within 5 standard deviations of the mean. Grid: 73,000 random (k, n, probability)
-// with n from 1 to 2^31 and k up to 34 standard deviations from the mean, against values of 60 digits.
+// support they are (0, 1), from its top on (1, 0). LevelUnderflow: a tail below kTinyArgument is an exact 0.
+// LevelDomain (outside the domain, or NaN): nothing is written. LevelNoConvergence if the sum did not end,
+// which has not been seen. Worst relative error of the smaller tail: 2e-13 down to 1e-50, 9e-13 down to
+// 1e-250, where the exponent of the mass is large; 2e-14 within 5 standard deviations of the mean. Grid:
+// 73,000 random (k, n, probability) with n from 1 to 2^31 and k up to 34 standard deviations from the mean,
+// against values of 60 digits.
 void binomial_df(double k, const BinomialShape& shape, double* lower, double* upper);
 
 // *k = the smallest number with P(X <= k) > p and *c = the share (p - P(X <= k - 1)) / P(X = k) of its atom;
-// *c = 1 at k = 0. p = 1 gives n. Level 2: p outside [0, 1], or the parameters outside their domain. On
+// *c = 1 at k = 0. p = 1 gives n. LevelDomain: p outside [0, 1], or the parameters outside their domain. On
 // failure *k = *c = -DBL_MAX.
 void binomial_lower_quant(double p, const BinomialShape& shape, double* k, double* c);
 

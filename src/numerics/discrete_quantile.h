@@ -39,9 +39,9 @@ double CornishFisherStart(double mean, double sd, double skewness, double p, boo
 // support. p = 0 gives first, p = 1 gives last, both with *c = 1. The search begins at the finite number
 // start.
 //
-// On failure *k = *c = -DBL_MAX. Level 2: p is outside [0, 1], or the
-// quantile lies beyond last. Level 4: the search did not end. The level of Evaluate if that failed. Each of
-// them is reported under the given name.
+// On failure *k = *c = -DBL_MAX. LevelDomain: p is outside [0, 1], or the quantile lies beyond last.
+// LevelNoConvergence: the search did not end. The level of Evaluate if that failed. Each of them is reported
+// under the given name.
 void DiscreteLowerQuantile(const DiscreteFamily& family, double p, double start,
                            const frame::RoutineName& name, double* k, double* c);
 

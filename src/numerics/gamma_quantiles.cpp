@@ -25,7 +25,7 @@ struct Target {
 };
 
 // log(gamma(a + 1)).
-double LogGamma1p(const GammaShape& shape) {
+double LogFactorial(const GammaShape& shape) {
     const double a = shape.Value();
     if (a <= 1) return -std::log1p(a * InverseGammaSlope(a));
     const double scale = -std::log(shape.InverseGammaScale());
@@ -69,7 +69,7 @@ double CornishFisher(double s, double a) {
 // The v of LowerSeriesInverse, (p gamma(a + 1))^(1 / a) for the lower tail p.
 double SeriesArgument(const Target& target, const GammaShape& shape) {
     constexpr double kVanishing = -800;
-    const double logarithm = target.LogLower() + LogGamma1p(shape);
+    const double logarithm = target.LogLower() + LogFactorial(shape);
     return logarithm < kVanishing * shape.Value() ? 0 : std::exp(logarithm / shape.Value());
 }
 
@@ -107,7 +107,7 @@ double StartAboveOne(const Target& target, const GammaShape& shape, bool* exact)
         return x > 0 ? x : v;
     }
     if (target.upper && x > 3 * a) {
-        const double y = shape.Log() - LogGamma1p(shape) - std::log(target.tail);
+        const double y = shape.Log() - LogFactorial(shape) - std::log(target.tail);
         if (y > std::max(2.0, a * (a - 1))) return UpperSeriesInverse(y, a);
     }
     return x;

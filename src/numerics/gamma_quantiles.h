@@ -5,9 +5,10 @@
 
 namespace zul::numerics {
 
-// *x >= 0 with P(a, x) = p. p = 0 gives 0; so does, at level 1, a quantile below the smallest double. Level 2
-// (a outside (0, kShapeLimit], p outside [0, 1), NaN, or a target below 1e-300 whose quantile is not below
-// 1e-10 and whose shape is not 1) and level 4 (the search did not end): *x = -DBL_MAX.
+// *x >= 0 with P(a, x) = p. p = 0 gives 0; so does, with LevelUnderflow, a quantile below the smallest
+// double. LevelDomain (a outside (0, kShapeLimit], p outside [0, 1), NaN, or a target below 1e-300 whose
+// quantile is not below 1e-10 and whose shape is not 1) and LevelNoConvergence (the search did not end): *x =
+// -DBL_MAX.
 //
 // The smaller one of p and 1 - p is the target. FineGammaTails at *x gives it back to within 5e-12, for
 // shapes above 1e6 to within 3e-11, as far as a double can name the point; "gamma_df" to within 1e-9 for
@@ -19,7 +20,7 @@ namespace zul::numerics {
 // Gleichungen, 1870 (its steps of the fourth order).
 void gamma_lower_quant(double p, const GammaShape& shape, double* x);
 
-// *x >= 0 with Q(a, x) = q. q = 1 gives 0. Level 2 also for q outside (0, 1]. The rest as above.
+// *x >= 0 with Q(a, x) = q. q = 1 gives 0. LevelDomain also for q outside (0, 1]. The rest as above.
 void gamma_upper_quant(double q, const GammaShape& shape, double* x);
 
 // The same for chi-square with df >= 1e-323 degrees of freedom: twice the quantile for the shape df / 2.

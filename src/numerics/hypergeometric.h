@@ -50,15 +50,15 @@ double HypergeometricMass(double k, const HypergeometricShape& shape);
 
 // *lower = P(X <= k), *above = P(X > k) and *mass = P(X = k), so that *mass + *above = P(X >= k); for k
 // between whole numbers the one below counts. Below the support they are (0, 1, 0), above it (1, 0, 0).
-// Level 1: a tail below kTinyArgument is an exact 0. Level 2 (outside the domain, or NaN): nothing is
-// written. Level 4 if the sum did not end, which has not been seen.
-// Worst relative error of the smaller tail: 2e-13 down to 1e-50, 8e-13 down to 1e-250, where the exponent of
-// the mass is large; 2e-14 within 5 standard deviations of the mean. Grid: 28,000 random (k, N, M, n) with N
-// from 1 to 2^31 and k up to 34 standard deviations from the mean, against values of 60 digits.
+// LevelUnderflow: a tail below kTinyArgument is an exact 0. LevelDomain (outside the domain, or NaN): nothing
+// is written. LevelNoConvergence if the sum did not end, which has not been seen. Worst relative error of the
+// smaller tail: 2e-13 down to 1e-50, 8e-13 down to 1e-250, where the exponent of the mass is large; 2e-14
+// within 5 standard deviations of the mean. Grid: 28,000 random (k, N, M, n) with N from 1 to 2^31 and k up
+// to 34 standard deviations from the mean, against values of 60 digits.
 void hypergeo_df(double k, const HypergeometricShape& shape, double* lower, double* above, double* mass);
 
 // *k = the smallest number with P(X <= k) > p and *c = the share (p - P(X <= k - 1)) / P(X = k) of its atom;
-// *c = 1 at the first number of the support. p = 1 gives the last one. Level 2: p outside [0, 1], or the
+// *c = 1 at the first number of the support. p = 1 gives the last one. LevelDomain: p outside [0, 1], or the
 // parameters outside their domain. On failure *k = *c = -DBL_MAX.
 void hypergeo_lower_quant(double p, const HypergeometricShape& shape, double* k, double* c);
 

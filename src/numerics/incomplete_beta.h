@@ -32,10 +32,11 @@ inline constexpr double kNoBetaDensity = -1;
 
 // Both tails at x and the density x^(a - 1) (1 - x)^(b - 1) / B(a, b); density may be null, which saves its
 // exponential where no tail needs it. Worst relative error of a tail: 9.6e-10, from kSeriesTolerance, and of
-// the density 3e-12 (4e-13 for a + b < 1e5); random shapes from 1e-6 to 1e7, tails down to 1e-280. Level 1: a
-// tail underflowed to an exact 0, or a shape vanishes beside the other. Level 2 (x outside [0, 1], a or b
-// outside [0, kShapeLimit], both 0, or NaN): nothing is written. Level 4: no convergence, nothing is written
-// but the density. x < kTinyArgument, x = 1 and shapes that both vanish: the density is kNoBetaDensity.
+// the density 3e-12 (4e-13 for a + b < 1e5); random shapes from 1e-6 to 1e7, tails down to 1e-280.
+// LevelUnderflow: a tail underflowed to an exact 0, or a shape vanishes beside the other. LevelDomain (x
+// outside [0, 1], a or b outside [0, kShapeLimit], both 0, or NaN): nothing is written. LevelNoConvergence:
+// nothing is written but the density. x < kTinyArgument, x = 1 and shapes that both vanish:
+// the density is kNoBetaDensity.
 void beta_df(double x, const BetaShapes& shapes, double* lower, double* upper, double* density);
 
 // The same for callers that know 1 - x, too, to full precision: a complement below kTinyArgument counts as 0.
@@ -51,11 +52,12 @@ double BetaLogDensity(const BetaOrientation& shapes, double y);
 // that are normal numbers up to kShapeLimit. Elsewhere they may trap.
 
 // *factor with I = factor * density at y in (0, 1): y / p times the hypergeometric series. y is meant to be
-// below the median. Status kNotConverged and level 4: 1e6 terms did not do, or they grow.
+// below the median. Status kNotConverged and LevelNoConvergence: 1e6 terms did not do, or they grow.
 int beta_Iabx(const BetaOrientation& shapes, double y, double* factor);
 
 // *factor with J = factor * exp(log(1 - y) + log(density) - log(q)), 0 < y < 1. y is meant to be above the
-// median. Status kNotConverged and level 4: neither the expansion nor the continued fraction did converge.
+// median. Status kNotConverged and LevelNoConvergence: neither the expansion nor the continued fraction did
+// converge.
 int beta_Jabx(const BetaOrientation& shapes, double y, double* factor);
 
 // *value = 2F1(1 - b, 1; q + 1; -(1 - y) / y) for 0 <= b <= 1, q >= 0, 0 < y < 1 by Gauss's continued

@@ -28,8 +28,8 @@ int GammaContinuedFraction(double x, const FractionalShape& shape, double* facto
     return incomplete_gamma::ContinuedFraction(x, shape, factor);
 }
 
-void gamma_newton(double target, const GammaShape& shape, double* x, char mode) {
-    incomplete_gamma::Newton(target, shape, x, mode);
+void gamma_newton(double target, const GammaShape& shape, double* x, Side side) {
+    incomplete_gamma::Newton(target, shape, x, side);
 }
 
 }  // namespace zul::numerics

@@ -8,6 +8,7 @@
 // Handbook of Mathematical Functions, 1964, 6.5.29 and 6.5.31 (series and continued fraction).
 #pragma once
 
+#include "frame/side.h"
 #include "numerics/gamma_shape.h"
 
 namespace zul::numerics {
@@ -39,9 +40,9 @@ double GammaLogDensity(const GammaShape& shape, double x);
 
 // Both tails at x and the density; density may be null, which saves its exponential where no tail needs it.
 // Relative error of the smaller tail about 6e-10, from kSeriesTolerance; 1.8e-9 for shapes of some millions, 30
-// deviations from the centre. Level 1: a tail underflowed to an
-// exact 0. Level 2 (a <= 0, a > kShapeLimit, x < 0, or NaN): nothing is written. Level 4: no convergence,
-// nothing is written. x < kTinyArgument: the density is not written.
+// deviations from the centre. LevelUnderflow: a tail underflowed to an exact 0. LevelDomain
+// (a <= 0, a > kShapeLimit, x < 0, or NaN), LevelNoConvergence: nothing is written. x < kTinyArgument: the
+// density is not written.
 void gamma_df(double x, const GammaShape& shape, double* lower, double* upper, double* density);
 
 // *sum = 1 + x / (a + 1) + x^2 / ((a + 1)(a + 2)) + ..., with P = x^a exp(-x) / gamma(a + 1) * sum.
@@ -56,9 +57,10 @@ double UpperGammaSmall(double x, const FractionalShape& shape);
 // *factor = Q / density for the shape b in [0, 1).
 int GammaContinuedFraction(double x, const FractionalShape& shape, double* factor);
 
-// Newton's iteration from *x to the point where P (mode 'L') or Q (mode 'U') is the target, to a relative
-// kSeriesTolerance. Level 2: the target is outside [0, 1]. Level 4: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
+// Newton's iteration from *x to the point where P, or Q for the upper side, is the target, to a relative
+// kSeriesTolerance. LevelDomain: the target is outside [0, 1]. LevelNoConvergence: kNewtonLimit steps did not
+// do, *x left the domain, or the density vanished.
 // Deliberate: the last step, the one that is small enough, is not applied.
-void gamma_newton(double target, const GammaShape& shape, double* x, char mode);
+void gamma_newton(double target, const GammaShape& shape, double* x, Side side);
 
 }  // namespace zul::numerics

@@ -295,11 +295,11 @@ void Pair(double x, const Shape& shape, double* lower, double* upper, double* de
 }
 
 template <typename Shape>
-void Newton(double target, const Shape& shape, double* x, char mode) {
+void Newton(double target, const Shape& shape, double* x, Side side) {
     const auto pair = [&shape](double at, double* lower, double* upper, double* density) {
         Pair(at, shape, lower, upper, density);
     };
-    RefineByNewton(target, pair, x, mode, "gamma_newton"_routine);
+    RefineByNewton(target, pair, x, side, "gamma_newton"_routine);
 }
 
 }  // namespace zul::numerics::incomplete_gamma

@@ -4,16 +4,18 @@
 #include <cmath>
 
 #include "frame/error_state.h"
+#include "frame/side.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {
 
-// Newton's iteration from *x to the point where the lower tail (mode 'L') or the upper tail (mode 'U') is the
-// target, to a relative kSeriesTolerance; pair(x, &lower, &upper, &density) evaluates the tails. The
-// failures have the routine's name. Level 2: the target is outside [0, 1]. Level 4: kNewtonLimit steps did not do, *x left the domain, or the density vanished.
+// Newton's iteration from *x to the point where the tail on the side, lower or upper, is the target, to a
+// relative kSeriesTolerance; pair(x, &lower, &upper, &density) evaluates the tails. The failures have the
+// routine's name. LevelDomain: the target is outside [0, 1]. LevelNoConvergence: kNewtonLimit steps did not
+// do, *x left the domain, or the density vanished.
 // Deliberate: the last step, the one that is small enough, is not applied.
 template <typename Pair>
-void RefineByNewton(double target, Pair pair, double* x, char mode, const frame::RoutineName& routine) {
+void RefineByNewton(double target, Pair pair, double* x, Side side, const frame::RoutineName& routine) {
     using frame::ErrorState;
     if (!(target >= 0 && target <= 1)) {
         ErrorState().Fail(frame::LevelDomain, routine);
@@ -31,10 +33,10 @@ void RefineByNewton(double target, Pair pair, double* x, char mode, const frame:
             ErrorState().Fail(frame::LevelNoConvergence, routine);
             return;
         }
-        if (mode == 'L') {
+        if (side == Side::Lower) {
             scale = lower;
             step = (target - lower) / density;
-        } else if (mode == 'U') {
+        } else if (side == Side::Upper) {
             scale = upper;
             step = (upper - target) / density;
         }

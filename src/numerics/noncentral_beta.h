@@ -9,10 +9,10 @@ namespace zul::numerics {
 // exp(-h) h^j / j! times I_x(a + j, b), and times its complement, with h = noncentrality / 2. The second form
 // takes 1 - x as well, for x whose complement is known better than by subtraction.
 //
-// noncentrality = 0 is beta_df, in every bit. Level 1: a tail is 0 by underflow. Level 2, nothing written:
-// x outside [0, 1], shapes not in (0, kShapeLimit], noncentrality < 0. Level 4: noncentrality above
-// 2 kMixtureMeanLimit, or a continued fraction that did not converge. The time grows with the square root of
-// the noncentrality.
+// noncentrality = 0 is beta_df, in every bit. LevelUnderflow: a tail is 0 by underflow. LevelDomain, nothing
+// written: x outside [0, 1], shapes not in (0, kShapeLimit], noncentrality < 0. LevelNoConvergence:
+// noncentrality above 2 kMixtureMeanLimit, or a continued fraction that did not converge. The time grows with
+// the square root of the noncentrality.
 //
 // Worst relative error of a tail: 7e-13, where x and its rounding count 5,000 times; else 2.4e-13. Grids:
 // noncentral_beta.csv; 150 random points, a from 1e-4 to 1e4, b from 0.01 to 1e4, noncentrality from 1e-3 to
@@ -28,7 +28,7 @@ void beta_ncdf(double x, double complement, const BetaShapes& shapes, double non
 // Both tails of the noncentral F distribution with df1 and df2 degrees of freedom at f >= 0: beta_ncdf at
 // x = df1 f / (df1 f + df2) with the shapes df1 / 2 and df2 / 2. The second form takes these shapes prepared.
 //
-// Level 2, nothing written: f < 0, df1 or df2 not in (0, 2 kShapeLimit], noncentrality < 0. Otherwise as
+// LevelDomain, nothing written: f < 0, df1 or df2 not in (0, 2 kShapeLimit], noncentrality < 0. Otherwise as
 // beta_ncdf.
 void F_ncdf(double f, double df1, double df2, double noncentrality, double* lower, double* upper);
 void F_ncdf(double f, const BetaShapes& halfDf, double noncentrality, double* lower, double* upper);

@@ -10,11 +10,11 @@ namespace zul::numerics {
 // shapes a + j over a Poisson number j with the mean noncentrality / 2.
 //
 // The smaller tail is summed by itself, all terms positive; the upper one from 0.1 up may be the complement
-// of the lower. Noncentrality 0 gives the bits of "gamma_df". Level 1: the smaller tail underflowed to an
-// exact 0. Level 2 (a outside (0, kShapeLimit], x < 0, noncentrality < 0, or NaN): nothing is written. Level
-// 4 (a tail that is no exact 0 with a noncentrality above 2e10): nothing is written. Worst relative error of
-// the smaller tail at 1000 random points, 2a and the noncentrality from 1e-3 to 5e3, tails from
-// 1e-285: 3.1e-13.
+// of the lower. Noncentrality 0 gives the bits of "gamma_df". LevelUnderflow: the smaller tail underflowed to
+// an exact 0. LevelDomain (a outside (0, kShapeLimit], x < 0, noncentrality < 0, or NaN): nothing is written.
+// LevelNoConvergence (a tail that is no exact 0 with a noncentrality above 2e10): nothing is written. Worst
+// relative error of the smaller tail at 1000 random points, 2a and the noncentrality from 1e-3 to 5e3, tails
+// from 1e-285: 3.1e-13.
 //
 // Sources: D. Benton and K. Krishnamoorthy, Computing discrete mixtures of continuous distributions, 2003
 // (summation outward from the largest term); L. Birge, An alternative point of view on Lepski's method, 2001,

@@ -14,9 +14,9 @@ namespace zul::numerics {
 // small tail, from the loss of three digits on, is integrated instead: the mean of Phi(delta - t s) over the
 // distribution of s = sqrt(chi-square / df), by the trapezoidal rule in log(s).
 //
-// delta = 0 is t_df, in every bit. Level 1: a tail is 0 by underflow. Level 2, nothing written: df <= 0 or
-// NaN. Level 3, nothing written: df / 2 + h + 6.1738 |delta| / sqrt(2) > kShapeLimit (delta = 0 excepted).
-// Level 4: no convergence. The time grows with |delta|.
+// delta = 0 is t_df, in every bit. LevelUnderflow: a tail is 0 by underflow. LevelDomain, nothing written: df
+// <= 0 or NaN. LevelNoncentrality, nothing written: df / 2 + h + 6.1738 |delta| / sqrt(2) > kShapeLimit
+// (delta = 0 excepted). Also LevelNoConvergence. The time grows with |delta|.
 //
 // Worst relative error of a tail, also of the small one where the signs differ: 1.2e-13. Grids:
 // noncentral_t.csv; 120 random points, df from 0.5 to 1e5, |delta| from 1e-3 to 50, tails down to 1e-280. Below

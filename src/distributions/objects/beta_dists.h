@@ -15,7 +15,8 @@ namespace zul::objects {
 
 // Deviates by algorithm BB where both shapes are above 1, else by algorithm BC. Each try takes u1, then u2.
 // Source: R. C. H. Cheng, Generating beta variates with nonintegral shape parameters, 1978.
-class CmDistBeta final : public KernelDist<kernels::BetaPdf, kernels::BetaCdf, kernels::BetaInvCdf> {
+class CmDistBeta final
+    : public KernelDist<kernels::BetaPdfKernel, kernels::BetaCdfKernel, kernels::BetaInvCdfKernel> {
 public:
     using KernelDist::KernelDist;
     bool IsValid() const override { return IsAbove(Parameter<0>(), 0) && IsAbove(Parameter<1>(), 0); }
@@ -57,12 +58,12 @@ struct FDensity {
     using Parameters = frame::ParameterList<double, double, double>;
     FDensity(double df1, double df2, double /*noncentrality*/) : central(df1, df2) {}
     double operator()(double x) { return central(x); }
-    kernels::FPdf central;
+    kernels::FPdfKernel central;
 };
 
 // Deviates from a beta deviate with the shapes df1 / 2 and df2 / 2, whose uniforms they use. Deliberate: the
 // noncentrality plays no part in them.
-class CmDistF final : public KernelDist<FDensity, kernels::FCdf, kernels::FInvCdf> {
+class CmDistF final : public KernelDist<FDensity, kernels::FCdfKernel, kernels::FInvCdfKernel> {
 public:
     CmDistF(double df1, double df2, double noncentrality)
         : KernelDist(df1, df2, noncentrality), beta_(df1 * 0.5, df2 * 0.5) {}
@@ -82,7 +83,7 @@ private:
 
 // Noncentrality 0: the square root of an F(1, df) deviate, then one uniform for its sign. Else the quantile
 // at one uniform.
-class CmDistT final : public KernelDist<kernels::TPdf, kernels::TCdf, kernels::TInvCdf> {
+class CmDistT final : public KernelDist<kernels::TPdfKernel, kernels::TCdfKernel, kernels::TInvCdfKernel> {
 public:
     CmDistT(double df, double noncentrality)
         : KernelDist(df, noncentrality), inverse_(df, noncentrality), square_(1, df, 0) {}
@@ -95,7 +96,7 @@ public:
     void GetCentralParameters(std::vector<double>& parameters) const override;
 
 private:
-    kernels::TInvCdf inverse_;
+    kernels::TInvCdfKernel inverse_;
     CmDistF square_;
 };
 

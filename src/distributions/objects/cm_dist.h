@@ -51,9 +51,6 @@ public:
     // Without the noncentrality.
     virtual void GetCentralParameters(std::vector<double>& parameters) const { GetParameters(parameters); }
 
-    // The status of the drawing: 0 is success.
-    int Status() const { return status_; }
-
 protected:
     UniformSource& Generator() { return *generator_; }
     double NextUniform() { return generator_->Next(); }
@@ -63,7 +60,6 @@ protected:
 
 private:
     UniformSource* generator_ = nullptr;
-    int status_ = 0;
 };
 
 }  // namespace zul::objects

@@ -38,13 +38,16 @@ void DiscreteDist<PdfKernel, CdfKernel, InvCdfKernel>::MassTable(double lo, doub
         masses[i] = this->Pdf(first + static_cast<double>(i));
 }
 
-template class DiscreteDist<kernels::BinomialPdf, kernels::BinomialCdf, kernels::BinomialInvCdf>;
-template class DiscreteDist<kernels::HypergeometricPdf, kernels::HypergeometricCdf,
-                            kernels::HypergeometricInvCdf>;
-template class DiscreteDist<kernels::IntegerUniformPdf, kernels::IntegerUniformCdf,
-                            kernels::IntegerUniformInvCdf>;
-template class DiscreteDist<kernels::PoissonPdf, kernels::PoissonCdf, kernels::PoissonInvCdf>;
-template class DiscreteDist<kernels::NegBinomialPdf, kernels::NegBinomialCdf, kernels::NegBinomialInvCdf>;
+template class DiscreteDist<kernels::BinomialPdfKernel, kernels::BinomialCdfKernel,
+                            kernels::BinomialInvCdfKernel>;
+template class DiscreteDist<kernels::HypergeometricPdfKernel, kernels::HypergeometricCdfKernel,
+                            kernels::HypergeometricInvCdfKernel>;
+template class DiscreteDist<kernels::IntegerUniformPdfKernel, kernels::IntegerUniformCdfKernel,
+                            kernels::IntegerUniformInvCdfKernel>;
+template class DiscreteDist<kernels::PoissonPdfKernel, kernels::PoissonCdfKernel,
+                            kernels::PoissonInvCdfKernel>;
+template class DiscreteDist<kernels::NegBinomialPdfKernel, kernels::NegBinomialCdfKernel,
+                            kernels::NegBinomialInvCdfKernel>;
 
 bool CmDistBinomial::IsValid() const {
     const double p = Parameter<1>();
@@ -164,7 +167,7 @@ double CmDistNegBinomial::InvCdf(double p) {
 double CmDistNegBinomial::Draw() {
     const double mean = mean_.Draw();
     const double u = NextUniform();
-    const double failures = mean == 0 ? 0 : kernels::PoissonInvCdf{mean}(u);
+    const double failures = mean == 0 ? 0 : kernels::PoissonInvCdfKernel{mean}(u);
     if (failures == frame::kNA || counted_ == NegBinomialCount::Failures) return failures;
     return failures + Parameter<1>();
 }

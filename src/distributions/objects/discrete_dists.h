@@ -25,8 +25,8 @@ public:
 };
 
 // Parameters n, p. A deviate counts the successes among n uniforms, those that are at most p; n <= 0 gives 0.
-class CmDistBinomial
-    : public DiscreteDist<kernels::BinomialPdf, kernels::BinomialCdf, kernels::BinomialInvCdf> {
+class CmDistBinomial : public DiscreteDist<kernels::BinomialPdfKernel, kernels::BinomialCdfKernel,
+                                           kernels::BinomialInvCdfKernel> {
 public:
     using DiscreteDist::DiscreteDist;
     bool IsValid() const override;
@@ -46,8 +46,9 @@ public:
 
 // Parameters N, M, n: population, successes in it, sample size. A deviate takes a uniform for each member of
 // the sample until no success, or nothing but successes, is left; none for n < 1.
-class CmDistHypergeometric final : public DiscreteDist<kernels::HypergeometricPdf, kernels::HypergeometricCdf,
-                                                       kernels::HypergeometricInvCdf> {
+class CmDistHypergeometric final
+    : public DiscreteDist<kernels::HypergeometricPdfKernel, kernels::HypergeometricCdfKernel,
+                          kernels::HypergeometricInvCdfKernel> {
 public:
     // N beyond the range of an int is for drawing only.
     CmDistHypergeometric(unsigned N, int M, int n);
@@ -63,8 +64,9 @@ private:
 };
 
 // Parameters a, b, the ends, both included. A deviate takes one uniform.
-class CmDistIntegerUniform final : public DiscreteDist<kernels::IntegerUniformPdf, kernels::IntegerUniformCdf,
-                                                       kernels::IntegerUniformInvCdf> {
+class CmDistIntegerUniform final
+    : public DiscreteDist<kernels::IntegerUniformPdfKernel, kernels::IntegerUniformCdfKernel,
+                          kernels::IntegerUniformInvCdfKernel> {
 public:
     using DiscreteDist::DiscreteDist;
     bool IsValid() const override { return Parameter<0>() <= Parameter<1>(); }
@@ -75,8 +77,8 @@ public:
 };
 
 // Parameter mean. A deviate is the quantile at one uniform.
-class CmDistPoisson final
-    : public DiscreteDist<kernels::PoissonPdf, kernels::PoissonCdf, kernels::PoissonInvCdf> {
+class CmDistPoisson final : public DiscreteDist<kernels::PoissonPdfKernel, kernels::PoissonCdfKernel,
+                                                kernels::PoissonInvCdfKernel> {
 public:
     explicit CmDistPoisson(double mean) : DiscreteDist(mean), inverse_{mean} {}
     bool IsValid() const override { return IsAbove(Parameter<0>(), 0); }
@@ -85,7 +87,7 @@ public:
     void Modes(std::vector<double>& modes) override;
 
 private:
-    kernels::PoissonInvCdf inverse_;
+    kernels::PoissonInvCdfKernel inverse_;
 };
 
 // What the negative binomial object counts.
@@ -98,7 +100,8 @@ enum class NegBinomialCount : bool {
 // with shape r and scale (1 - prob) / prob, the mean of a Poisson distribution, then one for the quantile of
 // that, the number of failures; a mean of 0 gives 0 failures.
 class CmDistNegBinomial final
-    : public DiscreteDist<kernels::NegBinomialPdf, kernels::NegBinomialCdf, kernels::NegBinomialInvCdf> {
+    : public DiscreteDist<kernels::NegBinomialPdfKernel, kernels::NegBinomialCdfKernel,
+                          kernels::NegBinomialInvCdfKernel> {
 public:
     CmDistNegBinomial(NegBinomialCount counted, double prob, double r);
     bool IsValid() const override;

@@ -134,8 +134,9 @@ void CmDistGammaC::DrawMany(double* out, std::size_t count) {
 }
 
 double CmDistGamma::Pdf(double x) {
-    return frame::OnRuntimeError(frame::kNA, &kernels::GammaPdfKernel, x, Parameter<0>(), Parameter<1>(),
-                                 Parameter<2>());
+    return frame::OnRuntimeError(frame::kNA,
+                                 &frame::BuildAndApply<kernels::GammaPdfKernel, double, double, double>, x,
+                                 Parameter<0>(), Parameter<1>(), Parameter<2>());
 }
 
 void CmDistGamma::SetGenerator(UniformSource* generator) {

@@ -18,9 +18,9 @@ namespace zul::objects {
 class StandardGammaDist : public CmDist {
 public:
     explicit StandardGammaDist(double shape) : shape_(shape) {}
-    double Pdf(double x) override { return kernels::GammaPdfKernel(x, shape_, 1, 0); }
-    double Cdf(double x, bool upper) override { return kernels::GammaCdfKernel(x, shape_, 1, 0, upper); }
-    double InvCdf(double p) override { return kernels::GammaInvCdfKernel(p, shape_, 1, 0); }
+    double Pdf(double x) override { return kernels::GammaPdfKernel(shape_, 1, 0)(x); }
+    double Cdf(double x, bool upper) override { return kernels::GammaCdfKernel(shape_, 1, 0, upper)(x); }
+    double InvCdf(double p) override { return kernels::GammaInvCdfKernel(shape_, 1, 0)(p); }
     void GetParameters(std::vector<double>& parameters) const override { parameters.assign({shape_}); }
 
 protected:
@@ -102,7 +102,8 @@ private:
 // Parameters shape, scale, threshold. The deviate is g scale + threshold, where g is drawn from the standard
 // gamma distribution: shape 1 within CompareTolerant by inversion of the exponential distribution, one
 // uniform; other shapes by the classes above.
-class CmDistGamma final : public KernelDist<kernels::GammaPdf, kernels::GammaCdf, kernels::GammaInvCdf> {
+class CmDistGamma final
+    : public KernelDist<kernels::GammaPdfKernel, kernels::GammaCdfKernel, kernels::GammaInvCdfKernel> {
 public:
     using KernelDist::KernelDist;
     bool IsValid() const override { return IsAbove(Parameter<0>(), 0) && IsAbove(Parameter<1>(), 0); }

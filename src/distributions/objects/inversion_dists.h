@@ -26,19 +26,23 @@ public:
     void Modes(std::vector<double>& modes) override { modes.assign({this->template Parameter<0>()}); }
 };
 
-using CmDistCauchy = LocationScaleDist<kernels::CauchyPdf, kernels::CauchyCdf, kernels::CauchyInvCdf>;
-using CmDistLaplace = LocationScaleDist<kernels::LaplacePdf, kernels::LaplaceCdf, kernels::LaplaceInvCdf>;
-using CmDistLogistic = LocationScaleDist<kernels::LogisticPdf, kernels::LogisticCdf, kernels::LogisticInvCdf>;
+using CmDistCauchy =
+    LocationScaleDist<kernels::CauchyPdfKernel, kernels::CauchyCdfKernel, kernels::CauchyInvCdfKernel>;
+using CmDistLaplace =
+    LocationScaleDist<kernels::LaplacePdfKernel, kernels::LaplaceCdfKernel, kernels::LaplaceInvCdfKernel>;
+using CmDistLogistic =
+    LocationScaleDist<kernels::LogisticPdfKernel, kernels::LogisticCdfKernel, kernels::LogisticInvCdfKernel>;
 using CmDistLargestExtremeValue =
-    LocationScaleDist<kernels::LargestExtremeValuePdf, kernels::LargestExtremeValueCdf,
-                      kernels::LargestExtremeValueInvCdf>;
+    LocationScaleDist<kernels::LargestExtremeValuePdfKernel, kernels::LargestExtremeValueCdfKernel,
+                      kernels::LargestExtremeValueInvCdfKernel>;
 using CmDistSmallestExtremeValue =
-    LocationScaleDist<kernels::SmallestExtremeValuePdf, kernels::SmallestExtremeValueCdf,
-                      kernels::SmallestExtremeValueInvCdf>;
+    LocationScaleDist<kernels::SmallestExtremeValuePdfKernel, kernels::SmallestExtremeValueCdfKernel,
+                      kernels::SmallestExtremeValueInvCdfKernel>;
 
 // Parameters scale, threshold.
 class CmDistExponential final
-    : public InversionDist<kernels::ExponentialPdf, kernels::ExponentialCdf, kernels::ExponentialInvCdf> {
+    : public InversionDist<kernels::ExponentialPdfKernel, kernels::ExponentialCdfKernel,
+                           kernels::ExponentialInvCdfKernel> {
 public:
     using InversionDist::InversionDist;
     bool IsValid() const override { return IsAbove(Parameter<0>(), 0); }
@@ -49,7 +53,8 @@ public:
 
 // Parameters location, scale, threshold.
 class CmDistLogLogistic final
-    : public InversionDist<kernels::LogLogisticPdf, kernels::LogLogisticCdf, kernels::LogLogisticInvCdf> {
+    : public InversionDist<kernels::LogLogisticPdfKernel, kernels::LogLogisticCdfKernel,
+                           kernels::LogLogisticInvCdfKernel> {
 public:
     using InversionDist::InversionDist;
     bool IsValid() const override { return IsAbove(Parameter<1>(), 0); }
@@ -60,7 +65,7 @@ public:
 
 // Tukey's lambda distribution, parameters lambda, location, scale.
 class CmDistLambda final
-    : public InversionDist<kernels::LambdaPdf, kernels::LambdaCdf, kernels::LambdaInvCdf> {
+    : public InversionDist<kernels::LambdaPdfKernel, kernels::LambdaCdfKernel, kernels::LambdaInvCdfKernel> {
 public:
     using InversionDist::InversionDist;
     bool IsValid() const override { return IsAbove(Parameter<2>(), 0); }
@@ -69,8 +74,9 @@ public:
 };
 
 // Parameters a, b, the ends.
-class CmDistUniform final : public KernelDist<kernels::UniformPdf, kernels::UniformCdf,
-                                              kernels::UniformInvCdf, frame::ParameterList<double, double>> {
+class CmDistUniform final
+    : public KernelDist<kernels::UniformPdfKernel, kernels::UniformCdfKernel, kernels::UniformInvCdfKernel,
+                        frame::ParameterList<double, double>> {
 public:
     using KernelDist::KernelDist;
     bool IsValid() const override { return IsAbove(Parameter<1>(), Parameter<0>()); }
@@ -84,8 +90,8 @@ public:
 };
 
 // Parameters lower, mode, upper.
-class CmDistTriangular final
-    : public KernelDist<kernels::TriangularPdf, kernels::TriangularCdf, kernels::TriangularInvCdf> {
+class CmDistTriangular final : public KernelDist<kernels::TriangularPdfKernel, kernels::TriangularCdfKernel,
+                                                 kernels::TriangularInvCdfKernel> {
 public:
     using KernelDist::KernelDist;
     bool IsValid() const override;

@@ -15,7 +15,8 @@ namespace zul::objects {
 // Deviates by the polar method: two uniforms for each try, a pair of deviates for each success, the second of
 // which is kept for the next draw and dies with the object. A try succeeds with the probability pi / 4.
 // Source: G. Marsaglia and T. A. Bray, A convenient method for generating normal variables, 1964.
-class CmDistNormal final : public KernelDist<kernels::NormalPdf, kernels::NormalCdf, kernels::NormalInvCdf> {
+class CmDistNormal final
+    : public KernelDist<kernels::NormalPdfKernel, kernels::NormalCdfKernel, kernels::NormalInvCdfKernel> {
 public:
     using KernelDist::KernelDist;
     bool IsValid() const override { return IsAbove(Parameter<1>(), 0); }

@@ -1,13 +1,17 @@
-#include "distributions/framed_evaluations.h"
+#include "distributions/reference_distributions.h"
 
 #include <cfloat>
 #include <climits>
 #include <cmath>
 
+#include "distributions/binomial_p_value.h"
+#include "distributions/normal.h"
+#include "distributions/p_values.h"
+#include "frame/call_frame.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
 
-namespace zul {
+namespace zul::reference {
 
 using frame::kQuietNaN;
 
@@ -24,68 +28,68 @@ bool IsProbability(double p) {
 
 }  // namespace
 
-double FramedNormalQuantile(double p) {
+double NormalQuantile(double p) {
     return std::isfinite(p) ? NormalInvCdf(p, 0, 1) : kQuietNaN;
 }
 
-double FramedTQuantile(double p, double df) {
+double TQuantile(double p, double df) {
     return std::isfinite(p) && df > 0 && df <= DBL_MAX ? TInvCdf(p, df, 0) : kQuietNaN;
 }
 
-double FramedChiSqQuantile(double p, double df) {
+double ChiSqQuantile(double p, double df) {
     return std::isfinite(p) && df > 0 ? ChiSqInvCdf(p, df, 0) : kQuietNaN;
 }
 
-double FramedBetaQuantile(double p, double a, double b) {
+double BetaQuantile(double p, double a, double b) {
     if (AnyNaN(a, b) || !IsProbability(p)) return kQuietNaN;
     if (a == 0) return 0;
     if (b == 0) return 1;
     return BetaInvCdf(p, a, b);
 }
 
-double FramedNormalTail(double z, int alternative) {
+double NormalPValue(double z, Side side) {
     if (std::isnan(z)) return kQuietNaN;
     if (std::isinf(z)) return 0;
-    return NormalPValue(z, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::StandardNormalTail, z, side);
 }
 
-double FramedTTail(double t, double df, int alternative) {
+double TPValue(double t, double df, Side side) {
     if (AnyNaN(t, df)) return kQuietNaN;
     if (std::isinf(t)) return 0;
-    if (std::isinf(df)) return FramedNormalTail(t, alternative);
-    return df > 0 ? TPValue(t, df, static_cast<EAlternative>(alternative)) : kQuietNaN;
+    if (std::isinf(df)) return NormalPValue(t, side);
+    return df > 0 ? frame::FramedCall(&kernels::TPValue, t, df, side) : kQuietNaN;
 }
 
-double FramedChiSqTail(double x, double df, int alternative) {
+double ChiSqPValue(double x, double df, Side side) {
     if (std::isnan(x) || !(df > 0)) return kQuietNaN;
-    return ChiSqPValue(x, df, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::ChiSqPValue, x, df, side);
 }
 
-double FramedNormalLowerTail(double z) {
+double NormalLowerTail(double z) {
     return std::isnan(z) ? kQuietNaN : NormalCdf(z, 0, 1, false);
 }
 
-double FramedExponentialLowerTail(double x, double scale) {
+double ExponentialLowerTail(double x, double scale) {
     return AnyNaN(x, scale) ? kQuietNaN : ExponentialCdf(x, scale, 0, false);
 }
 
-double FramedWeibullLowerTail(double x, double shape, double scale) {
+double WeibullLowerTail(double x, double shape, double scale) {
     return AnyNaN(x, shape, scale) ? kQuietNaN : WeibullCdf(x, shape, scale, 0, false);
 }
 
-double FramedBinomialTail(double x, double n, double p, bool upper) {
+double BinomialTail(double x, double n, double p, bool upper) {
     return IsProbability(p) ? BinomialCdf(x, n, p, upper) : kQuietNaN;
 }
 
-double FramedBinomialPValue(double x, double n, double p0, int alternative) {
+double BinomialPValue(double x, double n, double p0, Side side) {
     if (!IsProbability(p0) || n > INT_MAX) return kQuietNaN;
-    return BinomialPValue(x, static_cast<int>(n), p0, static_cast<EAlternative>(alternative));
+    return frame::FramedCall(&kernels::BinomialPValue, x, static_cast<int>(n), p0, side);
 }
 
-double FramedHypergeometricTail(double x, double population, double successes, double sample, bool upper) {
+double HypergeometricTail(double x, double population, double successes, double sample, bool upper) {
     if (population > INT_MAX) return kQuietNaN;
     return HypergeometricCdf(x, static_cast<int>(population), static_cast<int>(successes),
                              static_cast<int>(sample), upper);
 }
 
-}  // namespace zul
+}  // namespace zul::reference

@@ -1,4 +1,4 @@
-#include "numerics/prompt_logarithms.h"
+#include "numerics/fast_logarithms.h"
 
 #include <cmath>
 
@@ -34,12 +34,12 @@ double Stirling(double y) {
 
 }  // namespace
 
-double PromptLogGamma(double a) {
+double FastLogGamma(double a) {
     const auto [y, product] = Raise(a);
     return Stirling(y) - std::log(product);
 }
 
-double PromptLogBeta(double a, double b) {
+double FastLogBeta(double a, double b) {
     const Raised first = Raise(a);
     const Raised second = Raise(b);
     const Raised sum = Raise(a + b);
@@ -47,7 +47,7 @@ double PromptLogBeta(double a, double b) {
            (std::log(sum.product) - (std::log(first.product) + std::log(second.product)));
 }
 
-double PromptLogHalfStep(double b) {
+double FastLogHalfStep(double b) {
     const double t = 1 / b;
     const double s = t * t;
     const double s2 = s * s;
