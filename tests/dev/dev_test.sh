@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# dev_test.sh: ./dev refuses by its name what it does not know, before it does anything.
+# dev_test.sh: ./dev refuses by its name what it does not know, and a CMake that is too old, before it does anything.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit
 faults=0
@@ -27,4 +27,12 @@ expect 2 "numerics or sampler, not 'bogus'" fuzz bogus
 expect 2 "fuzz: a number of executions, not 'many'" fuzz numerics many
 expect 2 "fuzz: unexpected '3'" fuzz numerics 1 3
 FUZZ_PRESET=asan expect 2 "FUZZ_PRESET: fuzz or fuzz-quick, not 'asan'" fuzz
+
+cmakes=$(mktemp -d)
+trap 'rm -r "$cmakes"' EXIT
+for version in 3.9.6 3.24.4; do
+    printf '#!/bin/sh\necho cmake version %s\n' "$version" >"$cmakes/cmake"
+    chmod +x "$cmakes/cmake"
+    PATH=$cmakes:$PATH expect 1 "CMake 3.25 or newer is needed, $cmakes/cmake is $version." demo
+done
 exit "$faults"
