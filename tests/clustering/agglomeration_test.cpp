@@ -216,7 +216,7 @@ private:
     std::function<double()> get_;
 };
 
-TEST(RunClustering, LetsNoExceptionOutAndKeepsTheMode) {
+TEST(HostOperations, LetNoExceptionOutAndKeepTheMode) {
     ScriptedMatrix throwing([]() -> double { throw 1; });
     ScriptedMatrix trapping([] {
         SetKelFpuStates();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check_packages.sh FOLDER/linux|windows: the packages there hold the files of contents_<system>.txt, no more and no
 # fewer, the Debian ones say of themselves what stands there, and the consumer builds against each kind, unpacked,
-# and runs; the Windows one under wine.
+# and runs; the Windows one under wine. On Linux the consumer also builds with the sources in its own build.
 set -euo pipefail
 export LC_ALL=C
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
@@ -70,6 +70,22 @@ consume() {
     LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) show "${run[@]}" "$work/by-pkg-config.exe"
 }
 
+# The library in a host's build, under the folder of the builds, where the compilers' cache serves it: program and
+# library go to the host's folder, and neither installation nor packages of the library come with them.
+consume_sources() {
+    local sources=$here/../.. build=$here/../../build/consumer found
+    rm -rf "$build"
+    {
+        cmake -S "$here/../consumer" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
+            -DCMAKE_CXX_COMPILER="$compiler" -DFROM_SOURCES="$(realpath "$sources")" && cmake --build "$build"
+    } >"$work/log" || { cat "$work/log" && exit 1; }
+    echo "sources, by add_subdirectory:"
+    show "$build/programs/consumer"
+    cmake --install "$build" --prefix "$work/host" >/dev/null
+    found=$(ls "$work/host" "$build"/CPack*.cmake 2>/dev/null || true)
+    [[ -e $build/programs/libzul.so && -z $found ]] || { echo "left with the host:" "$found" && exit 1; }
+}
+
 diff "$here/contents_$system.txt" <("contents_$system") ||
     { echo "contents of packages (>) differ from the list (<)" && exit 1; }
 mkdir "$work/archive" "$work/debian"
@@ -80,5 +96,6 @@ else
     tar --extract --file ./*.tar.gz --directory "$work/archive" --strip-components 1
     for package in *.deb; do dpkg-deb --extract "$package" "$work/debian"; done
     consume debian "$work/debian/usr"
+    consume_sources
 fi
 consume archive "$work/archive"
