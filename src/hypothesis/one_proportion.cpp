@@ -1,10 +1,23 @@
 // The general entry points: they choose among the methods of the one_proportion_*.cpp.
 #include "distributions/reference_distributions.h"
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
+
+using frame::kQuietNaN;
+
+OneProportion::OneProportion()
+    : proportion(kQuietNaN),
+      lowerBound(kQuietNaN),
+      upperBound(kQuietNaN),
+      zStatistic(kQuietNaN),
+      pValue(kQuietNaN),
+      x(0),
+      n(0) {}
+
 namespace {
 
 void CountEvents(OneProportion* record, const int* data) {

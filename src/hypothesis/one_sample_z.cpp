@@ -1,11 +1,25 @@
 #include <cmath>
 
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
+
+using frame::kQuietNaN;
+
+OneSampleZ::OneSampleZ()
+    : mean(kQuietNaN),
+      standardDeviation(kQuietNaN),
+      standardError(kQuietNaN),
+      lowerBound(kQuietNaN),
+      upperBound(kQuietNaN),
+      zStatistic(kQuietNaN),
+      pValue(kQuietNaN),
+      n(0) {}
+
 namespace {
 
 void Summarise(OneSampleZ* record, const double* data) {

@@ -9,9 +9,23 @@
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
-namespace {
 
 using frame::kQuietNaN;
+
+OneVariance::OneVariance()
+    : variance(kQuietNaN),
+      chiSquareLowerBound(kQuietNaN),
+      chiSquareUpperBound(kQuietNaN),
+      bonettLowerBound(kQuietNaN),
+      bonettUpperBound(kQuietNaN),
+      chiSquareStatistic(kQuietNaN),
+      chiSquarePValue(kQuietNaN),
+      degreesOfFreedom(kQuietNaN),
+      bonettPValue(kQuietNaN),
+      n(0) {}
+
+namespace {
+
 using hypothesis::BonettSample;
 
 int ChiSquareInterval(OneVariance* record, double confidence, IntervalType type) {

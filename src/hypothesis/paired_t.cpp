@@ -2,12 +2,32 @@
 #include <memory>
 #include <new>
 
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
+
+using frame::kQuietNaN;
+
+PairedT::PairedT()
+    : mean1(kQuietNaN),
+      mean2(kQuietNaN),
+      standardDeviation1(kQuietNaN),
+      standardDeviation2(kQuietNaN),
+      standardError1(kQuietNaN),
+      standardError2(kQuietNaN),
+      meanDifference(kQuietNaN),
+      standardDeviationDifference(kQuietNaN),
+      standardErrorDifference(kQuietNaN),
+      lowerBound(kQuietNaN),
+      upperBound(kQuietNaN),
+      tStatistic(kQuietNaN),
+      pValue(kQuietNaN),
+      n(0) {}
+
 namespace {
 
 using hypothesis::MeanAndStandardDeviation;

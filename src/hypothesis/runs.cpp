@@ -9,9 +9,13 @@
 #include "zul/hypothesis.h"
 
 namespace zul::v1 {
-namespace {
 
 using frame::kQuietNaN;
+
+RunsTest::RunsTest() : below(0), above(0), runs(0), expectedRuns(kQuietNaN), pValue(kQuietNaN) {}
+
+namespace {
+
 using numerics::LogBinomialCoefficient;
 
 // The distribution of the number of runs in a random order of `above` and `below` values, at least one each.

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/fisher.h"
 #include "hypothesis/intervals.h"
@@ -7,6 +8,23 @@
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
+
+using frame::kQuietNaN;
+
+TwoProportion::TwoProportion()
+    : proportion1(kQuietNaN),
+      proportion2(kQuietNaN),
+      difference(kQuietNaN),
+      lowerBound(kQuietNaN),
+      upperBound(kQuietNaN),
+      zStatistic(kQuietNaN),
+      pValue(kQuietNaN),
+      fisherPValue(kQuietNaN),
+      x1(0),
+      x2(0),
+      n1(0),
+      n2(0) {}
+
 namespace {
 
 // Of the difference of two independent proportions.

@@ -1,11 +1,32 @@
 #include <cmath>
 
+#include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "hypothesis/sample.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v0 {
+
+using frame::kQuietNaN;
+
+TwoSampleT::TwoSampleT()
+    : mean1(kQuietNaN),
+      mean2(kQuietNaN),
+      standardDeviation1(kQuietNaN),
+      standardDeviation2(kQuietNaN),
+      standardError1(kQuietNaN),
+      standardError2(kQuietNaN),
+      difference(kQuietNaN),
+      pooledStandardDeviation(kQuietNaN),
+      degreesOfFreedom(kQuietNaN),
+      lowerBound(kQuietNaN),
+      upperBound(kQuietNaN),
+      tStatistic(kQuietNaN),
+      pValue(kQuietNaN),
+      n1(0),
+      n2(0) {}
+
 namespace {
 
 void Summarise(TwoSampleT* record, const double* sample1, const double* sample2) {
