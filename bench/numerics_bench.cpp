@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "bench.h"
-#include "numerics/beta_quantiles.h"
-#include "numerics/gamma_quantiles.h"
-#include "numerics/noncentral_beta.h"
-#include "numerics/noncentral_gamma.h"
-#include "numerics/noncentral_t.h"
-#include "numerics/student_t.h"
+#include "numerics/beta/beta_quantiles.h"
+#include "numerics/beta/noncentral_beta.h"
+#include "numerics/beta/noncentral_t.h"
+#include "numerics/beta/student_t.h"
+#include "numerics/gamma/gamma_quantiles.h"
+#include "numerics/gamma/noncentral_gamma.h"
 #include "peers.h"
 
 #ifdef ZUL_BENCH_WITH_BOOST

@@ -4,16 +4,16 @@
 #include <cmath>
 
 #include "fuzz/numerics/evaluation.h"
-#include "numerics/beta_quantiles.h"
-#include "numerics/gamma_quantiles.h"
-#include "numerics/gamma_tails.h"
-#include "numerics/incomplete_beta.h"
-#include "numerics/incomplete_gamma.h"
-#include "numerics/noncentral_beta.h"
-#include "numerics/noncentral_gamma.h"
-#include "numerics/noncentral_t.h"
+#include "numerics/beta/beta_quantiles.h"
+#include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/noncentral_beta.h"
+#include "numerics/beta/noncentral_t.h"
+#include "numerics/beta/student_t.h"
+#include "numerics/gamma/gamma_quantiles.h"
+#include "numerics/gamma/gamma_tails.h"
+#include "numerics/gamma/incomplete_gamma.h"
+#include "numerics/gamma/noncentral_gamma.h"
 #include "numerics/normal.h"
-#include "numerics/student_t.h"
 
 namespace zul::fuzz {
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "fuzz/numerics/evaluation.h"
-#include "numerics/binomial.h"
-#include "numerics/hypergeometric.h"
-#include "numerics/poisson.h"
-#include "numerics/saddle_point.h"
+#include "numerics/counts/binomial.h"
+#include "numerics/counts/hypergeometric.h"
+#include "numerics/counts/poisson.h"
+#include "numerics/counts/saddle_point.h"
 
 namespace zul::fuzz {
 

@@ -67,8 +67,8 @@ struct Tails {
         const bool unwritten = lower == kUnwritten && upper == kUnwritten;
         const bool sound = lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1;
         evaluation.Require(
-            frame::ErrorState().Failed() ? unwritten : sound && std::abs(lower + upper - 1) <= 1e-15, " tails",
-            lower, upper);
+            frame::ErrorState().Failed() ? unwritten : sound && std::abs(lower + upper - 1) <= 1e-15,
+            " tails", lower, upper);
     }
 };
 

@@ -10,11 +10,11 @@
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "fuzz/numerics/evaluation.h"
-#include "numerics/deviance.h"
+#include "numerics/counts/deviance.h"
 #include "numerics/elementary.h"
-#include "numerics/fast_logarithms.h"
-#include "numerics/gamma.h"
-#include "numerics/root_finder.h"
+#include "numerics/gamma/fast_logarithms.h"
+#include "numerics/gamma/gamma.h"
+#include "numerics/roots/root_finder.h"
 #include "zul/distributions.h"
 
 namespace zul::fuzz {

@@ -3,9 +3,9 @@
 #include <limits>
 #include <vector>
 
-#include "clustering/distance_matrix.h"
+#include "clustering/containers/vector.h"
+#include "clustering/distances/distance_matrix.h"
 #include "clustering/linkage.h"
-#include "clustering/vector.h"
 
 namespace zul::dax::clustering {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "clustering/vector.h"
+#include "clustering/containers/vector.h"
 #include "frame/recover.h"
 #include "zul/clustering.h"
 

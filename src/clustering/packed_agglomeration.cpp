@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "clustering/prefetch.h"
 #include "frame/missing_value.h"
-#include "frame/prefetch.h"
 
 namespace zul::dax::clustering {
 namespace {
@@ -63,15 +63,15 @@ void PackedAgglomeration::UpdateDistances(const Cluster& joined, int absorbed) {
     for (; *next != lo; ++next)
         update(*next, loRow[*next], hiRow[*next]);
     for (++next; *next != absorbed; ++next) {
-        frame::Prefetch(RowAhead(next, active_.end()) + lo);
+        Prefetch(RowAhead(next, active_.end()) + lo);
         int& number = outcomes_[Index(*next)].number;
         if (number == absorbed) number = kUnknown;
         update(*next, distances_.Row(Index(*next))[lo], hiRow[*next]);
     }
     for (++next; next != active_.end(); ++next) {
         const double* const ahead = RowAhead(next, active_.end());
-        frame::Prefetch(ahead + lo);
-        frame::Prefetch(ahead + absorbed);
+        Prefetch(ahead + lo);
+        Prefetch(ahead + absorbed);
         double* const row = distances_.Row(Index(*next));
         update(*next, row[lo], row[absorbed]);
     }
@@ -128,7 +128,7 @@ void PackedAgglomeration::Search() {
             Keep(wanted_.size() - 1);
         const double* const ahead = RowAhead(next, active_.rend());
         for (std::size_t i = 0; i < std::min(wanted_.size(), kFew); ++i)
-            frame::Prefetch(ahead + wanted_[i]);
+            Prefetch(ahead + wanted_[i]);
         if (SearchRow(*next)) DropEnded();
     }
 }

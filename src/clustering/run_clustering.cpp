@@ -2,10 +2,10 @@
 #include <iostream>
 #include <memory>
 
+#include "clustering/containers/vector.h"
 #include "clustering/host_agglomeration.h"
 #include "clustering/linkage.h"
 #include "clustering/packed_agglomeration.h"
-#include "clustering/vector.h"
 #include "frame/recover.h"
 #include "zul/clustering.h"
 

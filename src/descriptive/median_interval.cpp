@@ -5,7 +5,7 @@
 
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
-#include "numerics/binomial.h"
+#include "numerics/counts/binomial.h"
 #include "numerics/normal.h"
 
 namespace zul::descriptive {

@@ -1,16 +1,16 @@
 #include <cmath>
 
-#include "distributions/chi_square.h"
-#include "distributions/f.h"
-#include "distributions/normal.h"
-#include "distributions/student_t.h"
+#include "distributions/beta/f.h"
+#include "distributions/beta/student_t.h"
+#include "distributions/gamma/chi_square.h"
+#include "distributions/normal/normal.h"
 #include "frame/call_frame.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/side.h"
-#include "numerics/beta_quantiles.h"
-#include "numerics/gamma_quantiles.h"
+#include "numerics/beta/beta_quantiles.h"
+#include "numerics/gamma/gamma_quantiles.h"
 #include "zul/distributions.h"
 
 namespace zul {

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "frame/missing_value.h"
-#include "numerics/root_finder.h"
+#include "numerics/roots/root_finder.h"
 
 namespace zul::kernels {
 

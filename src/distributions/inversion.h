@@ -1,7 +1,7 @@
 // Quantiles by solving for the point where a cumulative function is p.
 #pragma once
 
-#include "numerics/real_function.h"
+#include "numerics/roots/real_function.h"
 
 namespace zul::kernels {
 

@@ -1,4 +1,4 @@
-#include "numerics/digamma.h"
+#include "numerics/gamma/digamma.h"
 #include "zul/distributions.h"
 
 namespace zul::v2 {

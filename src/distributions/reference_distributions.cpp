@@ -4,8 +4,8 @@
 #include <climits>
 #include <cmath>
 
-#include "distributions/binomial_p_value.h"
-#include "distributions/normal.h"
+#include "distributions/counts/binomial_p_value.h"
+#include "distributions/normal/normal.h"
 #include "distributions/p_values.h"
 #include "frame/call_frame.h"
 #include "frame/missing_value.h"

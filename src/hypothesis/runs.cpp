@@ -5,7 +5,7 @@
 #include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
-#include "numerics/gamma.h"
+#include "numerics/gamma/gamma.h"
 #include "zul/hypothesis.h"
 
 namespace zul::v1 {

@@ -6,7 +6,7 @@
 #include <numbers>
 
 #include "frame/error_state.h"
-#include "numerics/incomplete_gamma_pair.h"
+#include "numerics/gamma/incomplete_gamma_pair.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {

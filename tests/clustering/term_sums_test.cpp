@@ -1,4 +1,4 @@
-#include "clustering/term_sums.h"
+#include "clustering/distances/term_sums.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "distributions/normal.h"
+#include "distributions/normal/normal.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 

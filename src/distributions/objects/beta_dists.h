@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <vector>
 
-#include "distributions/beta.h"
-#include "distributions/f.h"
+#include "distributions/beta/beta.h"
+#include "distributions/beta/f.h"
+#include "distributions/beta/student_t.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
-#include "distributions/student_t.h"
 
 namespace zul::objects {
 

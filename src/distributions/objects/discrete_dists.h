@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "distributions/binomial.h"
-#include "distributions/hypergeometric.h"
-#include "distributions/integer_uniform.h"
-#include "distributions/negative_binomial.h"
+#include "distributions/counts/binomial.h"
+#include "distributions/counts/hypergeometric.h"
+#include "distributions/counts/integer_uniform.h"
+#include "distributions/counts/negative_binomial.h"
+#include "distributions/counts/poisson.h"
 #include "distributions/objects/gamma_dists.h"
 #include "distributions/objects/kernel_dist.h"
-#include "distributions/poisson.h"
 
 namespace zul::objects {
 

@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "distributions/gamma.h"
+#include "distributions/gamma/gamma.h"
 #include "distributions/objects/inversion_dists.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/normal_dists.h"

@@ -3,17 +3,17 @@
 
 #include <vector>
 
-#include "distributions/cauchy.h"
-#include "distributions/exponential.h"
-#include "distributions/laplace.h"
-#include "distributions/largest_extreme_value.h"
-#include "distributions/log_logistic.h"
-#include "distributions/logistic.h"
+#include "distributions/bounded/triangular.h"
+#include "distributions/bounded/tukey_lambda.h"
+#include "distributions/bounded/uniform.h"
+#include "distributions/closed_forms/cauchy.h"
+#include "distributions/closed_forms/exponential.h"
+#include "distributions/closed_forms/laplace.h"
+#include "distributions/closed_forms/largest_extreme_value.h"
+#include "distributions/closed_forms/log_logistic.h"
+#include "distributions/closed_forms/logistic.h"
+#include "distributions/closed_forms/smallest_extreme_value.h"
 #include "distributions/objects/kernel_dist.h"
-#include "distributions/smallest_extreme_value.h"
-#include "distributions/triangular.h"
-#include "distributions/tukey_lambda.h"
-#include "distributions/uniform.h"
 
 namespace zul::objects {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "distributions/normal.h"
+#include "distributions/normal/normal.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
 

@@ -1,0 +1,69 @@
+#include "clustering/distances/distance_matrix.h"
+
+#include <algorithm>
+
+#include "frame/missing_value.h"
+#include "frame/recover.h"
+
+namespace zul::dax::clustering {
+
+DistanceMatrix::~DistanceMatrix() = default;
+
+int DistanceMatrix::RowCount() const {
+    return RowCountImpl();
+}
+
+double DistanceMatrix::operator()(int i, int j) const {
+    return GetImpl(i, j);
+}
+
+// Deliberate: the row count is asked for and not used. Matrices of hosts may count on being asked.
+void DistanceMatrix::Set(int i, int j, double value) {
+    RowCountImpl();
+    SetImpl(i, j, value);
+}
+
+StatlibraryErrorCode DistanceMatrix::Init(int n, double value) {
+    return InitImpl(n, value);
+}
+
+DistanceMatrixImpl::DistanceMatrixImpl(int n)
+    : dimension_(n), storage_(RowStart(static_cast<std::size_t>(n))), rowCount_(n) {}
+
+int DistanceMatrixImpl::RowCountImpl() const {
+    return rowCount_;
+}
+
+std::size_t DistanceMatrixImpl::Index(int i, int j) {
+    return RowStart(static_cast<std::size_t>(std::max(i, j))) + static_cast<std::size_t>(std::min(i, j));
+}
+
+double DistanceMatrixImpl::GetImpl(int i, int j) const {
+    return Contains(i, j) ? storage_[Index(i, j)] : frame::kQuietNaN;
+}
+
+void DistanceMatrixImpl::SetImpl(int i, int j, double value) {
+    if (Contains(i, j)) storage_[Index(i, j)] = value;
+}
+
+// Deliberate: the row count stays as it is.
+StatlibraryErrorCode DistanceMatrixImpl::InitImpl(int n, double value) {
+    dimension_ = 0;
+    storage_.clear();
+    return frame::OnAnyException(types::Failure, [&] {
+        if (n < 0) return types::Failure;
+        const std::size_t size = RowStart(static_cast<std::size_t>(n));
+        // The old storage goes before the new one comes, so that there is never twice as much.
+        if (size > storage_.capacity()) storage_ = std::vector<double>();
+        storage_.assign(size, value);
+        dimension_ = n;
+        return types::Success;
+    });
+}
+
+DistanceMatrix* MakeDistanceMatrix(int n) {
+    if (n < 0) return nullptr;
+    return frame::OnAnyException<DistanceMatrix*>(nullptr, [&] { return new DistanceMatrixImpl(n); });
+}
+
+}  // namespace zul::dax::clustering

@@ -1,0 +1,75 @@
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "clustering/distances/column_statistics.h"
+#include "clustering/distances/distance_matrix.h"
+#include "frame/recover.h"
+#include "zul/clustering.h"
+
+namespace zul::dax::clustering {
+namespace {
+
+// Adds to element (j, i) the product of deviations i and j, for each i < j.
+void AddProducts(const std::vector<double>& deviations, DistanceMatrix& out) {
+    const int count = static_cast<int>(deviations.size());
+    for (int j = 0; j < count; ++j)
+        for (int i = 0; i < j; ++i)
+            out.Set(j, i,
+                    out(j, i) +
+                        deviations[static_cast<std::size_t>(i)] * deviations[static_cast<std::size_t>(j)]);
+}
+
+// The same for the library's own matrix.
+void AddProducts(const std::vector<double>& deviations, DistanceMatrixImpl& out) {
+    for (std::size_t j = 0; j < deviations.size(); ++j) {
+        double* const row = out.Row(j);
+        for (std::size_t i = 0; i < j; ++i)
+            row[i] += deviations[i] * deviations[j];
+    }
+}
+
+// The products are summed plainly, in the order of the rows, in the matrix itself.
+void SumProducts(const types::IRectangularArray<double>& data, int rows, const std::vector<double>& means,
+                 DistanceMatrix& out) {
+    auto* const own = dynamic_cast<DistanceMatrixImpl*>(&out);
+    std::vector<double> deviations(means.size());
+    for (int row = 0; row < rows; ++row) {
+        for (std::size_t i = 0; i < means.size(); ++i)
+            deviations[i] = data.At(row, static_cast<int>(i)) - means[i];
+        if (own != nullptr)
+            AddProducts(deviations, *own);
+        else
+            AddProducts(deviations, out);
+    }
+}
+
+StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool absolute,
+                            DistanceMatrix& out) {
+    const int rows = data.RowCount();
+    const int columns = data.ColumnCount();
+    if (columns <= 0) return out.Init(0, 0);
+    const StatlibraryErrorCode status = out.Init(columns, 0);
+    if (status != types::Success) return status;
+    const auto [means, s] = ComputeColumnMeansAndDeviations(data, rows, columns);
+    SumProducts(data, rows, means, out);
+    const double root = std::sqrt(rows - 1.0);
+    for (int j = 0; j < columns; ++j) {
+        for (int i = 0; i < j; ++i) {
+            const double spread =
+                root * s[static_cast<std::size_t>(j)] * s[static_cast<std::size_t>(i)] * root;
+            const double r = out(j, i) / spread;
+            out.Set(j, i, 1 - (absolute ? std::abs(r) : r));
+        }
+    }
+    return types::Success;
+}
+
+}  // namespace
+
+StatlibraryErrorCode CreateForClusterVariables(const types::IRectangularArray<double>& data, bool absolute,
+                                               DistanceMatrix& out) {
+    return frame::OnAnyException(types::Failure, [&] { return Create(data, absolute, out); });
+}
+
+}  // namespace zul::dax::clustering

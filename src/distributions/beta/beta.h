@@ -1,0 +1,51 @@
+// The beta family's kernels. Kernels return NA for "no result".
+#pragma once
+
+#include <optional>
+
+#include "frame/call_frame.h"
+#include "numerics/beta/beta_shapes.h"
+
+namespace zul::kernels {
+
+// x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0, 1]. At x = 0:
+// NA for a < 1, b for a = 1, else 0; likewise at x = 1. A failure of either class gives NA.
+class BetaPdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    BetaPdfKernel(double a, double b) : a_(a), b_(b) {}
+    double operator()(double x);
+
+private:
+    static double Density(BetaPdfKernel* at, double x);
+    double LogBeta();
+    double a_;
+    double b_;
+    numerics::Lazy logBeta_;
+    std::optional<numerics::BetaShapes> largeShapes_;
+};
+
+// Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.
+class BetaCdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double, bool>;
+    BetaCdfKernel(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
+    double operator()(double x) const;
+
+private:
+    numerics::BetaShapes shapes_;
+    bool upper_;
+};
+
+// The quantile at p, 0 at p = 0 and 1 at p = 1.
+class BetaInvCdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double>;
+    BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
+    double operator()(double p) const;
+
+private:
+    numerics::BetaShapes shapes_;
+};
+
+}  // namespace zul::kernels

@@ -1,0 +1,101 @@
+#include "distributions/bounded/triangular.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "frame/errors.h"
+#include "frame/guarded.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+// Quotients are multiplied, never differences: the product of two differences may overflow or vanish.
+
+double TriangularPdfKernel::operator()(double x) const {
+    if (x >= lower && x < mode) return 2 * ((x - lower) / (mode - lower)) / (upper - lower);
+    if (x == mode) return 2 / (upper - lower);
+    if (x > mode && x <= upper) return 2 * ((upper - x) / (upper - mode)) / (upper - lower);
+    return 0;
+}
+
+namespace {
+
+double LowerTail(double x, double lower, double mode, double upper) {
+    if (x >= upper) return 1;
+    const double range = upper - lower;
+    if (x > mode) {
+        const double tail =
+            ((upper - x) / (upper - mode) + 1) * ((x - mode) / range) + (mode - lower) / range;
+        return std::min(tail, 1.0);  // a rounding may pass it
+    }
+    return x > lower ? (x - lower) / (mode - lower) * ((x - lower) / range) : 0;
+}
+
+}  // namespace
+
+double TriangularCdfKernel::operator()(double x) const {
+    return upperTail ? LowerTail(-x, -upper, -mode, -lower) : LowerTail(x, lower, mode, upper);
+}
+
+namespace {
+
+// sqrt(range side p). A range of 0 is a distribution at one point.
+double RootOfProduct(double range, double side, double p) {
+    return range == 0 ? 0 : std::abs(range) * frame::SafeSqrt(side / range * p);
+}
+
+// What is left of the upper end when its difference with the root has lost three bits.
+constexpr double kCancelled = 0.125;
+
+// range - sqrt(range above (1 - p)) without the difference, above the mode: its product with the sum of both is
+// range (below + above p).
+double DistanceFromLower(double range, double below, double above, double p) {
+    const double share = above / range;
+    return range * ((below / range + share * p) / (1 + std::sqrt(share * (1 - p))));
+}
+
+}  // namespace
+
+double TriangularInvCdfKernel::operator()(double p) const {
+    if (p == 1) return upper;
+    const double range = upper - lower;
+    const double belowMode = lower < mode ? (mode - lower) / range : 0;
+    if (belowMode < 0) frame::ThrowSqrtOfNegative();
+    if (p < belowMode) return lower + RootOfProduct(range, mode - lower, p);
+    const double rest = RootOfProduct(range, upper - mode, 1 - p);
+    const double x = upper - rest;
+    const bool isFromLower = mode >= lower && rest > range / 2 && std::abs(x) < kCancelled * std::abs(upper);
+    return isFromLower ? lower + DistanceFromLower(range, mode - lower, upper - mode, p) : x;
+}
+
+}  // namespace kernels
+
+double TriangularPdf(double x, double lower, double mode, double upper) {
+    return frame::Framed<kernels::TriangularPdfKernel>(x, lower, mode, upper);
+}
+
+double TriangularCdf(double x, double lower, double mode, double upper, bool upperTail) {
+    return frame::Framed<kernels::TriangularCdfKernel>(x, lower, mode, upper, upperTail);
+}
+
+double TriangularInvCdf(double p, double lower, double mode, double upper) {
+    return frame::Framed<kernels::TriangularInvCdfKernel>(p, lower, mode, upper);
+}
+
+void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                   double upper) {
+    frame::FramedEach<kernels::TriangularPdfKernel>(out, in, count, lower, mode, upper);
+}
+
+void TriangularCdf(double* out, const double* in, std::size_t count, double lower, double mode, double upper,
+                   bool upperTail) {
+    frame::FramedEach<kernels::TriangularCdfKernel>(out, in, count, lower, mode, upper, upperTail);
+}
+
+void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                      double upper) {
+    frame::FramedEach<kernels::TriangularInvCdfKernel>(out, in, count, lower, mode, upper);
+}
+
+}  // namespace zul

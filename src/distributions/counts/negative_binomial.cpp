@@ -1,0 +1,135 @@
+#include "distributions/counts/negative_binomial.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "distributions/counts/binomial.h"
+#include "distributions/counts/discrete_rules.h"
+#include "distributions/normal/normal.h"
+#include "frame/compare.h"
+#include "frame/guarded.h"
+#include "frame/missing_value.h"
+#include "frame/recover.h"
+#include "zul/distributions.h"
+
+namespace zul {
+namespace kernels {
+
+using frame::kNA;
+
+namespace {
+
+bool Equal(double x, double y) {
+    return frame::CompareTolerant(x, y, 0) == 0;
+}
+
+// Below it 1 - prob rounds, and log1p(-prob) does not.
+bool IsSmall(double prob) {
+    return prob > 0 && prob < 0.5;
+}
+
+double LogOfFailure(double prob) {
+    return IsSmall(prob) ? std::log1p(-prob) : frame::SafeLog(1 - prob);
+}
+
+// (1 - prob)^y.
+double PowerOfFailure(double prob, double y) {
+    return IsSmall(prob) ? frame::SafeExp(y * LogOfFailure(prob)) : frame::SafePow(1 - prob, y);
+}
+
+double LowerTail(const NegBinomialCdfKernel& at, double x) {
+    if (x < at.r) return 0;
+    if (at.r != 1) return BinomialCdfKernel(x, at.prob, true)(at.r);
+    // Deliberate: x as it is, so that this tail grows between whole numbers, too.
+    return IsSmall(at.prob) ? -std::expm1(x * LogOfFailure(at.prob)) : 1 - PowerOfFailure(at.prob, x);
+}
+
+double UpperTail(const NegBinomialCdfKernel& at, double x) {
+    if (at.r >= x) return 1;
+    if (at.r != 1) return BinomialCdfKernel(x - 1, at.prob, false)(at.r - 1);
+    return PowerOfFailure(at.prob, x - 1);
+}
+
+// The quantile for r = 1: down from a start that is right but for rounding to the first k for which the lower
+// tail at k - 1 is below p, where k - 1 is a smaller number still. Where p is close to 1 the tail has the
+// same value at so many k that single steps would not end.
+double GeometricQuantile(double p, double prob) {
+    const double start = std::ceil(std::abs(LogOfFailure(p) / LogOfFailure(prob)));
+    if (start - 1 == start) return start;
+    const NegBinomialCdfKernel lowerTail{prob, 1, false};
+    return 1 + FirstOnTheWay(start - 1, 0, [&](double k) { return lowerTail(k) < p; });
+}
+
+}  // namespace
+
+double NegBinomialPdfKernel::operator()(double x) const {
+    const WholeArgument at(x);
+    const double k = at.value;
+    if (!at.isWhole || k < r) return 0 * prob;
+    if (Equal(r, 1)) return PowerOfFailure(prob, k - 1) * prob;
+    return BinomialPdfKernel(k - 1, prob)(r - 1) * prob;
+}
+
+double NegBinomialCdfKernel::operator()(double x) const {
+    return upper ? UpperTail(*this, x) : LowerTail(*this, x);
+}
+
+double NegBinomialInvCdfKernel::operator()(double p) {
+    if (p <= firstMass_.Get([this] { return frame::SafePow(prob_, r_); })) return r_;
+    if (Equal(p, 1) || Equal(prob_, 0)) return kNA;
+    if (Equal(r_, 1)) return frame::OnAnyFailure(kNA, &GeometricQuantile, p, prob_);
+    return Search(p);
+}
+
+// Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of distributions having known
+// cumulants, 1960.
+double NegBinomialInvCdfKernel::Search(double p) const {
+    const double z = NormalInvCdfKernel{0, 1}(p);
+    if (z == kNA) return kNA;
+    const double spread = frame::SafeSqrt((1 - prob_) * r_);
+    double x = std::ceil((spread * z + r_ + (z * z - 1) * (2 - prob_) / 6) / prob_ + 0.5);
+
+    const NegBinomialCdfKernel lowerTail{prob_, r_, false};
+    const auto isBelow = [&](double k) { return lowerTail(k) < p; };
+    double lo = std::ceil(r_) - 1;
+    double step = std::abs(x - r_);
+    for (bool growing = false; isBelow(x); x += step) {
+        lo = std::max(lo, std::floor(x));
+        // Deliberate: steps of a quarter of the one before. Alone they need not reach the quantile.
+        growing = growing || step * 0.25 < 1;
+        step = growing ? std::max(1.0, 2 * step) : step * 0.25;
+    }
+    // Neighbours, between which the solver has no more than one step: it would walk from its bracket's end.
+    lo = FirstOnTheWay(std::ceil(x), lo, isBelow);
+    if (lo == kNA) return kNA;
+    CmNegBinomialCdf f(prob_, r_, p);
+    return SolveInversion(f, lo, lo + 1);
+}
+
+}  // namespace kernels
+
+double NegBinomialPdf(double x, double prob, double r) {
+    return frame::Framed<kernels::NegBinomialPdfKernel>(x, prob, r);
+}
+
+double NegBinomialCdf(double x, double prob, double r, bool upper) {
+    return frame::Framed<kernels::NegBinomialCdfKernel>(x, prob, r, upper);
+}
+
+double NegBinomialInvCdf(double p, double prob, double r) {
+    return frame::Framed<kernels::NegBinomialInvCdfKernel>(p, prob, r);
+}
+
+void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r) {
+    frame::FramedEach<kernels::NegBinomialPdfKernel>(out, in, count, prob, r);
+}
+
+void NegBinomialCdf(double* out, const double* in, std::size_t count, double prob, double r, bool upper) {
+    frame::FramedEach<kernels::NegBinomialCdfKernel>(out, in, count, prob, r, upper);
+}
+
+void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r) {
+    frame::FramedEach<kernels::NegBinomialInvCdfKernel>(out, in, count, prob, r);
+}
+
+}  // namespace zul

@@ -1,0 +1,72 @@
+// The gamma family's kernels. Kernels return NA for "no result".
+#pragma once
+
+#include <optional>
+
+#include "distributions/inversion.h"
+#include "frame/call_frame.h"
+#include "numerics/gamma/gamma_shape.h"
+
+namespace zul::kernels {
+
+// The density of the standard gamma distribution at z = (x - threshold) / scale, divided by the scale, for
+// x > threshold, else 0. NA for a shape outside (0, kShapeLimit], and for z < 0.
+class GammaPdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double, double>;
+    GammaPdfKernel(double shape, double scale, double threshold)
+        : shape_(shape), scale_(scale), threshold_(threshold) {}
+    double operator()(double x);
+
+private:
+    double LogDensity(double z);
+    double shape_;
+    double scale_;
+    double threshold_;
+    numerics::Lazy logGamma_;
+    std::optional<numerics::GammaShape> largeShape_;
+};
+
+// Either tail at x: "gamma_df" at (x - threshold) / scale for x >= threshold, else 0 and 1.
+class GammaCdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double, double, bool>;
+    GammaCdfKernel(double shape, double scale, double threshold, bool upper)
+        : shape_(shape), scale_(scale), threshold_(threshold), upper_(upper) {}
+    double operator()(double x) const;
+
+private:
+    numerics::GammaShape shape_;
+    double scale_;
+    double threshold_;
+    bool upper_;
+};
+
+// The quantile at p. Deliberate: 0, not the threshold, for p = 0 and where the quantile of the standard gamma
+// distribution is an exact 0.
+class GammaInvCdfKernel {
+public:
+    using Parameters = frame::ParameterList<double, double, double>;
+    GammaInvCdfKernel(double shape, double scale, double threshold)
+        : shape_(shape), scale_(scale), threshold_(threshold) {}
+    double operator()(double p) const;
+
+private:
+    double Standard(double p) const;
+    numerics::GammaShape shape_;
+    double scale_;
+    double threshold_;
+};
+
+// The lower tail of the standard gamma distribution at t minus p; the shape has to outlive it.
+class CmGammaCdf : public CmInversion {
+public:
+    CmGammaCdf(const numerics::GammaShape& shape, double p) : CmInversion(p), shape_(shape), p_(p) {}
+    double Evaluate(double t) override;
+
+private:
+    const numerics::GammaShape& shape_;
+    double p_;
+};
+
+}  // namespace zul::kernels

@@ -1,0 +1,328 @@
+#include "numerics/beta/beta_quantiles.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <numbers>
+
+#include "frame/error_state.h"
+#include "numerics/beta/incomplete_beta.h"
+#include "numerics/gamma/incomplete_gamma.h"
+#include "numerics/limits.h"
+#include "numerics/roots/newton_refinement.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::ErrorState;
+using frame::operator""_routine;
+
+// Below it the pair may be an exact 0.
+constexpr double kSmallTarget = 1e-285;
+// The first term of the series at an end of [0, 1] is the whole tail to full precision.
+constexpr double kFirstTermAlone = 1e-12;
+
+// A point of (0, 1) and its complement, both to full precision.
+struct Point {
+    double y;
+    double rest;
+};
+
+// Where log(y / (1 - y)) is the logit.
+Point AtLogit(double logit) {
+    const double odds = std::exp(-std::abs(logit));
+    const double smaller = odds / (1 + odds);
+    const double larger = 1 / (1 + odds);
+    return logit < 0 ? Point{smaller, larger} : Point{larger, smaller};
+}
+
+// The lower tail beside its target: excess = log(tail / target), slope its derivative with respect to the
+// logit; a slope of 0 says that only the sign of the excess is known.
+struct Residual {
+    double excess = 0;
+    double slope = 0;
+    bool known = true;
+};
+
+constexpr Residual kFarAbove{DBL_MAX, 0, true};
+constexpr Residual kUnknown{0, 0, false};
+
+// For a tail that the pair may take for an exact 0: from its logarithm.
+Residual SmallTail(const BetaOrientation& shapes, const Point& at, double logTarget) {
+    double factor = 0;
+    double logPower = 0;
+    if (at.y <= at.rest) {
+        if (at.y > shapes.MedianSplit()) return kFarAbove;
+        if (beta_Iabx(shapes, at.y, &factor) != kConverged) return kUnknown;
+        logPower = BetaLogDensity(shapes, at.y);
+    } else {
+        const BetaOrientation mirrored = shapes.Mirrored();
+        if (at.rest <= mirrored.MedianSplit()) return kFarAbove;
+        if (beta_Jabx(mirrored, at.rest, &factor) != kConverged) return kUnknown;
+        factor *= at.y / shapes.P();
+        logPower = BetaLogDensity(mirrored, at.rest);
+    }
+    if (!(factor > 0)) return kUnknown;
+    return {logPower + std::log(factor) - logTarget, at.y * at.rest / factor, true};
+}
+
+Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target, double logTarget) {
+    constexpr double kNear = 0.5;  // where the logarithms would cancel
+    if (target < kSmallTarget) return SmallTail(shapes, at, logTarget);
+    double tail = 0;
+    double other = 0;
+    double density = 0;
+    if (shapes.IsMirrored()) {
+        beta_df(at.rest, at.y, shapes.Shapes(), &other, &tail, &density);
+    } else {
+        beta_df(at.y, at.rest, shapes.Shapes(), &tail, &other, &density);
+    }
+    if (ErrorState().Failed()) return kUnknown;
+    if (!(tail > 0)) return SmallTail(shapes, at, logTarget);
+    const double slope = density > 0 ? density * at.y * at.rest / tail : 0;
+    const double ratio = tail / target;
+    return {std::abs(ratio - 1) < kNear ? std::log1p((tail - target) / target) : std::log(tail) - logTarget,
+            slope, true};
+}
+
+// The logit of y from log(y).
+double LogitOfLog(double logY) {
+    return logY < 0 ? logY - std::log(-std::expm1(logY)) : 0;
+}
+
+// The logarithm of the shape-th root, at most 0.
+double LogOfRoot(double logarithm, double shape) {
+    constexpr double kSurelyZero = -800;  // the exponential of it
+    if (logarithm >= 0) return 0;
+    return logarithm < kSurelyZero * shape ? kSurelyZero : logarithm / shape;
+}
+
+// log(y) where the first term of the series, y^p / (p B(p, q)), is the tail; 0 where it is none.
+double LogOfFirstTerm(const BetaOrientation& shapes, double logTail) {
+    return LogOfRoot(logTail + shapes.LogFirstDivisor(), shapes.P());
+}
+
+// The quantiles in closed form: the first term is the whole tail, or the other one, and the arc sine
+// distribution.
+bool InClosedForm(const BetaOrientation& shapes, double target, Point* result) {
+    const double p = shapes.P();
+    const double q = shapes.Q();
+    if (q == 1) {
+        const double logY = LogOfRoot(std::log(target), p);
+        *result = {std::exp(logY), -std::expm1(logY)};
+    } else if (p == 1) {
+        const double logRest = LogOfRoot(std::log1p(-target), q);
+        *result = {-std::expm1(logRest), std::exp(logRest)};
+    } else if (p == 0.5 && q == 0.5) {
+        const double sine = std::sin(std::numbers::pi / 2 * target);
+        const double cosine = std::cos(std::numbers::pi / 2 * target);
+        *result = {sine * sine, cosine * cosine};
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// How a start was found: as good as exact, or to be refined.
+struct Start {
+    double logit;
+    bool exact;
+    Point point;
+};
+
+// From the first term at the near end; false where the second one is not small beside it.
+bool StartAtEnd(const BetaOrientation& shapes, double logTail, Start* start) {
+    constexpr double kSmallCorrection = 0.2;
+    const double logY = LogOfFirstTerm(shapes, logTail);
+    if (logY >= 0) return false;
+    const double y = std::exp(logY);
+    const double secondTerm = (shapes.Q() - 1) * y;
+    if (!(std::abs(secondTerm) <= kSmallCorrection)) return false;
+    const bool exact = y * std::max(shapes.Q(), 1.0) <= kFirstTermAlone;
+    *start = {LogitOfLog(logY) + secondTerm / (shapes.P() + 1), exact, {y, 1 - y}};
+    return true;
+}
+
+// AS 109: from the normal distribution for large shapes, from chi-square otherwise.
+double StartInside(const BetaOrientation& shapes, double target, double logTarget) {
+    constexpr double kVanishing = 1e-100;  // where 1 / (9 q) to the power 1.5 may overflow
+    const double p = shapes.P();
+    const double q = shapes.Q();
+    const double r = std::sqrt(-2 * logTarget);
+    const double z = r - (2.30753 + 0.27061 * r) / (1 + (0.99229 + 0.04481 * r) * r);
+    if (p > 1 && q > 1) {
+        const double lambda = (z * z - 3) / 6;
+        const double s = 1 / (2 * p - 1);
+        const double t = 1 / (2 * q - 1);
+        const double h = 2 / (s + t);
+        const double w =
+            z * std::sqrt(std::max(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
+        return shapes.LogP() - shapes.LogQ() - 2 * w;
+    }
+    const double variance = q > kVanishing ? 1 / (9 * q) : 0;
+    const double root = q > kVanishing ? 1 - variance + z * std::sqrt(variance) : 0;
+    const double chiSquare = 2 * q * root * root * root;
+    if (!(chiSquare > 0)) return -LogitOfLog(LogOfFirstTerm(shapes.Mirrored(), std::log1p(-target)));
+    const double ratio = (4 * p + 2 * q - 2) / chiSquare;
+    if (ratio <= 1) return LogitOfLog(LogOfFirstTerm(shapes, logTarget));
+    return std::log((ratio - 1) / 2);
+}
+
+// The step to the zero of the excess as a function of the logit: the inverse of its Taylor series up to the
+// third order, or Halley's where that is far away, no further than twice Newton's.
+double Step(const BetaOrientation& shapes, const Point& at, const Residual& r) {
+    constexpr double kNear = 0.1;
+    constexpr double kLeastDivisor = 0.5;
+    const double p = shapes.P();
+    const double q = shapes.Q();
+    const double newton = -r.excess / r.slope;
+    const double curvature = p * at.rest - q * at.y - r.slope;  // the second derivative over the first
+    const double bend = curvature * newton / 2;
+    if (!(std::abs(bend) < kNear && std::abs(r.excess) < kNear && std::abs(newton) < 1)) {
+        return newton / std::max(1 + bend, kLeastDivisor);
+    }
+    const double third = curvature * (curvature - r.slope) - (p + q) * at.y * at.rest;  // over the first, too
+    return newton * (1 - bend + 2 * bend * bend - third * newton * newton / 6);
+}
+
+// From a start to the point with the target, between bounds. False: no convergence.
+bool Refine(const BetaOrientation& shapes, double target, double logTarget, double logit, Point* result) {
+    constexpr int kEvaluationLimit = 200;
+    constexpr double kLogitLimit = 662;     // beyond it the pair counts as (0, 1)
+    constexpr double kLeastSlope = 1e-200;  // so that no step overflows
+    constexpr double kMargin = 1e-3;
+    // The pair itself jumps by its tolerance here and there: what is close is good, and after some steps all
+    // that the tolerance asks for.
+    constexpr double kClose = 2e-10;
+    constexpr int kPatience = 8;
+
+    const double p = shapes.P();
+    const double q = shapes.Q();
+    double lo = -kLogitLimit;
+    double hi = kLogitLimit;
+    if (p > 1 && q > 1) {
+        // The median, which the root does not exceed, lies between mean and mode.
+        hi = std::max(shapes.LogP() - shapes.LogQ(), std::log((p - 1) / (q - 1))) + kMargin;
+    }
+    double least = DBL_MAX;
+    logit = std::clamp(logit, lo, hi);
+    for (int k = 1; k <= kEvaluationLimit; ++k) {
+        const Point at = AtLogit(logit);
+        const Residual r = Evaluate(shapes, at, target, logTarget);
+        if (!r.known) return false;
+        if (std::abs(r.excess) < least) {
+            least = std::abs(r.excess);
+            *result = at;
+        }
+        if (least <= (k <= kPatience ? kClose : kSeriesTolerance)) return true;
+        (r.excess < 0 ? lo : hi) = logit;
+        // From the side where the tail is flat there may be no step at all.
+        double next = r.slope > kLeastSlope ? logit + Step(shapes, at, r) : lo;
+        if (!(next > lo && next < hi)) next = lo + (hi - lo) / 2;
+        if (next == lo || next == hi) break;
+        logit = next;
+    }
+    return least <= kSeriesTolerance;
+}
+
+// The lower quantile for a target of at most 0.5.
+bool LowerQuantile(const BetaOrientation& shapes, double target, Point* result) {
+    if (target == 0) {
+        *result = {0, 1};
+        return true;
+    }
+    if (InClosedForm(shapes, target, result)) return true;
+    const double logTarget = std::log(target);
+    Start start{};
+    if (StartAtEnd(shapes, logTarget, &start)) {
+        if (start.exact) {
+            *result = start.point;
+            return true;
+        }
+    } else if (shapes.Q() < 1 && StartAtEnd(shapes.Mirrored(), std::log1p(-target), &start)) {
+        if (start.exact) {
+            *result = {start.point.rest, start.point.y};
+            return true;
+        }
+        start.logit = -start.logit;
+    } else {
+        start.logit = StartInside(shapes, target, logTarget);
+    }
+    return Refine(shapes, target, logTarget, start.logit, result);
+}
+
+void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::RoutineName& routine,
+              double* x, double* complement) {
+    const double a = shapes.A();
+    const double b = shapes.B();
+    ErrorState().Begin(routine);
+    ErrorState().method = 0;
+    *x = *complement = -DBL_MAX;
+    if (!(target >= 0 && target <= 1 && a > 0 && a <= kShapeLimit && b > 0 && b <= kShapeLimit)) {
+        ErrorState().level = frame::LevelDomain;
+        return;
+    }
+    // The smaller tail: 1 - target is exact where it is the one.
+    if (target > 0.5) {
+        upper = !upper;
+        target = 1 - target;
+    }
+    Point result{};
+    if (!LowerQuantile(upper ? shapes.Mirrored() : shapes.Direct(), target, &result)) {
+        ErrorState().Fail(frame::LevelNoConvergence, routine);
+        return;
+    }
+    *x = upper ? result.rest : result.y;
+    *complement = upper ? result.y : result.rest;
+    ErrorState().Begin(routine);
+    if (target > 0 && (*x == 0 || *complement == 0)) ErrorState().level = frame::LevelUnderflow;
+}
+
+// x b / (complement a), the F quantile, where it does not overflow.
+void SetFQuantile(double x, double complement, const BetaShapes& halves, double* value) {
+    const double above = x * halves.B();
+    const double below = complement * halves.A();
+    if (below < 1 && above >= DBL_MAX * below) {
+        *value = DBL_MAX;
+        ErrorState().level = frame::LevelUnderflow;
+    } else {
+        *value = above / below;
+    }
+}
+
+void FQuantile(double target, const BetaShapes& halves, bool upper, const frame::RoutineName& routine,
+               double* value) {
+    double x = 0;
+    double complement = 0;
+    *value = -DBL_MAX;
+    Quantile(target, halves, upper, routine, &x, &complement);
+    if (target == (upper ? 0 : 1)) ErrorState().Fail(frame::LevelDomain, routine);
+    if (!ErrorState().Failed()) SetFQuantile(x, complement, halves, value);
+}
+
+}  // namespace
+
+void beta_lower_quant(double p, const BetaShapes& shapes, double* x, double* complement) {
+    Quantile(p, shapes, false, "beta_lower_quant"_routine, x, complement);
+}
+
+void beta_upper_quant(double q, const BetaShapes& shapes, double* x, double* complement) {
+    Quantile(q, shapes, true, "beta_upper_quant"_routine, x, complement);
+}
+
+void F_lower_quant(double p, const BetaShapes& halves, double* value) {
+    FQuantile(p, halves, false, "F_lower_quant"_routine, value);
+}
+
+void F_upper_quant(double q, const BetaShapes& halves, double* value) {
+    FQuantile(q, halves, true, "F_upper_quant"_routine, value);
+}
+
+void beta_newton(double target, const BetaShapes& shapes, double* x, Side side) {
+    const auto pair = [&shapes](double at, double* lower, double* upper, double* density) {
+        beta_df(at, shapes, lower, upper, density);
+    };
+    RefineByNewton(target, pair, x, side, "beta_newton"_routine);
+}
+
+}  // namespace zul::numerics

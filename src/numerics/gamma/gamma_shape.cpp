@@ -1,0 +1,126 @@
+#include "numerics/gamma/gamma_shape.h"
+
+#include <numbers>
+
+#include "frame/platform.h"
+#include "numerics/gamma/gamma_tails.h"
+#include "numerics/gamma/incomplete_gamma_pair.h"
+#include "numerics/limits.h"
+
+namespace zul::numerics {
+namespace {
+
+double CountTermsOneByOne(double a, double x) {
+    double t = 1;
+    double n = 0;
+    while (t >= kSeriesTolerance && n <= kTermLimit) {
+        n += 1;
+        t = t * x / (n + a);
+    }
+    return n;
+}
+
+// The smallest double in [0, 1] at which a condition holds that holds at 1 and, once true, stays true.
+template <typename Condition>
+double FirstWhere(Condition condition) {
+    if (condition(0)) return 0;
+    double lo = 0;
+    double hi = 1;
+    for (double middle = 0.5; middle > lo && middle < hi; middle = (lo + hi) / 2) {
+        (condition(middle) ? hi : lo) = middle;
+    }
+    return hi;
+}
+
+}  // namespace
+
+double GammaMedianSplit(double a) {
+    constexpr double kSmallShape = 0.59;
+    if (a >= kSmallShape) return a - 1.0 / 3;
+    // The quotient below would overflow; the result is 0 far above this.
+    constexpr double kVanishingShape = 1e-300;
+    if (a < kVanishingShape) return 0;
+    const double logarithm = (LogGammaFn(a + 1) - std::numbers::ln2) / a;
+    return logarithm < kLogUnderflow ? 0 : std::exp(logarithm);
+}
+
+// Here the quotients do not wait for one another, which takes a third of the time. The products differ from
+// those of CountTermsOneByOne by rounding, less than a relative 1e-9 over all terms, so that only a product
+// this close to the tolerance needs the other order.
+double CountSeriesTerms(double a, double x) {
+    constexpr double kSurelyAbove = kSeriesTolerance * (1 + 1e-8);
+    constexpr double kSurelyBelow = kSeriesTolerance * (1 - 1e-8);
+    double t = 1;
+    double n = 0;
+    while (t > kSurelyAbove && n <= kTermLimit) {
+        n += 1;
+        t *= x / (n + a);
+    }
+    return t < kSurelyBelow ? n : CountTermsOneByOne(a, x);
+}
+
+double FractionalShape::GammaQuotient() const {
+    // Up to here the quotient cancels too much, and its expansion at 0 is exact enough.
+    constexpr double kSmallFraction = 0.0001;
+
+    return gammaQuotient_.Get([b = b_] {
+        if (!(b >= 0 && b <= 1)) return DomainError(DBL_MAX);
+        if (b > kSmallFraction) return (1 - GammaFn(1 + b)) / b;
+        return 0.5772156649015329 - b * 0.5 * 1.978111990655945 - b * b / 6 * -5.4448744564853175;
+    });
+}
+
+double GammaShape::InverseGammaScale() const {
+    return inverseGammaScale_.Get([a = a_] { return numerics::InverseGammaScale(a); });
+}
+
+OneHalf::OneHalf() {
+    constexpr double a = Value();
+    const GammaShape shape(a);
+    log_ = shape.Log();
+    stirlingTerm_ = shape.StirlingTerm();
+    gamma_ = shape.Gamma();
+    logGamma_ = shape.LogGamma();
+    medianSplit_ = shape.MedianSplit();
+    gammaQuotient_ = shape.Fraction().GammaQuotient();
+    for (int n = 2; n <= FractionalShape::kSeriesLimit; ++n) {
+        termRatios_[static_cast<std::size_t>(n)] = shape.Fraction().TermRatio(n);
+    }
+    for (std::size_t i = 0; i < termStarts_.size(); ++i) {
+        termStarts_[i] =
+            FirstWhere([i](double x) { return CountTermsOneByOne(a, x) > static_cast<double>(i); });
+    }
+    for (std::size_t i = 0; i < leastTerms_.size(); ++i) {
+        const double x = static_cast<double>(i) / kCellsPerUnit;
+        leastTerms_[i] = static_cast<unsigned char>(CountTermsOneByOne(a, x));
+    }
+    sureTerms_[0] = sureTerms_[1] = 1;
+    for (std::size_t i = 2; i < sureTerms_.size(); ++i) {
+        incomplete_gamma::SmallUpper(static_cast<double>(i - 1) / kCellsPerUnit, shape.Fraction());
+        sureTerms_[i] = static_cast<unsigned char>(frame::ErrorState().count);
+    }
+    leastPairs_[0] = 1;
+    for (std::size_t i = 1; i < leastPairs_.size(); ++i) {
+        const double x = kPairCells / static_cast<double>(i);
+        double mean = 0;
+        leastPairs_[i] = static_cast<unsigned char>(incomplete_gamma::FirstClosePair(x, a, 1, &mean));
+    }
+}
+
+namespace {
+
+// In the default mode, whatever the mode of the thread that loads the library.
+OneHalf PrepareOneHalf() {
+    OneHalf (*volatile prepare)() = []() { return OneHalf(); };
+    const unsigned control = frame::GetControl();
+    frame::SetControl(frame::kDefaultControl);
+    const OneHalf prepared = prepare();
+    frame::SetControl(control);
+    return prepared;
+}
+
+}  // namespace
+
+const OneHalf kOneHalf = PrepareOneHalf();
+
+}  // namespace zul::numerics

@@ -1,0 +1,106 @@
+#include "numerics/beta/beta_quantiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+#include "frame/error_state.h"
+#include "numerics/beta/incomplete_beta.h"
+#include "support/reference_table.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::ErrorState;
+
+struct Quantile {
+    double x = 0;
+    double complement = 0;
+};
+
+Quantile Invert(double tail, const BetaShapes& shapes, bool upper) {
+    Quantile r;
+    (upper ? beta_upper_quant : beta_lower_quant)(tail, shapes, &r.x, &r.complement);
+    return r;
+}
+
+double InvertF(double tail, const BetaShapes& halves, bool upper) {
+    double value = 0;
+    (upper ? F_upper_quant : F_lower_quant)(tail, halves, &value);
+    return value;
+}
+
+// The quantile and its complement, as far as a relative 2e-9 of the smaller tail and the rounding of the
+// given one let them be known.
+void ExpectQuantile(const BetaShapes& shapes, double tail, bool upper, double x, double complement,
+                    double logDensity) {
+    const Quantile r = Invert(tail, shapes, upper);
+    EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
+    const double uncertainty = 1.5e-9 * std::min(tail, 1 - tail) + (tail > 0.5 ? 2e-16 : 0);
+    const auto tolerance = [&](double v) {
+        return 1e-12 + std::exp(std::log(uncertainty) - logDensity - std::log(v));
+    };
+    EXPECT_TRUE(test::IsNear(r.x, x, tolerance(x)));
+    EXPECT_TRUE(test::IsNear(r.complement, complement, tolerance(complement)));
+    const double f = InvertF(tail, shapes, upper);
+    EXPECT_EQ(f, r.x * shapes.B() / (r.complement * shapes.A()));
+}
+
+TEST(BetaQuantiles, MatchReference) {
+    for (const test::Row& row : test::ReadTable("numerics/beta_quantiles.csv", ',')) {
+        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", tail = " + row.at(2) + " " + row.at(3));
+        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
+        const double x = test::Number(row.at(4));
+        const double complement = test::Number(row.at(5));
+        const double logDensity = x < complement ? BetaLogDensity(shapes.Direct(), x)
+                                                 : BetaLogDensity(shapes.Mirrored(), complement);
+        ExpectQuantile(shapes, test::Number(row.at(2)), row.at(3) == "1", x, complement, logDensity);
+    }
+}
+
+TEST(BetaQuantiles, InvertThePairOnEveryBranch) {
+    for (const test::Row& row : test::ReadTable("numerics/beta_pair.csv", ',')) {
+        if (row.at(3) != "0") continue;
+        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", x = " + row.at(2));
+        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
+        const double x = test::Number(row.at(2));
+        const bool upper = test::Number(row.at(5)) > test::Number(row.at(6));
+        const double tail = test::Number(row.at(upper ? 6 : 5));
+        ExpectQuantile(shapes, tail, upper, x, 1 - x, test::Number(row.at(7)));
+    }
+}
+
+TEST(BetaQuantiles, HandleTheEnds) {
+    const BetaShapes shapes(2, 3);
+    EXPECT_EQ(Invert(0, shapes, false).x, 0);
+    EXPECT_EQ(Invert(1, shapes, false).x, 1);
+    EXPECT_EQ(Invert(0, shapes, true).complement, 0);
+    EXPECT_EQ(ErrorState().level, 0);
+    EXPECT_EQ(Invert(0.1, BetaShapes(1e-3, 2), false).x, 0);  // 1e-1000
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
+    EXPECT_EQ(InvertF(0.1, BetaShapes(2, 1e-3), true), DBL_MAX);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
+}
+
+TEST(BetaNewton, InvertsThePairFromANearbyStart) {
+    const BetaShapes shapes(2.5, 4);
+    for (const double exact : {0.1, 0.4, 0.7}) {
+        double lower = 0;
+        double upper = 0;
+        beta_df(exact, shapes, &lower, &upper, nullptr);
+        double x = exact * 1.03;
+        beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? Side::Lower : Side::Upper);
+        EXPECT_EQ(ErrorState().level, 0);
+        EXPECT_TRUE(test::IsNear(x, exact, 1e-8));
+    }
+    for (double start : {-1.0, 1e-300, 1.0}) {  // outside the domain; no density
+        beta_newton(0.5, shapes, &start, Side::Upper);
+        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+        EXPECT_EQ(ErrorState().routine.View(), "beta_newton");
+    }
+}
+
+}  // namespace
+}  // namespace zul::numerics

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "frame/error_state.h"
+#include "numerics/beta/beta_mixture.h"
+#include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/noncentral_beta.h"
+#include "numerics/beta/noncentral_t.h"
+#include "numerics/limits.h"
+#include "support/reference_table.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::ErrorState;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+struct Tails {
+    double lower = 0.25;
+    double upper = 0.75;
+    bool Written() const { return lower != 0.25 || upper != 0.75; }
+    bool operator==(const Tails&) const = default;
+    bool Sound() const {
+        return lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1 && std::abs(lower + upper - 1) <= 1e-15;
+    }
+};
+
+Tails BetaTails(double x, double a, double b, double noncentrality) {
+    Tails r;
+    beta_ncdf(x, BetaShapes(a, b), noncentrality, &r.lower, &r.upper);
+    return r;
+}
+
+Tails FTails(double f, double df1, double df2, double noncentrality) {
+    Tails r;
+    F_ncdf(f, df1, df2, noncentrality, &r.lower, &r.upper);
+    return r;
+}
+
+Tails TTails(double t, double df, double delta) {
+    Tails r;
+    t_ncdf(t, df, delta, &r.lower, &r.upper);
+    return r;
+}
+
+void ExpectReference(const test::Row& row, const Tails& r, double tolerance) {
+    const std::string where = row.at(0) + ", " + row.at(1) + ", " + row.at(2) + ", " + row.at(3);
+    const Tails expected{test::Number(row.at(row.size() - 2)), test::Number(row.back())};
+    const bool underflow = std::min(expected.lower, expected.upper) < kTinyArgument;
+    EXPECT_EQ(ErrorState().level, underflow ? frame::LevelUnderflow : frame::LevelOk) << where;
+    EXPECT_TRUE(test::IsNear(r.lower, underflow ? std::round(expected.lower) : expected.lower, tolerance))
+        << where;
+    EXPECT_TRUE(test::IsNear(r.upper, underflow ? std::round(expected.upper) : expected.upper, tolerance))
+        << where;
+}
+
+TEST(NoncentralBeta, MatchesReference) {
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_beta.csv", ',')) {
+        const auto value = [&row](std::size_t i) { return test::Number(row.at(i)); };
+        ExpectReference(row, BetaTails(value(0), value(1), value(2), value(3)), 1e-12);
+    }
+}
+
+TEST(NoncentralT, MatchesReferenceAndItsReflection) {
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_t.csv", ',')) {
+        const double t = test::Number(row.at(0));
+        const double df = test::Number(row.at(1));
+        const double delta = test::Number(row.at(2));
+        const Tails r = TTails(t, df, delta);
+        ExpectReference(row, r, 5e-13);
+        const Tails reflected = TTails(-t, df, -delta);
+        EXPECT_EQ(r, (Tails{reflected.upper, reflected.lower}));
+    }
+}
+
+// The small tail is no complement of the other.
+TEST(Noncentral, NextToNoDegreesOfFreedom) {
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_small_f.csv", ',')) {
+        const auto value = [&row](std::size_t i) { return test::Number(row.at(i)); };
+        ExpectReference(row, FTails(value(0), value(1), value(2), value(3)), 1e-12);
+    }
+    for (const test::Row& row : test::ReadTable("numerics/noncentral_small_t.csv", ',')) {
+        const auto value = [&row](std::size_t i) { return test::Number(row.at(i)); };
+        ExpectReference(row, TTails(value(0), value(1), value(2)), 1e-12);
+        EXPECT_TRUE(TTails(-value(0), value(1), value(2)).Sound());
+    }
+}
+
+TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
+    for (const double x : {1e-300, 1e-3, 0.4, 0.999, 1.0}) {
+        Tails central;
+        beta_df(x, BetaShapes(2.5, 7), &central.lower, &central.upper, nullptr);
+        EXPECT_EQ(BetaTails(x, 2.5, 7, 0), central);
+        EXPECT_EQ(ErrorState().routine.View(), "beta_ncdf");
+        const double f = x == 1 ? 1e300 : x / (1 - x) * 2.8;
+        beta_df(2.5 * f / (2.5 * f + 7), 7 / (2.5 * f + 7), BetaShapes(2.5, 7), &central.lower,
+                &central.upper, nullptr);
+        if (f <= 1) {
+            EXPECT_EQ(FTails(f, 5, 14, 0), central);
+        }
+        t_df(x, 1e9, &central.lower, &central.upper);
+        EXPECT_EQ(TTails(x, 1e9, 0), central);
+        EXPECT_EQ(ErrorState().routine.View(), "t_ncdf");
+    }
+}
+
+TEST(Noncentral, Ends) {
+    EXPECT_EQ(BetaTails(0, 2, 3, 1), (Tails{0, 1}));
+    EXPECT_EQ(BetaTails(1, 2, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(FTails(0, 2, 3, 1), (Tails{0, 1}));
+    EXPECT_EQ(FTails(kInfinity, 2, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(TTails(kInfinity, 3, 1), (Tails{1, 0}));
+    EXPECT_EQ(TTails(-kInfinity, 3, 1), (Tails{0, 1}));
+    EXPECT_FALSE(FTails(1, 2, 3, 7e9).Written());
+    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+}
+
+// delta^2 / 2 + 6.1738 delta / sqrt(2) = 94906265 - df / 2.
+TEST(NoncentralT, LimitsTheNoncentrality) {
+    for (const double df : {1e-3, 1e6, 1.8e8}) {
+        const double root = (std::sqrt(6.1738 * 6.1738 + 4 * (kShapeLimit - df / 2)) - 6.1738) / 2;
+        for (const double sign : {-1.0, 1.0}) {
+            const double delta = sign * std::sqrt(2.0) * root;
+            EXPECT_TRUE(TTails(1, df, delta * (1 - 1e-12)).Sound());
+            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
+            EXPECT_FALSE(TTails(1, df, delta * (1 + 1e-12)).Written());
+            EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
+        }
+    }
+    TTails(1, 2e8, 1e-9);
+    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
+    TTails(1, 3, 1e300);
+    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
+}
+
+}  // namespace
+}  // namespace zul::numerics

@@ -1,0 +1,172 @@
+#include "numerics/gamma/incomplete_gamma.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "frame/error_state.h"
+#include "numerics/gamma/incomplete_gamma_pair.h"
+#include "numerics/limits.h"
+#include "support/reference_table.h"
+
+namespace zul::numerics {
+namespace {
+
+using frame::ErrorState;
+
+constexpr double kUnwritten = -7;
+constexpr double kNotCompared = -8;
+
+struct Result {
+    double lower = kUnwritten;
+    double upper = kUnwritten;
+    double density = kUnwritten;
+};
+
+Result Evaluate(double x, double a) {
+    Result r;
+    gamma_df(x, a, &r.lower, &r.upper, &r.density);
+    return r;
+}
+
+TEST(GammaDf, MatchesReferenceOnEveryBranch) {
+    for (const test::Row& row : test::ReadTable("numerics/gamma_pair.csv", ',')) {
+        const double a = test::Number(row.at(0));
+        const double x = test::Number(row.at(1));
+        const Result r = Evaluate(x, a);
+        const std::string where = "a = " + row.at(0) + ", x = " + row.at(1);
+        EXPECT_EQ(ErrorState().level, 0) << where;
+        EXPECT_EQ(ErrorState().routine.View(), "gamma_df") << where;
+        EXPECT_EQ(ErrorState().method, std::stoi(row.at(2))) << where;
+        EXPECT_TRUE(test::IsNear(r.lower, test::Number(row.at(3)), 1e-9)) << where;
+        EXPECT_TRUE(test::IsNear(r.upper, test::Number(row.at(4)), 1e-9)) << where;
+        const double logDensity = test::Number(row.at(5));
+        if (logDensity > kLogUnderflow) {
+            EXPECT_TRUE(test::IsNear(r.density, std::exp(logDensity), a < 1e7 ? 1e-12 : 1e-11)) << where;
+        }
+    }
+}
+
+TEST(GammaDf, SaturatesAtTheEnds) {
+    struct Case {
+        double x;
+        double a;
+        int method;
+        int level;
+        double lower;
+        double density;
+    };
+    constexpr double kInf = std::numeric_limits<double>::infinity();
+    const Case cases[] = {
+        {0, 2, GammaTinyArgument, 0, 0, kUnwritten},
+        {2.2e-288, 2, GammaTinyArgument, 0, 0, kUnwritten},
+        {2e8, 3, GammaHugeArgument, 0, 1, 0},
+        {kInf, 1, GammaHugeArgument, 0, 1, 0},
+        {1e-100, 9, GammaLowerCannotRise, 1, 0, 0},
+        {700, 0.5, GammaUpperFalling, 1, 1, 0},
+        {5000, 2000, GammaUpperCannotRise, 1, 1, 0},
+        // Within 1e-5 of what the largest possible sum could lift, where the sum itself does not.
+        {783.2687477025329, 2000, GammaLowerUnderflow, 1, 0, kNotCompared},
+        {4086.8244359647188, 2000, GammaUpperUnderflow, 1, 1, 0},
+        {671.8272742541802, 2.5, GammaUpperUnderflow + 1, 1, 1, 0},
+    };
+    for (const Case& c : cases) {
+        const Result r = Evaluate(c.x, c.a);
+        EXPECT_EQ(ErrorState().method, c.method) << c.x << " " << c.a;
+        EXPECT_EQ(ErrorState().level, c.level) << c.x << " " << c.a;
+        EXPECT_EQ(r.lower, c.lower) << c.x << " " << c.a;
+        EXPECT_EQ(r.upper, 1 - c.lower) << c.x << " " << c.a;
+        if (c.density != kNotCompared) {
+            EXPECT_EQ(r.density, c.density) << c.x << " " << c.a;
+        }
+    }
+}
+
+TEST(GammaDf, LimitsAreIncluded) {
+    const Result atShapeLimit = Evaluate(94906265, 94906265);
+    EXPECT_EQ(ErrorState().level, 0);
+    EXPECT_NEAR(atShapeLimit.lower, 0.5, 1e-4);
+    Evaluate(189812530, 3);
+    EXPECT_EQ(ErrorState().method, GammaUpperCannotRise);
+    Evaluate(2.2250738585072014e-288, 1);
+    EXPECT_EQ(ErrorState().method, GammaLower);
+}
+
+// The continued fraction, told plainly.
+TEST(GammaContinuedFraction, StopsWhereItsPairsMeet) {
+    const FractionalShape third(1.0 / 3);
+    for (double x = 1; x < 100; x *= 1.05) {
+        double p0 = 0, p1 = 1, q0 = 1, q1 = 1, r0 = 0, r1 = 1;
+        int k = 0;
+        do {
+            ++k;
+            p0 = (k - third.Value()) * p0 + x * p1;
+            q0 = (k - third.Value()) * q0 + x * q1;
+            r0 = p0 / q0;
+            p1 = k * p1 + p0;
+            q1 = k * q1 + q0;
+            r1 = p1 / q1;
+        } while ((r1 - r0) / r0 >= 1e-9);
+        double factor = 0;
+        ASSERT_EQ(GammaContinuedFraction(x, third, &factor), kConverged);
+        ASSERT_EQ(ErrorState().count, k) << x;
+        ASSERT_EQ(factor, (r0 + r1) / 2) << x;
+    }
+}
+
+// The prepared shape 1/2 looks up how long its loops run: it must not be seen in a single bit, in the method
+// or in the number of iterations.
+TEST(GammaDf, OneHalfGivesTheBitsOfAnyShape) {
+    for (double x = 1e-12; x < 800; x *= 1.0007) {
+        const Result general = Evaluate(x, 0.5);
+        const int method = ErrorState().method;
+        const int count = ErrorState().count;
+        Result r;
+        incomplete_gamma::Pair(x, kOneHalf, &r.lower, &r.upper, &r.density);
+        ASSERT_EQ(ErrorState().method, method) << x;
+        ASSERT_EQ(ErrorState().count, count) << x;
+        ASSERT_EQ(r.lower, general.lower) << x;
+        ASSERT_EQ(r.upper, general.upper) << x;
+        ASSERT_EQ(r.density, general.density) << x;
+    }
+}
+
+// Right at a threshold of the number of terms the quick count has to fall back on the slow one.
+TEST(GammaIax, CountsTermsAsTheRecurrenceDoes) {
+    for (const double a : {0.5, 3.0, 1000.0}) {
+        for (double x = a / 100; x < a; x *= 1.01) {
+            double t = 1;
+            int n = 0;
+            while (t >= kSeriesTolerance)
+                t = t * x / (++n + a);
+            double sum = 0;
+            ASSERT_EQ(gamma_Iax(a, x, &sum), kConverged);
+            ASSERT_EQ(ErrorState().count, n) << a << " " << x;
+        }
+    }
+}
+
+TEST(GammaNewton, InvertsThePairFromANearbyStart) {
+    for (const double a : {0.5, 3.0, 50.0}) {
+        for (const double exact : {0.3 * a, a, 2 * a}) {
+            const Result r = Evaluate(exact, a);
+            const bool lower = r.lower < r.upper;
+            double x = exact * 1.03;
+            gamma_newton(lower ? r.lower : r.upper, a, &x, lower ? Side::Lower : Side::Upper);
+            EXPECT_EQ(ErrorState().level, 0);
+            EXPECT_TRUE(test::IsNear(x, exact, 1e-8)) << a;
+        }
+    }
+}
+
+TEST(GammaNewton, FailsWithItsNameWhereItCannotGoOn) {
+    for (double start : {1e9, 700.0, -1.0}) {  // no density; no density; outside the domain
+        gamma_newton(0.5, 0.5, &start, Side::Upper);
+        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+        EXPECT_EQ(ErrorState().routine.View(), "gamma_newton");
+    }
+}
+
+}  // namespace
+}  // namespace zul::numerics
