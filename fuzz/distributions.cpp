@@ -12,6 +12,7 @@
 #include "distributions/families.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
+#include "fuzz/support/parameters.h"
 #include "support/float_mode.h"
 
 namespace zul::fuzz {
@@ -22,7 +23,6 @@ using test::Distribution;
 using test::Domain;
 using test::Family;
 using test::Function;
-using test::Type;
 
 constexpr double kNA = 1.23456e30;
 constexpr double kUnwritten = -7;
@@ -37,19 +37,6 @@ std::string Text(const Function& function, test::Arguments arguments) {
         separator = ", ";
     }
     return text.str() + ")";
-}
-
-double Argument(Type type, Input& input) {
-    switch (type) {
-        case Type::Flag:
-            return input.Flag() ? 1 : 0;
-        case Type::Alternative:
-            return static_cast<double>(input.Choice(5)) - 2;
-        case Type::Integer:
-            return input.Integer();
-        default:
-            return input.Real();
-    }
 }
 
 // Some of the arguments replaced by any.
@@ -136,42 +123,6 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
     }
 }
 
-// One more parameter after those before it, inside its domain.
-double ValidParameter(Domain domain, const std::vector<double>& before, bool whole, Input& input) {
-    using enum Domain;
-    const unsigned kind = input.Byte() % 8;
-    const double count = std::floor(input.Power(0, kind < 6 ? 3 : 9));
-    const double size = kind < 4 ? input.Power(-2, 3) : kind < 6 ? input.Power(-6, 7) : count / 2;
-    switch (domain) {
-        case Real:
-            return input.Flag() ? size : -size;
-        case Fraction:
-            return input.Fraction();
-        case Noncentrality:
-            return input.Flag() ? 0 : size;
-        case Exponent:
-            return kind == 7 ? 0 : input.Uniform(-5, 10);
-        case Above:
-            return before.back() + (whole ? count : size);
-        case Count:
-            return count;
-        case UpToFirst:
-            return std::floor(before.front() * input.Uniform());
-        default:
-            return size;
-    }
-}
-
-std::vector<double> ValidParameters(const Family& family, Input& input) {
-    const std::vector<Domain>& domains = family.domains;
-    std::vector<double> values;
-    values.reserve(domains.size());
-    for (const Domain domain : domains)
-        values.push_back(ValidParameter(domain, values, domains.front() == Domain::Count, input));
-    LimitTime(family, values, input);
-    return values;
-}
-
 void CheckTails(const Distribution& d, const Family& family, double x) {
     const double lower = Evaluate(d.lower, family.bare, x).value;
     const double upper = Evaluate(d.upper, family.bare, x).value;
@@ -202,7 +153,9 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
 void CheckValid(const Family& family, Input& input) {
     if (family.name == "Discrete") return;  // the user's table may be any
     const bool discrete = family.kind == test::Kind::Discrete;
-    const Distribution d = family.With({ValidParameters(family, input), 0, 0});
+    std::vector<double> parameters = ValidParameters(family.domains, input);
+    LimitTime(family, parameters, input);
+    const Distribution d = family.With(parameters);
     const double p = input.Fraction();
     const double x = Evaluate(d.quantile, family.bare, p).value;
     // Some quantiles lie beyond the range of a double.

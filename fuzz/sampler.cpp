@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <set>
-#include <string_view>
 
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
+#include "fuzz/support/parameters.h"
 #include "fuzz/support/values.h"
 #include "sampling/slots.h"
 
@@ -22,130 +23,25 @@ constexpr double kNA = 1.23456e30;
 // The operations whose time grows with a parameter get no more than this.
 constexpr int kManyTrials = 2000;
 
-struct Support {
-    double least;
-    double greatest;
-    bool isWhole = false;
-};
-
-// An operation and its parameters, one letter for each: s a scale or a shape, r a real number, p a probability,
-// i an integer, c a count of trials, m a size of a population.
-struct Operation {
-    std::string_view name;
-    std::string_view parameters;
-    Support (*support)(const Parameters&);
-    unsigned maxCount = 40;
-};
-
-Support Line(const Parameters&) {
-    return {-kInf, kInf};
+// Parameters in the domains, where they give numbers: fewer degrees of freedom have quantiles beyond the doubles, and
+// probabilities near 0 or 1 counts beyond the numbers.
+Parameters Valid(const test::Slot& slot, Input& input) {
+    Parameters p = ValidParameters(slot.domains, input, 4);
+    for (std::size_t i = 0; i < p.size(); ++i)
+        if (slot.domains[i] == test::Domain::Fraction) p[i] = std::clamp(p[i], 0.01, 0.99);
+    if (slot.name == "T") p = {std::max(p[0], 0.5), std::fmod(p[1], 8)};
+    return p;
 }
 
-Support Unit(const Parameters&) {
-    return {0, 1};
-}
-
-Support Positive(const Parameters&) {
-    return {0, kInf};
-}
-
-template <std::size_t place>
-Support From(const Parameters& p) {
-    return {p[place], kInf};
-}
-
-Support Hull(const Parameters& p) {
-    const auto [least, greatest] = std::minmax_element(p.begin(), p.end());
-    return {*least, *greatest};
-}
-
-Support UpToFirst(const Parameters& p) {
-    return {0, std::max(p[0], 0.0)};
-}
-
-Support BelowFirst(const Parameters& p) {
-    return {0, p[0] - 1};
-}
-
-Support Overlap(const Parameters& p) {
-    return {std::max(0.0, p[1] + p[2] - p[0]), std::max(0.0, std::min(p[1], p[2]))};
-}
-
-Support FailuresOrTrials(const Parameters& p) {
-    return {p[0] != 0 ? 0 : p[2], kInf};
-}
-
-template <Support (*support)(const Parameters&)>
-Support Whole(const Parameters& p) {
-    const Support all = support(p);
-    return {all.least, all.greatest, true};
-}
-
-const Operation kOperations[] = {
-    {"Beta", "ss", Unit},
-    {"Cauchy", "rs", Line},
-    {"ChiSquare", "s", Positive},
-    {"Exponential", "sr", From<1>},
-    {"F", "ss", Positive},
-    {"Gamma", "ssr", From<2>},
-    {"Lambda", "rrs", Line},
-    {"Laplace", "rs", Line},
-    {"LargestExtremeValue", "rs", Line},
-    {"Logistic", "rs", Line},
-    {"LogLogistic", "rsr", From<2>},
-    {"Lognormal", "rsr", From<2>},
-    {"Normal", "rs", Line},
-    {"SmallestExtremeValue", "rs", Line},
-    {"T", "sr", Line, 4},
-    {"Triangular", "rrr", Hull},
-    {"Uniform", "rr", Hull},
-    {"Weibull", "ssr", From<2>},
-    {"IntegerUniform", "ii", Whole<Hull>},
-    {"Bernoulli", "p", Whole<Unit>},
-    {"Binomial", "cp", Whole<UpToFirst>},
-    {"Hypergeometric", "mcc", Whole<Overlap>},
-    {"NegBinomial", "ps", From<1>},
-    {"NegBinomialTrials", "ips", FailuresOrTrials},
-    {"Poisson", "s", Whole<Positive>},
-    {"Indices", "mi", Whole<BelowFirst>},
-};
-
-// Any number, or one for which the operation is made.
-double Parameter(char kind, bool isValid, Input& input) {
-    switch (kind) {
-        case 's':
-            return isValid ? static_cast<double>(input.Word() >> 48) * 0x1p-10 + 0x1p-6 : AnyReal(input);
-        case 'r':
-            return isValid ? static_cast<double>(input.Integer() % 1000) / 16 : AnyReal(input);
-        case 'p':
-            return isValid ? (input.Byte() + 1) / 258.0 : AnyReal(input);
-        case 'i':
-            return input.Integer();
-        case 'm':
-            return static_cast<double>(input.Word() % kManyTrials);
-        default:
-            return isValid ? static_cast<double>(input.Byte()) : input.Integer() % kManyTrials;
+// Any numbers; the time grows with counts.
+Parameters Any(const test::Slot& slot, Input& input) {
+    Parameters p;
+    for (std::size_t i = 0; i < slot.types.size(); ++i) {
+        p.push_back(slot.types[i] == test::Type::Real ? AnyReal(input) : Argument(slot.types[i], input));
+        if (slot.domains[i] == test::Domain::UpToFirst) p[i] = std::fmod(p[i], kManyTrials);
+        if (slot.domains[i] == test::Domain::Count) p[i] = std::abs(std::fmod(p[i], kManyTrials));
     }
-}
-
-// Changes what the letters leave open, so that the parameters are valid.
-void Correct(std::string_view name, Parameters* p) {
-    if (name == "Triangular" || name == "Uniform" || name == "IntegerUniform")
-        std::sort(p->begin(), p->end());
-    if ((name == "Triangular" || name == "Uniform") && p->front() == p->back()) p->back() += 1;
-    if (name == "Hypergeometric") {
-        (*p)[1] = std::min((*p)[1], (*p)[0]);
-        (*p)[2] = std::min((*p)[2], (*p)[0]);
-    }
-    if (name == "Lambda") (*p)[0] = std::fmod((*p)[0], 4);
-    if (name == "T") {  // with fewer degrees of freedom quantiles pass the largest double
-        (*p)[0] = std::max((*p)[0], 0.5);
-        (*p)[1] = std::fmod((*p)[1], 8);
-    }
-}
-
-std::string NameOf(std::string_view operation) {
-    return std::string("Sample").append(operation);
+    return p;
 }
 
 // What one call on a fresh sampler does.
@@ -158,7 +54,7 @@ struct Outcome {
 
 using Draw = std::function<int(ISampler&, double* out, unsigned count)>;
 
-Outcome DrawOnce(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
+Outcome DrawOnce(const std::string& name, Mode mode, const Draw& draw, double seed, std::size_t size,
                  unsigned count) {
     const test::SamplerPtr sampler = test::MakeSampler(seed);
     Require(sampler != nullptr, [] { return std::string("no sampler"); });
@@ -166,74 +62,31 @@ Outcome DrawOnce(std::string_view name, Mode mode, const Draw& draw, double seed
     Guarded<double> out(size, kUnwritten);
     Outcome outcome;
     const auto run = [&] { outcome.status = draw(*sampler, out.Data(), count); };
-    outcome.returned = Checked(mode, run, [&] { return NameOf(name); });
+    outcome.returned = Checked(mode, run, [&] { return name; });
     outcome.values = out.Values();
     outcome.seed = sampler->GetSeed();
-    Require(out.IsIntact(), [&] { return NameOf(name) + " wrote outside"; });
+    Require(out.IsIntact(), [&] { return name + " wrote outside"; });
     if (count == 0)
         Require(outcome.returned && out.IsUntouched() && outcome.seed == before,
-                [&] { return NameOf(name) + " drew nothing, and did something"; });
+                [&] { return name + " drew nothing, and did something"; });
     return outcome;
 }
 
 // Twice, with the same outcome.
-Outcome CallTwice(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
+Outcome CallTwice(const std::string& name, Mode mode, const Draw& draw, double seed, std::size_t size,
                   unsigned count) {
     Outcome first = DrawOnce(name, mode, draw, seed, size, count);
     const Outcome second = DrawOnce(name, mode, draw, seed, size, count);
     const bool isSame = first.status == second.status && first.returned == second.returned &&
                         first.seed == second.seed &&
                         std::equal(first.values.begin(), first.values.end(), second.values.begin(), SameBits);
-    Require(isSame, [&] { return NameOf(name) + " differs for one seed"; });
+    Require(isSame, [&] { return name + " differs for one seed"; });
     return first;
 }
 
 double Seed(Input& input) {
     const double seed = input.Flag() ? input.Byte() : AnyReal(input);
     return seed == 0 || !std::isfinite(seed) ? 1 : seed;  // these take the time of day
-}
-
-void Deviates(Input& input) {
-    const Operation& operation = kOperations[input.Choice(std::size(kOperations))];
-    const bool isValid = input.Byte() < 140;
-    const double seed = Seed(input);
-    const auto count = static_cast<unsigned>(input.Choice(operation.maxCount + 1));
-    Parameters parameters;
-    for (const char kind : operation.parameters)
-        parameters.push_back(Parameter(kind, isValid, input));
-    if (isValid) Correct(operation.name, &parameters);
-    const test::Slot& slot = test::Slots().at(std::string(operation.name));
-    const bool isFramed = operation.name != "Indices" && operation.name != "Weibull";
-    const auto draw = [&](ISampler& sampler, double* out, unsigned n) {
-        return slot.draw(sampler, out, n, parameters);
-    };
-    const Outcome outcome =
-        CallTwice(operation.name, isFramed ? Mode::Framed : Mode::Bare, draw, seed, count, count);
-    if (!outcome.returned) return;
-    const auto describe = [&] {
-        std::string text = NameOf(operation.name);
-        for (const double p : parameters)
-            text.append(" ").append(std::to_string(p));
-        return text;
-    };
-    if (operation.name == "Indices") {
-        const bool fits = count == 0 || (parameters[0] > 0 && (parameters[1] == 0 || count <= parameters[0]));
-        const std::set<double> distinct(outcome.values.begin(), outcome.values.end());
-        Require(outcome.status == (fits ? 0 : 30011), describe);
-        Require(!fits || parameters[1] == 0 || distinct.size() == count, describe);
-        Require(fits || (distinct.size() == 1 && *distinct.begin() == 4294967295.0), describe);
-        if (!fits) return;
-    } else {
-        Require(outcome.status == 0, describe);
-    }
-    for (const double x : outcome.values)
-        Require(IsWritten(x), describe);
-    if (!isValid) return;
-    const Support support = operation.support(parameters);
-    for (const double x : outcome.values) {
-        Require(x >= support.least && x <= support.greatest && x != kNA, describe);
-        Require(!support.isWhole || std::isinf(x) || x == std::floor(x), describe);
-    }
 }
 
 void Table(Input& input) {
@@ -255,6 +108,45 @@ void Table(Input& input) {
         for (unsigned i = 0; i < size && !isDrawn; ++i)
             isDrawn = Same(values[i], x) && probabilities[i] > 0;
         Require(isDrawn, [] { return std::string("SampleDiscrete drew what has no probability"); });
+    }
+}
+
+void Deviates(Input& input) {
+    const auto& [name, slot] =
+        *std::next(test::Slots().begin(), static_cast<int>(input.Choice(test::Slots().size())));
+    if (name == "Discrete") return Table(input);
+    const bool isValid = input.Byte() < 140;
+    const double seed = Seed(input);
+    const auto count =
+        static_cast<unsigned>(input.Choice(name == "T" ? 5 : 41));  // quantiles take their time
+    const Parameters parameters = isValid ? Valid(slot, input) : Any(slot, input);
+    const Mode mode = name != "Indices" && name != "Weibull" ? Mode::Framed : Mode::Bare;
+    const auto draw = [&, &operation = slot](ISampler& sampler, double* out, unsigned n) {
+        return operation.draw(sampler, out, n, parameters);
+    };
+    const Outcome outcome = CallTwice(name, mode, draw, seed, count, count);
+    if (!outcome.returned) return;
+    const auto describe = [&, &called = name] {
+        std::string text = called;
+        for (const double p : parameters)
+            text += Call("", p);
+        return text;
+    };
+    bool fits = true;
+    if (name == "Indices") {
+        fits = count == 0 || (parameters[0] >= 1 && (parameters[1] == 0 || count <= parameters[0]));
+        const std::set<double> distinct(outcome.values.begin(), outcome.values.end());
+        Require(!fits || parameters[1] == 0 || distinct.size() == count, describe);
+        Require(fits || (distinct.size() == 1 && *distinct.begin() == 4294967295.0), describe);
+    }
+    Require(outcome.status == (fits ? 0 : 30011), describe);
+    const auto [lowest, highest] = slot.support(parameters);
+    for (const double x : outcome.values) {
+        Require(IsWritten(x), describe);
+        if (!isValid || !fits) continue;
+        Require(x >= lowest && x <= highest && x != kNA, describe);
+        Require(!slot.isDiscrete || std::isinf(x) || name.starts_with("NegBinomial") || x == std::floor(x),
+                describe);
     }
 }
 

@@ -31,17 +31,15 @@ protected:
     void TearDown() override { ResetFpuStates(); }
 };
 
-std::vector<double> Draw(ISampler& sampler, const std::string& slot, const std::vector<double>& parameters,
-                         unsigned count) {
+std::vector<double> Draw(ISampler& sampler, const test::Case& call, unsigned count) {
     std::vector<double> out(count);
-    EXPECT_EQ(test::Slots().at(slot).draw(sampler, out.data(), count, parameters), 0) << slot;
+    EXPECT_EQ(test::Slots().at(call.slot).draw(sampler, out.data(), count, call.parameters), 0) << call.slot;
     return out;
 }
 
 // "Normal 0 1".
 std::vector<double> Draw(ISampler& sampler, const std::string& call, unsigned count) {
-    const std::size_t blank = std::min(call.find(' '), call.size());
-    return Draw(sampler, call.substr(0, blank), test::Numbers(call.substr(blank)), count);
+    return Draw(sampler, test::ReadCase(call), count);
 }
 
 // "Normal 0 1 x3; Uniform 0 1 x2": calls in a row.
@@ -63,7 +61,7 @@ TEST_F(Sampler, GivesTheExactUniforms) {
         const SamplerPtr sampler = MakeSampler(test::Number(row[0]));
         EXPECT_EQ(sampler->GetSeed(), test::Number(row[4]));
         const auto uniforms =
-            Draw(*sampler, "Uniform", {0, 1}, static_cast<unsigned>(row.size() - kFirstUniform));
+            Draw(*sampler, "Uniform 0 1", static_cast<unsigned>(row.size() - kFirstUniform));
         for (std::size_t i = 0; i < uniforms.size(); ++i)
             EXPECT_EQ(uniforms[i], test::Number(row[kFirstUniform + i])) << row[0] << " " << i;
     }
@@ -77,7 +75,7 @@ TEST_F(Sampler, MatchesReference) {
             const auto count = static_cast<unsigned>(std::stoul(row.at(3)));
             const std::vector<double> out = row[0] == "CallChain"
                                                 ? DrawChain(*sampler, row.at(2))
-                                                : Draw(*sampler, row[0], test::Numbers(row.at(2)), count);
+                                                : Draw(*sampler, {row[0], test::Numbers(row.at(2))}, count);
             const std::vector<double> expected = test::Numbers(row.at(5));
             ASSERT_LE(expected.size(), out.size());
             for (std::size_t i = 0; i < expected.size(); ++i)
@@ -91,7 +89,7 @@ TEST_F(Sampler, MatchesReference) {
 TEST_F(Sampler, SeedsRoundTrip) {
     for (const test::Row& row : test::ReadTable("sampling/get_seed.csv", ',')) {
         const SamplerPtr sampler = MakeSampler(test::Number(row.at(0)));
-        Draw(*sampler, "Uniform", {0, 1}, static_cast<unsigned>(std::stoul(row.at(1))));
+        Draw(*sampler, "Uniform 0 1", static_cast<unsigned>(std::stoul(row.at(1))));
         EXPECT_EQ(sampler->GetSeed(), test::Number(row.at(2))) << row[0] << " " << row[1];
     }
     const SamplerPtr sampler = MakeSampler(1);
@@ -109,10 +107,10 @@ TEST_F(Sampler, SeedsRoundTrip) {
 }
 
 TEST_F(Sampler, DoesNotDependOnHowTheCallsAreDivided) {
-    const auto whole = Draw(*MakeSampler(7), "Uniform", {-2, 3}, 2000);
+    const auto whole = Draw(*MakeSampler(7), "Uniform -2 3", 2000);
     const SamplerPtr divided = MakeSampler(7);
     const SamplerPtr other = MakeSampler(8);
-    const auto othersFirst = Draw(*MakeSampler(8), "Uniform", {0, 1}, 40);
+    const auto othersFirst = Draw(*MakeSampler(8), "Uniform 0 1", 40);
     std::vector<double> parts;
     for (const unsigned count : {1U, 0U, 300U, 3U, 252U, 1U, 1024U, 400U, 19U}) {
         const auto part = Draw(*divided, "Uniform -2 3", count);
@@ -182,7 +180,7 @@ TEST_F(Sampler, CountsExactly) {
     EXPECT_LE(Draw(*sampler, "Hypergeometric 4294967295 2147483647 10", 1)[0], 10);
     constexpr int kLow = std::numeric_limits<int>::min();
     constexpr int kHigh = std::numeric_limits<int>::max();
-    const auto wide = Draw(*sampler, "IntegerUniform", {kLow, kHigh}, 1000);
+    const auto wide = Draw(*sampler, {"IntegerUniform", {kLow, kHigh}}, 1000);
     const auto [least, greatest] = std::minmax_element(wide.begin(), wide.end());
     EXPECT_TRUE(*least >= kLow && *least<0.95 * kLow&& * greatest <= kHigh&& * greatest> 0.95 * kHigh);
 }
@@ -236,7 +234,7 @@ TEST_F(Sampler, MultivariateNormal) {
 TEST_F(Sampler, AnExceptionEndsTheCall) {
     const SamplerPtr sampler = MakeSampler(1);
     std::vector<double> out(20, -7);
-    const auto uniforms = Draw(*MakeSampler(1), "Uniform", {0, 1}, 20);
+    const auto uniforms = Draw(*MakeSampler(1), "Uniform 0 1", 20);
     EXPECT_THROW(sampler->SampleExponential(out.data(), 20, 1e308, 0), std::overflow_error);
     EXPECT_EQ(_mm_getcsr() & ~0x3Fu, kTrapping);
     // -log(1 - u) = 1.797... is the first too large one.
@@ -244,7 +242,7 @@ TEST_F(Sampler, AnExceptionEndsTheCall) {
     const auto large = std::find_if(uniforms.begin(), uniforms.end(), [](double u) { return u > 0.8343; });
     EXPECT_EQ(drawn, large - uniforms.begin());
     const SamplerPtr expected = MakeSampler(1);
-    Draw(*expected, "Uniform", {0, 1}, static_cast<unsigned>(drawn) + 1);
+    Draw(*expected, "Uniform 0 1", static_cast<unsigned>(drawn) + 1);
     EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
     EXPECT_THROW(sampler->SampleLognormal(out.data(), 1, 1e4, 1, 0), std::runtime_error);
     ResetFpuStates();
