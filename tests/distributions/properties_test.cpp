@@ -5,8 +5,10 @@
 #include <exception>
 #include <limits>
 #include <stdexcept>
+#include <vector>
 
 #include "distributions/families.h"
+#include "support/reference_table.h"
 #include "zul/distributions.h"
 #include "zul/frame.h"
 
@@ -108,6 +110,30 @@ TEST(Families, MassesSumToTheLowerTailWhichRisesAtWholeNumbers) {
             EXPECT_EQ(d.pdf(k + 0.25), 0) << k;
             EXPECT_EQ(d.lower(k + 0.25), lower) << k;
             EXPECT_NEAR(d.upper(k + 0.25), d.upper(k + 1), 1e-12) << k;
+        }
+    });
+}
+
+// Over the support and beyond its ends, also in place, and nothing is written behind the last.
+TEST(Families, ArraysHaveTheBitsOfTheScalarCalls) {
+    ForEachDistribution([](const Family& family, const Distribution& d) {
+        for (const Applied& f : d.Functions()) {
+            std::vector<double> in = {1e-9, 0.01, 0.3, 0.5, 0.77, 0.99};
+            if (f.function != &family.invCdf) {
+                for (double& p : in)
+                    p = d.quantile(p);
+                in.insert(in.end(), {-1, 0, 0.25, 1, 3, 1e300});
+            }
+            const std::size_t count = in.size() - 1;
+            std::vector<double> out(in.size(), -7);
+            std::vector<double> inPlace = in;
+            f(out.data(), in.data(), count);
+            f(inPlace.data(), inPlace.data(), count);
+            for (std::size_t i = 0; i < in.size(); ++i) {
+                EXPECT_TRUE(test::IsNear(out[i], i < count ? f(in[i]) : -7, 0)) << f.Name() << " " << in[i];
+                EXPECT_TRUE(test::IsNear(inPlace[i], i < count ? out[i] : in[i], 0))
+                    << f.Name() << " " << in[i];
+            }
         }
     });
 }
