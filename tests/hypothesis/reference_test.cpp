@@ -170,7 +170,7 @@ TEST(HypothesisReference, OneProportion) {
 
 TEST(HypothesisReference, TwoProportions) {
     using namespace v0;
-    for (const Row& row : ReadTable("two_proportion", false)) {
+    for (const Row& row : ReadTable("two_proportion", true)) {
         TwoProportion r;
         r.x1 = Count(row.at(1));
         r.n1 = Count(row.at(2));
