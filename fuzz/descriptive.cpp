@@ -38,10 +38,6 @@ double SumOfSizes(const Data& x) {
     return std::accumulate(x.begin(), x.end(), 0.0, [](double a, double b) { return a + std::abs(b); });
 }
 
-void Expect(bool condition, const char* what) {
-    Require(condition, [what] { return std::string(what); });
-}
-
 // Calls what cannot throw, and is not to change x.
 template <typename Evaluate>
 void Run(const Data& x, const char* name, Evaluate evaluate) {

@@ -5,6 +5,7 @@
 #include <exception>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 #include "zul/frame.h"
 
@@ -17,6 +18,21 @@ namespace zul::fuzz {
 template <typename Describe>
 void Require(bool condition, Describe describe) {
     if (!condition) Fail(describe());
+}
+
+// `where` is the name of the call, or gives its text.
+template <typename Where>
+void Expect(bool condition, const Where& where, const char* what) {
+    Require(condition, [&] {
+        if constexpr (std::is_invocable_v<const Where&>)
+            return where() + ": " + what;
+        else
+            return std::string(where) + ": " + what;
+    });
+}
+
+inline void Expect(bool condition, const char* what) {
+    Require(condition, [what] { return std::string(what); });
 }
 
 // "Name(1, 2.5)"
@@ -74,6 +90,12 @@ bool Checked(Mode mode, Evaluate evaluate, Describe describe, int calls = 1) {
         Fail(describe() + ": " + complaint);
     }
     return returned;
+}
+
+// What throws nothing.
+template <typename Evaluate>
+void Run(const char* name, Evaluate evaluate) {
+    Checked(Mode::Bare, evaluate, [name] { return std::string(name); });
 }
 
 }  // namespace zul::fuzz
