@@ -57,14 +57,14 @@ Square Draw(std::size_t n, const std::function<double()>& draw) {
 // are no distances.
 TEST(RunClustering, TakesTheWrittenSteps) {
     std::mt19937_64 random(11);
-    for (int round = 0; round < 400 && !HasFatalFailure(); ++round) {
-        const std::size_t n = round < 300 ? 2 + random() % 24 : 40 + random() % 120;
+    for (int round = 0; round < 64 && !HasFatalFailure(); ++round) {
+        const std::size_t n = round % 2 == 0 ? 2 + random() % 24 : 40 + random() % 60;
         const int values = std::vector<int>{1, 2, 3, 5, 10, 100, 1'000'000}[random() % 7];
-        const double strange = round % 4 == 0 ? std::vector<double>{0.02, 0.3, 0.9, 1}[random() % 4] : 0;
+        const double strange = round % 4 < 2 ? std::vector<double>{0.02, 0.3, 0.9, 1}[random() % 4] : 0;
         const auto draw = [&]() -> double {
             if (std::generate_canonical<double, 53>(random) >= strange)
                 return static_cast<double>(1 + static_cast<int>(random() % static_cast<unsigned>(values)));
-            return std::vector<double>{kNaN, kInf, -kInf, -1, -0.0}[random() % (round % 8 == 0 ? 1 : 5)];
+            return std::vector<double>{kNaN, kInf, -kInf, -1, -0.0}[random() % (round % 8 < 2 ? 1 : 5)];
         };
         ExpectWritten(Draw(n, draw), "round " + std::to_string(round));
     }
