@@ -142,14 +142,6 @@ void RandomMatrices(Input& input) {
     ClusterBoth(input, distances);
 }
 
-test::Square Read(const DistanceMatrix& matrix, int n) {
-    test::Square distances(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j <= i; ++j)
-            distances[static_cast<std::size_t>(i)].push_back(i == j ? 0 : matrix(i, j));
-    return distances;
-}
-
 using Table = std::unique_ptr<IRectangularArray<double>>;
 
 Table MakeTable(Input& input, int rows, int columns) {
@@ -166,56 +158,56 @@ Table MakeTable(Input& input, int rows, int columns) {
     return table;
 }
 
-bool IsModerate(const IRectangularArray<double>& table) {
+// Neither squares nor sums overflow.
+bool IsModerate(const Table& table) {
     std::vector<double> values;
-    for (int row = 0; row < table.RowCount(); ++row)
-        for (int column = 0; column < table.ColumnCount(); ++column)
-            values.push_back(table.At(row, column));
+    for (int i = 0; i < table->RowCount() * table->ColumnCount(); ++i)
+        values.push_back(table->At(i / table->ColumnCount(), i % table->ColumnCount()));
     return AreModerate(values, 1e15);
+}
+
+// The library's matrix and a host's get the same distances, which hold, and the same joins.
+template <typename Create, typename Holds>
+void CreateBoth(Input& input, int n, bool isKnown, Create create, Holds holds) {
+    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
+    HostMatrix host(n);
+    std::array statuses = {dax::types::Failure, dax::types::Failure};
+    Run("CreateForCluster", [&] { statuses = {create(*own), create(host)}; });
+    const auto expected = isKnown ? dax::types::Success : dax::types::Failure;
+    Expect(statuses == std::array{expected, expected}, "status of the distances");
+    if (!isKnown || n == 0) return;
+    test::Square distances(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j <= i; ++j) {
+            const double distance = i == j ? 0 : (*own)(i, j);
+            Expect(i == j || test::SameDistance(distance, host(i, j)), "the host's distances differ");
+            Expect(i == j || holds(i, j, distance), "no distance");
+            distances[static_cast<std::size_t>(i)].push_back(distance);
+        }
+    ClusterBoth(input, distances);
 }
 
 void Observations(Input& input) {
     const int n = static_cast<int>(input.Choice(kMaxObjects + 1));
-    const int columns = static_cast<int>(input.Choice(9));
+    const int columns = std::max(1, static_cast<int>(input.Choice(9)));
     const int measure =
         input.Byte() < 240 ? 2000 + static_cast<int>(input.Choice(5)) : input.Integer() % 4096;
     const bool standardize = input.Flag();
     const Table table = MakeTable(input, n, columns);
-    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
-    if (columns == 0) {
-        StatlibraryErrorCode status = dax::types::Failure;
-        Run("CreateForClusterObservations", [&] {
-            status =
-                CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
-        });
-        Expect(status == dax::types::Success, "observations without columns");
-        return;
-    }
-    HostMatrix host(n);
-    std::array statuses = {dax::types::Failure, dax::types::Failure};
-    Run("CreateForClusterObservations", [&] {
-        statuses[0] =
-            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
-        statuses[1] =
-            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, host);
-    });
-    const bool isKnown = measure >= 2000 && measure <= 2004;
-    Expect(statuses[0] == (isKnown ? dax::types::Success : dax::types::Failure) && statuses[0] == statuses[1],
-           "status of the observations");
-    if (!isKnown) return;
-    const bool isModerate = IsModerate(*table);
-    const test::Square distances = Read(*own, n);
-    const test::Square again = Read(host, n);
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            Expect(test::SameDistance(distances[i][j], again[i][j]), "the host's distances differ");
-            Expect(!(distances[i][j] < 0) && (!isModerate || std::isfinite(distances[i][j])), "no distance");
-        }
-    bool areAlike = n > 1 && isModerate;
-    for (int column = 0; areAlike && column < columns; ++column)
-        areAlike = table->At(n - 1, column) == table->At(0, column);
-    Expect(!areAlike || (*own)(n - 1, 0) == 0, "a distance of rows that are alike");
-    if (n > 0) ClusterBoth(input, distances);
+    const bool isModerate = IsModerate(table);
+    const auto areAlike = [&](int i, int j) {
+        for (int column = 0; column < columns; ++column)
+            if (table->At(i, column) != table->At(j, column)) return false;
+        return true;
+    };
+    const auto holds = [&](int i, int j, double distance) {
+        if (isModerate && areAlike(i, j)) return distance == 0;
+        return !(distance < 0) && (!isModerate || std::isfinite(distance));
+    };
+    const auto create = [&](DistanceMatrix& out) {
+        return CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, out);
+    };
+    CreateBoth(input, n, measure >= 2000 && measure <= 2004, create, holds);
 }
 
 void Variables(Input& input) {
@@ -223,28 +215,13 @@ void Variables(Input& input) {
     const int n = static_cast<int>(input.Choice(12));
     const bool absolute = input.Flag();
     const Table table = MakeTable(input, rows, n);
-    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
-    HostMatrix host(n);
-    std::array statuses = {dax::types::Failure, dax::types::Failure};
-    Run("CreateForClusterVariables", [&] {
-        statuses = {CreateForClusterVariables(*table, absolute, *own),
-                    CreateForClusterVariables(*table, absolute, host)};
-    });
-    Expect(statuses[0] == dax::types::Success && statuses[1] == dax::types::Success,
-           "status of the variables");
-    const bool isModerate = n > 0 && IsModerate(*table);
-    const test::Square distances = Read(*own, n);
-    const test::Square again = Read(host, n);
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            const double distance = distances[i][j];
-            Expect(test::SameDistance(distance, again[i][j]), "the host's distances differ");
-            if (rows < 2) Expect(distance != distance, "a correlation of one row");
-            if (rows < 2 || !isModerate) continue;
-            Expect(distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9,
-                   "a distance of variables outside");
-        }
-    if (n > 0) ClusterBoth(input, distances);
+    const bool isModerate = IsModerate(table);
+    const auto holds = [&](int, int, double distance) {
+        if (rows < 2) return distance != distance;  // no correlation
+        return !isModerate || (distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9);
+    };
+    const auto create = [&](DistanceMatrix& out) { return CreateForClusterVariables(*table, absolute, out); };
+    CreateBoth(input, n, true, create, holds);
 }
 
 // Joins that no run made: valid ones, and any.
