@@ -30,32 +30,20 @@ using Steps = std::vector<ClusterStep>;
 
 constexpr std::size_t kMaxObjects = 16;
 
-// The partition of the objects, one join after the other.
-class Partitions {
-public:
-    explicit Partitions(const Steps& steps) : steps_(steps), lowest_(steps.size() + 1) {
-        std::iota(lowest_.begin(), lowest_.end(), 0);
+// The clusters of the objects after so many joins, by the lowest objects in order.
+std::vector<int> Partition(const Steps& steps, std::size_t joins) {
+    std::vector<int> lowest(steps.size() + 1);
+    std::iota(lowest.begin(), lowest.end(), 0);
+    for (std::size_t s = 0; s < joins; ++s)
+        std::replace(lowest.begin(), lowest.end(), steps[s].cluster2, steps[s].cluster1);
+    std::vector<int> numbers(lowest.size());
+    int next = 0;
+    for (std::size_t i = 0; i < lowest.size(); ++i) {
+        const auto first = static_cast<std::size_t>(lowest[i]);
+        numbers[i] = first == i ? next++ : numbers[first];
     }
-    void Join() {
-        const ClusterStep& step = steps_[joins_++];
-        std::replace(lowest_.begin(), lowest_.end(), step.cluster2, step.cluster1);
-    }
-    // The cluster of each object, by the lowest objects in order.
-    std::vector<int> Numbers() const {
-        std::vector<int> numbers(lowest_.size());
-        int next = 0;
-        for (std::size_t i = 0; i < lowest_.size(); ++i) {
-            const auto first = static_cast<std::size_t>(lowest_[i]);
-            numbers[i] = first == i ? next++ : numbers[first];
-        }
-        return numbers;
-    }
-
-private:
-    const Steps& steps_;
-    std::vector<int> lowest_;
-    std::size_t joins_ = 0;
-};
+    return numbers;
+}
 
 bool Equal(const Labels& labels, const std::vector<int>& expected) {
     return labels != nullptr && labels->EmptyImpl() == expected.empty() &&
@@ -80,18 +68,16 @@ void CutEverywhere(Input& input, const Steps& steps) {
         for (const double level : levels)
             byCut.emplace_back(FindMembersWithCut(host, level));
     });
-    Partitions partitions(steps);
-    for (int k = n; k >= 1; --k) {
-        const std::vector<int> numbers = partitions.Numbers();
+    for (int k = 1; k <= n; ++k) {
+        const std::vector<int> numbers = Partition(steps, static_cast<std::size_t>(n - k));
         Expect(Equal(byNumber[static_cast<std::size_t>(k) - 1], numbers), "another partition");
         if (wrong == k) Expect(Equal(byNumber.back(), numbers), "another partition");
-        for (std::size_t i = 0; i < levels.size(); ++i) {
-            const auto first = std::find_if(
-                steps.begin(), steps.end(),
-                [level = levels[i]](const ClusterStep& step) { return step.similarity < level; });
-            if (first - steps.begin() == n - k) Expect(Equal(byCut[i], numbers), "another cut");
-        }
-        if (k > 1) partitions.Join();
+    }
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        std::size_t joins = 0;
+        while (joins < steps.size() && !(steps[joins].similarity < levels[i]))
+            ++joins;
+        Expect(Equal(byCut[i], Partition(steps, joins)), "another cut");
     }
     if (wrong < 1 || wrong > n) Expect(Equal(byNumber.back(), {}), "a partition into as many clusters");
 }
