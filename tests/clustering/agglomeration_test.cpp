@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <random>
 #include <string>
@@ -22,9 +21,6 @@ using test::MakeMatrix;
 using test::Matrix;
 using test::Square;
 using test::Steps;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr LinkageEnums kLinkages[] = {Average, Single, Complete, Ward, McQuitty, Median, Centroid};
 
 // Both ways to run against the written rules, for each linkage.

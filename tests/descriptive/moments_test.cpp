@@ -2,7 +2,6 @@
 
 #include <cfenv>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -13,9 +12,6 @@ namespace zul {
 namespace {
 
 using Sample = std::vector<double>;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 unsigned Size(const Sample& x) {
     return static_cast<unsigned>(x.size());

@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <exception>
-#include <limits>
 #include <stdexcept>
 #include <vector>
 
@@ -19,8 +18,6 @@ using test::Applied;
 using test::Distribution;
 using test::Family;
 using test::Kind;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // The incomplete gamma and beta pairs stop at a relative 1e-9; two of them may meet.
 constexpr double kSeries = 2e-9;
 
