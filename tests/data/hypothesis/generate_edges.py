@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Writes the *_edges.csv: bad values, ends of ranges, and what the definitions say of them."""
-from mpmath import atan, betainc, cos, erfc, erfinv, exp, findroot, floor, inf, mp, mpf, nan, pi, sin, sqrt
+from mpmath import atan, betainc, binomial, cos, erfc, erfinv, exp, findroot, floor, inf, mp, mpf, nan, pi, sin, sqrt
 
 mp.dps = 40
 
@@ -115,13 +115,17 @@ def two_proportions(x1, n1, x2, n2, pooled, alt, fisher):
     common = mpf((x1 + x2) % 2**32) / (n1 + n2)
     variance = common * (1 - common) * (mpf(1) / n1 + mpf(1) / n2) if pooled else p1 * (1 - p1) / n1 + p2 * (1 - p2) / n2
     z = (p1 - p2) / sqrt(variance)
-    p = erfc(z / sqrt(2)) / 2 if alt == "1" else erfc(abs(z) / sqrt(2))
+    p = {"0": erfc(abs(z) / sqrt(2)), "1": erfc(z / sqrt(2)) / 2}.get(alt, 0)
     counts = [str(count) for count in (x1, n1, x2, n2)]
     return ["kel2_test"] + counts + [str(int(pooled)), "-", "-", alt, "0", "0"] + [nan] * 5 + [z, p, fisher]
 
 
+masses = [binomial(24, k) * binomial(28, 26 - k) / binomial(52, 26) for k in range(25)]
+mirrored = sum(mass for mass in masses if mass <= masses[11] * (1 + mpf("1e-20")))
 write("two_proportion", [
     two_proportions(1, 2, 4, 5, False, "0", 1),  # one of two modes
+    two_proportions(11, 24, 15, 28, True, "0", mirrored),  # the mirrored table counts
+    two_proportions(11, 24, 15, 28, True, "5", nan),
     two_proportions(3 * 10**9, 4 * 10**9, 2 * 10**9, 4 * 10**9, True, "1", nan),
 ])
 
@@ -139,3 +143,15 @@ write("runs", [
 
 ends = [(1 + 2**-52, 0), (-1 - 5e-13, 0), (1 + 1e-11, nan), (-1.5, nan), (nan, nan), (inf, nan)]
 write("correlation_p", [[r, "10", p] for r, p in ends])
+
+write("anderson_darling", [
+    ["normal", "=0.5", 0, 1, "0", nan, nan],
+    ["lognormal", "=0.5", 0, 1, "0", nan, nan],
+    ["exponential", "=", 1, "-", "0", nan, nan],
+    ["normal", "=-1 0.5 nan", 0, 1, "0", nan, nan],
+    ["lognormal", "=-1 0.5 2", 0, 1, "0", nan, nan],
+    ["exponential", "=1 nan", 1, "-", "0", nan, nan],
+    ["weibull", "=1 nan", 1, 1, "0", nan, nan],
+    ["weibull", "=", 1, 1, "0", 0, nan],
+    ["normal", "=0 inf", 0, 1, "10003", inf, 0.005],  # F = 1 at the last value: the table holds
+])
