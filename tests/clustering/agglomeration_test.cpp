@@ -68,24 +68,17 @@ TEST(RunClustering, TakesTheWrittenSteps) {
 
 // The matrix of a reference case.
 Matrix ReadCase(const test::Row& row) {
+    if (row.at(1) != "matrix")
+        return test::Distances(test::ReadDataTable(row.at(2), SIZE_MAX), row.at(3), row.at(4) == "1");
     const int n = static_cast<int>(test::Number(row.at(5)));
     Matrix m = MakeMatrix(n);
-    const bool option = row.at(4) == "1";
-    if (row.at(1) == "matrix") {
-        for (const test::Row& matrix : test::ReadTable("clustering/matrices.csv", ',')) {
-            if (matrix.at(0) != row.at(2)) continue;
-            std::size_t next = 0;
-            const std::vector<double> values = test::Numbers(matrix.at(2));
-            for (int i = 0; i < n; ++i)
-                for (int j = 0; j < i; ++j)
-                    m->Set(i, j, values.at(next++));
-        }
-    } else if (row.at(1) == "columns") {
-        CreateForClusterVariables(*test::ReadDataTable(row.at(2), SIZE_MAX), option, *m);
-    } else {
-        const int measure = static_cast<int>(test::Number(row.at(3)));
-        CreateForClusterObservations(*test::ReadDataTable(row.at(2), SIZE_MAX),
-                                     static_cast<DistanceEnums>(measure), option, *m);
+    for (const test::Row& matrix : test::ReadTable("clustering/matrices.csv", ',')) {
+        if (matrix.at(0) != row.at(2)) continue;
+        std::size_t next = 0;
+        const std::vector<double> values = test::Numbers(matrix.at(2));
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < i; ++j)
+                m->Set(i, j, values.at(next++));
     }
     return m;
 }
