@@ -96,20 +96,23 @@ void Moments(Input& input, const Data& x) {
     Guarded<double> powers(k, kUnwritten);
     v1::SecondSampleMoments record;
     record.count = n;
-    std::array out = {kUnwritten, kUnwritten, kUnwritten, kUnwritten};
-    auto& [varianceX, varianceY, skewness, kurtosis] = out;
-    std::array<double, 5> results{};
-    auto& [mean, about, covariance, pearson, spearman] = results;
+    double varianceX = kUnwritten;
+    double varianceY = kUnwritten;
+    double skewness = 0;
+    double kurtosis = 0;
+    double covariance = 0;
+    std::array<double, 4> results{};
     std::array statuses = {-1, -1};
     Run(x, "moments", [&] {
         v1::GetSecondSampleMoments(&record, x.data());
         statuses[0] = v1::GetCenteredOrderKPowerSums(x.data(), n, powers.Data(), k);
         v1::GetKelSkewnessAndKurtosis(x.data(), n, &skewness, &kurtosis);
         covariance = v1::GetCovariance(x.data(), y.data(), n, &varianceX, &varianceY);
-        results = {v1::GetSampleMean(x.data(), n), v1::GetSampleVariance(x.data(), n, given), covariance,
+        results = {v1::GetSampleMean(x.data(), n), v1::GetSampleVariance(x.data(), n, given),
                    v1::GetPearsonCorrelation(x.data(), y.data(), n),
                    v1::GetSpearmanCorrelation(x.data(), y.data(), n, &statuses[1])};
     });
+    const auto [mean, about, pearson, spearman] = results;
     const Data sums = powers.Values();
     Expect(powers.IsIntact() && statuses == std::array{k > 4 ? 30011 : 0, 0}, "moments: guards or status");
     for (unsigned i = 0; i < k; ++i)

@@ -112,8 +112,11 @@ void Elementary(Input& input) {
     const double x = input.Real();
     const double mean = Shape(input);
     const Evaluation elementary("elementary", {x, mean});
-    std::array<double, 5> results{};
-    auto& [log1p, expm1, logGamma, prompt, deviance] = results;
+    double log1p = 0;
+    double expm1 = 0;
+    double logGamma = 0;
+    double prompt = 0;
+    double deviance = 0;
     elementary.Run(input, [&] {
         log1p = Log1p(x);
         expm1 = Expm1(x);
