@@ -119,12 +119,7 @@ void Deviates(Input& input) {
     };
     const Outcome outcome = CallTwice(name, mode, draw, seed, count, count);
     if (!outcome.returned) return;
-    const auto describe = [&, &called = name] {
-        std::string text = called;
-        for (const double p : parameters)
-            text += Call("", p);
-        return text;
-    };
+    const auto describe = [&, &called = name] { return Listed(called, parameters); };
     bool fits = true;
     if (name == "Indices") {
         fits = count == 0 || (parameters[0] >= 1 && (parameters[1] == 0 || count <= parameters[0]));

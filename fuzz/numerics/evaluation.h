@@ -43,12 +43,7 @@ public:
     }
 
 private:
-    std::string Text() const {
-        std::string text = name_;
-        for (const double argument : arguments_)
-            text += Call("", argument);
-        return text;
-    }
+    std::string Text() const { return Listed(name_, arguments_); }
 
     const char* name_;
     Numbers arguments_;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <exception>
+#include <span>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -45,6 +46,14 @@ std::string Call(const std::string& name, const Arguments&... arguments) {
     ((text << separator << arguments, separator = ", "), ...);
     text << ")";
     return text.str();
+}
+
+// The same of a list.
+inline std::string Listed(const std::string& name, std::span<const double> arguments) {
+    std::string text = name;
+    for (const double argument : arguments)
+        text += Call("", argument);
+    return text;
 }
 
 enum class Mode {
