@@ -99,9 +99,9 @@ void AddTails(const std::string& routine, const Cells& row, const std::string& w
               Evaluate evaluate) {
     double lower = 0;
     double upper = 0;
-    frame::errorState.level = frame::LevelOk;
+    frame::ErrorState().level = frame::LevelOk;
     evaluate(&lower, &upper);
-    if (frame::errorState.level == frame::LevelUnderflow) return;
+    if (frame::ErrorState().level == frame::LevelUnderflow) return;
     errors.Add(routine + ", lower tail", lower, row["lower"], where);
     errors.Add(routine + ", upper tail", upper, row["upper"], where);
 }
@@ -144,7 +144,7 @@ void TQuantile(const Cells& row, const std::string& where, Errors& errors) {
     if (tail > 0.45 || tail < 1e-280) return;
     double t = 0;
     (upper ? t_upper_qt : t_lower_qt)(tail, row["df"], &t);
-    if (frame::errorState.Failed()) return;
+    if (frame::ErrorState().Failed()) return;
     errors.Add(upper ? "t_upper_qt" : "t_lower_qt", t, row["t"], where);
 }
 

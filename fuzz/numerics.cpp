@@ -29,7 +29,7 @@ namespace zul::fuzz {
 namespace {
 
 using namespace numerics;
-using frame::errorState;
+using frame::ErrorState;
 using A = const double*;
 
 constexpr double kUnwritten = -7;
@@ -154,10 +154,10 @@ void CheckPair(Input& input) {
     const bool mayFail = MayFail(pair.parameters, a);
     const bool isBeyond = pair.parameters == "+" && x >= kShapeLimit;  // the mean and the count of Poisson
     const bool inside = AreInside(pair.parameters, a) && IsInside(pair.argument, x, 0) && !isBeyond;
-    evaluation.RequireLevel(inside || (mayFail && errorState.level != frame::LevelDomain), mayFail);
+    evaluation.RequireLevel(inside || (mayFail && ErrorState().level != frame::LevelDomain), mayFail);
     const bool sound = t.lower >= 0 && t.lower <= 1 && t.upper >= 0 && t.upper <= 1 &&
                        std::abs(t.lower + t.upper - 1) <= 1e-15 && t.third >= 0;
-    evaluation.Require(errorState.Failed() ? t.lower == kUnwritten && t.upper == kUnwritten : sound, " tails",
+    evaluation.Require(ErrorState().Failed() ? t.lower == kUnwritten && t.upper == kUnwritten : sound, " tails",
                        t.lower, t.upper, t.third);
 }
 
@@ -262,7 +262,7 @@ void CheckQuantile(Input& input) {
         target < 1e-280 || *std::min_element(parameters.begin(), parameters.end()) <= (isT ? 1 : 1e-280);
     evaluation.RequireLevel(AreInside(quantile.parameters, a) && p >= 0 && p <= 1 && !isRefused,
                             isTiny || quantile.parameters == "b");
-    if (errorState.Failed())
+    if (ErrorState().Failed())
         return evaluation.Require(x == -DBL_MAX && (second == x || second == 0), " failure", x, second);
     const bool isCount = quantile.parameters.front() == 'c' || quantile.parameters == "b";
     const bool isShare = quantile.names[0] == std::string_view("beta_lower_quant");
@@ -270,7 +270,7 @@ void CheckQuantile(Input& input) {
                        " range", x, second);
     evaluation.Require(!isCount || x == std::floor(x), " count", x);
     evaluation.Require(!isShare || std::abs(x + second - 1) <= 1e-15, " complement", x, second);
-    if (quantile.tolerance == 0 || isTiny || errorState.level != 0 || std::abs(x) < kTinyArgument) return;
+    if (quantile.tolerance == 0 || isTiny || ErrorState().level != 0 || std::abs(x) < kTinyArgument) return;
     Tails t;
     PairOf(quantile.back).evaluate(x, a, &t);
     const double tail = upper == (p <= 0.5) ? t.upper : t.lower;

@@ -33,13 +33,13 @@ public:
     template <typename... Results>
     void Require(bool condition, const char* rule, const Results&... results) const {
         fuzz::Require(condition, [&] {
-            return Text() + " level " + std::to_string(frame::errorState.level) + Call(rule, results...);
+            return Text() + " level " + std::to_string(frame::ErrorState().level) + Call(rule, results...);
         });
     }
     void RequireLevel(bool inside, bool mayFail) const {
-        const int level = frame::errorState.level;
+        const int level = frame::ErrorState().level;
         Require(inside ? level <= frame::LevelUnderflow || mayFail : level == frame::LevelDomain, " level");
-        Require(inside || frame::errorState.routine.View() == name_, " name");
+        Require(inside || frame::ErrorState().routine.View() == name_, " name");
     }
 
 private:

@@ -13,7 +13,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 struct Quantile {
     double x = 0;
@@ -37,7 +37,7 @@ double InvertF(double tail, const BetaShapes& halves, bool upper) {
 void ExpectQuantile(const BetaShapes& shapes, double tail, bool upper, double x, double complement,
                     double logDensity) {
     const Quantile r = Invert(tail, shapes, upper);
-    EXPECT_LE(errorState.level, frame::LevelUnderflow);
+    EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
     const double uncertainty = 1.5e-9 * std::min(tail, 1 - tail) + (tail > 0.5 ? 2e-16 : 0);
     const auto tolerance = [&](double v) {
         return 1e-12 + std::exp(std::log(uncertainty) - logDensity - std::log(v));
@@ -70,11 +70,11 @@ TEST(BetaQuantiles, HandleTheEnds) {
     EXPECT_EQ(Invert(0, shapes, false).x, 0);
     EXPECT_EQ(Invert(1, shapes, false).x, 1);
     EXPECT_EQ(Invert(0, shapes, true).complement, 0);
-    EXPECT_EQ(errorState.level, 0);
+    EXPECT_EQ(ErrorState().level, 0);
     EXPECT_EQ(Invert(0.1, BetaShapes(1e-3, 2), false).x, 0);  // 1e-1000
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_EQ(InvertF(0.1, BetaShapes(2, 1e-3), true), DBL_MAX);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
 }
 
 TEST(BetaNewton, InvertsThePairFromANearbyStart) {
@@ -85,13 +85,13 @@ TEST(BetaNewton, InvertsThePairFromANearbyStart) {
         beta_df(exact, shapes, &lower, &upper, nullptr);
         double x = exact * 1.03;
         beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? 'L' : 'U');
-        EXPECT_EQ(errorState.level, 0);
+        EXPECT_EQ(ErrorState().level, 0);
         EXPECT_TRUE(test::IsNear(x, exact, 1e-8));
     }
     for (double start : {-1.0, 1e-300, 1.0}) {  // outside the domain; no density
         beta_newton(0.5, shapes, &start, 'U');
-        EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
-        EXPECT_EQ(errorState.routine.View(), "beta_newton");
+        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+        EXPECT_EQ(ErrorState().routine.View(), "beta_newton");
     }
 }
 

@@ -14,7 +14,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 struct Tails {
     double lower = -7;
@@ -39,7 +39,7 @@ public:
     Tails At(double k) const {
         Tails t;
         binomial_df(k, shape, &t.lower, &t.upper);
-        if (!errorState.Failed()) t.mass = BinomialMass(std::floor(k), shape);
+        if (!ErrorState().Failed()) t.mass = BinomialMass(std::floor(k), shape);
         return t;
     }
 
@@ -119,8 +119,8 @@ void CheckReference() {
         const Family f(&row[1]);
         const Tails t = f.At(row[0]);
         const double* expected = &row[Family::kParameters + 1];
-        EXPECT_EQ(errorState.level, 0);
-        EXPECT_EQ(errorState.method, expected[0]);
+        EXPECT_EQ(ErrorState().level, 0);
+        EXPECT_EQ(ErrorState().method, expected[0]);
         EXPECT_TRUE(test::IsNear(t.lower, expected[1], 1e-12));
         EXPECT_TRUE(test::IsNear(t.upper, expected[2], 1e-12));
         EXPECT_TRUE(test::IsNear(t.mass, expected[3], 1e-12));
@@ -173,7 +173,7 @@ void CheckExact(const Exact& e) {
     SCOPED_TRACE(testing::PrintToString(e.parameters) + " " + std::to_string(e.k));
     const Family f(e.parameters.data());
     const Tails t = f.At(e.k);
-    EXPECT_EQ(errorState.level, e.level);
+    EXPECT_EQ(ErrorState().level, e.level);
     EXPECT_EQ(t.lower, e.lower);
     EXPECT_EQ(t.upper, 1 - e.lower);
     EXPECT_DOUBLE_EQ(t.mass, e.mass);
@@ -181,7 +181,7 @@ void CheckExact(const Exact& e) {
         const double ends[] = {upper ? f.last : f.first, upper ? f.first : f.last};
         for (const int p : {0, 1}) {
             EXPECT_EQ(Invert(f, p, upper).k, ends[p]);
-            EXPECT_EQ(errorState.level, 0);
+            EXPECT_EQ(ErrorState().level, 0);
         }
     }
 }

@@ -13,7 +13,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 constexpr double kUnwritten = -7;
 
@@ -37,9 +37,9 @@ TEST(BetaDf, MatchesReferenceOnEveryBranch) {
         const double b = row[1];
         const double x = row[2];
         const Result r = Evaluate(x, a, b);
-        EXPECT_EQ(errorState.level, row[3]);
-        EXPECT_EQ(errorState.routine.View(), "beta_df");
-        EXPECT_EQ(errorState.method, row[4]);
+        EXPECT_EQ(ErrorState().level, row[3]);
+        EXPECT_EQ(ErrorState().routine.View(), "beta_df");
+        EXPECT_EQ(ErrorState().method, row[4]);
         EXPECT_TRUE(test::IsNear(r.lower, row[5], 1e-9));
         EXPECT_TRUE(test::IsNear(r.upper, row[6], 1e-9));
         if (row[7] > kLogUnderflow) {
@@ -75,14 +75,14 @@ TEST(BetaDf, SaturatesAtTheEndsAndForVanishingShapes) {
                           {0.7, 3, 0, 0, 1}}) {
         EXPECT_EQ(Evaluate(c.x, c.a, c.b), (Result{c.lower, 1 - c.lower, kNoBetaDensity}))
             << c.x << " " << c.a;
-        EXPECT_EQ(errorState.level, c.level) << c.x << " " << c.a;
-        EXPECT_EQ(errorState.method, 0);
+        EXPECT_EQ(ErrorState().level, c.level) << c.x << " " << c.a;
+        EXPECT_EQ(ErrorState().method, 0);
     }
     Result r;
     beta_df(1, 1e-290, BetaShapes(2, 3), &r.lower, &r.upper, nullptr);
     EXPECT_EQ(r, (Result{1, 0, kUnwritten}));
     Evaluate(1e-6, 94906265.0, 94906265.0);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
 }
 
 // Across all switch points, up to the tolerance of the series.
@@ -109,11 +109,11 @@ TEST(BetaFactors, FailWithTheirNamesWhereTheyCannotGoOn) {
     // Far above the median: a ratio close to 1 in the one series, rising terms in the other; mirrored
     // likewise.
     EXPECT_EQ(beta_Iabx(shapes.Direct(), 0.9999999, &factor), kNotConverged);
-    EXPECT_EQ(errorState.routine.View(), "beta_Iabx");
+    EXPECT_EQ(ErrorState().routine.View(), "beta_Iabx");
     EXPECT_EQ(beta_Iabx(large.Direct(), 0.4, &factor), kNotConverged);
     EXPECT_EQ(beta_Jabx(large.Mirrored(), 1e-3, &factor), kNotConverged);
-    EXPECT_EQ(errorState.routine.View(), "beta_Jabx");
-    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
+    EXPECT_EQ(ErrorState().routine.View(), "beta_Jabx");
+    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
     EXPECT_FALSE(BetaContinuedFraction(0.5, 0.1, 1e-12, &factor));
     EXPECT_EQ(factor, kUnwritten);
     // log(1 + z) / z for b = 0 and q = 1.

@@ -9,7 +9,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 struct Tails {
     double lower = -7;
@@ -25,7 +25,7 @@ Tails Evaluate(double x, double df, double noncentrality) {
 TEST(Chi2Ncdf, MatchesReference) {
     test::ForEachRow("numerics/noncentral_chi2.csv", [](const std::vector<double>& row) {
         const Tails tails = Evaluate(row[0], row[1], row[2]);
-        EXPECT_EQ(errorState.level, 0);
+        EXPECT_EQ(ErrorState().level, 0);
         EXPECT_TRUE(test::IsNear(tails.lower, row[3], 1e-12));
         EXPECT_TRUE(test::IsNear(tails.upper, row[4], 1e-12));
     });
@@ -47,21 +47,21 @@ TEST(Chi2Ncdf, SaturatesAtTheEnds) {
             const Tails tails = Evaluate(x, 3, nc);
             EXPECT_EQ(tails.lower, 1);
             EXPECT_EQ(tails.upper, 0);
-            EXPECT_LE(errorState.level, frame::LevelUnderflow);
+            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
         }
         EXPECT_EQ(Evaluate(0, 3, nc).lower, 0);
     }
     EXPECT_EQ(Evaluate(1, 1, 1e300).lower, 0);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_NEAR(Evaluate(1e9, 1e3, 1e9).lower, 0.5, 0.02);  // ends in good time
-    EXPECT_EQ(errorState.level, 0);
+    EXPECT_EQ(ErrorState().level, 0);
     // A tail just below the least: neither of the bounds tells.
     EXPECT_EQ(Evaluate(1e-300, 3, 1000).lower, 0);
     EXPECT_EQ(Evaluate(1e-200, 3, 1000).lower, 0);
-    EXPECT_EQ(errorState.level, frame::LevelUnderflow);
+    EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_EQ(Evaluate(1e11, 2, 1e11).lower, -7);
-    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
-    EXPECT_EQ(errorState.routine.View(), "chi2_ncdf");
+    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
+    EXPECT_EQ(ErrorState().routine.View(), "chi2_ncdf");
 }
 
 }  // namespace

@@ -14,7 +14,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 struct Tails {
     double lower = 0.25;
@@ -48,7 +48,7 @@ Tails TTails(double t, double df, double delta) {
 void ExpectReference(const std::vector<double>& row, const Tails& r, double tolerance) {
     const Tails expected{row.end()[-2], row.back()};
     const bool underflow = std::min(expected.lower, expected.upper) < kTinyArgument;
-    EXPECT_EQ(errorState.level, underflow ? frame::LevelUnderflow : frame::LevelOk);
+    EXPECT_EQ(ErrorState().level, underflow ? frame::LevelUnderflow : frame::LevelOk);
     EXPECT_TRUE(test::IsNear(r.lower, underflow ? std::round(expected.lower) : expected.lower, tolerance));
     EXPECT_TRUE(test::IsNear(r.upper, underflow ? std::round(expected.upper) : expected.upper, tolerance));
 }
@@ -73,7 +73,7 @@ TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
         Tails central;
         beta_df(x, BetaShapes(2.5, 7), &central.lower, &central.upper, nullptr);
         EXPECT_EQ(BetaTails(x, 2.5, 7, 0), central);
-        EXPECT_EQ(errorState.routine.View(), "beta_ncdf");
+        EXPECT_EQ(ErrorState().routine.View(), "beta_ncdf");
         const double f = x == 1 ? 1e300 : x / (1 - x) * 2.8;
         beta_df(2.5 * f / (2.5 * f + 7), 7 / (2.5 * f + 7), BetaShapes(2.5, 7), &central.lower,
                 &central.upper, nullptr);
@@ -82,7 +82,7 @@ TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
         }
         t_df(x, 1e9, &central.lower, &central.upper);
         EXPECT_EQ(TTails(x, 1e9, 0), central);
-        EXPECT_EQ(errorState.routine.View(), "t_ncdf");
+        EXPECT_EQ(ErrorState().routine.View(), "t_ncdf");
     }
 }
 
@@ -95,7 +95,7 @@ TEST(Noncentral, Ends) {
     EXPECT_EQ(TTails(kInf, 3, 1), (Tails{1, 0}));
     EXPECT_EQ(TTails(-kInf, 3, 1), (Tails{0, 1}));
     EXPECT_FALSE(FTails(1, 2, 3, 7e9).Written());
-    EXPECT_EQ(errorState.level, frame::LevelNoConvergence);
+    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
 }
 
 // delta^2 / 2 + 6.1738 delta / sqrt(2) = 94906265 - df / 2.
@@ -105,15 +105,15 @@ TEST(NoncentralT, LimitsTheNoncentrality) {
         for (const double sign : {-1.0, 1.0}) {
             const double delta = sign * std::sqrt(2.0) * root;
             EXPECT_TRUE(TTails(1, df, delta * (1 - 1e-12)).Sound());
-            EXPECT_LE(errorState.level, frame::LevelUnderflow);
+            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
             EXPECT_FALSE(TTails(1, df, delta * (1 + 1e-12)).Written());
-            EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+            EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
         }
     }
     TTails(1, 2e8, 1e-9);
-    EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
     TTails(1, 3, 1e300);
-    EXPECT_EQ(errorState.level, frame::LevelNoncentrality);
+    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 TEST(Erfc, CutOffsAndCentre) {
     EXPECT_EQ(Erfc(26.5695), 0);

@@ -11,7 +11,7 @@
 namespace zul::numerics {
 namespace {
 
-using frame::errorState;
+using frame::ErrorState;
 
 TEST(TDf, MatchesReferenceAndIsInverted) {
     test::ForEachRow("numerics/student_t.csv", [](const std::vector<double>& row) {
@@ -20,8 +20,8 @@ TEST(TDf, MatchesReferenceAndIsInverted) {
         double lower = 0;
         double upper = 0;
         t_df(t, shape, &lower, &upper);
-        EXPECT_EQ(errorState.level, 0);
-        EXPECT_EQ(errorState.routine.View(), "t_df");
+        EXPECT_EQ(ErrorState().level, 0);
+        EXPECT_EQ(ErrorState().routine.View(), "t_df");
         EXPECT_TRUE(test::IsNear(lower, row[2], 1e-9));
         EXPECT_TRUE(test::IsNear(upper, row[3], 1e-9));
         // Near 0 the tails hardly move; below df = 1 the digits of the tail count 1 / df times.
@@ -38,7 +38,7 @@ TEST(TDf, Ends) {
             double lower = 0.25;
             double upper = 0.25;
             t_df(t, df, &lower, &upper);
-            EXPECT_LE(errorState.level, frame::LevelUnderflow);
+            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
             EXPECT_EQ(upper, t == 0 ? 0.5 : (t < 0 ? 1 : 0)) << df << " " << t;
             EXPECT_EQ(lower, 1 - upper);
         }
