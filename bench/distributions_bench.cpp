@@ -1,18 +1,16 @@
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
-#include <tuple>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include <zul/distributions.h>
 
 #include "bench.h"
+#include "distributions/families.h"
 #include "peers.h"
 
 #ifdef ZUL_BENCH_WITH_BOOST
@@ -28,10 +26,10 @@ constexpr std::size_t kManyValues = 100'000;
 constexpr std::size_t kSomeValues = 20'000;
 constexpr std::size_t kFewValues = 2'000;
 
-using Parameters = std::array<double, 4>;
+using test::Parameters;
 
 // Evaluates a function of a family on each value of an array.
-using Evaluate = std::function<void(double* out, const double* in, std::size_t count, const Parameters&)>;
+using Evaluate = test::Each;
 
 // Absent functions are empty.
 struct Functions {
@@ -48,50 +46,21 @@ struct Peer {
 struct Family {
     std::string name;
     std::vector<Parameters> parameters;
-    Functions arrays;
-    Functions scalars;
     std::vector<Peer> peers;
 };
 
+// Ours, of the family by its last word.
+Functions Ours(const std::string& family, Evaluate test::Function::*form) {
+    const std::string name = family.substr(family.rfind(' ') + 1);
+    return {test::FunctionOf(name + "Pdf").*form, test::FunctionOf(name + "Cdf").*form,
+            test::FunctionOf(name + "InvCdf").*form};
+}
+
 template <typename Function>
 Evaluate Each(Function function) {
-    return [function](double* out, const double* in, std::size_t count, const Parameters& p) {
+    return [function](double* out, const double* in, std::size_t count, test::Arguments p) {
         for (std::size_t i = 0; i < count; ++i)
             out[i] = function(in[i], p);
-    };
-}
-
-// The lower tail where a function has a choice.
-template <typename Type>
-Type Next(const double*& parameter) {
-    if constexpr (std::is_same_v<Type, bool>)
-        return false;
-    else
-        return static_cast<Type>(*parameter++);
-}
-
-// Calls the function with the first parameters.
-template <typename... Types, typename Function>
-void WithParameters(const Parameters& p, Function call) {
-    const double* next = p.data();
-    const std::tuple<Types...> values{Next<Types>(next)...};
-    std::apply(call, values);
-}
-
-template <typename... Types>
-Evaluate Scalar(double (*function)(double, Types...)) {
-    return [function](double* out, const double* in, std::size_t count, const Parameters& p) {
-        WithParameters<Types...>(p, [=](Types... values) {
-            for (std::size_t i = 0; i < count; ++i)
-                out[i] = function(in[i], values...);
-        });
-    };
-}
-
-template <typename... Types>
-Evaluate Array(void (*function)(double*, const double*, std::size_t, Types...)) {
-    return [function](double* out, const double* in, std::size_t count, const Parameters& p) {
-        WithParameters<Types...>(p, [=](Types... values) { function(out, in, count, values...); });
     };
 }
 
@@ -102,22 +71,18 @@ using InDouble = Distribution<double, BoostPolicy>;
 // The distribution is made anew for each value, as in a call of its own.
 template <typename Make>
 Functions OfBoost(Make make) {
-    return {Each([make](double x, const Parameters& p) { return pdf(make(p), x); }),
-            Each([make](double x, const Parameters& p) { return cdf(make(p), x); }),
-            Each([make](double x, const Parameters& p) { return quantile(make(p), x); })};
+    return {Each([make](double x, test::Arguments p) { return pdf(make(p), x); }),
+            Each([make](double x, test::Arguments p) { return cdf(make(p), x); }),
+            Each([make](double x, test::Arguments p) { return quantile(make(p), x); })};
 }
 #endif
 
-#define ZUL_BENCH_OURS(family)                                                          \
-    {Array(zul::family##Pdf), Array(zul::family##Cdf), Array(zul::family##InvCdf)}, {   \
-        Scalar(zul::family##Pdf), Scalar(zul::family##Cdf), Scalar(zul::family##InvCdf) \
-    }
 // The functions of a peer, as expressions in x and the parameters p.
 #define ZUL_BENCH_AT(expression) \
-    Each([]([[maybe_unused]] double x, [[maybe_unused]] const Parameters& p) { return expression; })
+    Each([]([[maybe_unused]] double x, [[maybe_unused]] test::Arguments p) { return expression; })
 #define ZUL_BENCH_BOOST_FAMILY(distribution, ...) \
     ZUL_BENCH_BOOST(                              \
-        OfBoost([](const Parameters& p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
+        OfBoost([](test::Arguments p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
 #define ZUL_BENCH_GSL_FAMILY(pdf, cdf, invCdf) \
     ZUL_BENCH_GSL({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
 #define ZUL_BENCH_R_FAMILY(pdf, cdf, invCdf) \
@@ -128,14 +93,12 @@ std::vector<Family> ClosedForms() {
     return {
         {"Exponential",
          {{1, 0}, {0.02, 0}, {70, 0}},
-         ZUL_BENCH_OURS(Exponential),
          {ZUL_BENCH_BOOST_FAMILY(exponential_distribution, 1 / p[0]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_exponential_pdf(x, p[0]), gsl_cdf_exponential_P(x, p[0]),
                                gsl_cdf_exponential_Pinv(x, p[0])),
           ZUL_BENCH_R_FAMILY(dexp(x, p[0], 0), pexp(x, p[0], 1, 0), qexp(x, p[0], 1, 0))}},
         {"Logistic",
          location,
-         ZUL_BENCH_OURS(Logistic),
          {ZUL_BENCH_BOOST_FAMILY(logistic_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_logistic_pdf(x - p[0], p[1]), gsl_cdf_logistic_P(x - p[0], p[1]),
                                gsl_cdf_logistic_Pinv(x, p[1]) + p[0]),
@@ -143,7 +106,6 @@ std::vector<Family> ClosedForms() {
                              qlogis(x, p[0], p[1], 1, 0))}},
         {"Cauchy",
          location,
-         ZUL_BENCH_OURS(Cauchy),
          {ZUL_BENCH_BOOST_FAMILY(cauchy_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_cauchy_pdf(x - p[0], p[1]), gsl_cdf_cauchy_P(x - p[0], p[1]),
                                gsl_cdf_cauchy_Pinv(x, p[1]) + p[0]),
@@ -151,7 +113,6 @@ std::vector<Family> ClosedForms() {
                              qcauchy(x, p[0], p[1], 1, 0))}},
         {"Weibull",
          {{0.7, 1, 0}, {2, 30, 0}, {11, 0.5, 0}},
-         ZUL_BENCH_OURS(Weibull),
          {ZUL_BENCH_BOOST_FAMILY(weibull_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_weibull_pdf(x, p[1], p[0]), gsl_cdf_weibull_P(x, p[1], p[0]),
                                gsl_cdf_weibull_Pinv(x, p[1], p[0])),
@@ -159,18 +120,15 @@ std::vector<Family> ClosedForms() {
                              qweibull(x, p[0], p[1], 1, 0))}},
         {"LargestExtremeValue",
          location,
-         ZUL_BENCH_OURS(LargestExtremeValue),
          {ZUL_BENCH_BOOST_FAMILY(extreme_value_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_gumbel1_pdf(x - p[0], 1 / p[1], 1),
                                gsl_cdf_gumbel1_P(x - p[0], 1 / p[1], 1),
                                gsl_cdf_gumbel1_Pinv(x, 1 / p[1], 1) + p[0])}},
         {"Triangular",
          {{0, 2, 5}, {-1, 0, 1}, {10, 10, 12}},
-         ZUL_BENCH_OURS(Triangular),
          {ZUL_BENCH_BOOST_FAMILY(triangular_distribution, p[0], p[1], p[2])}},
         {"Uniform",
          {{0, 1}, {-3, 8}, {100, 100.5}},
-         ZUL_BENCH_OURS(Uniform),
          {ZUL_BENCH_BOOST_FAMILY(uniform_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_flat_pdf(x, p[0], p[1]), gsl_cdf_flat_P(x, p[0], p[1]),
                                gsl_cdf_flat_Pinv(x, p[0], p[1])),
@@ -178,7 +136,6 @@ std::vector<Family> ClosedForms() {
                              qunif(x, p[0], p[1], 1, 0))}},
         {"LogNormal",
          {{0, 1, 0}, {3, 0.2, 0}, {-1, 2, 0}},
-         ZUL_BENCH_OURS(LogNormal),
          {ZUL_BENCH_BOOST_FAMILY(lognormal_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_lognormal_pdf(x, p[0], p[1]), gsl_cdf_lognormal_P(x, p[0], p[1]),
                                gsl_cdf_lognormal_Pinv(x, p[0], p[1])),
@@ -186,7 +143,6 @@ std::vector<Family> ClosedForms() {
                              qlnorm(x, p[0], p[1], 1, 0))}},
         {"Laplace",
          location,
-         ZUL_BENCH_OURS(Laplace),
          {ZUL_BENCH_BOOST_FAMILY(laplace_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_laplace_pdf(x - p[0], p[1]), gsl_cdf_laplace_P(x - p[0], p[1]),
                                gsl_cdf_laplace_Pinv(x, p[1]) + p[0])}},
@@ -197,7 +153,6 @@ std::vector<Family> GammaFamilies() {
     return {
         {"Normal",
          {{0, 1}, {-3, 0.2}, {100, 15}},
-         ZUL_BENCH_OURS(Normal),
          {ZUL_BENCH_BOOST_FAMILY(normal_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_gaussian_pdf(x - p[0], p[1]), gsl_cdf_ugaussian_P((x - p[0]) / p[1]),
                                gsl_cdf_ugaussian_Pinv(x) * p[1] + p[0]),
@@ -205,7 +160,6 @@ std::vector<Family> GammaFamilies() {
                              qnorm5(x, p[0], p[1], 1, 0))}},
         {"Gamma",
          {{0.4, 2, 0}, {1.5, 1, 0}, {4, 0.3, 0}, {9, 1, 0}},
-         ZUL_BENCH_OURS(Gamma),
          {ZUL_BENCH_BOOST_FAMILY(gamma_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_gamma_pdf(x, p[0], p[1]), gsl_cdf_gamma_P(x, p[0], p[1]),
                                gsl_cdf_gamma_Pinv(x, p[0], p[1])),
@@ -213,14 +167,12 @@ std::vector<Family> GammaFamilies() {
                              qgamma(x, p[0], p[1], 1, 0))}},
         {"ChiSq",
          {{1, 0}, {3, 0}, {8, 0}, {20, 0}},
-         ZUL_BENCH_OURS(ChiSq),
          {ZUL_BENCH_BOOST_FAMILY(chi_squared_distribution, p[0]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_chisq_pdf(x, p[0]), gsl_cdf_chisq_P(x, p[0]),
                                gsl_cdf_chisq_Pinv(x, p[0])),
           ZUL_BENCH_R_FAMILY(dchisq(x, p[0], 0), pchisq(x, p[0], 1, 0), qchisq(x, p[0], 1, 0))}},
         {"Poisson",
          {{0.3}, {2}, {4.5}, {12}},
-         ZUL_BENCH_OURS(Poisson),
          {ZUL_BENCH_BOOST_FAMILY(poisson_distribution, p[0]),
           ZUL_BENCH_GSL({ZUL_BENCH_AT(gsl_ran_poisson_pdf(static_cast<unsigned>(x), p[0])),
                          ZUL_BENCH_AT(gsl_cdf_poisson_P(static_cast<unsigned>(x), p[0])), nullptr}),
@@ -232,7 +184,6 @@ std::vector<Family> BetaFamilies() {
     return {
         {"Beta",
          {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
-         ZUL_BENCH_OURS(Beta),
          {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
                                gsl_cdf_beta_Pinv(x, p[0], p[1])),
@@ -240,21 +191,18 @@ std::vector<Family> BetaFamilies() {
                              qbeta(x, p[0], p[1], 1, 0))}},
         {"T",
          {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
-         ZUL_BENCH_OURS(T),
          {ZUL_BENCH_BOOST_FAMILY(students_t_distribution, p[0]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_tdist_pdf(x, p[0]), gsl_cdf_tdist_P(x, p[0]),
                                gsl_cdf_tdist_Pinv(x, p[0])),
           ZUL_BENCH_R_FAMILY(dt(x, p[0], 0), pt(x, p[0], 1, 0), qt(x, p[0], 1, 0))}},
         {"F",
          {{1, 8, 0}, {3, 20, 0}, {12, 12, 0}, {60, 200, 0}},
-         ZUL_BENCH_OURS(F),
          {ZUL_BENCH_BOOST_FAMILY(fisher_f_distribution, p[0], p[1]),
           ZUL_BENCH_GSL_FAMILY(gsl_ran_fdist_pdf(x, p[0], p[1]), gsl_cdf_fdist_P(x, p[0], p[1]),
                                gsl_cdf_fdist_Pinv(x, p[0], p[1])),
           ZUL_BENCH_R_FAMILY(df(x, p[0], p[1], 0), pf(x, p[0], p[1], 1, 0), qf(x, p[0], p[1], 1, 0))}},
         {"Binomial",
          {{10, 0.5}, {40, 0.03}, {200, 0.3}, {1000, 0.7}},
-         ZUL_BENCH_OURS(Binomial),
          {ZUL_BENCH_BOOST_FAMILY(binomial_distribution, p[0], p[1]),
           ZUL_BENCH_GSL(
               {ZUL_BENCH_AT(
@@ -268,27 +216,21 @@ std::vector<Family> BetaFamilies() {
 
 // Without the densities, which ours are of the central distributions or nobody's.
 std::vector<Family> NoncentralFamilies() {
-    std::vector<Family> families = {
+    return {
         {"noncentral ChiSq",
          {{1, 0.5}, {4, 6}, {30, 100}},
-         ZUL_BENCH_OURS(ChiSq),
          {ZUL_BENCH_BOOST_FAMILY(non_central_chi_squared_distribution, p[0], p[1]),
           ZUL_BENCH_R_FAMILY(dnchisq(x, p[0], p[1], 0), pnchisq(x, p[0], p[1], 1, 0),
                              qnchisq(x, p[0], p[1], 1, 0))}},
         {"noncentral F",
          {{1, 8, 0.5}, {3, 20, 4}, {12, 60, 50}},
-         ZUL_BENCH_OURS(F),
          {ZUL_BENCH_BOOST_FAMILY(non_central_f_distribution, p[0], p[1], p[2]),
           ZUL_BENCH_R_FAMILY(0, pnf(x, p[0], p[1], p[2], 1, 0), qnf(x, p[0], p[1], p[2], 1, 0))}},
         {"noncentral T",
          {{4, 0.5}, {11.5, -2}, {200, 8}},
-         ZUL_BENCH_OURS(T),
          {ZUL_BENCH_BOOST_FAMILY(non_central_t_distribution, p[0], p[1]),
           ZUL_BENCH_R_FAMILY(0, pnt(x, p[0], p[1], 1, 0), qnt(x, p[0], p[1], 1, 0))}},
     };
-    for (Family& family : families)
-        family.arrays.pdf = nullptr;
-    return families;
 }
 
 // For each parameter set its input.
@@ -312,14 +254,13 @@ void Add(const std::string& workload, const char* library, const std::shared_ptr
 void AddFunction(const Family& family, const std::string& function, Evaluate Functions::*member,
                  const std::shared_ptr<const Inputs>& inputs) {
     const auto add = [&](const std::string& form, const Functions& ours) {
-        if (!(family.arrays.*member)) return;
         const std::string workload = family.name + function + form;
         Add(workload, kOurs, inputs, ours.*member);
         for (const auto& [library, functions] : family.peers)
             Add(workload, library, inputs, functions.*member);
     };
-    add(" array", family.arrays);
-    add(" scalar", family.scalars);
+    add(" array", Ours(family.name, &test::Function::each));
+    add(" scalar", Ours(family.name, &test::Function::loop));
 }
 
 // Densities and tails at values drawn from the distribution, quantiles at uniform probabilities.
@@ -333,12 +274,12 @@ void AddFamily(const Family& family, std::size_t count) {
         for (double& probability : p)
             probability = uniform(generator);
         std::vector<double> x(count);
-        family.arrays.invCdf(x.data(), p.data(), count, parameters);
+        Ours(family.name, &test::Function::each).invCdf(x.data(), p.data(), count, parameters);
         probabilities.emplace_back(parameters, std::move(p));
         values.emplace_back(parameters, std::move(x));
     }
     const auto at = std::make_shared<const Inputs>(std::move(values));
-    AddFunction(family, "Pdf", &Functions::pdf, at);
+    if (!family.name.starts_with("noncentral")) AddFunction(family, "Pdf", &Functions::pdf, at);
     AddFunction(family, "Cdf", &Functions::cdf, at);
     AddFunction(family, "InvCdf", &Functions::invCdf,
                 std::make_shared<const Inputs>(std::move(probabilities)));

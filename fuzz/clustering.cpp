@@ -30,32 +30,20 @@ using Steps = std::vector<ClusterStep>;
 
 constexpr std::size_t kMaxObjects = 16;
 
-// The partition of the objects, one join after the other.
-class Partitions {
-public:
-    explicit Partitions(const Steps& steps) : steps_(steps), lowest_(steps.size() + 1) {
-        std::iota(lowest_.begin(), lowest_.end(), 0);
+// The clusters of the objects after so many joins, by the lowest objects in order.
+std::vector<int> Partition(const Steps& steps, std::size_t joins) {
+    std::vector<int> lowest(steps.size() + 1);
+    std::iota(lowest.begin(), lowest.end(), 0);
+    for (std::size_t s = 0; s < joins; ++s)
+        std::replace(lowest.begin(), lowest.end(), steps[s].cluster2, steps[s].cluster1);
+    std::vector<int> numbers(lowest.size());
+    int next = 0;
+    for (std::size_t i = 0; i < lowest.size(); ++i) {
+        const auto first = static_cast<std::size_t>(lowest[i]);
+        numbers[i] = first == i ? next++ : numbers[first];
     }
-    void Join() {
-        const ClusterStep& step = steps_[joins_++];
-        std::replace(lowest_.begin(), lowest_.end(), step.cluster2, step.cluster1);
-    }
-    // The cluster of each object, by the lowest objects in order.
-    std::vector<int> Numbers() const {
-        std::vector<int> numbers(lowest_.size());
-        int next = 0;
-        for (std::size_t i = 0; i < lowest_.size(); ++i) {
-            const auto first = static_cast<std::size_t>(lowest_[i]);
-            numbers[i] = first == i ? next++ : numbers[first];
-        }
-        return numbers;
-    }
-
-private:
-    const Steps& steps_;
-    std::vector<int> lowest_;
-    std::size_t joins_ = 0;
-};
+    return numbers;
+}
 
 bool Equal(const Labels& labels, const std::vector<int>& expected) {
     return labels != nullptr && labels->EmptyImpl() == expected.empty() &&
@@ -80,18 +68,16 @@ void CutEverywhere(Input& input, const Steps& steps) {
         for (const double level : levels)
             byCut.emplace_back(FindMembersWithCut(host, level));
     });
-    Partitions partitions(steps);
-    for (int k = n; k >= 1; --k) {
-        const std::vector<int> numbers = partitions.Numbers();
+    for (int k = 1; k <= n; ++k) {
+        const std::vector<int> numbers = Partition(steps, static_cast<std::size_t>(n - k));
         Expect(Equal(byNumber[static_cast<std::size_t>(k) - 1], numbers), "another partition");
         if (wrong == k) Expect(Equal(byNumber.back(), numbers), "another partition");
-        for (std::size_t i = 0; i < levels.size(); ++i) {
-            const auto first = std::find_if(
-                steps.begin(), steps.end(),
-                [level = levels[i]](const ClusterStep& step) { return step.similarity < level; });
-            if (first - steps.begin() == n - k) Expect(Equal(byCut[i], numbers), "another cut");
-        }
-        if (k > 1) partitions.Join();
+    }
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        std::size_t joins = 0;
+        while (joins < steps.size() && !(steps[joins].similarity < levels[i]))
+            ++joins;
+        Expect(Equal(byCut[i], Partition(steps, joins)), "another cut");
     }
     if (wrong < 1 || wrong > n) Expect(Equal(byNumber.back(), {}), "a partition into as many clusters");
 }
@@ -142,14 +128,6 @@ void RandomMatrices(Input& input) {
     ClusterBoth(input, distances);
 }
 
-test::Square Read(const DistanceMatrix& matrix, int n) {
-    test::Square distances(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j <= i; ++j)
-            distances[static_cast<std::size_t>(i)].push_back(i == j ? 0 : matrix(i, j));
-    return distances;
-}
-
 using Table = std::unique_ptr<IRectangularArray<double>>;
 
 Table MakeTable(Input& input, int rows, int columns) {
@@ -166,56 +144,56 @@ Table MakeTable(Input& input, int rows, int columns) {
     return table;
 }
 
-bool IsModerate(const IRectangularArray<double>& table) {
+// Neither squares nor sums overflow.
+bool IsModerate(const Table& table) {
     std::vector<double> values;
-    for (int row = 0; row < table.RowCount(); ++row)
-        for (int column = 0; column < table.ColumnCount(); ++column)
-            values.push_back(table.At(row, column));
+    for (int i = 0; i < table->RowCount() * table->ColumnCount(); ++i)
+        values.push_back(table->At(i / table->ColumnCount(), i % table->ColumnCount()));
     return AreModerate(values, 1e15);
+}
+
+// The library's matrix and a host's get the same distances, which hold, and the same joins.
+template <typename Create, typename Holds>
+void CreateBoth(Input& input, int n, bool isKnown, Create create, Holds holds) {
+    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
+    HostMatrix host(n);
+    std::array statuses = {dax::types::Failure, dax::types::Failure};
+    Run("CreateForCluster", [&] { statuses = {create(*own), create(host)}; });
+    const auto expected = isKnown ? dax::types::Success : dax::types::Failure;
+    Expect(statuses == std::array{expected, expected}, "status of the distances");
+    if (!isKnown || n == 0) return;
+    test::Square distances(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j <= i; ++j) {
+            const double distance = i == j ? 0 : (*own)(i, j);
+            Expect(i == j || test::SameDistance(distance, host(i, j)), "the host's distances differ");
+            Expect(i == j || holds(i, j, distance), "no distance");
+            distances[static_cast<std::size_t>(i)].push_back(distance);
+        }
+    ClusterBoth(input, distances);
 }
 
 void Observations(Input& input) {
     const int n = static_cast<int>(input.Choice(kMaxObjects + 1));
-    const int columns = static_cast<int>(input.Choice(9));
+    const int columns = std::max(1, static_cast<int>(input.Choice(9)));
     const int measure =
         input.Byte() < 240 ? 2000 + static_cast<int>(input.Choice(5)) : input.Integer() % 4096;
     const bool standardize = input.Flag();
     const Table table = MakeTable(input, n, columns);
-    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
-    if (columns == 0) {
-        StatlibraryErrorCode status = dax::types::Failure;
-        Run("CreateForClusterObservations", [&] {
-            status =
-                CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
-        });
-        Expect(status == dax::types::Success, "observations without columns");
-        return;
-    }
-    HostMatrix host(n);
-    std::array statuses = {dax::types::Failure, dax::types::Failure};
-    Run("CreateForClusterObservations", [&] {
-        statuses[0] =
-            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, *own);
-        statuses[1] =
-            CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, host);
-    });
-    const bool isKnown = measure >= 2000 && measure <= 2004;
-    Expect(statuses[0] == (isKnown ? dax::types::Success : dax::types::Failure) && statuses[0] == statuses[1],
-           "status of the observations");
-    if (!isKnown) return;
-    const bool isModerate = IsModerate(*table);
-    const test::Square distances = Read(*own, n);
-    const test::Square again = Read(host, n);
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            Expect(test::SameDistance(distances[i][j], again[i][j]), "the host's distances differ");
-            Expect(!(distances[i][j] < 0) && (!isModerate || std::isfinite(distances[i][j])), "no distance");
-        }
-    bool areAlike = n > 1 && isModerate;
-    for (int column = 0; areAlike && column < columns; ++column)
-        areAlike = table->At(n - 1, column) == table->At(0, column);
-    Expect(!areAlike || (*own)(n - 1, 0) == 0, "a distance of rows that are alike");
-    if (n > 0) ClusterBoth(input, distances);
+    const bool isModerate = IsModerate(table);
+    const auto areAlike = [&](int i, int j) {
+        for (int column = 0; column < columns; ++column)
+            if (table->At(i, column) != table->At(j, column)) return false;
+        return true;
+    };
+    const auto holds = [&](int i, int j, double distance) {
+        if (isModerate && areAlike(i, j)) return distance == 0;
+        return !(distance < 0) && (!isModerate || std::isfinite(distance));
+    };
+    const auto create = [&](DistanceMatrix& out) {
+        return CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize, out);
+    };
+    CreateBoth(input, n, measure >= 2000 && measure <= 2004, create, holds);
 }
 
 void Variables(Input& input) {
@@ -223,28 +201,13 @@ void Variables(Input& input) {
     const int n = static_cast<int>(input.Choice(12));
     const bool absolute = input.Flag();
     const Table table = MakeTable(input, rows, n);
-    const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
-    HostMatrix host(n);
-    std::array statuses = {dax::types::Failure, dax::types::Failure};
-    Run("CreateForClusterVariables", [&] {
-        statuses = {CreateForClusterVariables(*table, absolute, *own),
-                    CreateForClusterVariables(*table, absolute, host)};
-    });
-    Expect(statuses[0] == dax::types::Success && statuses[1] == dax::types::Success,
-           "status of the variables");
-    const bool isModerate = n > 0 && IsModerate(*table);
-    const test::Square distances = Read(*own, n);
-    const test::Square again = Read(host, n);
-    for (std::size_t i = 0; i < distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j) {
-            const double distance = distances[i][j];
-            Expect(test::SameDistance(distance, again[i][j]), "the host's distances differ");
-            if (rows < 2) Expect(distance != distance, "a correlation of one row");
-            if (rows < 2 || !isModerate) continue;
-            Expect(distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9,
-                   "a distance of variables outside");
-        }
-    if (n > 0) ClusterBoth(input, distances);
+    const bool isModerate = IsModerate(table);
+    const auto holds = [&](int, int, double distance) {
+        if (rows < 2) return distance != distance;  // no correlation
+        return !isModerate || (distance >= -1e-9 && distance <= (absolute ? 1 : 2) + 1e-9);
+    };
+    const auto create = [&](DistanceMatrix& out) { return CreateForClusterVariables(*table, absolute, out); };
+    CreateBoth(input, n, true, create, holds);
 }
 
 // Joins that no run made: valid ones, and any.

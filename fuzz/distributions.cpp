@@ -1,17 +1,16 @@
 // The exported distribution functions, p-values and critical values, through the table of tests/distributions.
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "distributions/families.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
+#include "fuzz/support/parameters.h"
+#include "fuzz/support/values.h"
 #include "support/float_mode.h"
 
 namespace zul::fuzz {
@@ -22,34 +21,11 @@ using test::Distribution;
 using test::Domain;
 using test::Family;
 using test::Function;
-using test::Type;
 
 constexpr double kNA = 1.23456e30;
-constexpr double kUnwritten = -7;
 
 std::string Text(const Function& function, test::Arguments arguments) {
-    std::ostringstream text;
-    text.precision(17);
-    const char* separator = "(";
-    text << function.name;
-    for (const double argument : arguments) {
-        text << separator << argument;
-        separator = ", ";
-    }
-    return text.str() + ")";
-}
-
-double Argument(Type type, Input& input) {
-    switch (type) {
-        case Type::Flag:
-            return input.Flag() ? 1 : 0;
-        case Type::Alternative:
-            return static_cast<double>(input.Choice(5)) - 2;
-        case Type::Integer:
-            return input.Integer();
-        default:
-            return input.Real();
-    }
+    return Listed(function.name, arguments);
 }
 
 // Some of the arguments replaced by any.
@@ -90,7 +66,7 @@ bool CheckedCall(bool bare, Evaluate evaluate, Describe describe, int calls = 1)
 }
 
 Outcome Evaluate(const Function& function, bool bare, test::Arguments arguments) {
-    Outcome outcome{false, std::numeric_limits<double>::quiet_NaN()};
+    Outcome outcome{false, kNaN};
     const auto describe = [&] { return Text(function, arguments); };
     outcome.returns = CheckedCall(
         bare, [&] { outcome.value = function.call(arguments); }, describe);
@@ -102,10 +78,6 @@ Outcome Evaluate(const Applied& f, bool bare, double x) {
     std::vector<double> arguments = {x};
     arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
     return Evaluate(*f.function, bare, arguments);
-}
-
-bool SameBits(double a, double b) {
-    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
 constexpr std::size_t kArrayLimit = 4;
@@ -127,49 +99,11 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
         if (!outcome.returns) break;
         expected[written] = outcome.value;
     }
-    Require(returns == (written == count), [&] {
-        return describe() + (returns ? " returns" : " throws") + Call(" unlike the scalar", in[written]);
-    });
-    for (std::size_t i = 0; i < out.size(); ++i) {
+    Require(returns == (written == count),
+            [&] { return describe() + Call(" unlike the scalar", in[written]); });
+    for (std::size_t i = 0; i < out.size(); ++i)
         Require(SameBits(out[i], expected[i]),
-                [&] { return describe() + ": " + Call("", i, in[i], out[i], expected[i]); });
-    }
-}
-
-// One more parameter after those before it, inside its domain.
-double ValidParameter(Domain domain, const std::vector<double>& before, bool whole, Input& input) {
-    using enum Domain;
-    const unsigned kind = input.Byte() % 8;
-    const double count = std::floor(input.Power(0, kind < 6 ? 3 : 9));
-    const double size = kind < 4 ? input.Power(-2, 3) : kind < 6 ? input.Power(-6, 7) : count / 2;
-    switch (domain) {
-        case Real:
-            return input.Flag() ? size : -size;
-        case Fraction:
-            return input.Fraction();
-        case Noncentrality:
-            return input.Flag() ? 0 : size;
-        case Exponent:
-            return kind == 7 ? 0 : input.Uniform(-5, 10);
-        case Above:
-            return before.back() + (whole ? count : size);
-        case Count:
-            return count;
-        case UpToFirst:
-            return std::floor(before.front() * input.Uniform());
-        default:
-            return size;
-    }
-}
-
-std::vector<double> ValidParameters(const Family& family, Input& input) {
-    const std::vector<Domain>& domains = family.domains;
-    std::vector<double> values;
-    values.reserve(domains.size());
-    for (const Domain domain : domains)
-        values.push_back(ValidParameter(domain, values, domains.front() == Domain::Count, input));
-    LimitTime(family, values, input);
-    return values;
+                [&] { return describe() + Call("", i, in[i], out[i], expected[i]); });
 }
 
 void CheckTails(const Distribution& d, const Family& family, double x) {
@@ -202,7 +136,9 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
 void CheckValid(const Family& family, Input& input) {
     if (family.name == "Discrete") return;  // the user's table may be any
     const bool discrete = family.kind == test::Kind::Discrete;
-    const Distribution d = family.With({ValidParameters(family, input), 0, 0});
+    std::vector<double> parameters = ValidParameters(family.domains, input);
+    LimitTime(family, parameters, input);
+    const Distribution d = family.With(parameters);
     const double p = input.Fraction();
     const double x = Evaluate(d.quantile, family.bare, p).value;
     // Some quantiles lie beyond the range of a double.
@@ -248,33 +184,27 @@ void CheckStatistic(const test::Statistic& statistic, Input& input) {
 
 // The p-value of a critical value is its level.
 void CheckCriticalValue(Input& input) {
-    constexpr std::array<const char*, 5> kNames = {"ChiSq", "F", "Normal", "T", "TSidak"};
-    const std::string name = input.OneOf(kNames);
-    const bool student = name.front() == 'T';
+    const std::string name = input.OneOf(std::array{"ChiSq", "F", "Normal", "T"});
     const double level = input.Fraction();
     const double side = static_cast<double>(input.Choice(3)) - 1;
-    const double comparisons = static_cast<double>(1 + input.Choice(20));
+    const double comparisons = name == "T" ? static_cast<double>(1 + input.Choice(20)) : 1;
     std::vector<double> df(name == "F" ? 2 : name == "Normal" ? 0 : 1);
     for (double& value : df)
         value = ValidParameter(Domain::Positive, {}, false, input);
     std::vector<double> arguments = df;
     arguments.insert(arguments.begin(), level);
-    arguments.push_back(side);
-    if (student) arguments.push_back(comparisons);
+    arguments.insert(arguments.end(), {side, comparisons});
     const Function& critical = test::FunctionOf(name + "CritValue");
+    arguments.resize(critical.types.size());
     const double x = Evaluate(critical, false, arguments).value;
     // The tails end before the numbers do. Deliberate: the two-sided test of a positive statistic gives 0.
     if (std::isnan(x) || x < 1e-280 || x > 1e280) return;
-    double expected = level;
-    if (name == "T") expected = level / comparisons;
-    if (name == "TSidak") expected = -std::expm1(std::log1p(-level) / comparisons);
     // Of a symmetric one the positive value belongs to both sides.
-    const bool positive = student || name == "Normal";
-    std::vector<double> statistic = df;
-    statistic.insert(statistic.begin(), x);
-    statistic.push_back(positive && side < 0 ? 1 : side);
-    const Function& pValue = test::FunctionOf((student ? "T" : name) + "PValue");
-    const double p = Evaluate(pValue, false, statistic).value;
+    const bool isSymmetric = name == "T" || name == "Normal";
+    df.insert(df.begin(), x);
+    df.push_back(isSymmetric && side < 0 ? 1 : side);
+    const double p = Evaluate(test::FunctionOf(name + "PValue"), false, df).value;
+    const double expected = level / comparisons;
     Require(!(std::abs(p - expected) > 2e-8 * expected + 2e-12),
             [&] { return Text(critical, arguments) + Call(" gave", x, p, expected); });
 }

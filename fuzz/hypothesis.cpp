@@ -71,32 +71,24 @@ void Runs(Input& input, const Settings&) {
     const Data x = Values(input, input.Choice(kMaxCount + 1));
     const auto n = static_cast<unsigned>(x.size());
     const double K = x.empty() || input.Flag() ? AnyReal(input) : x[input.Choice(x.size())];
-    const ReadOnly kept(x);
-    v1::RunsTest exact;
-    v1::RunsTest approximate;
-    exact.pValue = exact.expectedRuns = approximate.pValue = approximate.expectedRuns = kUnwritten;
-    std::array statuses = {-1, -1};
-    const auto run = [&] {
-        statuses = {v1::RunRunsTest(&exact, x.data(), K, n),
-                    v1::RunKelRunsTest(&approximate, x.data(), K, n)};
-    };
-    Checked(Mode::Bare, run, [&] { return Call("runs test", K, n); });
-    Expect(kept.IsIntact() && statuses == std::array{0, 0}, "runs test", "status or data");
     const auto equal = static_cast<unsigned>(std::count(x.begin(), x.end(), K));
     const auto above =
         static_cast<unsigned>(std::count_if(x.begin(), x.end(), [K](double v) { return v > K; }));
-    Expect(exact.above == above && exact.below == n - equal - above, "RunRunsTest", "wrong counts");
-    Expect(approximate.above == above && approximate.below == n - above, "RunKelRunsTest", "wrong counts");
-    for (const v1::RunsTest& test : {exact, approximate}) {
-        const unsigned smaller = std::min(test.above, test.below);
-        const unsigned most = 2 * smaller + (test.above != test.below ? 1 : 0);
-        const bool any = test.above + test.below > 0;
-        Expect(test.runs <= most && test.runs >= (any ? 1U : 0U) + (smaller > 0 ? 1U : 0U), "runs test",
-               "runs");
-        Expect(IsWritten(test.pValue) && IsProbability(test.pValue), "runs test", "p-value outside [0, 1]");
-        Expect(any == (test.expectedRuns == test.expectedRuns), "runs test", "expected runs");
+    for (const auto run : {&v1::RunRunsTest, &v1::RunKelRunsTest}) {
+        const char* const name = run == &v1::RunRunsTest ? "RunRunsTest" : "RunKelRunsTest";
+        v1::RunsTest test;
+        test.pValue = test.expectedRuns = kUnwritten;
+        int status = -1;
+        Run(name, [&] { status = run(&test, x.data(), K, n); });
+        const unsigned below = n - above - (run == &v1::RunRunsTest ? equal : 0);
+        Expect(status == 0 && test.above == above && test.below == below, name, "status or counts");
+        const unsigned smaller = std::min(above, below);
+        const bool any = above + below > 0;
+        Expect(test.runs <= 2 * smaller + (above != below ? 1 : 0), name, "too many runs");
+        Expect(test.runs >= (any ? 1U : 0U) + (smaller > 0 ? 1U : 0U), name, "too few runs");
+        Expect(IsWritten(test.pValue) && IsProbability(test.pValue), name, "p-value outside [0, 1]");
+        Expect(any == (test.expectedRuns == test.expectedRuns), name, "expected runs");
     }
-    Expect(exact.above + exact.below == 0 || exact.pValue == exact.pValue, "RunRunsTest", "no p-value");
 }
 
 void TabularChiSquare(Input& input, const Settings& s) {

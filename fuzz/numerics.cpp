@@ -1,23 +1,308 @@
 // The special functions, the root finder and the guarded functions under the distributions. Each is called in
 // the default mode or, on finite arguments, in trapping mode, in which it works.
+#include <algorithm>
 #include <array>
+#include <cfloat>
+#include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
 
 #include "fuzz/numerics/evaluation.h"
+#include "numerics/beta/beta_quantiles.h"
+#include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/noncentral_beta.h"
+#include "numerics/beta/noncentral_t.h"
+#include "numerics/beta/student_t.h"
+#include "numerics/counts/binomial.h"
+#include "numerics/counts/hypergeometric.h"
+#include "numerics/counts/poisson.h"
+#include "numerics/counts/saddle_point.h"
+#include "numerics/gamma/gamma_quantiles.h"
+#include "numerics/gamma/gamma_tails.h"
+#include "numerics/gamma/incomplete_gamma.h"
+#include "numerics/gamma/noncentral_gamma.h"
+#include "numerics/normal.h"
 
 namespace zul::fuzz {
 namespace {
 
-constexpr std::array kParts = {Normal,      NormalQuantile, Gamma,     GammaQuantile,  NoncentralGamma,
-                               Beta,        BetaQuantile,   FQuantile, NoncentralBeta, StudentT,
-                               NoncentralT, Newton,         ChiSquare, Binomial,       Hypergeometric,
-                               Poisson,     RootFinder,     Guarded,   Elementary};
+using namespace numerics;
+using frame::ErrorState;
+using A = const double*;
+
+constexpr double kUnwritten = -7;
+
+struct Tails {
+    double lower = kUnwritten;
+    double upper = kUnwritten;
+    double third = 0;  // a density or a mass, where there is one
+};
+
+// A letter for each parameter: s, h shapes, or twice them; b shapes that may be 0; d degrees of freedom; r, + real
+// and not negative numbers; n, m noncentralities of gamma and beta; c, u counts, and counts up to the first; f a
+// probability.
+double Parameter(char kind, A first, Input& input) {
+    if (kind == 'n' || kind == 'm') {  // the time grows with its root; what is beyond the last is refused
+        const double noncentrality = Shape(input);
+        return noncentrality > 1e6 && noncentrality < 6e9 ? 1e6 : noncentrality;
+    }
+    if (kind == 'r') {
+        const double size = input.Flag() ? input.Power(-3, 2) : input.Real();
+        return input.Flag() ? size : -size;
+    }
+    if (kind == 'c')
+        return input.Flag() ? std::floor(input.Power(0, input.Flag() ? 3 : 9.33)) : input.Integer();
+    if (kind == 'u') return input.Byte() < 250 ? std::floor(*first * input.Uniform()) : input.Real();
+    if (kind == 'f') return input.Flag() ? input.Fraction() : input.Real();
+    return Shape(input);
+}
+
+bool IsInside(char kind, double x, double first) {
+    return kind == 's'   ? IsShape(x)
+           : kind == 'h' ? IsShape(x / 2)
+           : kind == 'd' ? x > 0
+           : kind == 'r' ? x == x
+           : kind == 'c' ? IsCount(x)
+           : kind == 'u' ? IsCount(x, first)
+           : kind == 'f' ? x >= 0 && x <= 1
+           : kind == 'b' ? x >= 0 && x <= kShapeLimit
+           : kind == 'n' ? x >= 0 && x <= DBL_MAX
+                         : x >= 0;
+}
+
+Numbers Parameters(const std::string& kinds, Input& input) {
+    Numbers values(kinds.size());
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        values[i] = Parameter(kinds[i], values.data(), input);
+    return values;
+}
+
+bool AreInside(const std::string& kinds, A a) {
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        if (!IsInside(kinds[i], a[i], a[0])) return false;
+    return kinds != "bb" || a[0] + a[1] > 0;
+}
+
+// Documented failures.
+bool MayFail(const std::string& kinds, A a) {
+    if (kinds.back() == 'n' || kinds.back() == 'm')
+        return a[kinds.size() - 1] > (kinds.back() == 'n' ? 2e10 : 6e9);
+    const double half = kinds == "dr" ? std::abs(a[1]) : 0;
+    return kinds == "dr" && !(a[0] / 2 + half * half / 2 + 6.17 * half / std::sqrt(2.0) <= kShapeLimit);
+}
+
+// Both tails at x for the parameters a; x as a parameter is.
+struct Pair {
+    const char* name;
+    char argument;
+    std::string parameters;
+    void (*evaluate)(double x, A a, Tails* t);
+    double (*centre)(A a) = [](A a) { return a[0]; };
+};
+
+const Pair& PairOf(std::size_t place) {
+    constexpr auto kMean = [](A a) { return a[0] * a[1]; };
+    constexpr auto kShare = [](A a) { return a[0] / (a[0] + a[1]); };
+    static const Pair kPairs[] = {
+        {"gamma_df", '+', "s",
+         [](double x, A a, Tails* t) { gamma_df(x, a[0], &t->lower, &t->upper, &t->third); }},
+        {"gamma_ncdf", '+', "sn",
+         [](double x, A a, Tails* t) { gamma_ncdf(x, a[0], a[1], &t->lower, &t->upper); }},
+        {"beta_df", 'f', "bb",
+         [](double x, A a, Tails* t) { beta_df(x, BetaShapes(a[0], a[1]), &t->lower, &t->upper, nullptr); },
+         kShare},
+        {"beta_ncdf", 'f', "ssm",
+         [](double x, A a, Tails* t) { beta_ncdf(x, BetaShapes(a[0], a[1]), a[2], &t->lower, &t->upper); },
+         kShare},
+        {"F_ncdf", '+', "ssm",
+         [](double x, A a, Tails* t) { F_ncdf(x, BetaShapes(a[0], a[1]), a[2], &t->lower, &t->upper); },
+         [](A) { return 1.0; }},
+        {"t_df", 'r', "d", [](double x, A a, Tails* t) { t_df(x, a[0], &t->lower, &t->upper); },
+         [](A) { return 0.0; }},
+        {"t_ncdf", 'r', "dr", [](double x, A a, Tails* t) { t_ncdf(x, a[0], a[1], &t->lower, &t->upper); },
+         [](A a) { return a[1]; }},
+        {"chi2_ncdf", '+', "hn",
+         [](double x, A a, Tails* t) { chi2_ncdf(x, a[0], a[1], &t->lower, &t->upper); }},
+        {"binomial_df", 'r', "cf",
+         [](double x, A a, Tails* t) { binomial_df(x, BinomialShape(a[0], a[1]), &t->lower, &t->upper); },
+         kMean},
+        {"hypergeo_df", 'r', "cuu",
+         [](double x, A a, Tails* t) {
+             hypergeo_df(x, HypergeometricShape(a[0], a[1], a[2]), &t->lower, &t->upper, &t->third);
+         },
+         [](A a) { return a[1] * (a[2] / std::max(a[0], 1.0)); }},
+        {"poisson_df", 'r', "+", [](double x, A a, Tails* t) { poisson_df(x, a[0], &t->lower, &t->upper); }},
+    };
+    return kPairs[place % std::size(kPairs)];
+}
+
+// Inside the domain both tails, which add up; outside level 2 and nothing written.
+void CheckPair(Input& input) {
+    const Pair& pair = PairOf(input.Byte());
+    const Numbers parameters = Parameters(pair.parameters, input);
+    const A a = parameters.data();
+    const double x = pair.argument == 'f' && input.Flag()
+                         ? input.Fraction()
+                         : Around(pair.centre(a), std::sqrt(std::abs(a[0])), input);
+    Numbers arguments = parameters;
+    arguments.insert(arguments.begin(), x);
+    const Evaluation evaluation(pair.name, arguments);
+    Tails t;
+    evaluation.Run(input, [&] { pair.evaluate(x, a, &t); });
+    const bool mayFail = MayFail(pair.parameters, a);
+    const bool isBeyond = pair.parameters == "+" && x >= kShapeLimit;  // the mean and the count of Poisson
+    const bool inside = AreInside(pair.parameters, a) && IsInside(pair.argument, x, 0) && !isBeyond;
+    evaluation.RequireLevel(inside || (mayFail && ErrorState().level != frame::LevelDomain), mayFail);
+    const bool sound = t.lower >= 0 && t.lower <= 1 && t.upper >= 0 && t.upper <= 1 &&
+                       std::abs(t.lower + t.upper - 1) <= 1e-15 && t.third >= 0;
+    evaluation.Require(ErrorState().Failed() ? t.lower == kUnwritten && t.upper == kUnwritten : sound,
+                       " tails", t.lower, t.upper, t.third);
+}
+
+// The incomplete gamma pair by its two routines. Below kTinyArgument gamma_df gives 0 outright.
+void CheckFineTails(Input& input) {
+    const double a = Shape(input);
+    const double x = Around(a, std::sqrt(std::abs(a)), input);
+    if (!IsShape(a) || !(x >= kTinyArgument && x < DBL_MAX)) return;
+    const Evaluation fine("FineGammaTails", {x, a});
+    GammaTails exact{};
+    bool found = false;
+    fine.Run(input, [&] { found = FineGammaTails(x, a, &exact); });
+    Tails t;
+    gamma_df(x, a, &t.lower, &t.upper, nullptr);
+    fine.Require(found && exact.lower >= 0 && exact.upper >= 0 &&
+                     std::abs(exact.lower + exact.upper - 1) <= 1e-15 &&
+                     std::abs(exact.lower - t.lower) <= 1e-8,
+                 " tails", exact.lower, exact.upper, t.lower);
+}
+
+// The quantile of either tail for the parameters a, and with it the complement or the share of an atom. `ends`: the
+// probabilities that are refused, of the ends that are infinite.
+struct Quantile {
+    std::array<const char*, 2> names;
+    std::string parameters;
+    std::array<double, 2> ends;
+    void (*evaluate)(bool upper, double p, A a, double* x, double* second);
+    double lowest = 0;
+    double tolerance = 0;  // of the tail at the quantile, which goes by PairOf(back); 0: not looked at
+    std::size_t back = 0;
+};
+
+const Quantile& QuantileOf(std::size_t place) {
+    static const Quantile kQuantiles[] = {
+        {{"gamma_lower_quant", "gamma_upper_quant"},
+         "s",
+         {1, 0},
+         [](bool upper, double p, A a, double* x, double*) {
+             (upper ? gamma_upper_quant : gamma_lower_quant)(p, a[0], x);
+         },
+         0,
+         2e-9,
+         0},
+        {{"beta_lower_quant", "beta_upper_quant"},
+         "ss",
+         {-1, -1},
+         [](bool upper, double p, A a, double* x, double* c) {
+             (upper ? beta_upper_quant : beta_lower_quant)(p, BetaShapes(a[0], a[1]), x, c);
+         }},
+        {{"F_lower_quant", "F_upper_quant"},
+         "ss",
+         {1, 0},
+         [](bool upper, double p, A a, double* x, double*) {
+             (upper ? F_upper_quant : F_lower_quant)(p, BetaShapes(a[0], a[1]), x);
+         }},
+        {{"t_lower_qt", "t_upper_qt"},
+         "d",
+         {1, 0},
+         [](bool upper, double p, A a, double* x, double*) { (upper ? t_upper_qt : t_lower_qt)(p, a[0], x); },
+         -DBL_MAX,
+         2e-9,
+         5},
+        {{"binomial_lower_quant", "binomial_upper_quant"},
+         "cf",
+         {-1, -1},
+         [](bool upper, double p, A a, double* k, double* c) {
+             (upper ? binomial_upper_quant : binomial_lower_quant)(p, BinomialShape(a[0], a[1]), k, c);
+         }},
+        {{"hypergeo_lower_quant", "hypergeo_upper_quant"},
+         "cuu",
+         {-1, -1},
+         [](bool upper, double p, A a, double* k, double* c) {
+             (upper ? hypergeo_upper_quant : hypergeo_lower_quant)(p, HypergeometricShape(a[0], a[1], a[2]),
+                                                                   k, c);
+         }},
+        {{"poisson_lower_quant", "poisson_upper_quant"},
+         "b",
+         {1, 0},
+         [](bool upper, double p, A a, double* k, double* c) {
+             (upper ? poisson_upper_quant : poisson_lower_quant)(p, a[0], k, c);
+         }},
+    };
+    return kQuantiles[place % std::size(kQuantiles)];
+}
+
+void CheckQuantile(Input& input) {
+    const Quantile& quantile = QuantileOf(input.Byte());
+    const Numbers parameters = Parameters(quantile.parameters, input);
+    const A a = parameters.data();
+    const double p = input.Flag() ? input.Fraction() : input.Real();
+    const bool upper = input.Flag();
+    Numbers arguments = parameters;
+    arguments.insert(arguments.begin(), p);
+    const Evaluation evaluation(quantile.names[upper], arguments);
+    double x = 0;
+    double second = 0;
+    evaluation.Run(input, [&] { quantile.evaluate(upper, p, a, &x, &second); });
+    const double target = std::min(p, 1 - p);
+    const bool isT = quantile.parameters == "d";
+    const bool isRefused = p == quantile.ends[upper] || (isT && target == 0);
+    const bool isTiny =
+        target < 1e-280 || *std::min_element(parameters.begin(), parameters.end()) <= (isT ? 1 : 1e-280);
+    evaluation.RequireLevel(AreInside(quantile.parameters, a) && p >= 0 && p <= 1 && !isRefused,
+                            isTiny || quantile.parameters == "b");
+    if (ErrorState().Failed())
+        return evaluation.Require(x == -DBL_MAX && (second == x || second == 0), " failure", x, second);
+    const bool isCount = quantile.parameters.front() == 'c' || quantile.parameters == "b";
+    const bool isShare = quantile.names[0] == std::string_view("beta_lower_quant");
+    evaluation.Require(x >= quantile.lowest && x <= (isShare ? 1 : DBL_MAX) && second >= 0 && second <= 1,
+                       " range", x, second);
+    evaluation.Require(!isCount || x == std::floor(x), " count", x);
+    evaluation.Require(!isShare || std::abs(x + second - 1) <= 1e-15, " complement", x, second);
+    if (quantile.tolerance == 0 || isTiny || ErrorState().level != 0 || std::abs(x) < kTinyArgument) return;
+    Tails t;
+    PairOf(quantile.back).evaluate(x, a, &t);
+    const double tail = upper == (p <= 0.5) ? t.upper : t.lower;
+    evaluation.Require(std::abs(tail - target) <= quantile.tolerance * target, " back", x, tail);
+}
+
+void CheckNormal(Input& input) {
+    const double p = input.Flag() ? input.Real() : input.Fraction();
+    const bool upperTail = input.Flag();
+    // The lower tail above 1/2 goes by the upper one, which refuses 0.
+    const Evaluation quantile(upperTail || p == 1 ? "normal_upper_quant" : "inv_normal_df", {p});
+    double z = 0;
+    quantile.Run(input, [&] { (upperTail ? normal_upper_quant : inv_normal_df)(p, &z); });
+    const bool inside = p >= 1e-100 && (upperTail ? p <= 0.5 : p < 1);
+    quantile.RequireLevel(inside, false);
+    if (!inside) return quantile.Require(z == -DBL_MAX, " failure", z);
+    Tails t;
+    normal_df(z, &t.lower, &t.upper);
+    const double tail = upperTail ? t.upper : t.lower;
+    // The error of z costs a far tail z times as much.
+    quantile.Require(std::abs(tail - p) <= 4e-9 * (1 + z * z) * p + 2e-8 * (std::abs(p - 0.5) < 0.1), " back",
+                     z, tail);
+}
 
 }  // namespace
 }  // namespace zul::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zul::fuzz::Input input(data, size);
-    input.OneOf(zul::fuzz::kParts)(input);
+    using namespace zul::fuzz;
+    constexpr std::array kParts = {CheckPair,   CheckPair,  CheckQuantile, CheckFineTails,
+                                   CheckNormal, RootFinder, Guarded,       Elementary};
+    Input input(data, size);
+    input.OneOf(kParts)(input);
     return 0;
 }

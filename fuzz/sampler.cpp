@@ -3,13 +3,14 @@
 #include "zul/sampler.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <functional>
+#include <iterator>
 #include <set>
-#include <string_view>
 
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
+#include "fuzz/support/parameters.h"
 #include "fuzz/support/values.h"
 #include "sampling/slots.h"
 
@@ -22,130 +23,25 @@ constexpr double kNA = 1.23456e30;
 // The operations whose time grows with a parameter get no more than this.
 constexpr int kManyTrials = 2000;
 
-struct Support {
-    double least;
-    double greatest;
-    bool isWhole = false;
-};
-
-// An operation and its parameters, one letter for each: s a scale or a shape, r a real number, p a probability,
-// i an integer, c a count of trials, m a size of a population.
-struct Operation {
-    std::string_view name;
-    std::string_view parameters;
-    Support (*support)(const Parameters&);
-    unsigned maxCount = 40;
-};
-
-Support Line(const Parameters&) {
-    return {-kInf, kInf};
+// Parameters in the domains, where they give numbers: fewer degrees of freedom have quantiles beyond the doubles, and
+// probabilities near 0 or 1 counts beyond the numbers.
+Parameters Valid(const test::Slot& slot, Input& input) {
+    Parameters p = ValidParameters(slot.domains, input, 4);
+    for (std::size_t i = 0; i < p.size(); ++i)
+        if (slot.domains[i] == test::Domain::Fraction) p[i] = std::clamp(p[i], 0.01, 0.99);
+    if (slot.name == "T") p = {std::max(p[0], 0.5), std::fmod(p[1], 8)};
+    return p;
 }
 
-Support Unit(const Parameters&) {
-    return {0, 1};
-}
-
-Support Positive(const Parameters&) {
-    return {0, kInf};
-}
-
-template <std::size_t place>
-Support From(const Parameters& p) {
-    return {p[place], kInf};
-}
-
-Support Hull(const Parameters& p) {
-    const auto [least, greatest] = std::minmax_element(p.begin(), p.end());
-    return {*least, *greatest};
-}
-
-Support UpToFirst(const Parameters& p) {
-    return {0, std::max(p[0], 0.0)};
-}
-
-Support BelowFirst(const Parameters& p) {
-    return {0, std::max(p[0] - 1, 0.0)};
-}
-
-Support Overlap(const Parameters& p) {
-    return {std::max(0.0, p[1] + p[2] - p[0]), std::max(0.0, std::min(p[1], p[2]))};
-}
-
-Support FailuresOrTrials(const Parameters& p) {
-    return {p[0] != 0 ? 0 : p[2], kInf};
-}
-
-template <Support (*support)(const Parameters&)>
-Support Whole(const Parameters& p) {
-    const Support all = support(p);
-    return {all.least, all.greatest, true};
-}
-
-const Operation kOperations[] = {
-    {"Beta", "ss", Unit},
-    {"Cauchy", "rs", Line},
-    {"ChiSquare", "s", Positive},
-    {"Exponential", "sr", From<1>},
-    {"F", "ss", Positive},
-    {"Gamma", "ssr", From<2>},
-    {"Lambda", "rrs", Line},
-    {"Laplace", "rs", Line},
-    {"LargestExtremeValue", "rs", Line},
-    {"Logistic", "rs", Line},
-    {"LogLogistic", "rsr", From<2>},
-    {"Lognormal", "rsr", From<2>},
-    {"Normal", "rs", Line},
-    {"SmallestExtremeValue", "rs", Line},
-    {"T", "sr", Line, 4},
-    {"Triangular", "rrr", Hull},
-    {"Uniform", "rr", Hull},
-    {"Weibull", "ssr", From<2>},
-    {"IntegerUniform", "ii", Whole<Hull>},
-    {"Bernoulli", "p", Whole<Unit>},
-    {"Binomial", "cp", Whole<UpToFirst>},
-    {"Hypergeometric", "mcc", Whole<Overlap>},
-    {"NegBinomial", "ps", From<1>},
-    {"NegBinomialTrials", "ips", FailuresOrTrials},
-    {"Poisson", "s", Whole<Positive>},
-    {"Indices", "mi", Whole<BelowFirst>},
-};
-
-// Any number, or one for which the operation is made.
-double Parameter(char kind, bool isValid, Input& input) {
-    switch (kind) {
-        case 's':
-            return isValid ? static_cast<double>(input.Word() >> 48) * 0x1p-10 + 0x1p-6 : AnyReal(input);
-        case 'r':
-            return isValid ? static_cast<double>(input.Integer() % 1000) / 16 : AnyReal(input);
-        case 'p':
-            return isValid ? (input.Byte() + 1) / 258.0 : AnyReal(input);
-        case 'i':
-            return input.Integer();
-        case 'm':
-            return static_cast<double>(input.Word() % kManyTrials);
-        default:
-            return isValid ? static_cast<double>(input.Byte()) : input.Integer() % kManyTrials;
+// Any numbers; the time grows with counts.
+Parameters Any(const test::Slot& slot, Input& input) {
+    Parameters p;
+    for (std::size_t i = 0; i < slot.types.size(); ++i) {
+        p.push_back(slot.types[i] == test::Type::Real ? AnyReal(input) : Argument(slot.types[i], input));
+        if (slot.domains[i] == test::Domain::UpToFirst) p[i] = std::fmod(p[i], kManyTrials);
+        if (slot.domains[i] == test::Domain::Count) p[i] = std::abs(std::fmod(p[i], kManyTrials));
     }
-}
-
-// Changes what the letters leave open, so that the parameters are valid.
-void Correct(std::string_view name, Parameters* p) {
-    if (name == "Triangular" || name == "Uniform" || name == "IntegerUniform")
-        std::sort(p->begin(), p->end());
-    if ((name == "Triangular" || name == "Uniform") && p->front() == p->back()) p->back() += 1;
-    if (name == "Hypergeometric") {
-        (*p)[1] = std::min((*p)[1], (*p)[0]);
-        (*p)[2] = std::min((*p)[2], (*p)[0]);
-    }
-    if (name == "Lambda") (*p)[0] = std::fmod((*p)[0], 4);
-    if (name == "T") {  // with fewer degrees of freedom quantiles pass the largest double
-        (*p)[0] = std::max((*p)[0], 0.5);
-        (*p)[1] = std::fmod((*p)[1], 8);
-    }
-}
-
-std::string NameOf(std::string_view operation) {
-    return std::string("Sample").append(operation);
+    return p;
 }
 
 // What one call on a fresh sampler does.
@@ -154,86 +50,36 @@ struct Outcome {
     double seed = 0;  // after it
     int status = -1;
     bool returned = false;
+    bool operator==(const Outcome& other) const {
+        return std::equal(values.begin(), values.end(), other.values.begin(), SameBits) &&
+               seed == other.seed && status == other.status && returned == other.returned;
+    }
 };
 
-using Draw = std::function<int(ISampler&, double* out, unsigned count)>;
-
-Outcome DrawOnce(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
-                 unsigned count) {
-    const test::SamplerPtr sampler = test::MakeSampler(seed);
-    Require(sampler != nullptr, [] { return std::string("no sampler"); });
-    const double before = sampler->GetSeed();
-    Guarded<double> out(size, kUnwritten);
-    Outcome outcome;
-    const auto run = [&] { outcome.status = draw(*sampler, out.Data(), count); };
-    outcome.returned = Checked(mode, run, [&] { return NameOf(name); });
-    outcome.values = out.Values();
-    outcome.seed = sampler->GetSeed();
-    Require(out.IsIntact(), [&] { return NameOf(name) + " wrote outside"; });
-    if (count == 0)
-        Require(outcome.returned && out.IsUntouched() && outcome.seed == before,
-                [&] { return NameOf(name) + " drew nothing, and did something"; });
-    return outcome;
-}
-
 // Twice, with the same outcome.
-Outcome CallTwice(std::string_view name, Mode mode, const Draw& draw, double seed, std::size_t size,
+template <typename Draw>
+Outcome CallTwice(const std::string& name, Mode mode, Draw draw, double seed, std::size_t size,
                   unsigned count) {
-    Outcome first = DrawOnce(name, mode, draw, seed, size, count);
-    const Outcome second = DrawOnce(name, mode, draw, seed, size, count);
-    const bool isSame = first.status == second.status && first.returned == second.returned &&
-                        first.seed == second.seed &&
-                        std::equal(first.values.begin(), first.values.end(), second.values.begin(), SameBits);
-    Require(isSame, [&] { return NameOf(name) + " differs for one seed"; });
-    return first;
+    std::array<Outcome, 2> outcomes;
+    for (Outcome& outcome : outcomes) {
+        const test::SamplerPtr sampler = test::MakeSampler(seed);
+        const double before = sampler->GetSeed();
+        Guarded<double> out(size, kUnwritten);
+        const auto run = [&] { outcome.status = draw(*sampler, out.Data(), count); };
+        outcome.returned = Checked(mode, run, [&] { return name; });
+        outcome.values = out.Values();
+        outcome.seed = sampler->GetSeed();
+        Expect(out.IsIntact(), name, "wrote outside");
+        const bool isNothing = outcome.returned && out.IsUntouched() && outcome.seed == before;
+        Expect(count > 0 || isNothing, name, "drew nothing, and did something");
+    }
+    Expect(outcomes[0] == outcomes[1], name, "differs for one seed");
+    return outcomes[0];
 }
 
 double Seed(Input& input) {
     const double seed = input.Flag() ? input.Byte() : AnyReal(input);
     return seed == 0 || !std::isfinite(seed) ? 1 : seed;  // these take the time of day
-}
-
-void Deviates(Input& input) {
-    const Operation& operation = kOperations[input.Choice(std::size(kOperations))];
-    const bool isValid = input.Byte() < 140;
-    const double seed = Seed(input);
-    const auto count = static_cast<unsigned>(input.Choice(operation.maxCount + 1));
-    Parameters parameters;
-    for (const char kind : operation.parameters)
-        parameters.push_back(Parameter(kind, isValid, input));
-    if (isValid) Correct(operation.name, &parameters);
-    const test::Slot& slot = test::Slots().at(std::string(operation.name));
-    const bool isFramed = operation.name != "Indices" && operation.name != "Weibull";
-    const auto draw = [&](ISampler& sampler, double* out, unsigned n) {
-        return slot.draw(sampler, out, n, parameters);
-    };
-    const Outcome outcome =
-        CallTwice(operation.name, isFramed ? Mode::Framed : Mode::Bare, draw, seed, count, count);
-    if (!outcome.returned) return;
-    const auto describe = [&] {
-        std::string text = NameOf(operation.name);
-        for (const double p : parameters)
-            text.append(" ").append(std::to_string(p));
-        return text;
-    };
-    if (operation.name == "Indices") {
-        const bool fits = parameters[1] == 0 || count <= parameters[0];
-        const std::set<double> distinct(outcome.values.begin(), outcome.values.end());
-        Require(outcome.status == (fits ? 0 : 30011), describe);
-        Require(!fits || parameters[1] == 0 || distinct.size() == count, describe);
-        Require(fits || (distinct.size() == 1 && *distinct.begin() == 4294967295.0), describe);
-        if (!fits) return;
-    } else {
-        Require(outcome.status == 0, describe);
-    }
-    for (const double x : outcome.values)
-        Require(IsWritten(x), describe);
-    if (!isValid) return;
-    const Support support = operation.support(parameters);
-    for (const double x : outcome.values) {
-        Require(x >= support.least && x <= support.greatest && x != kNA, describe);
-        Require(!support.isWhole || std::isinf(x) || x == std::floor(x), describe);
-    }
 }
 
 void Table(Input& input) {
@@ -246,15 +92,49 @@ void Table(Input& input) {
     };
     const Outcome outcome = CallTwice("Discrete", Mode::Framed, draw, Seed(input), count, count);
     if (!outcome.returned) return;
-    Require(outcome.status == 0, [] { return std::string("SampleDiscrete: status"); });
+    Expect(outcome.status == 0, "SampleDiscrete: status");
     const bool isTable =
         std::all_of(probabilities.begin(), probabilities.end(), [](double p) { return p >= 0; });
     for (const double x : outcome.values) {
-        if (size == 0) Require(x != x, [] { return std::string("SampleDiscrete of nothing"); });
+        Expect(size > 0 || x != x, "SampleDiscrete of nothing");
         bool isDrawn = size == 0 || !isTable;
         for (unsigned i = 0; i < size && !isDrawn; ++i)
             isDrawn = Same(values[i], x) && probabilities[i] > 0;
-        Require(isDrawn, [] { return std::string("SampleDiscrete drew what has no probability"); });
+        Expect(isDrawn, "SampleDiscrete drew what has no probability");
+    }
+}
+
+void Deviates(Input& input) {
+    const auto& [name, slot] =
+        *std::next(test::Slots().begin(), static_cast<int>(input.Choice(test::Slots().size())));
+    if (name == "Discrete") return Table(input);
+    const bool isValid = input.Byte() < 140;
+    const double seed = Seed(input);
+    const auto count =
+        static_cast<unsigned>(input.Choice(name == "T" ? 5 : 41));  // quantiles take their time
+    const Parameters parameters = isValid ? Valid(slot, input) : Any(slot, input);
+    const Mode mode = name != "Indices" && name != "Weibull" ? Mode::Framed : Mode::Bare;
+    const auto draw = [&, &operation = slot](ISampler& sampler, double* out, unsigned n) {
+        return operation.draw(sampler, out, n, parameters);
+    };
+    const Outcome outcome = CallTwice(name, mode, draw, seed, count, count);
+    if (!outcome.returned) return;
+    const auto describe = [&, &called = name] { return Listed(called, parameters); };
+    bool fits = true;
+    if (name == "Indices") {
+        fits = parameters[1] == 0 || count <= std::floor(parameters[0]);
+        const std::set<double> distinct(outcome.values.begin(), outcome.values.end());
+        Require(!fits || parameters[1] == 0 || distinct.size() == count, describe);
+        Require(fits || (distinct.size() == 1 && *distinct.begin() == 4294967295.0), describe);
+    }
+    Require(outcome.status == (fits ? 0 : 30011), describe);
+    const auto [lowest, highest] = slot.support(parameters);
+    for (const double x : outcome.values) {
+        Require(IsWritten(x), describe);
+        if (!isValid || !fits) continue;
+        Require(x >= lowest && x <= highest && x != kNA, describe);
+        Require(!slot.isDiscrete || std::isinf(x) || name.starts_with("NegBinomial") || x == std::floor(x),
+                describe);
     }
 }
 
@@ -274,7 +154,7 @@ void Rows(Input& input) {
     };
     const Outcome outcome = CallTwice("MVNormal", Mode::Framed, draw, Seed(input), count * dimension, count);
     if (!outcome.returned) return;
-    Require(outcome.status == 0, [] { return std::string("SampleMVNormal: status"); });
+    Expect(outcome.status == 0, "SampleMVNormal: status");
     const bool isValid = isProper && AreModerate(mean);
     for (const double x : outcome.values)
         Require(IsWritten(x) && (!isValid || std::isfinite(x)),
@@ -296,31 +176,29 @@ void Seeds(Input& input) {
     const int expected = rng == 10 ? 0 : rng >= 0 && rng < 10 ? 30011 : 30017;
     const auto where = [&] { return Call("seeds", seed, other, static_cast<int>(rng)); };
     Require(status == expected && (sampler != nullptr) == (status == 0), where);
-    if (sampler != nullptr) {
-        Guarded<double> out(count, kUnwritten);
-        std::vector<double> again(count);
-        double state = 0;
-        double stateAgain = 0;
-        const auto run = [&] {
+    if (sampler == nullptr) return;
+    std::vector<double> out(count);
+    std::vector<double> again(count);
+    std::array<double, 2> states{};
+    Checked(
+        Mode::Framed,
+        [&] {
             sampler->Reseed(other);
-            sampler->SampleUniform(out.Data(), count, 0, 1);
-            state = sampler->GetSeed();
+            sampler->SampleUniform(out.data(), count, 0, 1);
+            states[0] = sampler->GetSeed();
             sampler->Reseed(other);
             sampler->Reseed(sampler->GetSeed());
-            for (unsigned i = 0; i < count; ++i)  // one at a time
-                sampler->SampleUniform(&again[i], 1, 0, 1);
-            stateAgain = sampler->GetSeed();
-            Require(sampler->Reserved17() == 30011 && sampler->Reserved18() == 30011, where);
-        };
-        Checked(Mode::Framed, run, where);
-        Require(state >= 0 && state < 3.25e13 + 1e11 && state == std::floor(state) && state == stateAgain,
-                where);
-        Require(out.IsIntact() && out.Values() == again, where);
-        for (const double u : again)
-            Require(u >= 3e-14 && u <= 1 - 3e-14, where);
-    }
+            for (double& u : again)  // one at a time
+                sampler->SampleUniform(&u, 1, 0, 1);
+            states[1] = sampler->GetSeed();
+        },
+        where);
     DeleteISampler(&sampler);
-    Require(sampler == nullptr, where);
+    Require(
+        sampler == nullptr && out == again && states[0] == states[1] && states[0] == std::floor(states[0]),
+        where);
+    for (const double u : out)
+        Require(u >= 3e-14 && u <= 1 - 3e-14, where);
 }
 
 }  // namespace

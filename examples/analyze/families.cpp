@@ -3,6 +3,7 @@
 #include <zul/distributions.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <tuple>
 #include <type_traits>
@@ -13,28 +14,50 @@ namespace {
 
 template <typename Type>
 Type Next(Numbers::const_iterator& parameter, bool upper) {
-    if constexpr (std::is_same_v<Type, bool>)
+    if constexpr (std::is_same_v<Type, bool>) {
         return upper;
-    else
-        return static_cast<Type>(*parameter++);
+    } else if constexpr (std::is_integral_v<Type>) {
+        // Whole and in the range of int, but some operations have counts without a sign.
+        const auto whole = static_cast<long long>(*parameter++);
+        if (!std::in_range<Type>(whole)) throw InputError(std::to_string(whole) + " is out of range");
+        return static_cast<Type>(whole);
+    } else {
+        return *parameter++;
+    }
 }
 
-// A function of the library with its parameters in a list, of which it takes as many as it has.
+// A function with its parameters in a list, of which it takes as many as it has.
+template <typename... Types>
+std::tuple<Types...> Typed(const Numbers& parameters, bool upper = false) {
+    [[maybe_unused]] auto next = parameters.begin();
+    return {Next<Types>(next, upper)...};
+}
+
 template <typename... Types>
 DistributionFunction Listed(double (*function)(double, Types...)) {
     return [function](double x, const Numbers& parameters, bool upper) {
-        auto next = parameters.begin();
-        return std::apply(function, std::tuple<double, Types...>{x, Next<Types>(next, upper)...});
+        return std::apply(function, std::tuple_cat(std::tuple(x), Typed<Types...>(parameters, upper)));
     };
+}
+
+template <typename... Types>
+Operation Listed(int (zul::ISampler::*operation)(double*, unsigned, Types...)) {
+    const auto draw = [operation](zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters) {
+        const auto size = static_cast<unsigned>(deviates.size());
+        return std::apply(std::mem_fn(operation),
+                          std::tuple_cat(std::tie(sampler), std::tuple(deviates.data(), size),
+                                         Typed<Types...>(parameters)));
+    };
+    return {sizeof...(Types), draw};
 }
 
 // The parameters are those of the cumulative function; which of them are whole tells the inverse.
 template <typename... Pdf, typename... Cdf, typename... InvCdf>
-Family Make(std::string name, bool discrete, std::vector<std::string> parameters,
-            double (*pdf)(double, Pdf...), double (*cdf)(double, Cdf...),
-            double (*invCdf)(double, InvCdf...)) {
+Family Make(std::string name, double (*pdf)(double, Pdf...), double (*cdf)(double, Cdf...),
+            double (*invCdf)(double, InvCdf...), Operation operation, bool discrete,
+            std::vector<std::string> parameters) {
     return {std::move(name), discrete,    std::move(parameters), {std::is_same_v<InvCdf, int>...},
-            Listed(pdf),     Listed(cdf), Listed(invCdf)};
+            Listed(pdf),     Listed(cdf), Listed(invCdf),        std::move(operation)};
 }
 
 // The library has the densities of the central distributions.
@@ -46,34 +69,37 @@ DistributionFunction CentralOnly(const DistributionFunction& pdf) {
 
 std::vector<Family> MakeFamilies() {
 // Name and functions of a family from its name.
-#define ANALYZE_FAMILY(family, discrete, ...) \
-    Make(#family, discrete, {__VA_ARGS__}, zul::family##Pdf, zul::family##Cdf, zul::family##InvCdf)
+#define ANALYZE_FAMILY(family, operation, discrete, ...) \
+    Make(#family, zul::family##Pdf, zul::family##Cdf, zul::family##InvCdf, operation, discrete, {__VA_ARGS__})
+    using S = zul::ISampler;
     std::vector<Family> families = {
-        ANALYZE_FAMILY(Beta, false, "a", "b"),
-        ANALYZE_FAMILY(Binomial, true, "n", "prob"),
-        ANALYZE_FAMILY(Cauchy, false, "location", "scale"),
-        ANALYZE_FAMILY(ChiSq, false, "df", "noncentrality"),
-        ANALYZE_FAMILY(Exponential, false, "scale", "threshold"),
-        ANALYZE_FAMILY(F, false, "df1", "df2", "noncentrality"),
-        ANALYZE_FAMILY(Gamma, false, "shape", "scale", "threshold"),
-        ANALYZE_FAMILY(Geometric, true, "prob"),
-        ANALYZE_FAMILY(HalfNormal, false, "scale", "threshold"),
-        ANALYZE_FAMILY(Hypergeometric, true, "N", "M", "n"),
-        ANALYZE_FAMILY(IntegerUniform, true, "a", "b"),
-        ANALYZE_FAMILY(Lambda, false, "lambda", "location", "scale"),
-        ANALYZE_FAMILY(Laplace, false, "location", "scale"),
-        ANALYZE_FAMILY(LargestExtremeValue, false, "location", "scale"),
-        ANALYZE_FAMILY(Logistic, false, "location", "scale"),
-        ANALYZE_FAMILY(LogLogistic, false, "location", "scale", "threshold"),
-        ANALYZE_FAMILY(LogNormal, false, "location", "scale", "threshold"),
-        ANALYZE_FAMILY(NegBinomial, true, "prob", "r"),
-        ANALYZE_FAMILY(Normal, false, "mean", "sd"),
-        ANALYZE_FAMILY(Poisson, true, "mean"),
-        ANALYZE_FAMILY(SmallestExtremeValue, false, "location", "scale"),
-        ANALYZE_FAMILY(T, false, "df", "noncentrality"),
-        ANALYZE_FAMILY(Triangular, false, "lower", "mode", "upper"),
-        ANALYZE_FAMILY(Uniform, false, "a", "b"),
-        ANALYZE_FAMILY(Weibull, false, "shape", "scale", "threshold"),
+        ANALYZE_FAMILY(Beta, Listed(&S::SampleBeta), false, "a", "b"),
+        ANALYZE_FAMILY(Binomial, Listed(&S::SampleBinomial), true, "n", "prob"),
+        ANALYZE_FAMILY(Cauchy, Listed(&S::SampleCauchy), false, "location", "scale"),
+        ANALYZE_FAMILY(ChiSq, Listed(&S::SampleChiSquare), false, "df", "noncentrality"),
+        ANALYZE_FAMILY(Exponential, Listed(&S::SampleExponential), false, "scale", "threshold"),
+        ANALYZE_FAMILY(F, Listed(&S::SampleF), false, "df1", "df2", "noncentrality"),
+        ANALYZE_FAMILY(Gamma, Listed(&S::SampleGamma), false, "shape", "scale", "threshold"),
+        ANALYZE_FAMILY(Geometric, Operation(), true, "prob"),
+        ANALYZE_FAMILY(HalfNormal, Operation(), false, "scale", "threshold"),
+        ANALYZE_FAMILY(Hypergeometric, Listed(&S::SampleHypergeometric), true, "N", "M", "n"),
+        ANALYZE_FAMILY(IntegerUniform, Listed(&S::SampleIntegerUniform), true, "a", "b"),
+        ANALYZE_FAMILY(Lambda, Listed(&S::SampleLambda), false, "lambda", "location", "scale"),
+        ANALYZE_FAMILY(Laplace, Listed(&S::SampleLaplace), false, "location", "scale"),
+        ANALYZE_FAMILY(LargestExtremeValue, Listed(&S::SampleLargestExtremeValue), false, "location",
+                       "scale"),
+        ANALYZE_FAMILY(Logistic, Listed(&S::SampleLogistic), false, "location", "scale"),
+        ANALYZE_FAMILY(LogLogistic, Listed(&S::SampleLogLogistic), false, "location", "scale", "threshold"),
+        ANALYZE_FAMILY(LogNormal, Listed(&S::SampleLognormal), false, "location", "scale", "threshold"),
+        ANALYZE_FAMILY(NegBinomial, Listed(&S::SampleNegBinomial), true, "prob", "r"),
+        ANALYZE_FAMILY(Normal, Listed(&S::SampleNormal), false, "mean", "sd"),
+        ANALYZE_FAMILY(Poisson, Listed(&S::SamplePoisson), true, "mean"),
+        ANALYZE_FAMILY(SmallestExtremeValue, Listed(&S::SampleSmallestExtremeValue), false, "location",
+                       "scale"),
+        ANALYZE_FAMILY(T, Listed(&S::SampleT), false, "df", "noncentrality"),
+        ANALYZE_FAMILY(Triangular, Listed(&S::SampleTriangular), false, "lower", "mode", "upper"),
+        ANALYZE_FAMILY(Uniform, Listed(&S::SampleUniform), false, "a", "b"),
+        ANALYZE_FAMILY(Weibull, Listed(&S::SampleWeibull), false, "shape", "scale", "threshold"),
     };
 #undef ANALYZE_FAMILY
     for (Family& family : families)

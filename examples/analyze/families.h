@@ -2,6 +2,8 @@
 /// The distribution families of the library by name, with their parameters in a list.
 #pragma once
 
+#include <zul/sampler.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <functional>
@@ -16,6 +18,12 @@ namespace analyze {
 using Numbers = std::vector<double>;
 using DistributionFunction = std::function<double(double x, const Numbers& parameters, bool upper)>;
 
+/// An operation of the sampler, which takes as many of the first parameters of its family as it has.
+struct Operation {
+    std::size_t parameters = 0;
+    std::function<int(zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters)> draw;
+};
+
 struct Family {
     std::string name;
     bool discrete;
@@ -24,6 +32,7 @@ struct Family {
     DistributionFunction pdf;
     DistributionFunction cdf;
     DistributionFunction invCdf;
+    Operation operation;  ///< none: the sampler does not draw from the family
 };
 
 const std::vector<Family>& Families();

@@ -8,13 +8,10 @@
 #include <cmath>
 #include <cstddef>
 #include <exception>
-#include <functional>
 #include <iomanip>
+#include <iterator>
 #include <limits>
 #include <memory>
-#include <tuple>
-#include <type_traits>
-#include <utility>
 
 #include "csv_table.h"
 #include "families.h"
@@ -22,8 +19,6 @@
 
 namespace analyze {
 namespace {
-
-using Draw = std::function<int(zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters)>;
 
 constexpr int kMomentDigits = 8;
 constexpr int kDensityDigits = 5;
@@ -33,69 +28,6 @@ constexpr int kRows = 20;
 constexpr int kBarLength = 40;
 constexpr int kPlaceWidth = 14;
 constexpr int kDensityWidth = 12;
-
-// The sampler's operation for a family. It takes as many of the first parameters of the family as it has.
-struct Operation {
-    std::string name;
-    std::size_t parameters;
-    Draw draw;
-};
-
-template <typename Type>
-Type Next(Numbers::const_iterator& parameter) {
-    const double value = *parameter++;
-    if constexpr (std::is_integral_v<Type>) {
-        // Whole and in the range of int, but some operations have counts without a sign.
-        const auto whole = static_cast<long long>(value);
-        if (!std::in_range<Type>(whole)) throw InputError(AsGiven(value) + " is out of range");
-        return static_cast<Type>(whole);
-    } else {
-        return value;
-    }
-}
-
-template <typename... Types>
-Operation Make(const std::string& name, int (zul::ISampler::*operation)(double*, unsigned, Types...)) {
-    const auto draw = [operation](zul::ISampler& sampler, Numbers& deviates, const Numbers& parameters) {
-        auto next = parameters.begin();
-        const std::tuple<Types...> values{Next<Types>(next)...};
-        return std::apply(
-            [&](Types... each) {
-                return (sampler.*operation)(deviates.data(), static_cast<unsigned>(deviates.size()), each...);
-            },
-            values);
-    };
-    return {name, sizeof...(Types), draw};
-}
-
-std::vector<Operation> MakeOperations() {
-    using S = zul::ISampler;
-    return {
-        Make("Beta", &S::SampleBeta),
-        Make("Binomial", &S::SampleBinomial),
-        Make("Cauchy", &S::SampleCauchy),
-        Make("ChiSq", &S::SampleChiSquare),
-        Make("Exponential", &S::SampleExponential),
-        Make("F", &S::SampleF),
-        Make("Gamma", &S::SampleGamma),
-        Make("Hypergeometric", &S::SampleHypergeometric),
-        Make("IntegerUniform", &S::SampleIntegerUniform),
-        Make("Lambda", &S::SampleLambda),
-        Make("Laplace", &S::SampleLaplace),
-        Make("LargestExtremeValue", &S::SampleLargestExtremeValue),
-        Make("Logistic", &S::SampleLogistic),
-        Make("LogLogistic", &S::SampleLogLogistic),
-        Make("LogNormal", &S::SampleLognormal),
-        Make("NegBinomial", &S::SampleNegBinomial),
-        Make("Normal", &S::SampleNormal),
-        Make("Poisson", &S::SamplePoisson),
-        Make("SmallestExtremeValue", &S::SampleSmallestExtremeValue),
-        Make("T", &S::SampleT),
-        Make("Triangular", &S::SampleTriangular),
-        Make("Uniform", &S::SampleUniform),
-        Make("Weibull", &S::SampleWeibull),
-    };
-}
 
 struct Release {
     void operator()(zul::ISampler* sampler) const { zul::DeleteISampler(&sampler); }
@@ -191,13 +123,14 @@ void PrintHistogram(std::ostream& out, const std::vector<HistogramRow>& rows) {
 }  // namespace
 
 void PrintSample(std::ostream& out, const SampleOptions& options) {
-    const std::vector<Operation> operations = MakeOperations();
-    const Operation& operation = FindByName(operations, options.family);
-    const Family& family = FindByName(Families(), options.family);
-    CheckParameters(family, operation.parameters, options.parameters);
+    std::vector<Family> sampled;
+    std::ranges::copy_if(Families(), std::back_inserter(sampled),
+                         [](const Family& f) { return f.operation.draw != nullptr; });
+    const Family& family = FindByName(sampled, options.family);
+    CheckParameters(family, family.operation.parameters, options.parameters);
     const std::string distribution = Described(family, options.parameters);
     try {
-        Sample sample = DrawSample(operation, options);
+        Sample sample = DrawSample(family.operation, options);
         Numbers& deviates = sample.deviates;
         const auto isMissing = [](double x) { return !std::isfinite(x); };
         if (std::ranges::any_of(deviates, isMissing)) throw InputError("there are no deviates");

@@ -1,5 +1,4 @@
-// What the parts of the hypothesis target share: the arguments of the tests, and which fields of a record a call
-// writes.
+// What the parts of the hypothesis target share: the arguments of the tests, and what a call does to a record.
 #pragma once
 
 #include <climits>
@@ -18,17 +17,6 @@ namespace zul::fuzz {
 using Data = std::vector<double>;
 
 inline constexpr std::size_t kMaxCount = 64;
-
-// `where` is the name of the function, or gives the text of the call.
-template <typename Where>
-void Expect(bool condition, const Where& where, const char* what) {
-    Require(condition, [&] {
-        if constexpr (std::is_invocable_v<const Where&>)
-            return where() + ": " + what;
-        else
-            return std::string(where) + ": " + what;
-    });
-}
 
 inline bool IsProbability(double p) {
     return !(p < 0 || p > 1);  // NaN as well
@@ -87,43 +75,70 @@ constexpr Fields From(unsigned first, unsigned last) {
     return (1U << (last + 1)) - (1U << first);
 }
 
-template <typename Record>
-double& FieldOf(Record* record, unsigned i) {
-    static_assert(std::is_standard_layout_v<Record>);
-    return reinterpret_cast<double*>(record)[i];
-}
+// A call that fills some of the fields of a record.
+struct Form {
+    const char* name;
+    unsigned doubles;
+    Fields written;
+    unsigned lower = UINT_MAX;   // the place of the lower bound, before that of the upper; none: no bounds
+    unsigned pValue = UINT_MAX;  // none: no test
+    int status = 0;
+    bool isOrdered = true;  // the bounds
+    Mode mode = Mode::Bare;
+};
 
 template <typename Record>
-double FieldOf(const Record& record, unsigned i) {
-    return FieldOf(const_cast<Record*>(&record), i);
-}
-
-// Puts the mark of what is not written into the fields.
-template <typename Record>
-void Mark(Record* record, Fields fields) {
-    for (unsigned i = 0; fields >> i != 0; ++i)
-        if ((fields >> i & 1U) != 0) FieldOf(record, i) = kUnwritten;
-}
-
-// Whether of the first `count` fields those were written and no others changed.
-template <typename Record, typename Where>
-void ExpectWritten(const Record& before, const Record& after, unsigned count, Fields written,
-                   const Where& where) {
-    for (unsigned i = 0; i < count; ++i) {
-        const bool isWritten = (written >> i & 1U) != 0;
-        if (isWritten)
-            Expect(IsWritten(FieldOf(after, i)), where, "a field is not written");
-        else
-            Expect(SameBits(FieldOf(before, i), FieldOf(after, i)), where, "a field was written");
+class Filled {
+public:
+    explicit Filled(const Record& record) : record_(record) {}
+    double& operator[](unsigned i) {
+        static_assert(std::is_standard_layout_v<Record>);
+        return reinterpret_cast<double*>(&record_)[i];
     }
-}
+    Record* operator->() { return &record_; }
 
-template <typename Record, typename Where>
-void ExpectSame(const Record& a, const Record& b, Fields fields, const Where& where) {
-    for (unsigned i = 0; fields >> i != 0; ++i)
-        if ((fields >> i & 1U) != 0)
-            Expect(Same(FieldOf(a, i), FieldOf(b, i)), where, "the overloads differ");
-}
+    // Puts the mark of what is not written into the fields.
+    void Mark(Fields fields) {
+        for (unsigned i = 0; fields >> i != 0; ++i)
+            if ((fields >> i & 1U) != 0) (*this)[i] = kUnwritten;
+    }
+
+    // Whether the call returned; then it has written its fields and no others.
+    template <typename Call>
+    bool Run(const Form& form, const Settings& s, Call call) {
+        const auto name = [&] {
+            return fuzz::Call(form.name, s.flag, s.confidence, static_cast<int>(s.type),
+                              static_cast<int>(s.alternative), s.hypothesised, s.sigma);
+        };
+        Filled before = *this;
+        int status = -1;
+        if (!Checked(
+                form.mode, [&] { status = call(&record_); }, name))
+            return false;
+        Expect(status == form.status, name, "wrong status");
+        for (unsigned i = 0; i < form.doubles; ++i) {
+            const bool isOutput = (form.written >> i & 1U) != 0;
+            Expect(isOutput ? IsWritten((*this)[i]) : SameBits((*this)[i], before[i]), name, "another field");
+        }
+        if (form.pValue < form.doubles && (form.written >> form.pValue & 1U) != 0)
+            Expect(IsProbability((*this)[form.pValue]), name, "p-value outside [0, 1]");
+        if (form.lower >= form.doubles) return true;
+        const double lower = (*this)[form.lower];
+        const double upper = (*this)[form.lower + 1];
+        Expect(status == 0 || (lower != lower && upper != upper), name, "bounds of a bad type");
+        if (form.isOrdered && s.confidence >= 0 && s.confidence <= 1)
+            Expect(!(lower > upper), name, "the bounds are not in order");
+        return true;
+    }
+
+    void ExpectSame(Filled other, Fields fields, const char* name) {
+        for (unsigned i = 0; fields >> i != 0; ++i)
+            if ((fields >> i & 1U) != 0) Expect(Same((*this)[i], other[i]), name, "the overloads differ");
+    }
+
+private:
+    Record record_;
+};
 
 // One call of a test and what can be said of it; hypothesis.cpp has the others.
 void OneSampleT(Input& input, const Settings& settings);

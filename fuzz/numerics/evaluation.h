@@ -1,4 +1,4 @@
-// What the parts of the target `numerics` share: evaluations of special functions and their tails.
+// What the parts of the target `numerics` share: evaluations of special functions, and their arguments.
 #pragma once
 
 #include <algorithm>
@@ -14,17 +14,17 @@
 
 namespace zul::fuzz {
 
+using Numbers = std::vector<double>;
+
 // An evaluation for some arguments, and the complaints about it.
 class Evaluation {
 public:
-    Evaluation(const char* name, std::vector<double> arguments)
-        : name_(name), arguments_(std::move(arguments)) {}
+    Evaluation(const char* name, Numbers arguments) : name_(name), arguments_(std::move(arguments)) {}
 
     template <typename Evaluate>
     void Run(Input& input, Evaluate evaluate) const {
-        const bool trapping = input.Flag() && std::ranges::all_of(arguments_, [](double argument) {
-                                  return std::isfinite(argument);
-                              });
+        const bool trapping =
+            input.Flag() && std::ranges::all_of(arguments_, [](double x) { return std::isfinite(x); });
         if (trapping) SetKelFpuStates();
         Checked(Mode::Bare, evaluate, [this] { return Text(); });
         ResetFpuStates();
@@ -36,40 +36,17 @@ public:
             return Text() + " level " + std::to_string(frame::ErrorState().level) + Call(rule, results...);
         });
     }
-    void RequireLevel(bool inside, bool mayFail = false) const {
+    void RequireLevel(bool inside, bool mayFail) const {
         const int level = frame::ErrorState().level;
         Require(inside ? level <= frame::LevelUnderflow || mayFail : level == frame::LevelDomain, " level");
         Require(inside || frame::ErrorState().routine.View() == name_, " name");
     }
 
 private:
-    std::string Text() const {
-        std::string text = name_;
-        for (const double argument : arguments_)
-            text += Call("", argument);
-        return text;
-    }
+    std::string Text() const { return Listed(name_, arguments_); }
 
     const char* name_;
-    std::vector<double> arguments_;
-};
-
-inline constexpr double kUnwritten = -7;
-
-struct Tails {
-    double lower = kUnwritten;
-    double upper = kUnwritten;
-
-    // Inside the domain both tails, which add up, outside level 2 and nothing written. mayFail: a failure is
-    // documented there.
-    void Check(const Evaluation& evaluation, bool inside, bool mayFail = false) const {
-        evaluation.RequireLevel(inside, mayFail);
-        const bool unwritten = lower == kUnwritten && upper == kUnwritten;
-        const bool sound = lower >= 0 && lower <= 1 && upper >= 0 && upper <= 1;
-        evaluation.Require(
-            frame::ErrorState().Failed() ? unwritten : sound && std::abs(lower + upper - 1) <= 1e-15,
-            " tails", lower, upper);
-    }
+    Numbers arguments_;
 };
 
 inline bool IsShape(double a) {
@@ -95,22 +72,6 @@ inline double Around(double centre, double sd, Input& input) {
 }
 
 // The parts: each makes an evaluation or two of what the input says.
-void Normal(Input& input);
-void NormalQuantile(Input& input);
-void Gamma(Input& input);
-void GammaQuantile(Input& input);
-void NoncentralGamma(Input& input);
-void Beta(Input& input);
-void BetaQuantile(Input& input);
-void FQuantile(Input& input);
-void NoncentralBeta(Input& input);
-void StudentT(Input& input);
-void NoncentralT(Input& input);
-void Newton(Input& input);
-void ChiSquare(Input& input);
-void Binomial(Input& input);
-void Hypergeometric(Input& input);
-void Poisson(Input& input);
 void RootFinder(Input& input);
 void Guarded(Input& input);
 void Elementary(Input& input);

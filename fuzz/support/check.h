@@ -3,8 +3,10 @@
 #pragma once
 
 #include <exception>
+#include <span>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 #include "zul/frame.h"
 
@@ -19,6 +21,21 @@ void Require(bool condition, Describe describe) {
     if (!condition) Fail(describe());
 }
 
+// `where` is the name of the call, or gives its text.
+template <typename Where>
+void Expect(bool condition, const Where& where, const char* what) {
+    Require(condition, [&] {
+        if constexpr (std::is_invocable_v<const Where&>)
+            return where() + ": " + what;
+        else
+            return std::string(where) + ": " + what;
+    });
+}
+
+inline void Expect(bool condition, const char* what) {
+    Require(condition, [what] { return std::string(what); });
+}
+
 // "Name(1, 2.5)"
 template <typename... Arguments>
 std::string Call(const std::string& name, const Arguments&... arguments) {
@@ -29,6 +46,14 @@ std::string Call(const std::string& name, const Arguments&... arguments) {
     ((text << separator << arguments, separator = ", "), ...);
     text << ")";
     return text.str();
+}
+
+// The same of a list.
+inline std::string Listed(const std::string& name, std::span<const double> arguments) {
+    std::string text = name;
+    for (const double argument : arguments)
+        text += Call("", argument);
+    return text;
 }
 
 enum class Mode {
@@ -74,6 +99,12 @@ bool Checked(Mode mode, Evaluate evaluate, Describe describe, int calls = 1) {
         Fail(describe() + ": " + complaint);
     }
     return returned;
+}
+
+// What throws nothing.
+template <typename Evaluate>
+void Run(const char* name, Evaluate evaluate) {
+    Checked(Mode::Bare, evaluate, [name] { return std::string(name); });
 }
 
 }  // namespace zul::fuzz

@@ -81,16 +81,11 @@ void RunFile(const fs::path& path) {
 }
 
 int RunFiles(const fs::path& path) {
-    if (!fs::is_directory(path)) {
-        RunFile(path);
-        return 1;
-    }
-    int count = 0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
-        RunFile(entry.path());
-        ++count;
-    }
-    return count;
+    if (!fs::is_directory(path)) RunFile(path);
+    if (fs::is_directory(path))
+        for (const fs::directory_entry& entry : fs::directory_iterator(path))
+            RunFile(entry.path());
+    return started;
 }
 
 void RunRandomInputs(int count, std::uint64_t seed) {

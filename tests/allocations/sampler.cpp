@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <limits>
-#include <stdexcept>
 
 #include "allocations/calls.h"
 #include "sampling/slots.h"
@@ -30,37 +30,22 @@ Outcome Make(int) {
 
 // A failure leaves out as it was and draws no uniform.
 template <typename Draw>
-Outcome Deviates(Draw draw) {
-    std::array out = {kBefore, kBefore, kBefore, kBefore};
-    Shared().Reseed(kSeed);
-    const int status = draw(out.data());
-    const bool isUnwritten = std::count(out.begin(), out.end(), kBefore) == 4;
-    return Judge(status == 0 && !isUnwritten,
-                 status == kOutOfMemory && isUnwritten && Shared().GetSeed() == kSeed);
+AllocatingCall Deviates(Draw draw) {
+    return Filling("", "bbbb", [draw](double* out) {
+        Shared().Reseed(kSeed);
+        const int status = draw(out);
+        return status == 0 || Shared().GetSeed() == kSeed ? status : -1;
+    });
 }
 
 // Memory that was obtained is released when an exception ends the call.
-Outcome DiscreteOfNaN(int) {
-    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-    constexpr double kTable[] = {0.5, kNaN};
-    double out = 0;
-    int status = 0;
-    try {
-        status = Shared().SampleDiscrete(&out, 1, kTable, kTable, 2);
-    } catch (const std::invalid_argument&) {
-        ResetFpuStates();
-        return Outcome::Success;
-    }
-    return Judge(false, status == kOutOfMemory);
-}
-
-Outcome MVNormalOverflow(int) {
-    constexpr double kHuge[] = {1, 0, 1e200, 1};
+template <typename Draw>
+Outcome Throwing(Draw draw) {
     std::array<double, 2> out{};
     int status = 0;
     try {
-        status = Shared().SampleMVNormal(out.data(), 1, 2, kHuge, kHuge);
-    } catch (const std::overflow_error&) {
+        status = draw(out.data());
+    } catch (const std::exception&) {
         ResetFpuStates();
         return Outcome::Success;
     }
@@ -81,20 +66,20 @@ Outcome Indices(int) {
 std::vector<AllocatingCall> AllocatingSampler() {
     Shared();
     static constexpr double kNumbers[] = {0.5, 0, 0, 0.5};
+    static constexpr double kNaNs[] = {0.5, std::numeric_limits<double>::quiet_NaN()};
+    static constexpr double kHuge[] = {1, 0, 1e200, 1};
     return {
         {"MakeISampler DeleteISampler", Make},
+        Deviates([](double* out) { return Shared().SampleMVNormal(out, 2, 2, kNumbers, kNumbers); }),
+        Deviates([](double* out) { return Shared().SampleDiscrete(out, 4, kNumbers, kNumbers, 4); }),
         {"",
          [](int) {
-             return Deviates(
-                 [](double* out) { return Shared().SampleMVNormal(out, 2, 2, kNumbers, kNumbers); });
+             return Throwing([](double* out) { return Shared().SampleDiscrete(out, 1, kNaNs, kNaNs, 2); });
          }},
         {"",
          [](int) {
-             return Deviates(
-                 [](double* out) { return Shared().SampleDiscrete(out, 4, kNumbers, kNumbers, 4); });
+             return Throwing([](double* out) { return Shared().SampleMVNormal(out, 1, 2, kHuge, kHuge); });
          }},
-        {"", DiscreteOfNaN},
-        {"", MVNormalOverflow},
         {"", Indices<5>},
         {"", Indices<100000>},
     };

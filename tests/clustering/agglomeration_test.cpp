@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <random>
 #include <string>
@@ -31,9 +30,6 @@ using test::MakeMatrix;
 using test::Matrix;
 using test::Square;
 using test::Steps;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr LinkageEnums kLinkages[] = {Average, Single, Complete, Ward, McQuitty, Median, Centroid};
 
 // Both ways to run against the written rules, for each linkage.
@@ -66,14 +62,14 @@ Square Draw(std::size_t n, const std::function<double()>& draw) {
 // are no distances.
 TEST(RunClustering, TakesTheWrittenSteps) {
     std::mt19937_64 random(11);
-    for (int round = 0; round < 400 && !HasFatalFailure(); ++round) {
-        const std::size_t n = round < 300 ? 2 + random() % 24 : 40 + random() % 120;
+    for (int round = 0; round < 64 && !HasFatalFailure(); ++round) {
+        const std::size_t n = round % 2 == 0 ? 2 + random() % 24 : 40 + random() % 60;
         const int values = std::vector<int>{1, 2, 3, 5, 10, 100, 1'000'000}[random() % 7];
-        const double strange = round % 4 == 0 ? std::vector<double>{0.02, 0.3, 0.9, 1}[random() % 4] : 0;
+        const double strange = round % 4 < 2 ? std::vector<double>{0.02, 0.3, 0.9, 1}[random() % 4] : 0;
         const auto draw = [&]() -> double {
             if (std::generate_canonical<double, 53>(random) >= strange)
                 return static_cast<double>(1 + static_cast<int>(random() % static_cast<unsigned>(values)));
-            return std::vector<double>{kNaN, kInf, -kInf, -1, -0.0}[random() % (round % 8 == 0 ? 1 : 5)];
+            return std::vector<double>{kNaN, kInf, -kInf, -1, -0.0}[random() % (round % 8 < 2 ? 1 : 5)];
         };
         ExpectWritten(Draw(n, draw), "round " + std::to_string(round));
     }
@@ -81,24 +77,17 @@ TEST(RunClustering, TakesTheWrittenSteps) {
 
 // The matrix of a reference case.
 Matrix ReadCase(const test::Row& row) {
+    if (row.at(1) != "matrix")
+        return test::Distances(test::ReadDataTable(row.at(2), SIZE_MAX), row.at(3), row.at(4) == "1");
     const int n = static_cast<int>(test::Number(row.at(5)));
     Matrix m = MakeMatrix(n);
-    const bool option = row.at(4) == "1";
-    if (row.at(1) == "matrix") {
-        for (const test::Row& matrix : test::ReadTable("clustering/matrices.csv", ',')) {
-            if (matrix.at(0) != row.at(2)) continue;
-            std::size_t next = 0;
-            const std::vector<double> values = test::Numbers(matrix.at(2));
-            for (int i = 0; i < n; ++i)
-                for (int j = 0; j < i; ++j)
-                    m->Set(i, j, values.at(next++));
-        }
-    } else if (row.at(1) == "columns") {
-        CreateForClusterVariables(*test::ReadDataTable(row.at(2), SIZE_MAX), option, *m);
-    } else {
-        const int measure = static_cast<int>(test::Number(row.at(3)));
-        CreateForClusterObservations(*test::ReadDataTable(row.at(2), SIZE_MAX),
-                                     static_cast<DistanceEnums>(measure), option, *m);
+    for (const test::Row& matrix : test::ReadTable("clustering/matrices.csv", ',')) {
+        if (matrix.at(0) != row.at(2)) continue;
+        std::size_t next = 0;
+        const std::vector<double> values = test::Numbers(matrix.at(2));
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < i; ++j)
+                m->Set(i, j, values.at(next++));
     }
     return m;
 }

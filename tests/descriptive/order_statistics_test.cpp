@@ -86,15 +86,6 @@ TEST(Quantiles, SortTheValues) {
     });
 }
 
-// At the last value, no share of another.
-TEST(Quantiles, NextToInfinity) {
-    const double x[] = {1, 2, 3, kInf};
-    const double p = 0.875;
-    double out = 0;
-    EXPECT_EQ(v1::GetSampleQuantiles(x, 4, 5, &out, &p, 1), 0);
-    EXPECT_EQ(out, kInf);
-}
-
 TEST(ExtendedSummary, JoinsTheOthersAndFiveModes) {
     const double x[] = {7, 1, 7, 2, 3, 1, 5, 2, 3, 6, 5, 6, 0};
     v1::SecondSampleMoments moments;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "support/reference_table.h"
 #include "zul/distributions.h"
@@ -11,8 +10,6 @@ namespace zul {
 namespace {
 
 using test::ExpectExact;
-
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // Both sides of each switch between formulas, against the same quantity by another way.
 TEST(ClosedForms, TailsKeepTheirDigits) {

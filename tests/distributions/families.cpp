@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <sstream>
-#include <stdexcept>
+#include <string_view>
 #include <tuple>
-#include <type_traits>
 
 #include "zul/distributions.h"
 
@@ -16,34 +16,12 @@ namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-template <typename T>
-constexpr Type kTypeOf = std::is_same_v<T, double>                           ? Type::Real
-                         : std::is_same_v<T, bool>                           ? Type::Flag
-                         : std::is_same_v<std::remove_cv_t<T>, EAlternative> ? Type::Alternative
-                                                                             : Type::Integer;
-
-template <typename T>
-T As(double value) {
-    if constexpr (std::is_same_v<T, double>)
-        return value;
-    else if constexpr (std::is_same_v<T, bool>)
-        return value != 0;
-    else
-        return static_cast<T>(static_cast<int>(value));
-}
-
-template <typename... Types>
-std::tuple<Types...> Converted(Arguments arguments) {
-    if (arguments.size() != sizeof...(Types)) throw std::logic_error("wrong number of arguments");
-    [[maybe_unused]] auto next = arguments.begin();
-    return {As<Types>(*next++)...};
-}
-
 template <typename... Types>
 Function Scalar(std::string name, double (*function)(Types...)) {
     return {std::move(name),
             {kTypeOf<Types>...},
-            [function](Arguments arguments) { return std::apply(function, Converted<Types...>(arguments)); },
+            [function](Arguments arguments) { return std::apply(function, Typed<Types...>(arguments)); },
+            {},
             {}};
 }
 
@@ -53,7 +31,12 @@ Function Both(const std::string& name, double (*function)(double, Types...),
               void (*each)(double*, const double*, std::size_t, Types...)) {
     Function both = Scalar(name, function);
     both.each = [each](double* out, const double* in, std::size_t count, Arguments parameters) {
-        std::apply(each, std::tuple_cat(std::tuple(out, in, count), Converted<Types...>(parameters)));
+        std::apply(each, std::tuple_cat(std::tuple(out, in, count), Typed<Types...>(parameters)));
+    };
+    both.loop = [function](double* out, const double* in, std::size_t count, Arguments parameters) {
+        const auto typed = Typed<Types...>(parameters);
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = std::apply([=](Types... values) { return function(in[i], values...); }, typed);
     };
     return both;
 }
@@ -91,89 +74,126 @@ void DiscreteInvCdf(double* out, const double* in, std::size_t count, int n) {
     zul::DiscreteInvCdf(out, in, count, kValues.data(), kSums.data(), Entries(n));
 }
 
-// Where the density has a kink its lower tail is a multiple of 0.1.
+Support Line(Arguments) {
+    return {-kInf, kInf};
+}
+
+Support Unit(Arguments) {
+    return {0, 1};
+}
+
+Support Positive(Arguments) {
+    return {0, kInf};
+}
+
+Support OneAndMore(Arguments) {
+    return {1, kInf};
+}
+
+template <std::size_t place>
+Support From(Arguments p) {
+    return {p[place], kInf};
+}
+
+Support Hull(Arguments p) {
+    return {p.front(), p.back()};
+}
+
+Support UpToFirst(Arguments p) {
+    return {0, p[0]};
+}
+
+Support Overlap(Arguments p) {
+    return {std::max(0.0, p[1] + p[2] - p[0]), std::min(p[1], p[2])};
+}
+
+Support OfLambda(Arguments p) {
+    const double size = p[0] > 0 ? p[2] / p[0] : kInf;
+    return {p[1] - size, p[1] + size};
+}
+
+Support OfTable(Arguments) {
+    return {kValues.front(), kValues.back()};
+}
+
+std::vector<Parameters> Members(const std::string& text) {
+    std::vector<Parameters> members;
+    std::istringstream all(text);
+    for (std::string one; std::getline(all, one, ';');) {
+        std::istringstream numbers(one);
+        members.emplace_back(std::istream_iterator<double>(numbers), std::istream_iterator<double>());
+    }
+    return members;
+}
+
+Family Make(std::string name, Function pdf, Function cdf, Function invCdf, Kind kind,
+            std::string_view domains, Support (*support)(Arguments), const std::string& members,
+            Operation operation = {}, bool bare = false) {
+    Family family{std::move(name),      kind, std::move(pdf), std::move(cdf),
+                  std::move(invCdf),    {},   support,        Members(members),
+                  std::move(operation), bare};
+    for (const char letter : domains)
+        family.domains.push_back(static_cast<Domain>(letter));
+    return family;
+}
+
+// Domains of the parameters, support, ordinary members, operation. Where the density has a kink its lower tail is a
+// multiple of 0.1.
 std::vector<Family> AllFamilies() {
     using enum Kind;
-    using enum Domain;
+    using S = ISampler;
 // The three functions of a family from its name.
-#define ZUL_TEST_FAMILY(family, kind)                                          \
-    std::string(#family), kind, Both(#family "Pdf", family##Pdf, family##Pdf), \
-        Both(#family "Cdf", family##Cdf, family##Cdf),                         \
-        Both(#family "InvCdf", family##InvCdf, family##InvCdf)
+#define ZUL_TEST_FAMILY(family, ...)                             \
+    Make(#family, Both(#family "Pdf", family##Pdf, family##Pdf), \
+         Both(#family "Cdf", family##Cdf, family##Cdf),          \
+         Both(#family "InvCdf", family##InvCdf, family##InvCdf), __VA_ARGS__)
     return {
-        {ZUL_TEST_FAMILY(Beta, Continuous),
-         {Positive, Positive},
-         {{{2, 5}, 0, 1}, {{0.5, 0.5}, 0, 1}, {{30, 0.7}, 0, 1}, {{400, 600}, 0, 1}}},
-        {ZUL_TEST_FAMILY(Binomial, Discrete),
-         {Count, Fraction},
-         {{{10, 0.5}, 0, 10}, {{40, 0.03}, 0, 40}, {{1000, 0.7}, 0, 1000}}},
-        {ZUL_TEST_FAMILY(Cauchy, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{-3, 0.2}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(ChiSq, Continuous),
-         {Positive, Noncentrality},
-         {{{1, 0}, 0, kInf}, {{7, 0}, 0, kInf}, {{250, 0}, 0, kInf}, {{4, 6}, 0, kInf}}},
-        {ZUL_TEST_FAMILY(Exponential, Continuous),
-         {Positive, Real},
-         {{{1, 0}, 0, kInf}, {{40, -3}, -3, kInf}}},
-        {ZUL_TEST_FAMILY(F, Continuous),
-         {Positive, Positive, Noncentrality},
-         {{{1, 1, 0}, 0, kInf}, {{5, 12, 0}, 0, kInf}, {{40, 7, 0}, 0, kInf}, {{3, 9, 4}, 0, kInf}}},
-        {ZUL_TEST_FAMILY(Gamma, Continuous),
-         {Positive, Positive, Real},
-         {{{1, 1, 0}, 0, kInf}, {{0.3, 2, 0}, 0, kInf}, {{7.5, 0.1, 10}, 10, kInf}, {{900, 1, 0}, 0, kInf}}},
-        {ZUL_TEST_FAMILY(Geometric, Discrete), {Fraction}, {{{0.3}, 1, kInf}, {{0.01}, 1, kInf}}},
-        {ZUL_TEST_FAMILY(HalfNormal, Continuous), {Positive, Real}, {{{1, 0}, 0, kInf}, {{4, -2}, -2, kInf}}},
-        {ZUL_TEST_FAMILY(Hypergeometric, Discrete),
-         {Count, UpToFirst, UpToFirst},
-         {{{20, 7, 12}, 0, 7}, {{50, 40, 30}, 20, 30}, {{100000, 40000, 700}, 0, 700}}},
-        {ZUL_TEST_FAMILY(IntegerUniform, Discrete), {Count, Above}, {{{1, 6}, 1, 6}, {{-10, 90}, -10, 90}}},
-        {ZUL_TEST_FAMILY(Lambda, Continuous),
-         {Exponent, Real, Positive},
-         {{{0.14, 0, 1}, -1 / 0.14, 1 / 0.14},
-          {{-0.5, 3, 2}, -kInf, kInf},
-          {{0, 0, 1}, -kInf, kInf},
-          {{1, 0, 1}, -1, 1},
-          {{2, 0, 3}, -1.5, 1.5},
-          {{3.5, -1, 0.5}, -1 - 0.5 / 3.5, -1 + 0.5 / 3.5}}},
-        {ZUL_TEST_FAMILY(Laplace, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{-2, 3}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(LargestExtremeValue, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{10, 0.5}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(Logistic, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{4, 0.1}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(LogLogistic, Continuous),
-         {Real, Positive, Real},
-         {{{0, 1, 0}, 0, kInf}, {{1, 0.3, -2}, -2, kInf}}},
-        {ZUL_TEST_FAMILY(LogNormal, Continuous),
-         {Real, Positive, Real},
-         {{{0, 1, 0}, 0, kInf}, {{1, 0.3, -2}, -2, kInf}}},
-        {ZUL_TEST_FAMILY(NegBinomial, Discrete),
-         {Fraction, Count},
-         {{{0.5, 3}, 3, kInf}, {{0.1, 1}, 1, kInf}, {{0.3, 20}, 20, kInf}}},
-        {ZUL_TEST_FAMILY(Normal, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{-3, 0.1}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(Poisson, Discrete),
-         {Positive},
-         {{{0.3}, 0, kInf}, {{4.5}, 0, kInf}, {{200}, 0, kInf}}},
-        {ZUL_TEST_FAMILY(SmallestExtremeValue, Continuous),
-         {Real, Positive},
-         {{{0, 1}, -kInf, kInf}, {{10, 0.5}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(T, Continuous),
-         {Positive, Real},
-         {{{1, 0}, -kInf, kInf}, {{5, 0}, -kInf, kInf}, {{30, 1}, -kInf, kInf}, {{8, -2}, -kInf, kInf}}},
-        {ZUL_TEST_FAMILY(Triangular, Continuous),
-         {Real, Above, Above},
-         {{{0, 2, 5}, 0, 5}, {{0, 0, 1}, 0, 1}, {{-1, 3, 3}, -1, 3}}},
-        {ZUL_TEST_FAMILY(Weibull, Continuous),
-         {Positive, Positive, Real},
-         {{{1, 1, 0}, 0, kInf}, {{0.5, 2, 1}, 1, kInf}, {{4, 3, -1}, -1, kInf}}},
-        {ZUL_TEST_FAMILY(Discrete, Discrete), {Count}, {{{6}, -1, 11}}, true},
-        {ZUL_TEST_FAMILY(Uniform, Continuous), {Real, Above}, {{{0, 1}, 0, 1}, {{-3, 8}, -3, 8}}, true},
+        ZUL_TEST_FAMILY(Beta, Continuous, "pp", Unit, "2 5; 0.5 0.5; 30 0.7; 400 600",
+                        Drawn("Beta", &S::SampleBeta)),
+        ZUL_TEST_FAMILY(Binomial, Discrete, "cf", UpToFirst, "10 0.5; 40 0.03; 1000 0.7",
+                        Drawn("Binomial", &S::SampleBinomial)),
+        ZUL_TEST_FAMILY(Cauchy, Continuous, "rp", Line, "0 1; -3 0.2", Drawn("Cauchy", &S::SampleCauchy)),
+        ZUL_TEST_FAMILY(ChiSq, Continuous, "pn", Positive, "1 0; 7 0; 250 0; 4 6",
+                        Drawn("ChiSquare", &S::SampleChiSquare)),
+        ZUL_TEST_FAMILY(Exponential, Continuous, "pr", From<1>, "1 0; 40 -3",
+                        Drawn("Exponential", &S::SampleExponential)),
+        ZUL_TEST_FAMILY(F, Continuous, "ppn", Positive, "1 1 0; 5 12 0; 40 7 0; 3 9 4",
+                        Drawn("F", &S::SampleF)),
+        ZUL_TEST_FAMILY(Gamma, Continuous, "ppr", From<2>, "1 1 0; 0.3 2 0; 7.5 0.1 10; 900 1 0",
+                        Drawn("Gamma", &S::SampleGamma)),
+        ZUL_TEST_FAMILY(Geometric, Discrete, "f", OneAndMore, "0.3; 0.01"),
+        ZUL_TEST_FAMILY(HalfNormal, Continuous, "pr", From<1>, "1 0; 4 -2"),
+        ZUL_TEST_FAMILY(Hypergeometric, Discrete, "cuu", Overlap, "20 7 12; 50 40 30; 100000 40000 700",
+                        Drawn("Hypergeometric", &S::SampleHypergeometric)),
+        ZUL_TEST_FAMILY(IntegerUniform, Discrete, "ca", Hull, "1 6; -10 90",
+                        Drawn("IntegerUniform", &S::SampleIntegerUniform)),
+        ZUL_TEST_FAMILY(Lambda, Continuous, "erp", OfLambda,
+                        "0.14 0 1; -0.5 3 2; 0 0 1; 1 0 1; 2 0 3; 3.5 -1 0.5",
+                        Drawn("Lambda", &S::SampleLambda)),
+        ZUL_TEST_FAMILY(Laplace, Continuous, "rp", Line, "0 1; -2 3", Drawn("Laplace", &S::SampleLaplace)),
+        ZUL_TEST_FAMILY(LargestExtremeValue, Continuous, "rp", Line, "0 1; 10 0.5",
+                        Drawn("LargestExtremeValue", &S::SampleLargestExtremeValue)),
+        ZUL_TEST_FAMILY(Logistic, Continuous, "rp", Line, "0 1; 4 0.1",
+                        Drawn("Logistic", &S::SampleLogistic)),
+        ZUL_TEST_FAMILY(LogLogistic, Continuous, "rpr", From<2>, "0 1 0; 1 0.3 -2",
+                        Drawn("LogLogistic", &S::SampleLogLogistic)),
+        ZUL_TEST_FAMILY(LogNormal, Continuous, "rpr", From<2>, "0 1 0; 1 0.3 -2",
+                        Drawn("Lognormal", &S::SampleLognormal)),
+        ZUL_TEST_FAMILY(NegBinomial, Discrete, "fc", From<1>, "0.5 3; 0.1 1; 0.3 20",
+                        Drawn("NegBinomial", &S::SampleNegBinomial)),
+        ZUL_TEST_FAMILY(Normal, Continuous, "rp", Line, "0 1; -3 0.1", Drawn("Normal", &S::SampleNormal)),
+        ZUL_TEST_FAMILY(Poisson, Discrete, "p", Positive, "0.3; 4.5; 200",
+                        Drawn("Poisson", &S::SamplePoisson)),
+        ZUL_TEST_FAMILY(SmallestExtremeValue, Continuous, "rp", Line, "0 1; 10 0.5",
+                        Drawn("SmallestExtremeValue", &S::SampleSmallestExtremeValue)),
+        ZUL_TEST_FAMILY(T, Continuous, "pr", Line, "1 0; 5 0; 30 1; 8 -2", Drawn("T", &S::SampleT)),
+        ZUL_TEST_FAMILY(Triangular, Continuous, "raa", Hull, "0 2 5; 0 0 1; -1 3 3",
+                        Drawn("Triangular", &S::SampleTriangular)),
+        ZUL_TEST_FAMILY(Weibull, Continuous, "ppr", From<2>, "1 1 0; 0.5 2 1; 4 3 -1",
+                        Drawn("Weibull", &S::SampleWeibull)),
+        ZUL_TEST_FAMILY(Discrete, Discrete, "c", OfTable, "6", {}, true),
+        ZUL_TEST_FAMILY(Uniform, Continuous, "ra", Hull, "0 1; -3 8", Drawn("Uniform", &S::SampleUniform),
+                        true),
     };
 #undef ZUL_TEST_FAMILY
 }
@@ -226,12 +246,13 @@ std::string Applied::Name() const {
 }
 
 Distribution Family::With(const Parameters& chosen) const {
-    return {test::With(pdf, chosen.values),
-            test::With(cdf, chosen.values, 0),
-            test::With(cdf, chosen.values, 1),
-            test::With(invCdf, chosen.values),
-            chosen.lowest,
-            chosen.highest};
+    const Support ends = support(chosen);
+    return {test::With(pdf, chosen),
+            test::With(cdf, chosen, 0),
+            test::With(cdf, chosen, 1),
+            test::With(invCdf, chosen),
+            ends.lowest,
+            ends.highest};
 }
 
 const std::vector<Family>& Families() {

@@ -1,27 +1,45 @@
-// The exported distribution functions behind one signature, and what the suites need to know of each family.
+// The table of the families: the exported distribution functions and the sampler's operations behind one signature
+// each, and what the suites need to know of them.
 #pragma once
 
 #include <cstddef>
 #include <functional>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "support/typed_call.h"
+#include "zul/sampler.h"
+
 namespace zul::test {
 
-using Arguments = std::span<const double>;
-
-// The type of an argument in the declaration. Here all of them are doubles: flags 0 or 1, integers and
-// alternatives whole.
-enum class Type { Real, Integer, Flag, Alternative };
+using Each = std::function<void(double* out, const double* in, std::size_t count, Arguments parameters)>;
 
 struct Function {
     std::string name;
     std::vector<Type> types;
     std::function<double(Arguments)> call;
-    // The array form, absent for p-values and the like; without the first argument.
-    std::function<void(double* out, const double* in, std::size_t count, Arguments parameters)> each;
+    // The array form, and a loop over the scalar one; absent for p-values and the like. Without the first argument.
+    Each each;
+    Each loop;
 };
+
+// An operation of the sampler.
+struct Operation {
+    std::string name;
+    std::vector<Type> types;
+    std::function<int(ISampler&, double* out, unsigned count, Arguments)> draw;
+};
+
+template <typename... Types>
+Operation Drawn(std::string name, int (ISampler::*operation)(double*, unsigned, Types...)) {
+    return {std::move(name),
+            {kTypeOf<Types>...},
+            [operation](ISampler& sampler, double* out, unsigned count, Arguments parameters) {
+                return std::apply(
+                    [&](Types... values) { return (sampler.*operation)(out, count, values...); },
+                    Typed<Types...>(parameters));
+            }};
+}
 
 // A function of a family with its parameters.
 struct Applied {
@@ -44,8 +62,10 @@ struct Distribution {
     std::vector<Applied> Functions() const { return {pdf, lower, upper, quantile}; }
 };
 
-struct Parameters {
-    std::vector<double> values;  // those of the cumulative function; density and inverse may have fewer
+// Those of the cumulative function; density, inverse and operation may have fewer.
+using Parameters = std::vector<double>;
+
+struct Support {
     double lowest;
     double highest;
 };
@@ -53,7 +73,16 @@ struct Parameters {
 enum class Kind { Continuous, Discrete };
 
 // Where a parameter may lie. Above: above the parameter before it.
-enum class Domain { Real, Positive, Fraction, Noncentrality, Exponent, Above, Count, UpToFirst };
+enum class Domain : char {
+    Real = 'r',
+    Positive = 'p',
+    Fraction = 'f',
+    Noncentrality = 'n',
+    Exponent = 'e',
+    Above = 'a',
+    Count = 'c',
+    UpToFirst = 'u'
+};
 
 class Family {
 public:
@@ -63,7 +92,11 @@ public:
     Function cdf;
     Function invCdf;
     std::vector<Domain> domains;
+    Support (*support)(Arguments);
+    // Ordinary members.
     std::vector<Parameters> parameters;
+    // Without a name, where the sampler has none.
+    Operation operation = {};
     // Without the floating-point frame.
     bool bare = false;
 

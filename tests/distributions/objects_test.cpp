@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <initializer_list>
 #include <limits>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "distributions/families.h"
 #include "distributions/objects/beta_dists.h"
 #include "distributions/objects/discrete_dists.h"
 #include "distributions/objects/gamma_dists.h"
@@ -45,48 +44,34 @@ private:
     std::size_t drawn_ = 0;
 };
 
-struct Functions {
-    std::function<double(double)> pdf;
-    std::function<double(double, bool)> cdf;
-    std::function<double(double)> inverse;
-};
-
-template <typename... P>
-Functions Of(std::type_identity_t<double (*)(double, P...)> pdf,
-             std::type_identity_t<double (*)(double, P..., bool)> cdf,
-             std::type_identity_t<double (*)(double, P...)> inverse, P... p) {
-    return {[=](double x) { return pdf(x, p...); }, [=](double x, bool upper) { return cdf(x, p..., upper); },
-            [=](double x) { return inverse(x, p...); }};
-}
-
 struct Case {
-    const char* name;
+    const char* family;
     std::unique_ptr<CmDist> object;
     Values parameters;
     Values modes;
     Values bounds;  // NaN: none
-    Functions exported;
+    Values member;  // the parameters of the family
+    double shift = 0;
 };
 
 template <typename Object, typename... Types>
-Case Row(const char* name, Values modes, Values bounds, Functions exported, Types... parameters) {
-    return {name,
-            std::make_unique<Object>(parameters...),
-            {static_cast<double>(parameters)...},
-            std::move(modes),
-            std::move(bounds),
-            std::move(exported)};
+Case Row(const char* family, Values modes, Values bounds, Types... parameters) {
+    const Values values = {static_cast<double>(parameters)...};
+    return {family, std::make_unique<Object>(parameters...), values, std::move(modes), std::move(bounds),
+            values};
 }
 
 std::vector<Case> Families() {
     const Values none = {kNaN, kNaN};
     const auto at = [](auto... x) { return Values{static_cast<double>(x)...}; };
     std::vector<Case> rows;
-    const auto add = [&rows](Case row) { rows.push_back(std::move(row)); };
-// An object and the exported functions of its name with the same parameters.
-#define ZUL_TEST_OBJECT(family, modes, bounds, ...) \
-    add(Row<CmDist##family>(#family, modes, bounds, \
-                            Of(family##Pdf, family##Cdf, family##InvCdf, __VA_ARGS__), __VA_ARGS__))
+    const auto add = [&rows](Case row, const Values& member = {}, double shift = 0) {
+        if (!member.empty()) row.member = member;
+        row.shift = shift;
+        rows.push_back(std::move(row));
+    };
+// An object and the family of its name with the same parameters.
+#define ZUL_TEST_OBJECT(family, ...) add(Row<CmDist##family>(#family, __VA_ARGS__))
     ZUL_TEST_OBJECT(Cauchy, at(1), none, 1.0, 2.0);
     ZUL_TEST_OBJECT(Laplace, at(1), none, 1.0, 2.0);
     ZUL_TEST_OBJECT(Logistic, at(1), none, 1.0, 2.0);
@@ -116,28 +101,15 @@ std::vector<Case> Families() {
     ZUL_TEST_OBJECT(IntegerUniform, at(), at(-2, 4), -2, 4);
     ZUL_TEST_OBJECT(Poisson, at(3), at(0, kNaN), 3.5);
     ZUL_TEST_OBJECT(Poisson, at(3, 4), at(0, kNaN), 4.0);
+    ZUL_TEST_OBJECT(F, at(0.5 * 9 / 11), at(0, kNaN), 4.0, 9.0, 1.5);
+    ZUL_TEST_OBJECT(Binomial, at(3), at(0, 9), 9, 0.37);
+    ZUL_TEST_OBJECT(Binomial, at(2, 3), at(0, 9), 9, 0.3);
+    ZUL_TEST_OBJECT(Binomial, at(9), at(0, 9), 9, 1.0);
 #undef ZUL_TEST_OBJECT
-    add(Row<CmDistGammaB>("GammaB", {}, none, Of(GammaPdf, GammaCdf, GammaInvCdf, 2.5, 1.0, 0.0), 2.5));
-    const Functions f = {[](double x) { return FPdf(x, 4, 9); },
-                         [](double x, bool upper) { return FCdf(x, 4, 9, 1.5, upper); },
-                         [](double p) { return FInvCdf(p, 4, 9, 1.5); }};
-    add(Row<CmDistF>("F", {0.5 * 9 / 11}, {0, kNaN}, f, 4.0, 9.0, 1.5));
-    // The cumulative binomial function takes n as a double.
-    const auto binomial = [](int n, double p) -> Functions {
-        return {[=](double x) { return BinomialPdf(x, n, p); },
-                [=](double x, bool upper) { return BinomialCdf(x, n, p, upper); },
-                [=](double q) { return BinomialInvCdf(q, n, p); }};
-    };
-    add(Row<CmDistBernoulli>("Bernoulli", {0, 1}, {0, 1}, binomial(1, 0.5), 0.5));
-    add(Row<CmDistBinomial>("Binomial", {3}, {0, 9}, binomial(9, 0.37), 9, 0.37));
-    add(Row<CmDistBinomial>("Binomial", {2, 3}, {0, 9}, binomial(9, 0.3), 9, 0.3));
-    add(Row<CmDistBinomial>("Binomial", {9}, {0, 9}, binomial(9, 1), 9, 1.0));
-    const Functions trials = Of(NegBinomialPdf, NegBinomialCdf, NegBinomialInvCdf, 0.25, 3.0);
-    const Functions failures = {[=](double x) { return trials.pdf(x + 3); },
-                                [=](double x, bool upper) { return trials.cdf(x + 3, upper); },
-                                [=](double q) { return trials.inverse(q) - 3; }};
-    add(Row<CmDistNegBinomial>("NegBinomial", {8, 9}, {3, kNaN}, trials, kTrials, 0.25, 3.0));
-    add(Row<CmDistNegBinomial>("NegBinomial", {5, 6}, {0, kNaN}, failures, kFailures, 0.25, 3.0));
+    add(Row<CmDistGammaB>("Gamma", {}, none, 2.5), {2.5, 1, 0});
+    add(Row<CmDistBernoulli>("Binomial", {0, 1}, {0, 1}, 0.5), {1, 0.5});
+    add(Row<CmDistNegBinomial>("NegBinomial", {8, 9}, {3, kNaN}, kTrials, 0.25, 3.0), {0.25, 3});
+    add(Row<CmDistNegBinomial>("NegBinomial", {5, 6}, {0, kNaN}, kFailures, 0.25, 3.0), {0.25, 3}, 3);
     return rows;
 }
 
@@ -149,13 +121,16 @@ void ExpectSame(double actual, double exported, const std::string& what) {
 
 TEST(Objects, EvaluateTheKernels) {
     for (const Case& row : Families()) {
-        const std::string name = row.name + std::string(" ");
+        const std::string name = row.family + std::string(" ");
+        const auto family = std::ranges::find(test::Families(), row.family, &test::Family::name);
+        const test::Distribution exported = family->With(row.member);
         for (const double p : {0.01, 0.3, 0.5, 0.77, 0.99}) {
-            ExpectSame(row.object->InvCdf(p), row.exported.inverse(p), name);
-            const double x = std::isnan(row.exported.inverse(p)) ? 0.7 : row.exported.inverse(p);
-            ExpectSame(row.object->Pdf(x), row.exported.pdf(x), name);
-            ExpectSame(row.object->Cdf(x, false), row.exported.cdf(x, false), name);
-            ExpectSame(row.object->Cdf(x, true), row.exported.cdf(x, true), name);
+            const double quantile = exported.quantile(p) - row.shift;
+            ExpectSame(row.object->InvCdf(p), quantile, name);
+            const double x = std::isnan(quantile) ? 0.7 : quantile;
+            ExpectSame(row.object->Pdf(x), exported.pdf(x + row.shift), name);
+            ExpectSame(row.object->Cdf(x, false), exported.lower(x + row.shift), name);
+            ExpectSame(row.object->Cdf(x, true), exported.upper(x + row.shift), name);
         }
     }
 }
@@ -165,26 +140,26 @@ TEST(Objects, KnowModesAndBounds) {
         CmDist& object = *row.object;
         Values values = {-7};
         object.GetParameters(values);
-        EXPECT_EQ(values, row.parameters) << row.name;
+        EXPECT_EQ(values, row.parameters) << row.family;
         object.Modes(values);
-        ASSERT_EQ(values.size(), row.modes.size()) << row.name;
+        ASSERT_EQ(values.size(), row.modes.size()) << row.family;
         for (std::size_t i = 0; i < values.size(); ++i) {
-            EXPECT_NEAR(values[i], row.modes[i], 1e-14) << row.name;
+            EXPECT_NEAR(values[i], row.modes[i], 1e-14) << row.family;
             // At the end of a support the density may be 0; the object of noncentral F has a central one.
             const double near = object.IsContinuous() ? 1e-9 : 0;
             const double step = object.IsContinuous() ? 1e-3 : 1;
             const double height =
                 std::max({object.Pdf(values[i] - near), object.Pdf(values[i]), object.Pdf(values[i] + near)});
             for (const double side : {-step, step})
-                EXPECT_GE(height * (1 + 1e-14), object.Pdf(values[i] + side)) << row.name;
+                EXPECT_GE(height * (1 + 1e-14), object.Pdf(values[i] + side)) << row.family;
         }
-        EXPECT_EQ(object.HasLowerBound(), !std::isnan(row.bounds[0])) << row.name;
-        EXPECT_EQ(object.HasUpperBound(), !std::isnan(row.bounds[1])) << row.name;
+        EXPECT_EQ(object.HasLowerBound(), !std::isnan(row.bounds[0])) << row.family;
+        EXPECT_EQ(object.HasUpperBound(), !std::isnan(row.bounds[1])) << row.family;
         if (object.HasLowerBound()) {
-            EXPECT_EQ(object.LowerBound(), row.bounds[0]) << row.name;
+            EXPECT_EQ(object.LowerBound(), row.bounds[0]) << row.family;
         }
         if (object.HasUpperBound()) {
-            EXPECT_EQ(object.UpperBound(), row.bounds[1]) << row.name;
+            EXPECT_EQ(object.UpperBound(), row.bounds[1]) << row.family;
         }
     }
     Values central;
@@ -243,7 +218,7 @@ TEST(Objects, CheckTheirParameters) {
                  valid(CmDistHypergeometric(0, 0, 0)) || valid(CmDistTriangular(0, 3, 2)) ||
                  valid(CmDistTriangular(1, 1, 1)) || valid(CmDistTriangular(1, 0, 2)));
     for (const Case& row : Families())
-        EXPECT_TRUE(row.object->IsValid()) << row.name;
+        EXPECT_TRUE(row.object->IsValid()) << row.family;
 }
 
 double DrawWith(CmDist&& object, const Values& uniforms, int expectedDrawn) {

@@ -5,11 +5,11 @@
 #include <cmath>
 #include <cstdint>
 #include <exception>
-#include <limits>
 #include <stdexcept>
-#include <string>
+#include <vector>
 
 #include "distributions/families.h"
+#include "support/reference_table.h"
 #include "zul/distributions.h"
 #include "zul/frame.h"
 
@@ -20,8 +20,6 @@ using test::Applied;
 using test::Distribution;
 using test::Family;
 using test::Kind;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // The incomplete gamma and beta pairs stop at a relative 1e-9; two of them may meet.
 constexpr double kSeries = 2e-9;
 
@@ -111,6 +109,30 @@ TEST(Families, MassesSumToTheLowerTailWhichRisesAtWholeNumbers) {
             EXPECT_EQ(d.pdf(k + 0.25), 0) << k;
             EXPECT_EQ(d.lower(k + 0.25), lower) << k;
             EXPECT_NEAR(d.upper(k + 0.25), d.upper(k + 1), 1e-12) << k;
+        }
+    });
+}
+
+// Over the support and beyond its ends, also in place, and nothing is written behind the last.
+TEST(Families, ArraysHaveTheBitsOfTheScalarCalls) {
+    ForEachDistribution([](const Family& family, const Distribution& d) {
+        for (const Applied& f : d.Functions()) {
+            std::vector<double> in = {1e-9, 0.01, 0.3, 0.5, 0.77, 0.99};
+            if (f.function != &family.invCdf) {
+                for (double& p : in)
+                    p = d.quantile(p);
+                in.insert(in.end(), {-1, 0, 0.25, 1, 3, 1e300});
+            }
+            const std::size_t count = in.size() - 1;
+            std::vector<double> out(in.size(), -7);
+            std::vector<double> inPlace = in;
+            f(out.data(), in.data(), count);
+            f(inPlace.data(), inPlace.data(), count);
+            for (std::size_t i = 0; i < in.size(); ++i) {
+                EXPECT_TRUE(test::IsNear(out[i], i < count ? f(in[i]) : -7, 0)) << f.Name() << " " << in[i];
+                EXPECT_TRUE(test::IsNear(inPlace[i], i < count ? out[i] : in[i], 0))
+                    << f.Name() << " " << in[i];
+            }
         }
     });
 }

@@ -19,18 +19,17 @@ TEST(Guarded, ThrowsWithItsMessage) {
     struct Case {
         std::function<double()> call;
         std::string message;
-        bool overflow = false;
     };
     const Case cases[] = {
         {[] { return SafeSqrt(-1e-300); }, "sqrt of a negative argument"},
-        {[] { return SafeExp(710); }, "float overflow", true},
-        {[] { return SafeLog(0); }, "float overflow", true},
+        {[] { return SafeExp(710); }, "float overflow"},
+        {[] { return SafeLog(0); }, "float overflow"},
         {[] { return SafeLog(-1); }, "log of a negative argument"},
         {[] { return SafePow(-8, 1.0 / 3); }, "negative number raised to a noninteger power"},
         {[] { return SafePow(0, -1); }, "zero raised to a negative power"},
-        {[] { return SafePow(10, 400); }, "float overflow", true},
-        {[] { return SafePow(-10, 401); }, "float overflow", true},
-        {[] { return SafePow(0.25, -DBL_MAX); }, "float overflow", true},
+        {[] { return SafePow(10, 400); }, "float overflow"},
+        {[] { return SafePow(-10, 401); }, "float overflow"},
+        {[] { return SafePow(0.25, -DBL_MAX); }, "float overflow"},
         {[] { return SafeTan(823549.5); }, "argument out of range for trig functions"},
         {[] { return SafeTan(-823549.5); }, "argument out of range for trig functions"},
         {[] { return LogGamma(0); }, "gamma of a nonpositive argument"},
@@ -39,12 +38,9 @@ TEST(Guarded, ThrowsWithItsMessage) {
     for (const Case& c : cases) {
         try {
             ADD_FAILURE() << c.message << ": " << c.call();
-        } catch (const std::runtime_error& e) {
-            EXPECT_TRUE(c.overflow) << c.message;
+        } catch (const std::exception& e) {
             EXPECT_EQ(e.what(), c.message);
-        } catch (const std::invalid_argument& e) {
-            EXPECT_FALSE(c.overflow) << c.message;
-            EXPECT_EQ(e.what(), c.message);
+            EXPECT_EQ(dynamic_cast<const std::runtime_error*>(&e) != nullptr, c.message == "float overflow");
         }
     }
 }

@@ -45,6 +45,9 @@ TEST(OneVariance, ExtremeHypothesesAndSamples) {
     EXPECT_TRUE(std::isnan(zero.chiSquarePValue));
     EXPECT_NEAR(RunTest(kSample, kLess, 1e-30).bonettPValue, 1, 1e-12);
     EXPECT_EQ(RunTest(kSample, kLess, zero.variance).bonettPValue, 0.5);
+    // No bracket of the root.
+    EXPECT_EQ(RunTest(kSample, kGreater, 1e6).bonettPValue, 1);
+    EXPECT_EQ(RunTest(kSample, kNotEqual, 1e6).bonettPValue, 2 * RunTest(kSample, kLess, 1e6).bonettPValue);
     // The root is far beyond any quantile.
     EXPECT_EQ(RunTest({1e150, -3e150, 2e150, 5e149, 1e150, 3e150}, kLess, 0.5).bonettPValue, 1);
 

@@ -58,9 +58,9 @@ std::vector<Distribution> MembersOf(const Family& family, ExactNumbers& numbers)
     for (const Parameters& ordinary : family.parameters)
         members.push_back(family.With(ordinary));
     while (members.size() < kMembers) {
-        Parameters random{{}, 0, 0};
+        Parameters random;
         for (const Domain domain : family.domains)
-            random.values.push_back(DrawParameter(domain, random.values, numbers));
+            random.push_back(DrawParameter(domain, random, numbers));
         members.push_back(family.With(random));
     }
     return members;

@@ -48,7 +48,7 @@ void RecordSamplers(Recording& recording) {
     RecordSlot(recording, "Indices", {1000, 1});
     RecordRows(recording);
     std::vector<double> stream(4000);
-    Slots().at("Uniform").draw(*MakeSampler(5), stream.data(), 4000, {0, 1});
+    Slots().at("Uniform").draw(*MakeSampler(5), stream.data(), 4000, Parameters{0, 1});
     for (std::size_t i = 0; i < stream.size(); ++i)
         recording.Value({"UniformStream", std::to_string(i)}, stream[i]);
 }

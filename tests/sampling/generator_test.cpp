@@ -93,6 +93,13 @@ TEST(AliasTable, SharesAreTheProbabilities) {
     }
     for (unsigned i = 0; i < kSize; ++i)
         EXPECT_NEAR(counts[i], probabilities[i] / 20 * kSteps, kSize) << i;
+    const double quarters[] = {1, 3};
+    AliasTable halves(2);  // one half of the first is the second's
+    halves.Prepare(quarters);
+    OneUniform at(0.25);
+    OneUniform below(0.2499);
+    EXPECT_EQ(halves.Draw(&at), 0U);
+    EXPECT_EQ(halves.Draw(&below), 1U);
 }
 
 }  // namespace

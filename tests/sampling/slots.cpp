@@ -1,49 +1,19 @@
 #include "sampling/slots.h"
 
-#include <cstddef>
-#include <functional>
-#include <tuple>
+#include <limits>
 
 namespace zul::test {
 namespace {
 
-// The next parameter; behind the last 0, which is no noncentrality and the lower tail.
-template <typename Type>
-Type Next(const Parameters& p, std::size_t& place) {
-    const double value = place < p.size() ? p[place] : 0;
-    ++place;
-    return static_cast<Type>(value);
-}
-
-template <typename... Types>
-auto Draw(int (ISampler::*operation)(double*, unsigned, Types...)) {
-    return [operation](ISampler& sampler, double* out, unsigned count, const Parameters& p) {
-        std::size_t place = 0;
-        const std::tuple<ISampler&, double*, unsigned, Types...> all{sampler, out, count,
-                                                                     Next<Types>(p, place)...};
-        return std::apply(std::mem_fn(operation), all);
-    };
-}
-
-template <typename... Types>
-auto Cdf(double (*cdf)(double, Types...)) {
-    return [cdf](double x, const Parameters& p) {
-        std::size_t place = 0;
-        return std::apply(cdf, std::tuple<double, Types...>{x, Next<Types>(p, place)...});
-    };
-}
-
-int DrawIndices(ISampler& sampler, double* out, unsigned count, const Parameters& p) {
+int DrawIndices(ISampler& sampler, double* out, unsigned count, Arguments p) {
     std::vector<unsigned> indices(count);
-    const int status =
-        sampler.SampleIndices(indices.data(), static_cast<unsigned>(p.at(0)), count, p.at(1) != 0);
-    for (unsigned i = 0; i < count; ++i)
-        out[i] = indices[i];
+    const int status = sampler.SampleIndices(indices.data(), static_cast<unsigned>(p[0]), count, p[1] != 0);
+    std::copy(indices.begin(), indices.end(), out);
     return status;
 }
 
 // The values, then their probabilities.
-int DrawDiscrete(ISampler& sampler, double* out, unsigned count, const Parameters& p) {
+int DrawDiscrete(ISampler& sampler, double* out, unsigned count, Arguments p) {
     const std::size_t size = p.size() / 2;
     return sampler.SampleDiscrete(out, count, p.data(), p.data() + size, static_cast<unsigned>(size));
 }
@@ -59,46 +29,50 @@ double CdfOfTable(double x, const Parameters& p) {
     return below / all;
 }
 
+double CdfOfTrials(double x, const Parameters& p) {
+    return NegBinomialCdf(x + (p[0] != 0 ? p[2] : 0), p[1], p[2], false);
+}
+
+Slot SlotOf(const Family& family) {
+    const auto cdf = [&family](double x, const Parameters& parameters) {
+        Parameters all = parameters;
+        all.insert(all.begin(), x);
+        return family.cdf.call(all);
+    };
+    return {family.operation, cdf, family.kind == Kind::Discrete, family.domains, family.support};
+}
+
+std::map<std::string, Slot> AllSlots() {
+    using enum Type;
+    constexpr auto kUnit = [](Arguments) { return Support{0, 1}; };
+    constexpr auto kBelowFirst = [](Arguments p) { return Support{0, p[0] - 1}; };
+    constexpr auto kTrials = [](Arguments p) {
+        return Support{p[0] != 0 ? 0 : p[2], std::numeric_limits<double>::infinity()};
+    };
+    const auto bernoulli = [](double x, const Parameters& p) { return BinomialCdf(x, 1, p[0], false); };
+    std::map<std::string, Slot> slots;
+    const auto add = [&slots](Slot slot) { slots[slot.name] = std::move(slot); };
+    for (const Family& family : Families())
+        if (!family.operation.name.empty()) add(SlotOf(family));
+    add({Drawn("Bernoulli", &ISampler::SampleBernoulli), bernoulli, true, {Domain::Fraction}, kUnit});
+    add({Drawn("NegBinomialTrials", &ISampler::SampleNegBinomialTrials),
+         CdfOfTrials,
+         true,
+         {Domain::Real, Domain::Fraction, Domain::Count},
+         kTrials});
+    add({{"Discrete", {}, DrawDiscrete}, CdfOfTable, true});
+    add({{"Indices", {Integer, Flag}, DrawIndices},
+         nullptr,
+         true,
+         {Domain::Count, Domain::Real},
+         kBelowFirst});
+    return slots;
+}
+
 }  // namespace
 
 const std::map<std::string, Slot>& Slots() {
-    using S = ISampler;
-    static const std::map<std::string, Slot> slots = {
-        {"Beta", {Draw(&S::SampleBeta), Cdf(BetaCdf)}},
-        {"Cauchy", {Draw(&S::SampleCauchy), Cdf(CauchyCdf)}},
-        {"ChiSquare", {Draw(&S::SampleChiSquare), Cdf(ChiSqCdf)}},
-        {"Exponential", {Draw(&S::SampleExponential), Cdf(ExponentialCdf)}},
-        {"F", {Draw(&S::SampleF), Cdf(FCdf)}},
-        {"Gamma", {Draw(&S::SampleGamma), Cdf(GammaCdf)}},
-        {"Lambda", {Draw(&S::SampleLambda), Cdf(LambdaCdf)}},
-        {"Laplace", {Draw(&S::SampleLaplace), Cdf(LaplaceCdf)}},
-        {"LargestExtremeValue", {Draw(&S::SampleLargestExtremeValue), Cdf(LargestExtremeValueCdf)}},
-        {"Logistic", {Draw(&S::SampleLogistic), Cdf(LogisticCdf)}},
-        {"LogLogistic", {Draw(&S::SampleLogLogistic), Cdf(LogLogisticCdf)}},
-        {"Lognormal", {Draw(&S::SampleLognormal), Cdf(LogNormalCdf)}},
-        {"Normal", {Draw(&S::SampleNormal), Cdf(NormalCdf)}},
-        {"SmallestExtremeValue", {Draw(&S::SampleSmallestExtremeValue), Cdf(SmallestExtremeValueCdf)}},
-        {"T", {Draw(&S::SampleT), Cdf(TCdf)}},
-        {"Triangular", {Draw(&S::SampleTriangular), Cdf(TriangularCdf)}},
-        {"Uniform", {Draw(&S::SampleUniform), Cdf(UniformCdf)}},
-        {"Weibull", {Draw(&S::SampleWeibull), Cdf(WeibullCdf)}},
-        {"IntegerUniform", {Draw(&S::SampleIntegerUniform), Cdf(IntegerUniformCdf), true}},
-        {"Bernoulli",
-         {Draw(&S::SampleBernoulli),
-          [](double x, const Parameters& p) { return BinomialCdf(x, 1, p[0], false); }, true}},
-        {"Binomial", {Draw(&S::SampleBinomial), Cdf(BinomialCdf), true}},
-        {"Hypergeometric", {Draw(&S::SampleHypergeometric), Cdf(HypergeometricCdf), true}},
-        {"NegBinomial", {Draw(&S::SampleNegBinomial), Cdf(NegBinomialCdf), true}},
-        {"NegBinomialTrials",
-         {Draw(&S::SampleNegBinomialTrials),
-          [](double x, const Parameters& p) {
-              return NegBinomialCdf(x + (p[0] != 0 ? p[2] : 0), p[1], p[2], false);
-          },
-          true}},
-        {"Poisson", {Draw(&S::SamplePoisson), Cdf(PoissonCdf), true}},
-        {"Discrete", {DrawDiscrete, CdfOfTable, true}},
-        {"Indices", {DrawIndices, nullptr, true}},
-    };
+    static const std::map<std::string, Slot> slots = AllSlots();
     return slots;
 }
 

@@ -1,4 +1,5 @@
-// The operations of a sampler by name, each beside the distribution that it draws from.
+// The operations of a sampler by name, each beside the distribution that it draws from: those of the table of families
+// and the others.
 #pragma once
 
 #include <functional>
@@ -7,29 +8,30 @@
 #include <string>
 #include <vector>
 
-#include "zul/distributions.h"
+#include "distributions/families.h"
 #include "zul/sampler.h"
 
 namespace zul::test {
 
-using Parameters = std::vector<double>;
-
-struct Slot {
-    std::function<int(ISampler&, double* out, unsigned count, const Parameters&)> draw;
+struct Slot : Operation {
     std::function<double(double x, const Parameters&)> cdf;  // none: not a distribution of one variable
     bool isDiscrete = false;
+    std::vector<Domain> domains = {};
+    Support (*support)(Arguments) = nullptr;
 };
 
 const std::map<std::string, Slot>& Slots();
 
-// An operation with some parameters, by way of which all methods of the library come up.
+// An operation with some parameters.
 struct Case {
     std::string slot;
     Parameters parameters;
-    double mean;      // NaN: there is none
-    double variance;  // NaN: there is none, or its estimate has none
 };
 
+// "Normal 0 1".
+Case ReadCase(const std::string& text);
+
+// By way of these all methods of the library come up.
 const std::vector<Case>& Cases();
 
 struct Release {

@@ -42,4 +42,16 @@ inline Table ReadDataTable(const std::string& name, std::size_t count) {
     return MakeTable(rows);
 }
 
+// The distances of the rows by a measure, or of the columns without one; option: standardized, or absolute.
+inline Matrix Distances(const Table& data, const std::string& measure, bool option) {
+    const bool columns = measure == "-" || measure.empty();
+    Matrix m = MakeMatrix(columns ? data->ColumnCount() : data->RowCount());
+    const auto status =
+        columns ? CreateForClusterVariables(*data, option, *m)
+                : CreateForClusterObservations(
+                      *data, static_cast<dax::clustering::DistanceEnums>(std::stoi(measure)), option, *m);
+    EXPECT_EQ(status, dax::types::Success);
+    return m;
+}
+
 }  // namespace zul::test

@@ -3,8 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <vector>
+
+namespace zul {
+
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double kInf = std::numeric_limits<double>::infinity();
+
+}  // namespace zul
 
 namespace zul::test {
 
@@ -24,6 +32,18 @@ std::vector<double> Numbers(const std::string& text);
 
 // "nan", "inf", "-inf" and decimals.
 double Number(const std::string& text);
+
+// Calls check(row) for the numbers of each row, which stands in the trace of what fails.
+template <typename Check>
+void ForEachRow(const std::string& file, Check check) {
+    for (const Row& cells : ReadTable(file, ',')) {
+        SCOPED_TRACE(testing::PrintToString(cells));
+        std::vector<double> row;
+        for (const std::string& cell : cells)
+            row.push_back(Number(cell));
+        check(row);
+    }
+}
 
 // |actual - expected| <= tolerance * |expected|; NaN and infinities have to be the same.
 testing::AssertionResult IsNear(double actual, double expected, double tolerance);

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Writes the *_edges.csv: bad values, ends of ranges, and what the definitions say of them."""
-from mpmath import atan, betainc, cos, erfc, erfinv, findroot, inf, mp, mpf, nan, pi, sin, sqrt
+from mpmath import atan, betainc, binomial, cos, erfc, erfinv, exp, findroot, floor, inf, mp, mpf, nan, pi, sin, sqrt
 
 mp.dps = 40
 
@@ -38,6 +38,44 @@ half = 2**31 + 1  # twice this is 2 in 32 bits
 se = 1 / sqrt(mpf(half))
 rows.append(["t2p", "-", "-", 0.95, "0", "-", "-", "-", str(half), str(half), 1, 1, 1, 1, "0"]
             + [1, 1, 1, 1, se, se, 0, inf, 0, nan, nan, nan, nan])
+
+
+def many(test, n, alt, statistic, mean, se, df, inputs, outputs):
+    """With counts beyond 2^31: quantile and tail of t from the first term beyond the normal distribution."""
+    z = sqrt(2) * erfinv(mpf("0.95"))
+    margin = (z + (z**3 + z) / (4 * df)) * se
+    t = mpf(statistic)
+    upper = erfc(t / sqrt(2)) / 2 + exp(-(t**2) / 2) / sqrt(2 * pi) * (t**3 + t) / (4 * df)
+    p = {"-1": 1 - upper, "0": 2 * min(upper, 1 - upper), "1": upper}[alt]
+    h0 = mean - t * se  # rounded: the statistic has the digits of the table still
+    sigma = 2 if test == "z1" else "-"
+    return [test, "-", "-", 0.95, "0", alt, h0, sigma] + n + inputs + ["0"] + outputs + [mean - margin, mean + margin, t, p]
+
+
+n = 3 * 10**9
+se = 2 / sqrt(mpf(n))
+rows.append(many("t1", [str(n), "-"], "1", 2, 0, se, n - 1, [0, 2, "-", "-"], [0, 2, se]))
+rows.append(many("z1", [str(n), "-"], "-1", 2, 0, se, inf, [0, 2, "-", "-"], [0, 2, se]))
+rows.append(many("tp", [str(n), "-"], "0", 2, 0, se, n - 1, [0, 2, "-", "-"], [nan] * 6 + [0, 2, se]))
+n1, n2 = n, mpf(10**9)
+se1, se2 = 1 / sqrt(mpf(n1)), 2 / sqrt(n2)
+se = sqrt(se1**2 + se2**2)
+df = floor(se**4 / (se1**4 / (n1 - 1) + se2**4 / (n2 - 1)))
+rows.append(many("t2", [str(n1), "1000000000"], "0", 1, 0, se, df, [1, 1, 1, 2], [1, 1, 1, 2, se1, se2, 0, nan, df]))
+df = n1 + n2 - 2
+sd = sqrt(((n1 - 1) + 4 * (n2 - 1)) / df)
+se = sd * sqrt(1 / mpf(n1) + 1 / n2)
+rows.append(many("t2p", [str(n1), "1000000000"], "0", 1, 0, se, df, [1, 1, 1, 2], [1, 1, 1, 2, se1, se2, 0, sd, df]))
+# Infinite z and t have no tail to either side; infinite degrees of freedom, where squares of variances vanish.
+rows += [["z1", "-", "-", 0, "0", alt, h0, 0, "4", "-", 10, 2, "-", "-", "0", 10, 2, 0, 10, 10, z, 0]
+         for alt, h0, z in (("-1", 9, inf), ("1", 11, -inf))]
+rows.append(summary_t(0, "1", 11, 4, 0, 10, -inf, 0))
+sd, mean = mpf("2.1e-80"), mpf("5e-81")
+se = sd / sqrt(mpf(101))
+t = mean / (se * sqrt(mpf(2)))
+for alt, p in (("0", erfc(t / sqrt(mpf(2)))), ("1", erfc(t / sqrt(mpf(2))) / 2)):
+    rows.append(["t2", "-", "-", 0.95, "0", alt, 0, "-", "101", "101", mean, 0, sd, sd, "0"]
+                + [mean, 0, sd, sd, se, se, mean, nan, inf, nan, nan, t, p])
 write("t_and_z", rows)
 
 
@@ -73,6 +111,27 @@ rows.append(["kel_one", "0", "20", "0", 0.95, "7", "-", "-", "0", 0, 0, 1 - end,
 rows.append(["kel_one", "20", "20", "0", 0.95, "7", "-", "-", "0", 1, end, 1, nan, nan])
 write("one_proportion", rows)
 
+
+def two_proportions(x1, n1, x2, n2, pooled, alt, fisher):
+    """A test alone; of pooled counts the events are summed in 32 bits."""
+    p1, p2 = mpf(x1) / n1, mpf(x2) / n2
+    common = mpf((x1 + x2) % 2**32) / (n1 + n2)
+    variance = common * (1 - common) * (mpf(1) / n1 + mpf(1) / n2) if pooled else p1 * (1 - p1) / n1 + p2 * (1 - p2) / n2
+    z = (p1 - p2) / sqrt(variance)
+    p = {"0": erfc(abs(z) / sqrt(2)), "1": erfc(z / sqrt(2)) / 2}.get(alt, 0)
+    counts = [str(count) for count in (x1, n1, x2, n2)]
+    return ["kel2_test"] + counts + [str(int(pooled)), "-", "-", alt, "0", "0"] + [nan] * 5 + [z, p, fisher]
+
+
+masses = [binomial(24, k) * binomial(28, 26 - k) / binomial(52, 26) for k in range(25)]
+mirrored = sum(mass for mass in masses if mass <= masses[11] * (1 + mpf("1e-20")))
+write("two_proportion", [
+    two_proportions(1, 2, 4, 5, False, "0", 1),  # one of two modes
+    two_proportions(11, 24, 15, 28, True, "0", mirrored),  # the mirrored table counts
+    two_proportions(11, 24, 15, 28, True, "5", nan),
+    two_proportions(3 * 10**9, 4 * 10**9, 2 * 10**9, 4 * 10**9, True, "1", nan),
+])
+
 third = mpf(2) / 3
 write("runs", [
     ["exact", "=1 2 3 4", 2, 1, 2, 2, 2 * third + 1, 1],
@@ -87,3 +146,15 @@ write("runs", [
 
 ends = [(1 + 2**-52, 0), (-1 - 5e-13, 0), (1 + 1e-11, nan), (-1.5, nan), (nan, nan), (inf, nan)]
 write("correlation_p", [[r, "10", p] for r, p in ends])
+
+write("anderson_darling", [
+    ["normal", "=0.5", 0, 1, "0", nan, nan],
+    ["lognormal", "=0.5", 0, 1, "0", nan, nan],
+    ["exponential", "=", 1, "-", "0", nan, nan],
+    ["normal", "=-1 0.5 nan", 0, 1, "0", nan, nan],
+    ["lognormal", "=-1 0.5 2", 0, 1, "0", nan, nan],
+    ["exponential", "=1 nan", 1, "-", "0", nan, nan],
+    ["weibull", "=1 nan", 1, 1, "0", nan, nan],
+    ["weibull", "=", 1, 1, "0", 0, nan],
+    ["normal", "=0 inf", 0, 1, "10003", inf, 0.005],  # F = 1 at the last value: the table holds
+])

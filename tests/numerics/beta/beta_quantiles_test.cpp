@@ -49,27 +49,20 @@ void ExpectQuantile(const BetaShapes& shapes, double tail, bool upper, double x,
 }
 
 TEST(BetaQuantiles, MatchReference) {
-    for (const test::Row& row : test::ReadTable("numerics/beta_quantiles.csv", ',')) {
-        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", tail = " + row.at(2) + " " + row.at(3));
-        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
-        const double x = test::Number(row.at(4));
-        const double complement = test::Number(row.at(5));
-        const double logDensity = x < complement ? BetaLogDensity(shapes.Direct(), x)
-                                                 : BetaLogDensity(shapes.Mirrored(), complement);
-        ExpectQuantile(shapes, test::Number(row.at(2)), row.at(3) == "1", x, complement, logDensity);
-    }
+    test::ForEachRow("numerics/beta_quantiles.csv", [](const std::vector<double>& row) {
+        const BetaShapes shapes(row[0], row[1]);
+        const double logDensity = row[4] < row[5] ? BetaLogDensity(shapes.Direct(), row[4])
+                                                  : BetaLogDensity(shapes.Mirrored(), row[5]);
+        ExpectQuantile(shapes, row[2], row[3] != 0, row[4], row[5], logDensity);
+    });
 }
 
 TEST(BetaQuantiles, InvertThePairOnEveryBranch) {
-    for (const test::Row& row : test::ReadTable("numerics/beta_pair.csv", ',')) {
-        if (row.at(3) != "0") continue;
-        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", x = " + row.at(2));
-        const BetaShapes shapes(test::Number(row.at(0)), test::Number(row.at(1)));
-        const double x = test::Number(row.at(2));
-        const bool upper = test::Number(row.at(5)) > test::Number(row.at(6));
-        const double tail = test::Number(row.at(upper ? 6 : 5));
-        ExpectQuantile(shapes, tail, upper, x, 1 - x, test::Number(row.at(7)));
-    }
+    test::ForEachRow("numerics/beta_pair.csv", [](const std::vector<double>& row) {
+        if (row[3] != 0) return;
+        const bool upper = row[5] > row[6];
+        ExpectQuantile(BetaShapes(row[0], row[1]), row[upper ? 6 : 5], upper, row[2], 1 - row[2], row[7]);
+    });
 }
 
 TEST(BetaQuantiles, HandleTheEnds) {

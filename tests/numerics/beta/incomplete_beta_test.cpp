@@ -32,24 +32,22 @@ Result Evaluate(double x, double a, double b) {
 }
 
 TEST(BetaDf, MatchesReferenceOnEveryBranch) {
-    for (const test::Row& row : test::ReadTable("numerics/beta_pair.csv", ',')) {
-        const double a = test::Number(row.at(0));
-        const double b = test::Number(row.at(1));
-        const double x = test::Number(row.at(2));
+    test::ForEachRow("numerics/beta_pair.csv", [](const std::vector<double>& row) {
+        const double a = row[0];
+        const double b = row[1];
+        const double x = row[2];
         const Result r = Evaluate(x, a, b);
-        SCOPED_TRACE("a = " + row.at(0) + ", b = " + row.at(1) + ", x = " + row.at(2));
-        EXPECT_EQ(ErrorState().level, std::stoi(row.at(3)));
+        EXPECT_EQ(ErrorState().level, row[3]);
         EXPECT_EQ(ErrorState().routine.View(), "beta_df");
-        EXPECT_EQ(ErrorState().method, std::stoi(row.at(4)));
-        EXPECT_TRUE(test::IsNear(r.lower, test::Number(row.at(5)), 1e-9));
-        EXPECT_TRUE(test::IsNear(r.upper, test::Number(row.at(6)), 1e-9));
-        const double logDensity = test::Number(row.at(7));
-        if (logDensity > kLogUnderflow) {
+        EXPECT_EQ(ErrorState().method, row[4]);
+        EXPECT_TRUE(test::IsNear(r.lower, row[5], 1e-9));
+        EXPECT_TRUE(test::IsNear(r.upper, row[6], 1e-9));
+        if (row[7] > kLogUnderflow) {
             const double tolerance = a + b < 1e6 ? 1e-12 : 1e-11;
-            EXPECT_TRUE(test::IsNear(r.density, std::exp(logDensity), tolerance));
-            EXPECT_NEAR(BetaLogDensity(BetaShapes(a, b).Direct(), x), logDensity, tolerance);
+            EXPECT_TRUE(test::IsNear(r.density, std::exp(row[7]), tolerance));
+            EXPECT_NEAR(BetaLogDensity(BetaShapes(a, b).Direct(), x), row[7], tolerance);
         }
-        if (x == 0.5) continue;  // which is below the switch point from either end
+        if (x == 0.5) return;  // which is below the switch point from either end
         // One object for many x, without the density, and from the other end: the same bits.
         const BetaShapes mirrored(b, a);
         Result s;
@@ -58,7 +56,7 @@ TEST(BetaDf, MatchesReferenceOnEveryBranch) {
         EXPECT_EQ(s, r);
         beta_df(1 - x, x, mirrored, &s.upper, &s.lower, nullptr);
         EXPECT_EQ(s, r);
-    }
+    });
 }
 
 TEST(BetaDf, SaturatesAtTheEndsAndForVanishingShapes) {

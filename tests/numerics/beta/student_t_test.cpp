@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "frame/error_state.h"
 #include "numerics/normal.h"
@@ -14,32 +13,28 @@ namespace {
 
 using frame::ErrorState;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 TEST(TDf, MatchesReferenceAndIsInverted) {
-    for (const test::Row& row : test::ReadTable("numerics/student_t.csv", ',')) {
-        const double t = test::Number(row.at(0));
-        const TShape shape(test::Number(row.at(1)));
-        const double expected[] = {test::Number(row.at(2)), test::Number(row.at(3))};
-        const std::string where = "t = " + row.at(0) + ", df = " + row.at(1);
+    test::ForEachRow("numerics/student_t.csv", [](const std::vector<double>& row) {
+        const double t = row[0];
+        const TShape shape(row[1]);
         double lower = 0;
         double upper = 0;
         t_df(t, shape, &lower, &upper);
-        EXPECT_EQ(ErrorState().level, 0) << where;
+        EXPECT_EQ(ErrorState().level, 0);
         EXPECT_EQ(ErrorState().routine.View(), "t_df");
-        EXPECT_TRUE(test::IsNear(lower, expected[0], 1e-9)) << where;
-        EXPECT_TRUE(test::IsNear(upper, expected[1], 1e-9)) << where;
+        EXPECT_TRUE(test::IsNear(lower, row[2], 1e-9));
+        EXPECT_TRUE(test::IsNear(upper, row[3], 1e-9));
         // Near 0 the tails hardly move; below df = 1 the digits of the tail count 1 / df times.
-        if (std::abs(t) < 0.1) continue;
+        if (std::abs(t) < 0.1) return;
         double quantile = 0;
-        (t > 0 ? t_upper_qt : t_lower_qt)(expected[t > 0], shape, &quantile);
-        EXPECT_TRUE(test::IsNear(quantile, t, 1e-12)) << where;
-    }
+        (t > 0 ? t_upper_qt : t_lower_qt)(row[t > 0 ? 3 : 2], shape, &quantile);
+        EXPECT_TRUE(test::IsNear(quantile, t, 1e-12));
+    });
 }
 
 TEST(TDf, Ends) {
-    for (const double df : {1e-3, 3.0, 1e12, kInfinity}) {
-        for (const double t : {0.0, kInfinity, -kInfinity}) {
+    for (const double df : {1e-3, 3.0, 1e12, kInf}) {
+        for (const double t : {0.0, kInf, -kInf}) {
             double lower = 0.25;
             double upper = 0.25;
             t_df(t, df, &lower, &upper);
@@ -51,7 +46,7 @@ TEST(TDf, Ends) {
 }
 
 TEST(TQuantile, MiddleAndEnds) {
-    for (const double df : {0.4, 1.0, 2.0, 7.0, 1e9, kInfinity}) {
+    for (const double df : {0.4, 1.0, 2.0, 7.0, 1e9, kInf}) {
         double t = 1;
         t_lower_qt(0.5, df, &t);
         EXPECT_EQ(t, 0) << df;

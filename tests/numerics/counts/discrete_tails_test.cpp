@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "frame/error_state.h"
 #include "numerics/counts/binomial.h"
@@ -16,8 +15,6 @@ namespace zul::numerics {
 namespace {
 
 using frame::ErrorState;
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 struct Tails {
     double lower = -7;
@@ -118,22 +115,18 @@ void CheckQuantiles(const Family& f, double at, bool upper) {
 
 template <typename Family>
 void CheckReference() {
-    for (const test::Row& row : test::ReadTable(Family::kTable, ',')) {
-        std::vector<double> values;
-        for (const std::string& text : row)
-            values.push_back(test::Number(text));
-        SCOPED_TRACE(testing::PrintToString(row));
-        const Family f(&values[1]);
-        const Tails t = f.At(values[0]);
-        const double* expected = &values[Family::kParameters + 1];
+    test::ForEachRow(Family::kTable, [](const std::vector<double>& row) {
+        const Family f(&row[1]);
+        const Tails t = f.At(row[0]);
+        const double* expected = &row[Family::kParameters + 1];
         EXPECT_EQ(ErrorState().level, 0);
         EXPECT_EQ(ErrorState().method, expected[0]);
         EXPECT_TRUE(test::IsNear(t.lower, expected[1], 1e-12));
         EXPECT_TRUE(test::IsNear(t.upper, expected[2], 1e-12));
         EXPECT_TRUE(test::IsNear(t.mass, expected[3], 1e-12));
-        CheckQuantiles(f, values[0], false);
-        CheckQuantiles(f, values[0], true);
-    }
+        CheckQuantiles(f, row[0], false);
+        CheckQuantiles(f, row[0], true);
+    });
 }
 
 TEST(DiscreteTails, MatchReferenceAndTheirQuantiles) {
@@ -142,13 +135,13 @@ TEST(DiscreteTails, MatchReferenceAndTheirQuantiles) {
 }
 
 TEST(DiscreteTails, OfPoissonMatchReferenceAndTheirQuantiles) {
-    for (const test::Row& row : test::ReadTable("numerics/poisson.csv", ',')) {
-        const Poisson f(test::Number(row.at(1)));
-        const Tails t = f.At(test::Number(row.at(0)));
-        EXPECT_TRUE(test::IsNear(t.lower, test::Number(row.at(2)), 1e-12)) << row[0] << " " << row[1];
-        EXPECT_TRUE(test::IsNear(t.upper, test::Number(row.at(3)), 1e-12)) << row[0] << " " << row[1];
-        EXPECT_EQ(f.At(test::Number(row[0]) + 0.9).lower, t.lower);
-    }
+    test::ForEachRow("numerics/poisson.csv", [](const std::vector<double>& row) {
+        const Poisson f(row[1]);
+        const Tails t = f.At(row[0]);
+        EXPECT_TRUE(test::IsNear(t.lower, row[2], 1e-12));
+        EXPECT_TRUE(test::IsNear(t.upper, row[3], 1e-12));
+        EXPECT_EQ(f.At(row[0] + 0.9).lower, t.lower);
+    });
     for (const double mean : {1e-9, 0.3, 2.0, 30.0, 1e4, 9e7})
         for (const double sds : {-30.0, -5.0, -1.0, 0.0, 0.3, 1.5, 6.0, 33.0}) {
             const double at = std::max(0.0, std::floor(mean + sds * std::sqrt(mean) + sds * sds / 6));
