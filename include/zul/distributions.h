@@ -1075,9 +1075,9 @@ ZUL_API double HypergeometricPValue(int x, int N, int M, int n, EAlternative alt
 /// @ingroup distributions
 /// The critical value of a statistic at the significance level alpha, 0 < alpha < 1.
 ///
-/// Where alpha, or the level a of each comparison, is below 1.1e-16, so that 1 less it has none of its digits,
-/// the quantile is sought by the upper tail itself: down to 1e-300 (chi-square), 4.2e-284 (normal) and 1e-280
-/// (t); below that NaN.
+/// Where alpha, or the level a of each comparison, or half of it for TwoSided, is below 1.1e-16, so that 1 less it
+/// has none of its digits, the quantile is sought by the upper tail itself: down to 1e-300 (chi-square), 4.2e-284
+/// (normal) and 1e-280 (t); below that NaN.
 /// @{
 
 /// The quantile of the chi-square distribution with df degrees of freedom at alpha for LowerTail, at 1 -

@@ -63,8 +63,8 @@ ZUL_API int RegisterKelSigfpeHandler(void);
 /// underflow and inexact results do not, rounding is to nearest, the exception flags are clear.
 ZUL_API void SetKelFpuStates(void);
 
-/// Puts the calling thread into the default mode: nothing traps, rounding is to nearest, the flags are
-/// clear. Call it after catching an exception from the library.
+/// Puts the calling thread into the default mode: nothing traps, rounding is to nearest, the flags of the SSE unit
+/// are clear. Call it after catching an exception from the library.
 ZUL_API void ResetFpuStates(void);
 
 /// Whether x is plus or minus infinity.

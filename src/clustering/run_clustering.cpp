@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <iostream>
+#include <cstdio>
 #include <memory>
 
 #include "clustering/containers/vector.h"
@@ -17,7 +17,8 @@ using Steps = types::Vector<ClusterStep>;
 std::unique_ptr<Steps> Run(LinkageEnums linkage, double maximumDistance, DistanceMatrix& distances) {
     const std::unique_ptr<LinkFunction> link = MakeLinkFunction(linkage);
     if (link == nullptr) {
-        std::cout << "invalid linkage" << std::endl;
+        std::puts("invalid linkage");
+        std::fflush(stdout);
         return nullptr;
     }
     const int count = std::max(1, distances.RowCount());

@@ -59,7 +59,7 @@ template <typename Quantile>
 double SymmetricCritValue(double alpha, Side side, Quantile quantile) {
     if (side == Side::Unknown) return quantile(0.0);
     const double tail = side == Side::Both ? alpha / 2 : alpha;
-    if (!IsTiny(alpha)) return quantile(1 - tail);
+    if (!IsTiny(tail)) return quantile(1 - tail);
     const double mirrored = quantile(tail);
     return mirrored == kNA ? kNA : -mirrored;
 }

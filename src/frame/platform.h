@@ -29,9 +29,11 @@ inline bool RoundsToNearest() {
     return (GetControl() & kDirection) == 0;
 }
 
-// The status word of the x87 unit without its exceptions and their summary. One that a host has unmasked stays
-// pending and comes again at each later instruction of that unit that looks for it.
-inline constexpr unsigned short kX87StatusWithoutExceptions = 0x7F00;
+// The state of the x87 unit after a trap, as functions expect it: of the status word the condition codes alone, since
+// a pending exception comes again at each later instruction that looks for it, and no register in use, since what the
+// interrupted function had there is nobody's.
+inline constexpr unsigned short kX87ConditionCodes = 0x4700;
+inline constexpr unsigned char kX87NoRegisters = 0;
 
 // The control word of the x87 unit, which computes nothing here, as the C library sets it. Loading it looks for
 // pending exceptions, so these are cleared first.

@@ -77,7 +77,8 @@ void ResumeInThrow(ucontext_t* context, Trap trap) {
     greg_t* registers = context->uc_mcontext.gregs;
     if (trap != Trap::IntegerDivideByZero) {
         context->uc_mcontext.fpregs->mxcsr = kTrappingControl;
-        context->uc_mcontext.fpregs->swd &= kX87StatusWithoutExceptions;
+        context->uc_mcontext.fpregs->swd &= kX87ConditionCodes;
+        context->uc_mcontext.fpregs->ftw = kX87NoRegisters;
     }
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
     constexpr greg_t kRedZone = 128;

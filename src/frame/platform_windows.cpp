@@ -62,6 +62,7 @@ namespace {
 struct KeptRecord {
     ThreadRecord record;
     std::atomic<bool> isUsed = true;
+    std::atomic<DWORD> thread = GetCurrentThreadId();
     KeptRecord* next = nullptr;
 };
 
@@ -102,14 +103,22 @@ public:
         if (own == nullptr || own == &spare_) return;
         TlsSetValue(recordSlot, nullptr);
         for (KeptRecord* kept = first_; kept != nullptr; kept = kept->next)
-            if (&kept->record == own) kept->isUsed = false;
+            if (&kept->record == own) {
+                kept->thread = 0;  // no thread's
+                kept->isUsed = false;
+            }
     }
 
 private:
     ThreadRecord* Obtain() {
+        // One that is used and has this thread's number was its own: the host's destructors may call the library
+        // when the thread has given its record back already.
+        const DWORD thread = GetCurrentThreadId();
         for (KeptRecord* kept = first_; kept != nullptr; kept = kept->next) {
             bool isUsed = false;
-            if (!kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
+            if (kept->thread != thread && !kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
+            kept->isUsed = true;
+            kept->thread = thread;
             kept->record = ThreadRecord();
             return &kept->record;
         }
@@ -177,7 +186,8 @@ void TranslateStructuredException(unsigned code, EXCEPTION_POINTERS* pointers) {
 void ResumeInThrow(CONTEXT* context, Trap trap) {
     if (trap != Trap::IntegerDivideByZero) {
         context->MxCsr = context->FltSave.MxCsr = kTrappingControl;
-        context->FltSave.StatusWord &= kX87StatusWithoutExceptions;
+        context->FltSave.StatusWord &= kX87ConditionCodes;
+        context->FltSave.TagWord = kX87NoRegisters;
     }
     // The unwinder looks up the return address minus one, which has to fall on the faulting instruction.
     context->Rsp -= sizeof(DWORD64);

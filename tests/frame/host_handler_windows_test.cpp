@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cmath>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -22,6 +24,12 @@ public:
 
     void Call(const char* name) const {
         reinterpret_cast<void (*)()>(reinterpret_cast<void*>(GetProcAddress(module_, name)))();
+    }
+    // A call that writes the numeric error state.
+    void Fail() const {
+        const auto quantile = reinterpret_cast<double (*)(double, double, double)>(
+            reinterpret_cast<void*>(GetProcAddress(module_, "_ZN3zul12NormalInvCdfEddd")));
+        EXPECT_TRUE(std::isnan(quantile(2, 0, 1)));
     }
     void Register() const { Call("_ZN3zul24RegisterKelSigfpeHandlerEv"); }
     void Trap() const { Call("_ZN3zul15SetKelFpuStatesEv"); }
@@ -92,6 +100,41 @@ TEST(HostHandler, MayUnloadTheLibrary) {
     }
     EXPECT_EQ(GetModuleHandleA("zul.dll"), nullptr);
     EXPECT_THROW(throw std::runtime_error(""), std::runtime_error);  // the system asks every handler about it
+}
+
+std::size_t BusyBlocksOfTheHeap() {
+    std::size_t count = 0;
+    PROCESS_HEAP_ENTRY entry{};
+    HeapLock(GetProcessHeap());
+    while (HeapWalk(GetProcessHeap(), &entry) != 0)
+        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) ++count;
+    HeapUnlock(GetProcessHeap());
+    return count;
+}
+
+// Calls the library when its thread ends, after the library has been told of that.
+struct LateCaller {
+    const Library* library = nullptr;
+    ~LateCaller() {
+        if (library != nullptr) library->Fail();
+    }
+};
+thread_local LateCaller lateCaller;
+
+TEST(ThreadRecords, AreThoseOfLaterThreadsAgain) {
+    const Library library;
+    const auto run = [&library](int threads) {
+        for (int i = 0; i < threads; ++i) {
+            std::thread([&library, i] {
+                if (i % 2 == 0) lateCaller.library = &library;
+                library.Fail();
+            }).join();
+        }
+    };
+    run(20);
+    const std::size_t before = BusyBlocksOfTheHeap();
+    run(400);
+    EXPECT_LT(BusyBlocksOfTheHeap(), before + 100);
 }
 
 TEST(Resource, TellsTheVersion) {

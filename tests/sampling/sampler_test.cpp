@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -274,21 +275,27 @@ TEST_F(Sampler, AnExceptionEndsTheCall) {
         Draw(*expected, "Normal 0 1", static_cast<unsigned>(i) + 1);
         EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
     }
-    for (const double shape : {0.5, 2.0, 5.0}) {
-        const test::Case gamma{"Gamma", {shape, 1, 0}};
-        const auto standard = Draw(*MakeSampler(1), gamma, 20);
-        const double scale = DBL_MAX / *std::max_element(standard.begin(), standard.end()) * 1.5;
+    // Of each sort the deviate that is the first too large one when the largest of twenty is.
+    using Scaled = std::function<int(double scale)>;
+    const std::pair<std::string, Scaled> scaled[] = {
+        {"Normal 0 1", [&](double scale) { return sampler->SampleNormal(out.data(), 20, 0, scale); }},
+        {"Gamma 0.5 1 0", [&](double scale) { return sampler->SampleGamma(out.data(), 20, 0.5, scale, 0); }},
+        {"Gamma 2 1 0", [&](double scale) { return sampler->SampleGamma(out.data(), 20, 2, scale, 0); }},
+        {"Gamma 5 1 0", [&](double scale) { return sampler->SampleGamma(out.data(), 20, 5, scale, 0); }}};
+    for (const auto& [call, draw] : scaled) {
+        const auto standard = Draw(*MakeSampler(1), call, 20);
+        const double scale = DBL_MAX / *std::max_element(standard.begin(), standard.end()) * 1.001;
         std::fill(out.begin(), out.end(), -7);
         sampler->Reseed(1);
-        EXPECT_THROW(sampler->SampleGamma(out.data(), 20, shape, scale, 0), std::overflow_error);
+        EXPECT_THROW(draw(scale), std::overflow_error) << call;
         ResetFpuStates();
         unsigned i = 0;
         for (; std::isfinite(standard[i] * scale); ++i)
-            EXPECT_EQ(out[i], standard[i] * scale);
-        EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i));
+            EXPECT_EQ(out[i], standard[i] * scale) << call;
+        EXPECT_EQ(std::count(out.begin(), out.end(), -7), 20 - static_cast<std::ptrdiff_t>(i)) << call;
         expected->Reseed(1);
-        Draw(*expected, gamma, i + 1);
-        EXPECT_EQ(sampler->GetSeed(), expected->GetSeed());
+        Draw(*expected, call, i + 1);
+        EXPECT_EQ(sampler->GetSeed(), expected->GetSeed()) << call;
     }
     // Bare: bad parameters go through, and the mode is left alone.
     SetKelFpuStates();

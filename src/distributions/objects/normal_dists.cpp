@@ -2,21 +2,24 @@
 
 #include <algorithm>
 #include <cfloat>
+#include <cmath>
 #include <new>
 
 #include "frame/missing_value.h"
 
 namespace zul::objects {
 
-// As DrawStandard() so many times. The points of a block are found before their logarithms are taken: the
-// search has no branch on where a point fell, which no processor predicts.
+// As Draw() so many times. The points of a block are found before their logarithms are taken: the search has no
+// branch on where a point fell, which no processor predicts. Not where a deviate may overflow, since what is drawn
+// ahead of it would be lost: standard ones are below 39.
 void CmDistNormal::DrawMany(double* out, std::size_t count) {
     constexpr std::size_t kBlock = 64;
     const double mean = Parameter<0>();
     const double sd = Parameter<1>();
+    const bool isBounded = std::isless(std::abs(mean), 1e300) && std::isless(std::abs(sd), 1e300);
     std::size_t i = 0;
     if (hasSecond_ && count > 0) out[i++] = Draw();
-    while (count - i >= 2) {
+    while (isBounded && count - i >= 2) {
         Point points[kBlock];
         const std::size_t pairs = std::min((count - i) / 2, kBlock);
         for (std::size_t found = 0; found < pairs;)
@@ -27,7 +30,8 @@ void CmDistNormal::DrawMany(double* out, std::size_t count) {
             out[i + 1] = points[pair].a2 * f * sd + mean;
         }
     }
-    if (i < count) out[i] = Draw();
+    for (; i < count; ++i)
+        out[i] = Draw();
 }
 
 namespace {
