@@ -261,7 +261,9 @@ ZUL_API void FPdf(double* out, const double* in, std::size_t count, double df1, 
 /// The lower tail P(X <= x), or the upper tail P(X > x); relative error of the smaller tail about 1e-9 for
 /// noncentrality 0 and 1e-12 above (1e-9 for more than 1e4 degrees of freedom).
 ///
-/// x <= 0 gives 0 and 1. NaN for parameters outside their domain.
+/// x <= 0 gives 0 and 1. NaN for parameters outside their domain. For a noncentrality the tails are 0 and 1
+/// also where df1 x / df2 is below 2.2e-288, and 1 and 0 where df2 / (df1 x) is (with df2 < 2: below
+/// 2.2e-308); degrees of freedom below 2e-100 count as that.
 /// Method: the incomplete beta pair at df1 x / (df1 x + df2), see BetaCdf(); for a noncentrality its Poisson
 /// mixture, D. Benton and K. Krishnamoorthy, Computing discrete mixtures of continuous distributions, 2003.
 ZUL_API double FCdf(double x, double df1, double df2, double noncentrality, bool upper);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "numerics/beta/beta_shapes.h"
@@ -46,17 +47,32 @@ double Scaled(const UnitArgument& at, double b, double mean, double logStep, con
     return ScaledExp(logUnit, 1 / a, sum);
 }
 
+// Whether t(1) is far below t(0), where I may fall little, or fall likewise: two small shapes between which
+// the ends share the distribution.
+bool FirstStepIsSteep(double a, double b) {
+    return a < kSmallShape && b < kSmallShape;
+}
+
+// Whether the term for j = 0, after a steep first step, can count though the terms above it have fallen from
+// their peak to nothing.
+bool FirstTermCounts(double x, double b, double mean, double a) {
+    return FirstStepIsSteep(a, b) && mean * x < 2 * kReach - std::log(a + b);
+}
+
 // The last term of the lower sum that is not negligible: from the peak on the factor from one to the next is
-// at most mean / (first + j + 1) min(1, x (a + b + j) / (a + j + 1)).
+// at most mean / (first + j + 1) min(1, x (a + b + j) / (a + j + 1)), or with x in place of that minimum
+// where I falls less than the steps.
 double LowerStart(double x, double b, double mean, const MixtureLane& lane) {
     constexpr double kCountedPeak = 16;  // up to here it takes fewer steps to count than the bound gives
 
     const double peak = Peak(x, b, mean, lane);
     double j = std::floor(peak);
     if (peak < kCountedPeak) {
+        const bool isSteep = FirstStepIsSteep(lane.a, b);
         for (double term = 1;; ++j) {
             const double below = lane.a + j + 1;
-            term *= mean * std::min(below, x * (lane.a + b + j)) / ((lane.first + j + 1) * below);
+            const double factor = isSteep ? x * below : std::min(below, x * (lane.a + b + j));
+            term *= mean * factor / ((lane.first + j + 1) * below);
             if (term <= kNegligible) return j;
         }
     }
@@ -111,11 +127,11 @@ bool Begin(std::array<BetaFraction, Count> fractions, std::array<Running, Count>
     return false;
 }
 
-// Whether a tiny b draws the distribution to the end so much nearer to it than x that the fraction there has
-// no digits. Where complement a is above 1 it has them.
-bool IsNearEnd(double a, double b, const UnitArgument& at) {
+// Whether a b below smallShape draws the distribution to the end so much nearer to it than x that the
+// fraction there has no digits. Where complement a is above 1 it has them.
+bool IsNearEnd(double a, double b, const UnitArgument& at, double smallShape) {
     constexpr double kHalf = 0.5;  // up to here the series below is short
-    return b < kTinyShape && at.complement <= kHalf && at.complement * a < 1;
+    return b < smallShape && at.complement <= kHalf && at.complement * a < 1;
 }
 
 // I_x(a, b) / t(0) there. With y = 1 - x and M = log(b B(a, b)) - b log(y), 1 - I = exp(-M) (1 + b S), S
@@ -129,13 +145,16 @@ double EndRatio(double a, double b, const UnitArgument& at) {
     const BetaShapes shapes(b, a);
     const double defect =
         std::log1p(shapes.Direct().SmallShapeConstant());  // of log(b B(a, b)) from -b log(a)
+    const double product = y * a;
+    const double logProduct =
+        product >= std::numeric_limits<double>::min() ? std::log(product) : std::log(y) + std::log(a);
     double sum = 0;
     double term = 1;
     for (double n = 1; std::abs(term) > kVanishing; ++n) {
         term *= (n - a) / n * y;
         sum += term / (n + b);
     }
-    return a * std::exp(-a * std::log1p(-y)) * (std::expm1(defect - b * std::log(y * a)) / b - sum);
+    return a * std::exp(-a * std::log1p(-y)) * (std::expm1(defect - b * logProduct) / b - sum);
 }
 
 template <std::size_t Count, typename Make, std::size_t... Index>
@@ -152,13 +171,16 @@ std::array<BetaFraction, Count> Fractions(Make make) {
 
 template <std::size_t Count>
 bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* results) {
+    // Two lanes are not asked for there with a larger b, see PrefersUpper.
+    constexpr double kLowerSmallShape = Count == 1 ? kSmallShape : kTinyShape;
+
     const UnitArgument& at = mixture.at;
     const std::array<MixtureLane, Count>& lanes = mixture.lanes;
     const double b = mixture.b;
     const double mean = mixture.mean;
     double j = LowerStart(at.x, b, mean, lanes[0]);
     std::array<Running, Count> sums;
-    if (IsNearEnd(lanes.back().a + j, b, at)) {
+    if (IsNearEnd(lanes.back().a + j, b, at, kLowerSmallShape)) {
         for (std::size_t i = 0; i < Count; ++i)
             sums[i].ratio = EndRatio(lanes[i].a + j, b, at);
     } else if (!Begin<Count>(
@@ -169,6 +191,7 @@ bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     for (Running& sum : sums)
         sum.Add();
     const double inverseMean = 1 / mean;
+    const bool toFirstTerm = FirstTermCounts(at.x, b, mean, lanes[0].a);
     for (double count = 0; j > 0; ++count) {
         if (count > kTermLimit) return false;
         j -= 1;
@@ -181,7 +204,7 @@ bool MixtureLower(const BetaMixture<Count>& mixture, std::array<double, Count>* 
             sum.scale *= (lanes[i].first + j + 1) * inverseMean * below * below * reciprocal;
             sum.Add();
         }
-        if (AllFinished(sums)) break;
+        if (!toFirstTerm && AllFinished(sums)) break;
     }
     for (std::size_t i = 0; i < Count; ++i)
         (*results)[i] = Scaled(at, b, mean, mixture.logStep, lanes[i], j, sums[i].total / sums[i].scale);
@@ -201,7 +224,7 @@ bool MixtureUpper(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     const double start = UpperStart(at.x, b, mean, lanes[0]);
     std::array<Running, Count> sums;
     const UnitArgument mirrored = at.Mirrored();
-    if (IsNearEnd(b, lanes.back().a + start, mirrored)) {
+    if (IsNearEnd(b, lanes.back().a + start, mirrored, kTinyShape)) {
         for (std::size_t i = 0; i < Count; ++i)
             sums[i].ratio = EndRatio(b, lanes[i].a + start, mirrored);
     } else if (!Begin<Count>(Fractions<Count>([&](std::size_t i) {

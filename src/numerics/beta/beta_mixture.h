@@ -11,6 +11,8 @@ namespace zul::numerics {
 
 // A shape below it leaves so little on one side that the complement of the other's sum has lost its digits.
 inline constexpr double kTinyShape = 0.005;
+// A shape below it draws so much to its end that the fraction of that side loses its digits next to the end.
+inline constexpr double kSmallShape = 0.1;
 
 // One sum over j >= 0 of W(first + j) times I_x(a + j, b), or times its complement J_x(a + j, b), where the
 // weights are W(m) = h^m exp(-h) / gamma(m + 1): Poisson's with the mean h, for first = 0.
@@ -40,7 +42,6 @@ struct BetaMixture {
     bool PrefersUpper() const {
         constexpr double kSds = 1.5;
         constexpr double kLargeShape = 1e4;
-        constexpr double kSmallShape = 0.1;
         constexpr double kNearEnd = 1e-4;
         constexpr double kReached = 1;  // beyond it that fraction converges, and the other fails
         const double shape = lanes[0].a - lanes[0].first + mean;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "frame/error_state.h"
@@ -27,11 +28,20 @@ void SetTails(double smaller, double* smallerTail, double* largerTail) {
     *largerTail = 1 - smaller;
 }
 
+constexpr double kSmallestNormal = std::numeric_limits<double>::min();
+
+// Deviance(shape, n part), also where that product underflows.
+double PartDeviance(double shape, double n, double part) {
+    const double product = n * part;
+    if (product >= kSmallestNormal) return Deviance(shape, product);
+    return shape * (std::log(shape / n) - std::log(part)) - shape;
+}
+
 // log(a t(0)), see numerics/beta_mixture.h.
 double LogStep(const UnitArgument& at, const BetaShapes& shapes) {
     const double n = shapes.A() + shapes.B();
-    return shapes.DensityConstant() - Deviance(shapes.A(), n * at.x) -
-           Deviance(shapes.B(), n * at.complement);
+    return shapes.DensityConstant() - PartDeviance(shapes.A(), n, at.x) -
+           PartDeviance(shapes.B(), n, at.complement);
 }
 
 bool Sum(const BetaMixture<1>& mixture, bool upper, double* sum) {
@@ -41,14 +51,14 @@ bool Sum(const BetaMixture<1>& mixture, bool upper, double* sum) {
     return converged;
 }
 
-// The sum of the side that is not preferred, where a tiny shape leaves next to nothing there. False: it does
+// The sum of the side that is not preferred, where a small shape leaves next to nothing there. False: it does
 // not.
 bool LittleSum(const BetaMixture<1>& mixture, bool above, double* sum) {
     constexpr double kHalf = 0.5;
     constexpr double kFewSteps = 1;  // with a larger mean the tiny shape has little weight
 
     const bool isLittle =
-        above ? mixture.b < kTinyShape : mixture.lanes[0].a < kTinyShape && mixture.mean < kFewSteps;
+        above ? mixture.b < kSmallShape : mixture.lanes[0].a < kTinyShape && mixture.mean < kFewSteps;
     return isLittle && Sum(mixture, !above, sum) && *sum < kHalf;
 }
 
@@ -74,7 +84,8 @@ void MixturePair(const UnitArgument& at, const BetaShapes& shapes, double noncen
         return MixturePair(at, raised, noncentrality, name, lower, upper);
     }
     if (at.x < kTinyArgument) return SetTails(0, lower, upper);
-    if (at.complement < kTinyArgument) return SetTails(0, upper, lower);
+    // Of a small b the power of the complement may be anything yet.
+    if (at.complement < (shapes.B() < 1 ? kSmallestNormal : kTinyArgument)) return SetTails(0, upper, lower);
     const double mean = std::max(noncentrality / 2, kSmallestMean);
     if (!(mean <= kMixtureMeanLimit)) return ErrorState().Fail(frame::LevelNoConvergence, name);
 
@@ -135,7 +146,10 @@ void F_ncdf(double f, const BetaShapes& halfDf, double noncentrality, double* lo
     const double first = f <= 1 ? halfDf.A() * f : halfDf.A();
     const double second = f <= 1 ? halfDf.B() : halfDf.B() / f;
     const double total = first + second;
-    Pair({first / total, second / total}, halfDf, noncentrality, "F_ncdf"_routine, lower, upper);
+    UnitArgument at{first / total, second / total};
+    // In another order what has underflowed keeps its digits.
+    if (f > 1 && second < kSmallestNormal) at.complement = std::min(1.0, halfDf.B() / total / f);
+    Pair(at, halfDf, noncentrality, "F_ncdf"_routine, lower, upper);
 }
 
 void F_ncdf(double f, double df1, double df2, double noncentrality, double* lower, double* upper) {
