@@ -1,5 +1,4 @@
-// The hypothesis tests of random records and data: statuses, which fields a call writes, bounds in order,
-// p-values in [0, 1]. The proportions have a file of their own.
+// The hypothesis tests of random records and data: statuses, bounds in order, p-values in [0, 1]. The proportions have a file of their own.
 #include "fuzz/hypothesis/parts.h"
 
 #include <algorithm>

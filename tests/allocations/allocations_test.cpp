@@ -21,7 +21,7 @@ std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
     for (const auto& calls :
          {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingObjects(), test::AllocatingSampler(), test::AllocatingClustering()})
+          test::AllocatingSampler(), test::AllocatingClustering()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }

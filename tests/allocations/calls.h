@@ -58,7 +58,6 @@ int WithRecord(Record record, double* out, Call call) {
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
-std::vector<AllocatingCall> AllocatingObjects();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
 

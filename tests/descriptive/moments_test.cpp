@@ -125,12 +125,5 @@ TEST(GeometricMean, Scales) {
     EXPECT_TRUE(test::IsNear(mean(Sample(5000, 1e230)), 1e230, 1e-12));
 }
 
-TEST(SecondSampleMoments, StartEmpty) {
-    const v1::SecondSampleMoments record;
-    EXPECT_EQ(record.count, 0u);
-    for (const double field : {record.variance, record.sumOfSquares, record.mean, record.sum})
-        EXPECT_TRUE(std::isnan(field));
-}
-
 }  // namespace
 }  // namespace zul

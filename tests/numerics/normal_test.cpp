@@ -37,21 +37,5 @@ TEST(NormalDf, TailsAreMirrored) {
     }
 }
 
-TEST(InvNormalDf, HasItsCentre) {
-    double z = 1;
-    inv_normal_df(0.5, &z);
-    EXPECT_EQ(z, 0);
-    inv_normal_df(0.5 + 4e-6, &z);
-    EXPECT_NEAR(z, 4e-6 * std::sqrt(2 * std::numbers::pi), 1e-15);
-}
-
-TEST(NormalKernel, FunctionObjectOfTheFallback) {
-    kernels::CmStandardNormalCdf f(0.25);
-    EXPECT_EQ(f.Evaluate(0), 0.25);
-    EXPECT_EQ(f.Evaluate(frame::kNA), frame::kNA);
-    EXPECT_TRUE(f.IsZero(0.25e-12));
-    EXPECT_FALSE(f.IsZero(0.26e-12));
-}
-
 }  // namespace
 }  // namespace zul::numerics

@@ -79,24 +79,6 @@ TEST(Noncentral, NextToNoDegreesOfFreedom) {
     });
 }
 
-TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
-    for (const double x : {1e-300, 1e-3, 0.4, 0.999, 1.0}) {
-        Tails central;
-        beta_df(x, BetaShapes(2.5, 7), &central.lower, &central.upper, nullptr);
-        EXPECT_EQ(BetaTails(x, 2.5, 7, 0), central);
-        EXPECT_EQ(ErrorState().routine.View(), "beta_ncdf");
-        const double f = x == 1 ? 1e300 : x / (1 - x) * 2.8;
-        beta_df(2.5 * f / (2.5 * f + 7), 7 / (2.5 * f + 7), BetaShapes(2.5, 7), &central.lower,
-                &central.upper, nullptr);
-        if (f <= 1) {
-            EXPECT_EQ(FTails(f, 5, 14, 0), central);
-        }
-        t_df(x, 1e9, &central.lower, &central.upper);
-        EXPECT_EQ(TTails(x, 1e9, 0), central);
-        EXPECT_EQ(ErrorState().routine.View(), "t_ncdf");
-    }
-}
-
 TEST(Noncentral, Ends) {
     EXPECT_EQ(BetaTails(0, 2, 3, 1), (Tails{0, 1}));
     EXPECT_EQ(BetaTails(1, 2, 3, 1), (Tails{1, 0}));

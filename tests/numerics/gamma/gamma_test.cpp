@@ -54,15 +54,5 @@ TEST(Elementary, ReportsDomainAndRangeErrors) {
     EXPECT_NEAR(LogGammaFn(5e-324), 744.44007192138122, 1e-10);
 }
 
-TEST(LogBinomialCoefficient, IsSymmetricToTheBit) {
-    EXPECT_EQ(LogBinomialCoefficient(5, 6), -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(LogBinomialCoefficient(0, 0), 0);
-    EXPECT_EQ(LogBinomialCoefficient(7, 7), 0);
-    EXPECT_NEAR(LogBinomialCoefficient(10, 3), std::log(120), 1e-14);
-    for (double q = 0; q <= 52; ++q) {
-        EXPECT_EQ(LogBinomialCoefficient(52, q), LogBinomialCoefficient(52, 52 - q)) << q;
-    }
-}
-
 }  // namespace
 }  // namespace zul::numerics

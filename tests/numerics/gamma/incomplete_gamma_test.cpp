@@ -76,16 +76,6 @@ TEST(GammaDf, SaturatesAtTheEnds) {
     }
 }
 
-TEST(GammaDf, LimitsAreIncluded) {
-    const Result atShapeLimit = Evaluate(94906265, 94906265);
-    EXPECT_EQ(ErrorState().level, 0);
-    EXPECT_NEAR(atShapeLimit.lower, 0.5, 1e-4);
-    Evaluate(189812530, 3);
-    EXPECT_EQ(ErrorState().method, GammaUpperCannotRise);
-    Evaluate(2.2250738585072014e-288, 1);
-    EXPECT_EQ(ErrorState().method, GammaLower);
-}
-
 // The continued fraction, told plainly.
 TEST(GammaContinuedFraction, StopsWhereItsPairsMeet) {
     const FractionalShape third(1.0 / 3);
@@ -122,42 +112,6 @@ TEST(GammaDf, OneHalfGivesTheBitsOfAnyShape) {
         ASSERT_EQ(r.lower, general.lower) << x;
         ASSERT_EQ(r.upper, general.upper) << x;
         ASSERT_EQ(r.density, general.density) << x;
-    }
-}
-
-// Right at a threshold of the number of terms the quick count has to fall back on the slow one.
-TEST(GammaIax, CountsTermsAsTheRecurrenceDoes) {
-    for (const double a : {0.5, 3.0, 1000.0}) {
-        for (double x = a / 100; x < a; x *= 1.01) {
-            double t = 1;
-            int n = 0;
-            while (t >= kSeriesTolerance)
-                t = t * x / (++n + a);
-            double sum = 0;
-            ASSERT_EQ(gamma_Iax(a, x, &sum), kConverged);
-            ASSERT_EQ(ErrorState().count, n) << a << " " << x;
-        }
-    }
-}
-
-TEST(GammaNewton, InvertsThePairFromANearbyStart) {
-    for (const double a : {0.5, 3.0, 50.0}) {
-        for (const double exact : {0.3 * a, a, 2 * a}) {
-            const Result r = Evaluate(exact, a);
-            const bool lower = r.lower < r.upper;
-            double x = exact * 1.03;
-            gamma_newton(lower ? r.lower : r.upper, a, &x, lower ? Side::Lower : Side::Upper);
-            EXPECT_EQ(ErrorState().level, 0);
-            EXPECT_TRUE(test::IsNear(x, exact, 1e-8)) << a;
-        }
-    }
-}
-
-TEST(GammaNewton, FailsWithItsNameWhereItCannotGoOn) {
-    for (double start : {1e9, 700.0, -1.0}) {  // no density; no density; outside the domain
-        gamma_newton(0.5, 0.5, &start, Side::Upper);
-        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
-        EXPECT_EQ(ErrorState().routine.View(), "gamma_newton");
     }
 }
 
