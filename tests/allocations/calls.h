@@ -1,7 +1,6 @@
 // The exported functions that allocate, called while their allocations fail one after the other.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "zul/descriptive.h"
 
 namespace zul {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 v1::KelBoxplotHelper Boxplot(const std::vector<double>& x, double confidence) {
     v1::KelBoxplotHelper box;

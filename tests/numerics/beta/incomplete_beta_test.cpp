@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <string>
 
 #include "frame/error_state.h"
 #include "numerics/gamma/incomplete_gamma.h"

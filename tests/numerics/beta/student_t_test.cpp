@@ -45,5 +45,13 @@ TEST(TDf, Ends) {
     }
 }
 
+TEST(TQuantile, OfInfiniteDegreesOfFreedomIsTheNormalOne) {
+    double z = 0;
+    double t = 1;
+    normal_upper_quant(0.1, &z);
+    t_upper_qt(0.1, kInf, &t);
+    EXPECT_NEAR(t, z, 1e-8);
+}
+
 }  // namespace
 }  // namespace zul::numerics

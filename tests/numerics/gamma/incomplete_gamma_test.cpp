@@ -76,28 +76,6 @@ TEST(GammaDf, SaturatesAtTheEnds) {
     }
 }
 
-// The continued fraction, told plainly.
-TEST(GammaContinuedFraction, StopsWhereItsPairsMeet) {
-    const FractionalShape third(1.0 / 3);
-    for (double x = 1; x < 100; x *= 1.05) {
-        double p0 = 0, p1 = 1, q0 = 1, q1 = 1, r0 = 0, r1 = 1;
-        int k = 0;
-        do {
-            ++k;
-            p0 = (k - third.Value()) * p0 + x * p1;
-            q0 = (k - third.Value()) * q0 + x * q1;
-            r0 = p0 / q0;
-            p1 = k * p1 + p0;
-            q1 = k * q1 + q0;
-            r1 = p1 / q1;
-        } while ((r1 - r0) / r0 >= 1e-9);
-        double factor = 0;
-        ASSERT_EQ(GammaContinuedFraction(x, third, &factor), kConverged);
-        ASSERT_EQ(ErrorState().count, k) << x;
-        ASSERT_EQ(factor, (r0 + r1) / 2) << x;
-    }
-}
-
 // The prepared shape 1/2 looks up how long its loops run: it must not be seen in a single bit, in the method
 // or in the number of iterations.
 TEST(GammaDf, OneHalfGivesTheBitsOfAnyShape) {
