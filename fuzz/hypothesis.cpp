@@ -1,4 +1,5 @@
-// The hypothesis tests of random records and data: statuses, bounds in order, p-values in [0, 1]. The proportions have a file of their own.
+// The hypothesis tests of random records and data: statuses, bounds in order, p-values in [0, 1]. The proportions have
+// a file of their own.
 #include "fuzz/hypothesis/parts.h"
 
 #include <algorithm>
