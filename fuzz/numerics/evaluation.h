@@ -11,6 +11,7 @@
 #include "fuzz/support/check.h"
 #include "fuzz/support/input.h"
 #include "numerics/limits.h"
+#include "zul/frame.h"
 
 namespace zul::fuzz {
 

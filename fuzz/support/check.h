@@ -2,13 +2,11 @@
 // thread in the documented floating-point mode.
 #pragma once
 
-#include <exception>
+#include <functional>
 #include <span>
 #include <sstream>
 #include <string>
 #include <type_traits>
-
-#include "zul/frame.h"
 
 namespace zul::fuzz {
 
@@ -57,49 +55,14 @@ inline std::string Listed(const std::string& name, std::span<const double> argum
 }
 
 enum class Mode {
-    Framed,        // the default mode after a return, trapping mode after an exception
-    PartlyFramed,  // the same, but an exception from outside the frame leaves the mode of before
-    Bare,          // no exception; the mode of before, whatever it is
-};
-
-// One call, or several: built before it, asked after it.
-class Watch {
-public:
-    Watch(Mode mode, int calls);
-    // What is wrong after a return, or with an exception in its handler; empty if nothing is.
-    std::string AfterReturn() const;
-    std::string AfterException(const std::exception& error) const;
-
-private:
-    std::string AfterSeconds() const;
-
-    Mode mode_;
-    int calls_;
-    unsigned floatMode_;
-    double start_;
+    Framed,  // the default mode after a return, trapping mode after an exception
+    Bare,    // no exception; the mode of before, whatever it is
 };
 
 // Calls evaluate(), which takes the time of so many calls, and checks all of that; whether it returned.
 // Describe() names the call. After an exception the thread is put back into the default mode.
-template <typename Evaluate, typename Describe>
-bool Checked(Mode mode, Evaluate evaluate, Describe describe, int calls = 1) {
-    const Watch watch(mode, calls);
-    std::string complaint;
-    bool returned = false;
-    try {
-        evaluate();
-        returned = true;
-        complaint = watch.AfterReturn();
-    } catch (const std::exception& error) {
-        complaint = watch.AfterException(error);
-        ResetFpuStates();
-    }
-    if (!complaint.empty()) {
-        ResetFpuStates();  // formatting numbers may trap
-        Fail(describe() + ": " + complaint);
-    }
-    return returned;
-}
+bool Checked(Mode mode, const std::function<void()>& evaluate, const std::function<std::string()>& describe,
+             int calls = 1);
 
 // What throws nothing.
 template <typename Evaluate>

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <cstddef>
@@ -12,6 +13,9 @@
 #include <vector>
 
 namespace zul::fuzz {
+
+inline constexpr double kInf = std::numeric_limits<double>::infinity();
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class Input {
 public:
@@ -62,24 +66,9 @@ public:
 
     // Of ordinary size mostly, sometimes any double at all.
     double Real() {
-        constexpr double kInf = std::numeric_limits<double>::infinity();
-        constexpr std::array kSpecial = {0.0,
-                                         1.0,
-                                         0.5,
-                                         -1.0,
-                                         5e-324,
-                                         2.2250738585072014e-308,
-                                         1.7976931348623157e308,
-                                         -1.7976931348623157e308,
-                                         1e-16,
-                                         1e30,
-                                         1.23456e30,
-                                         2e-288,
-                                         94906265.0,
-                                         94906266.0,
-                                         kInf,
-                                         -kInf,
-                                         std::numeric_limits<double>::quiet_NaN()};
+        constexpr std::array kSpecial = {0.0,        1.0,        0.5,   -1.0,  5e-324,     DBL_MIN,
+                                         DBL_MAX,    -DBL_MAX,   1e-16, 1e30,  1.23456e30, 2e-288,
+                                         94906265.0, 94906266.0, kInf,  -kInf, kNaN};
         switch (Byte() % 8) {
             case 0:
                 return OneOf(kSpecial);

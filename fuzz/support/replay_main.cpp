@@ -13,7 +13,6 @@
 #include <fstream>
 #include <iterator>
 #include <random>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -75,16 +74,16 @@ void Run(std::vector<std::uint8_t> input) {
     LLVMFuzzerTestOneInput(current.data(), current.size());
 }
 
-void RunFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    Run({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
-}
-
 int RunFiles(const fs::path& path) {
-    if (!fs::is_directory(path)) RunFile(path);
-    if (fs::is_directory(path))
+    const auto run = [](const fs::path& name) {
+        std::ifstream file(name, std::ios::binary);
+        Run({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+    };
+    if (!fs::is_directory(path))
+        run(path);
+    else
         for (const fs::directory_entry& entry : fs::directory_iterator(path))
-            RunFile(entry.path());
+            run(entry.path());
     return started;
 }
 

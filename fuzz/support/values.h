@@ -1,4 +1,4 @@
-// Arrays for the targets that read data, and arrays that show what was written beside them.
+// Arrays for the targets that read data.
 #pragma once
 
 #include <algorithm>
@@ -7,15 +7,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include "fuzz/support/input.h"
 
 namespace zul::fuzz {
 
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // What is in places that a call has not written: a NaN that no arithmetic makes.
 inline constexpr double kUnwritten = std::bit_cast<double>(std::uint64_t{0x7FF8'5A5A'5A5A'5A5A});
 
@@ -36,10 +33,6 @@ inline double AnyReal(Input& input) {
 // Equal, zeros of either sign apart, or both NaN.
 inline bool Same(double a, double b) {
     return a == b ? std::signbit(a) == std::signbit(b) : a != a && b != b;
-}
-
-inline bool Same(const std::vector<double>& a, const std::vector<double>& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](double x, double y) { return Same(x, y); });
 }
 
 inline bool HasNaN(const std::vector<double>& values) {
@@ -72,56 +65,5 @@ inline std::vector<double> Values(Input& input, std::size_t count) {
     if (kind == 7 && count > 0) values[input.Choice(count)] = AnyReal(input);
     return values;
 }
-
-// All zero, or of such a size that neither squares nor fourth powers of differences overflow or underflow.
-inline bool AreModerate(const std::vector<double>& values, double largest = 1e50) {
-    return std::all_of(values.begin(), values.end(), [=](double x) {
-        const double size = std::abs(x);
-        return size == 0 || (size >= 1 / largest && size <= largest);
-    });
-}
-
-// An array for results between two guards.
-template <typename T>
-class Guarded {
-public:
-    Guarded(std::size_t count, T filler) : filler_(filler), cells_(count + 2 * kGuards, filler) {}
-    T* Data() { return cells_.data() + kGuards; }
-    std::vector<T> Values() const { return {cells_.begin() + kGuards, cells_.end() - kGuards}; }
-    // Whether the guards are as they were.
-    bool IsIntact() const {
-        return std::all_of(cells_.begin(), cells_.begin() + kGuards, IsFiller(filler_)) &&
-               std::all_of(cells_.end() - kGuards, cells_.end(), IsFiller(filler_));
-    }
-    // Whether nothing at all was written.
-    bool IsUntouched() const { return std::all_of(cells_.begin(), cells_.end(), IsFiller(filler_)); }
-
-private:
-    static constexpr std::ptrdiff_t kGuards = 4;
-    static auto IsFiller(T filler) {
-        return [filler](T cell) {
-            if constexpr (std::is_same_v<T, double>)
-                return SameBits(cell, filler);
-            else
-                return cell == filler;
-        };
-    }
-
-    T filler_;
-    std::vector<T> cells_;
-};
-
-// Data that the call must only read.
-class ReadOnly {
-public:
-    explicit ReadOnly(const std::vector<double>& values) : values_(values), copy_(values) {}
-    bool IsIntact() const {
-        return std::equal(values_.begin(), values_.end(), copy_.begin(), copy_.end(), SameBits);
-    }
-
-private:
-    const std::vector<double>& values_;
-    std::vector<double> copy_;
-};
 
 }  // namespace zul::fuzz

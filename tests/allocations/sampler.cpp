@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <exception>
-#include <limits>
 
 #include "allocations/calls.h"
 #include "sampling/slots.h"
@@ -66,16 +65,11 @@ Outcome Indices(int) {
 std::vector<AllocatingCall> AllocatingSampler() {
     Shared();
     static constexpr double kNumbers[] = {0.5, 0, 0, 0.5};
-    static constexpr double kNaNs[] = {0.5, std::numeric_limits<double>::quiet_NaN()};
     static constexpr double kHuge[] = {1, 0, 1e200, 1};
     return {
         {"MakeISampler DeleteISampler", Make},
         Deviates([](double* out) { return Shared().SampleMVNormal(out, 2, 2, kNumbers, kNumbers); }),
         Deviates([](double* out) { return Shared().SampleDiscrete(out, 4, kNumbers, kNumbers, 4); }),
-        {"",
-         [](int) {
-             return Throwing([](double* out) { return Shared().SampleDiscrete(out, 1, kNaNs, kNaNs, 2); });
-         }},
         {"",
          [](int) {
              return Throwing([](double* out) { return Shared().SampleMVNormal(out, 1, 2, kHuge, kHuge); });

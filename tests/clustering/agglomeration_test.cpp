@@ -101,43 +101,42 @@ Steps RunCase(const std::string& name, const std::string& linkage) {
     return nullptr;
 }
 
-TEST(RunClustering, MatchesReference) {
+// Calls check(row, joins) for the rows of a table, whose first two cells name a case and a linkage.
+template <typename Check>
+void ForEachCase(const std::string& table, Check check) {
     std::string current;
     Steps steps;
-    for (const test::Row& row : test::ReadTable("clustering/steps.csv", ',')) {
-        if (current != row.at(0) + row.at(1)) {
-            current = row.at(0) + row.at(1);
-            steps = RunCase(row[0], row[1]);
-            ASSERT_NE(steps, nullptr);
-        }
-        const auto step = static_cast<std::size_t>(test::Number(row.at(2)));
-        if (static_cast<double>(step) >= test::Number(row.at(8))) continue;
-        ASSERT_LT(step, steps->size());
-        const ClusterStep& actual = (*steps)[step];
-        EXPECT_TRUE(actual.cluster1 == test::Number(row.at(5)) &&
-                    actual.cluster2 == test::Number(row.at(6)) && actual.size == test::Number(row.at(7)))
-            << current << " " << step;
-        EXPECT_NEAR(actual.similarity, test::Number(row.at(3)), 1e-10);
-        EXPECT_NEAR(actual.distance, test::Number(row.at(4)), 1e-12 * (1 + std::abs(actual.distance)));
+    for (const test::Row& row : test::ReadTable(table, ',')) {
+        if (current != row.at(0) + row.at(1)) steps = RunCase(row[0], row[1]);
+        current = row[0] + row[1];
+        ASSERT_NE(steps, nullptr);
+        SCOPED_TRACE(testing::PrintToString(row));
+        check(row, *steps);
     }
 }
 
+TEST(RunClustering, MatchesReference) {
+    ForEachCase("clustering/steps.csv", [](const test::Row& row, const auto& steps) {
+        const auto step = static_cast<std::size_t>(test::Number(row.at(2)));
+        if (static_cast<double>(step) >= test::Number(row.at(8))) return;
+        ASSERT_LT(step, steps.size());
+        const ClusterStep& actual = steps[step];
+        EXPECT_TRUE(actual.cluster1 == test::Number(row.at(5)) &&
+                    actual.cluster2 == test::Number(row.at(6)) && actual.size == test::Number(row.at(7)));
+        EXPECT_NEAR(actual.similarity, test::Number(row.at(3)), 1e-10);
+        EXPECT_NEAR(actual.distance, test::Number(row.at(4)), 1e-12 * (1 + std::abs(actual.distance)));
+    });
+}
+
 TEST(FindMembers, MatchesReference) {
-    std::string current;
-    Steps steps;
-    for (const test::Row& row : test::ReadTable("clustering/membership.csv", ',')) {
-        if (current != row.at(0) + row.at(1)) {
-            current = row.at(0) + row.at(1);
-            steps = RunCase(row[0], row[1]);
-        }
+    ForEachCase("clustering/membership.csv", [](const test::Row& row, const auto& steps) {
         const double argument = test::Number(row.at(3));
         const std::unique_ptr<types::IReadableVector<int>> labels(
-            row.at(2) == "k" ? FindMembersWithNumber(*steps, static_cast<int>(argument))
-                             : FindMembersWithCut(*steps, argument));
+            row.at(2) == "k" ? FindMembersWithNumber(steps, static_cast<int>(argument))
+                             : FindMembersWithCut(steps, argument));
         const std::vector<double> expected = row.size() > 4 ? test::Numbers(row[4]) : std::vector<double>();
-        EXPECT_EQ(std::vector<double>(labels->DataImpl(), labels->DataImpl() + labels->size()), expected)
-            << current << " " << row[2] << " " << argument;
-    }
+        EXPECT_EQ(std::vector<double>(labels->DataImpl(), labels->DataImpl() + labels->size()), expected);
+    });
 }
 
 TEST(FindMembers, HasNoneOfStepsThatNameNoObjects) {
@@ -172,23 +171,6 @@ TEST(RunClustering, TakesDistancesOutsideForNaN) {
         EXPECT_TRUE(test::SameStep((*steps)[s], written.steps[s])) << s;
     ASSERT_EQ(m->Init(6, 1), types::Success);
     EXPECT_EQ(Steps(RunClustering(Average, 1, *m))->size(), 3u);
-}
-
-TEST(RunClustering, AsksTheHostsMatrixInOrder) {
-    HostMatrix host(3, true);
-    test::Fill(&host, {{0}, {1, 0}, {2, 3, 0}});
-    host.TakeCalls();
-    const Steps steps(RunClustering(Single, 4, host));
-    EXPECT_EQ(host.TakeCalls(), (std::vector<HostMatrix::Call>{{'n', 0, 0},
-                                                               {'g', 0, 1},
-                                                               {'g', 0, 2},
-                                                               {'g', 1, 2},
-                                                               {'g', 2, 0},
-                                                               {'g', 2, 1},
-                                                               {'n', 0, 0},
-                                                               {'s', 2, 0},
-                                                               {'g', 0, 2},
-                                                               {'g', 0, 2}}));
 }
 
 // A matrix whose operations do what the host has to say.

@@ -14,11 +14,6 @@ namespace {
 
 using Doubles = std::unique_ptr<IVector<double>>;
 
-TEST(Vector, OfIntegers) {
-    const std::unique_ptr<IVector<int>> ints(MakeIVectorInt(3, -4));
-    EXPECT_TRUE(ints->size() == 3 && ints->DataImpl()[2] == -4);
-}
-
 TEST(Vector, RefusesLengthsThatNoVectorHas) {
     constexpr std::size_t kTooLong = std::numeric_limits<std::size_t>::max();
     const Doubles v(MakeIVectorDouble(2, 7));
@@ -36,24 +31,6 @@ TEST(Vector, RefusesLengthsThatNoVectorHas) {
     expectLengthError([&] { v->ResizeImpl(kTooLong); });
     EXPECT_EQ(v->size(), 2u);
     expectLengthError([&] { v->assign(kTooLong, 1); });
-}
-
-TEST(RectangularArray, HasRowsAndColumns) {
-    const std::unique_ptr<IRectangularArray<double>> a(MakeIRectangularArrayDouble(2, 3));
-    EXPECT_EQ(a->RowCount(), 2);
-    EXPECT_EQ(a->ColumnCount(), 3);
-    EXPECT_EQ(a->Set(1, 2, 5.5), 5.5);
-    a->At(0, 1) = 4;
-    const IRectangularArray<double>& readable = *a;
-    for (int row = 0; row < 2; ++row)
-        for (int column = 0; column < 3; ++column)
-            EXPECT_EQ(readable.At(row, column), row == 1 && column == 2   ? 5.5
-                                                : row == 0 && column == 1 ? 4
-                                                                          : 0);
-    EXPECT_EQ(MakeIRectangularArrayDouble(-1, 3), nullptr);
-    EXPECT_EQ(MakeIRectangularArrayDouble(2, -1), nullptr);
-    const std::unique_ptr<IRectangularArray<double>> empty(MakeIRectangularArrayDouble(0, 3));
-    EXPECT_EQ(empty->ColumnCount(), 3);
 }
 
 TEST(MissingValueInfo, ComparesBitsOrNumbers) {

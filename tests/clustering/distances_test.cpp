@@ -107,55 +107,12 @@ TEST(Distances, HaveTheBitsOfThePlainSum) {
     }
 }
 
-TEST(Distances, TellTheHostsMatrixPairByPair) {
-    using Calls = std::vector<HostMatrix::Call>;
-    HostMatrix host(2, true);
-    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3), Manhattan, true, host), Success);
-    EXPECT_EQ(
-        host.TakeCalls(),
-        (Calls{{'i', 3, 0}, {'n', 0, 0}, {'s', 1, 0}, {'n', 0, 0}, {'s', 2, 0}, {'n', 0, 0}, {'s', 2, 1}}));
-    EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Success);
-    const Calls sum = {{'g', 1, 0}, {'n', 0, 0}, {'s', 1, 0}};
-    Calls expected = {{'i', 2, 0}};
-    expected.insert(expected.end(), sum.begin(), sum.end());
-    expected.insert(expected.end(), sum.begin(), sum.end());
-    EXPECT_EQ(host.TakeCalls(), expected);
+TEST(Distances, FailWhereTheHostsMatrixDoes) {
+    HostMatrix host(2);
     host.initStatus = Failure;
     EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Failure);
     EXPECT_EQ(CreateForClusterObservations(*DrawTable(3), Manhattan, true, host), Failure);
-    EXPECT_EQ(host.TakeCalls(), (Calls{{'i', 2, 0}, {'i', 3, 0}}));
     EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), Manhattan, true, host), Success);
-}
-
-TEST(Distances, RefuseUnknownMeasures) {
-    const Matrix m = MakeMatrix(2);
-    m->Set(0, 1, 5);
-    for (const int measure : {1999, 2005}) {
-        const auto unknown = static_cast<DistanceEnums>(measure);
-        EXPECT_EQ(CreateForClusterObservations(*DrawTable(2), unknown, false, *m), Failure);
-        EXPECT_EQ((*m)(0, 1), 5);
-        const Matrix other = MakeMatrix(2);
-        EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), unknown, false, *other), Success);
-        EXPECT_TRUE(std::isnan((*other)(0, 0)));
-    }
-}
-
-TEST(Distances, BetweenVariables) {
-    const test::Table data = MakeTable({{1, -2, 7, 3}, {2, -4, 7, 1}, {4, -8, 7, 2}});
-    const Matrix m = MakeMatrix(4);
-    HostMatrix host(4);
-    for (const bool absolute : {false, true}) {
-        EXPECT_EQ(CreateForClusterVariables(*data, absolute, *m), Success);
-        EXPECT_EQ(CreateForClusterVariables(*data, absolute, host), Success);
-        EXPECT_NEAR((*m)(0, 1), absolute ? 0 : 2, 1e-15);
-        for (int i = 0; i < 4; ++i)
-            for (int j = 0; j < i; ++j)
-                EXPECT_EQ((*m)(i, j), host(i, j));
-        for (const int other : {0, 1, 3})
-            EXPECT_EQ((*m)(2, other), 1);
-    }
-    EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, *m), Success);
-    EXPECT_TRUE(std::isnan((*m)(0, 1)));
 }
 
 }  // namespace

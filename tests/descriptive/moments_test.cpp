@@ -105,31 +105,10 @@ TEST(Moments, HaveTheBitsOfASequentialLoop) {
     ExpectSequential(x, Sample(x.rbegin(), x.rend()));
 }
 
-TEST(Moments, SmallSamplesHaveFixedAnswers) {
-    const double x[] = {5};
-    double out[4];
-    EXPECT_EQ(v1::GetCenteredOrderKPowerSums(x, 1, out, 4), 0);
-    test::ExpectExact({{out[0], 5}, {out[1], 0}, {out[2], 0}, {out[3], 0}});
-    const double minusZero = -0.0;
-    v1::GetCumulativeSums(&minusZero, 1, out);
-    EXPECT_TRUE(std::signbit(v1::GetSum(&minusZero, 1)) && std::signbit(out[0]));
-    const double constant[] = {4, 4, 4, 4};
-    const double line[] = {1, 2, 3, 4};
-    EXPECT_TRUE(std::isnan(v1::GetPearsonCorrelation(constant, line, 4)));
-    EXPECT_TRUE(v1::GetProportions(line, 4, out) == 10 && out[1] == 0.2);
-}
-
 TEST(GeometricMean, Scales) {
     const auto mean = [](const Sample& x) { return v2::GetGeometricMean(x.data(), Size(x)); };
     EXPECT_TRUE(test::IsNear(mean(Sample(5000, 1e-230)), 1e-230, 1e-12));
     EXPECT_TRUE(test::IsNear(mean(Sample(5000, 1e230)), 1e230, 1e-12));
-}
-
-TEST(SecondSampleMoments, StartEmpty) {
-    const v1::SecondSampleMoments record;
-    EXPECT_EQ(record.count, 0u);
-    for (const double field : {record.variance, record.sumOfSquares, record.mean, record.sum})
-        EXPECT_TRUE(std::isnan(field));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <string>
 #include <vector>
 
 #include "sampling/slots.h"
@@ -70,39 +69,6 @@ INSTANTIATE_TEST_SUITE_P(Cases, Deviates, testing::Range<std::size_t>(0, Cases()
                          [](const auto& index) {
                              return Cases()[index.param].slot + std::to_string(index.param);
                          });
-
-// The deviates that stand in one row follow each other in the sequence.
-TEST(MultivariateDeviates, HaveTheCovariance) {
-    constexpr unsigned kCount = 50'000;
-    const double mean[] = {1, 2};
-    const double covariance[] = {4, -1.5, -1.5, 1};
-    std::vector<double> rows(std::size_t{2} * kCount);
-    ASSERT_EQ(test::MakeSampler(99)->SampleMVNormal(rows.data(), kCount, 2, mean, covariance), 0);
-    double products[4] = {};
-    for (std::size_t row = 0; row < rows.size(); row += 2)
-        for (std::size_t k = 0; k < 4; ++k)
-            products[k] += (rows[row + k / 2] - mean[k / 2]) * (rows[row + k % 2] - mean[k % 2]) / kCount;
-    for (std::size_t k = 0; k < 4; ++k)
-        EXPECT_NEAR(products[k], covariance[k], 5 * std::sqrt(2 * 16.0 / kCount)) << k;
-}
-
-TEST(IndexDeviates, AreAllEquallyLikely) {
-    constexpr unsigned kPopulation = 7;
-    constexpr int kCalls = 7000;
-    const auto sampler = test::MakeSampler(42);
-    for (const bool withoutReplacement : {false, true}) {
-        int counts[3][kPopulation] = {};
-        for (int call = 0; call < kCalls; ++call) {
-            unsigned indices[3];
-            sampler->SampleIndices(indices, kPopulation, 3, withoutReplacement);
-            for (int place = 0; place < 3; ++place)
-                ++counts[place][indices[place]];
-        }
-        for (const auto& place : counts)
-            for (const int count : place)
-                EXPECT_NEAR(count, 1000, 5 * std::sqrt(1000 * 6 / 7.0));
-    }
-}
 
 }  // namespace
 }  // namespace zul

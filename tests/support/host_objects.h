@@ -10,19 +10,11 @@
 
 namespace zul::test {
 
-// Distances of a host, which keeps the whole square and what it was asked for. Asking for anything but a pair of
+// Distances of a host, which keeps the whole square. Asking for anything but a pair of
 // two objects ends the program.
 class HostMatrix : public dax::clustering::DistanceMatrix {
 public:
-    struct Call {
-        char operation;  // 'n' row count, 'g' get, 's' set, 'i' init
-        int i;
-        int j;
-        bool operator==(const Call&) const = default;
-    };
-
-    explicit HostMatrix(int n, bool recording = false) : rows_(n), recording_(recording) { Resize(n, 0); }
-    std::vector<Call> TakeCalls() { return std::exchange(calls_, {}); }
+    explicit HostMatrix(int n) : rows_(n) { Resize(n, 0); }
     dax::types::StatlibraryErrorCode initStatus = dax::types::Success;
 
 private:
@@ -35,33 +27,17 @@ private:
         const auto row = static_cast<std::size_t>(std::max(i, j));
         return row * static_cast<std::size_t>(size_) + static_cast<std::size_t>(std::min(i, j));
     }
-    void Record(Call call) const {
-        if (recording_) calls_.push_back(call);
-    }
-
-    int RowCountImpl() const override {
-        Record({'n', 0, 0});
-        return rows_;
-    }
-    double GetImpl(int i, int j) const override {
-        Record({'g', i, j});
-        return values_[Index(i, j)];
-    }
-    void SetImpl(int i, int j, double value) override {
-        Record({'s', i, j});
-        values_[Index(i, j)] = value;
-    }
+    int RowCountImpl() const override { return rows_; }
+    double GetImpl(int i, int j) const override { return values_[Index(i, j)]; }
+    void SetImpl(int i, int j, double value) override { values_[Index(i, j)] = value; }
     dax::types::StatlibraryErrorCode InitImpl(int n, double value) override {
-        Record({'i', n, static_cast<int>(value)});
         Resize(n, value);
         return initStatus;
     }
 
     int rows_;
-    bool recording_;
     int size_ = 0;
     std::vector<double> values_;
-    mutable std::vector<Call> calls_;
 };
 
 // Joins of a host, which has no elements side by side.

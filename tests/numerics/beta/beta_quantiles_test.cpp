@@ -77,23 +77,5 @@ TEST(BetaQuantiles, HandleTheEnds) {
     EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
 }
 
-TEST(BetaNewton, InvertsThePairFromANearbyStart) {
-    const BetaShapes shapes(2.5, 4);
-    for (const double exact : {0.1, 0.4, 0.7}) {
-        double lower = 0;
-        double upper = 0;
-        beta_df(exact, shapes, &lower, &upper, nullptr);
-        double x = exact * 1.03;
-        beta_newton(lower < upper ? lower : upper, shapes, &x, lower < upper ? Side::Lower : Side::Upper);
-        EXPECT_EQ(ErrorState().level, 0);
-        EXPECT_TRUE(test::IsNear(x, exact, 1e-8));
-    }
-    for (double start : {-1.0, 1e-300, 1.0}) {  // outside the domain; no density
-        beta_newton(0.5, shapes, &start, Side::Upper);
-        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
-        EXPECT_EQ(ErrorState().routine.View(), "beta_newton");
-    }
-}
-
 }  // namespace
 }  // namespace zul::numerics

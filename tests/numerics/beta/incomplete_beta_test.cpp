@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <string>
 
 #include "frame/error_state.h"
 #include "numerics/gamma/incomplete_gamma.h"
@@ -83,42 +82,6 @@ TEST(BetaDf, SaturatesAtTheEndsAndForVanishingShapes) {
     EXPECT_EQ(r, (Result{1, 0, kUnwritten}));
     Evaluate(1e-6, 94906265.0, 94906265.0);
     EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
-}
-
-// Across all switch points, up to the tolerance of the series.
-TEST(BetaDf, RisesWithTheArgument) {
-    for (const double a : {0.3, 1.0, 4.5, 80.0, 3000.0}) {
-        for (const double b : {0.3, 1.0, 4.5, 80.0, 3000.0}) {
-            const BetaShapes shapes(a, b);
-            double previous = 0;
-            for (double x = 1e-4; x < 1; x += 0.00037) {
-                double lower = 0;
-                double upper = 0;
-                beta_df(x, shapes, &lower, &upper, nullptr);
-                EXPECT_GE(lower, previous * (1 - 2e-9)) << x << " " << a << " " << b;
-                previous = lower;
-            }
-        }
-    }
-}
-
-TEST(BetaFactors, FailWithTheirNamesWhereTheyCannotGoOn) {
-    const BetaShapes shapes(2.5, 0.5);
-    const BetaShapes large(1e-3, 9e7);
-    double factor = kUnwritten;
-    // Far above the median: a ratio close to 1 in the one series, rising terms in the other; mirrored
-    // likewise.
-    EXPECT_EQ(beta_Iabx(shapes.Direct(), 0.9999999, &factor), kNotConverged);
-    EXPECT_EQ(ErrorState().routine.View(), "beta_Iabx");
-    EXPECT_EQ(beta_Iabx(large.Direct(), 0.4, &factor), kNotConverged);
-    EXPECT_EQ(beta_Jabx(large.Mirrored(), 1e-3, &factor), kNotConverged);
-    EXPECT_EQ(ErrorState().routine.View(), "beta_Jabx");
-    EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
-    EXPECT_FALSE(BetaContinuedFraction(0.5, 0.1, 1e-12, &factor));
-    EXPECT_EQ(factor, kUnwritten);
-    // log(1 + z) / z for b = 0 and q = 1.
-    EXPECT_TRUE(BetaContinuedFraction(0, 1, 0.25, &factor));
-    EXPECT_NEAR(factor, std::log(4.0) / 3, 1e-10);
 }
 
 }  // namespace

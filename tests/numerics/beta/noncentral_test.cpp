@@ -79,24 +79,6 @@ TEST(Noncentral, NextToNoDegreesOfFreedom) {
     });
 }
 
-TEST(Noncentral, WithoutNoncentralityIsTheCentralPair) {
-    for (const double x : {1e-300, 1e-3, 0.4, 0.999, 1.0}) {
-        Tails central;
-        beta_df(x, BetaShapes(2.5, 7), &central.lower, &central.upper, nullptr);
-        EXPECT_EQ(BetaTails(x, 2.5, 7, 0), central);
-        EXPECT_EQ(ErrorState().routine.View(), "beta_ncdf");
-        const double f = x == 1 ? 1e300 : x / (1 - x) * 2.8;
-        beta_df(2.5 * f / (2.5 * f + 7), 7 / (2.5 * f + 7), BetaShapes(2.5, 7), &central.lower,
-                &central.upper, nullptr);
-        if (f <= 1) {
-            EXPECT_EQ(FTails(f, 5, 14, 0), central);
-        }
-        t_df(x, 1e9, &central.lower, &central.upper);
-        EXPECT_EQ(TTails(x, 1e9, 0), central);
-        EXPECT_EQ(ErrorState().routine.View(), "t_ncdf");
-    }
-}
-
 TEST(Noncentral, Ends) {
     EXPECT_EQ(BetaTails(0, 2, 3, 1), (Tails{0, 1}));
     EXPECT_EQ(BetaTails(1, 2, 3, 1), (Tails{1, 0}));
@@ -106,24 +88,6 @@ TEST(Noncentral, Ends) {
     EXPECT_EQ(TTails(-kInf, 3, 1), (Tails{0, 1}));
     EXPECT_FALSE(FTails(1, 2, 3, 7e9).Written());
     EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
-}
-
-// delta^2 / 2 + 6.1738 delta / sqrt(2) = 94906265 - df / 2.
-TEST(NoncentralT, LimitsTheNoncentrality) {
-    for (const double df : {1e-3, 1e6, 1.8e8}) {
-        const double root = (std::sqrt(6.1738 * 6.1738 + 4 * (kShapeLimit - df / 2)) - 6.1738) / 2;
-        for (const double sign : {-1.0, 1.0}) {
-            const double delta = sign * std::sqrt(2.0) * root;
-            EXPECT_TRUE(TTails(1, df, delta * (1 - 1e-12)).Sound());
-            EXPECT_LE(ErrorState().level, frame::LevelUnderflow);
-            EXPECT_FALSE(TTails(1, df, delta * (1 + 1e-12)).Written());
-            EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
-        }
-    }
-    TTails(1, 2e8, 1e-9);
-    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
-    TTails(1, 3, 1e300);
-    EXPECT_EQ(ErrorState().level, frame::LevelNoncentrality);
 }
 
 }  // namespace

@@ -150,16 +150,6 @@ TEST(DiscreteTails, OfPoissonMatchReferenceAndTheirQuantiles) {
         }
 }
 
-TEST(DiscreteTails, OfPoissonAtTheEnds) {
-    EXPECT_EQ(Poisson(3).At(-1).lower, 0);
-    EXPECT_EQ(Poisson(0).At(0).lower, 1);
-    EXPECT_EQ(Invert(Poisson(50), 0, false).k, 0);
-    EXPECT_EQ(Invert(Poisson(50), 0, false).c, 1);
-    EXPECT_EQ(Invert(Poisson(1e4), 1, true).k, 0);
-    EXPECT_EQ(Invert(Poisson(0), 0.3, true).k, 0);
-    EXPECT_EQ(Invert(Poisson(0), 0.3, true).c, 0.3);
-}
-
 struct Exact {
     double k;
     std::array<double, 3> parameters;

@@ -52,16 +52,5 @@ TEST(GammaQuantiles, KnowTheEnds) {
     EXPECT_EQ(Quantile(0.25, 1, true), -std::log(0.25));
 }
 
-TEST(Chi2Quantiles, AreTwiceThoseOfGamma) {
-    double x = 0;
-    chi2_lower_quant(0.3, 5, &x);
-    EXPECT_EQ(x, 2 * Quantile(0.3, 2.5, false));
-    chi2_upper_quant(0.3, 5, &x);
-    EXPECT_EQ(x, 2 * Quantile(0.3, 2.5, true));
-    chi2_upper_quant(0, 5, &x);
-    EXPECT_EQ(x, -DBL_MAX);
-    EXPECT_EQ(ErrorState().routine.View(), "chi2_upper_quant");
-}
-
 }  // namespace
 }  // namespace zul::numerics

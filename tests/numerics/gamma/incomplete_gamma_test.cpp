@@ -76,38 +76,6 @@ TEST(GammaDf, SaturatesAtTheEnds) {
     }
 }
 
-TEST(GammaDf, LimitsAreIncluded) {
-    const Result atShapeLimit = Evaluate(94906265, 94906265);
-    EXPECT_EQ(ErrorState().level, 0);
-    EXPECT_NEAR(atShapeLimit.lower, 0.5, 1e-4);
-    Evaluate(189812530, 3);
-    EXPECT_EQ(ErrorState().method, GammaUpperCannotRise);
-    Evaluate(2.2250738585072014e-288, 1);
-    EXPECT_EQ(ErrorState().method, GammaLower);
-}
-
-// The continued fraction, told plainly.
-TEST(GammaContinuedFraction, StopsWhereItsPairsMeet) {
-    const FractionalShape third(1.0 / 3);
-    for (double x = 1; x < 100; x *= 1.05) {
-        double p0 = 0, p1 = 1, q0 = 1, q1 = 1, r0 = 0, r1 = 1;
-        int k = 0;
-        do {
-            ++k;
-            p0 = (k - third.Value()) * p0 + x * p1;
-            q0 = (k - third.Value()) * q0 + x * q1;
-            r0 = p0 / q0;
-            p1 = k * p1 + p0;
-            q1 = k * q1 + q0;
-            r1 = p1 / q1;
-        } while ((r1 - r0) / r0 >= 1e-9);
-        double factor = 0;
-        ASSERT_EQ(GammaContinuedFraction(x, third, &factor), kConverged);
-        ASSERT_EQ(ErrorState().count, k) << x;
-        ASSERT_EQ(factor, (r0 + r1) / 2) << x;
-    }
-}
-
 // The prepared shape 1/2 looks up how long its loops run: it must not be seen in a single bit, in the method
 // or in the number of iterations.
 TEST(GammaDf, OneHalfGivesTheBitsOfAnyShape) {
@@ -122,42 +90,6 @@ TEST(GammaDf, OneHalfGivesTheBitsOfAnyShape) {
         ASSERT_EQ(r.lower, general.lower) << x;
         ASSERT_EQ(r.upper, general.upper) << x;
         ASSERT_EQ(r.density, general.density) << x;
-    }
-}
-
-// Right at a threshold of the number of terms the quick count has to fall back on the slow one.
-TEST(GammaIax, CountsTermsAsTheRecurrenceDoes) {
-    for (const double a : {0.5, 3.0, 1000.0}) {
-        for (double x = a / 100; x < a; x *= 1.01) {
-            double t = 1;
-            int n = 0;
-            while (t >= kSeriesTolerance)
-                t = t * x / (++n + a);
-            double sum = 0;
-            ASSERT_EQ(gamma_Iax(a, x, &sum), kConverged);
-            ASSERT_EQ(ErrorState().count, n) << a << " " << x;
-        }
-    }
-}
-
-TEST(GammaNewton, InvertsThePairFromANearbyStart) {
-    for (const double a : {0.5, 3.0, 50.0}) {
-        for (const double exact : {0.3 * a, a, 2 * a}) {
-            const Result r = Evaluate(exact, a);
-            const bool lower = r.lower < r.upper;
-            double x = exact * 1.03;
-            gamma_newton(lower ? r.lower : r.upper, a, &x, lower ? Side::Lower : Side::Upper);
-            EXPECT_EQ(ErrorState().level, 0);
-            EXPECT_TRUE(test::IsNear(x, exact, 1e-8)) << a;
-        }
-    }
-}
-
-TEST(GammaNewton, FailsWithItsNameWhereItCannotGoOn) {
-    for (double start : {1e9, 700.0, -1.0}) {  // no density; no density; outside the domain
-        gamma_newton(0.5, 0.5, &start, Side::Upper);
-        EXPECT_EQ(ErrorState().level, frame::LevelNoConvergence);
-        EXPECT_EQ(ErrorState().routine.View(), "gamma_newton");
     }
 }
 
