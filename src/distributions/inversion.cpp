@@ -11,12 +11,13 @@ namespace zul::kernels {
 using frame::kNA;
 using numerics::CmRealFunction;
 
-CmInversion::CmInversion(double p, bool isDiscrete) {
+CmInversion::CmInversion(double p, bool isDiscrete, bool upper) : upper_(upper) {
     discrete = isDiscrete;
     target = p;
     absTolX = kInversionAbsTol;
     relTolX = kInversionRelTol;
-    absTolF = kInversionAbsTol;
+    // A lower tail may leap where it is tiny. An upper one is met to a relative tolerance, however tiny.
+    absTolF = upper ? 0 : kInversionAbsTol;
     relTolF = kInversionRelTol;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <sstream>
@@ -58,6 +59,34 @@ Function Both(const std::string& name, double (*function)(double, Types...),
     return both;
 }
 
+template <typename... Types>
+struct TypeList {};
+
+// The types of the parameters of an inverse, by which its overloads are told apart: those of the density and, where
+// that is central, the noncentrality.
+template <typename... Pdf, typename... Cdf>
+auto InverseTypes(double (*)(double, Pdf...), double (*)(double, Cdf...)) {
+    if constexpr (sizeof...(Cdf) == sizeof...(Pdf) + 1)
+        return TypeList<Pdf...>{};
+    else
+        return TypeList<Pdf..., double>{};
+}
+
+template <typename... Types>
+Function Inverse(TypeList<Types...> /*types*/, const std::string& name,
+                 std::type_identity_t<double (*)(double, Types...)> function,
+                 std::type_identity_t<void (*)(double*, const double*, std::size_t, Types...)> each) {
+    return Both(name, function, each);
+}
+
+template <typename... Types>
+Function TailInverse(
+    TypeList<Types...> /*types*/, const std::string& name,
+    std::type_identity_t<double (*)(double, Types..., bool)> function,
+    std::type_identity_t<void (*)(double*, const double*, std::size_t, Types..., bool)> each) {
+    return Both(name, function, each);
+}
+
 // The user-defined family with the first n entries of a table.
 constexpr std::array kValues = {-1.0, 0.0, 2.0, 3.0, 7.0, 11.0};
 constexpr std::array kMasses = {0.0625, 0.25, 0.125, 0.3125, 0.1875, 0.0625};
@@ -95,11 +124,13 @@ void DiscreteInvCdf(double* out, const double* in, std::size_t count, int n) {
 std::vector<Family> AllFamilies() {
     using enum Kind;
     using enum Domain;
-// The three functions of a family from its name.
-#define ZUL_TEST_FAMILY(family, kind)                                          \
-    std::string(#family), kind, Both(#family "Pdf", family##Pdf, family##Pdf), \
-        Both(#family "Cdf", family##Cdf, family##Cdf),                         \
-        Both(#family "InvCdf", family##InvCdf, family##InvCdf)
+// The functions of a family from its name.
+#define ZUL_TEST_FAMILY(family, kind)                                                                      \
+    std::string(#family), kind, Both(#family "Pdf", family##Pdf, family##Pdf),                             \
+        Both(#family "Cdf", family##Cdf, family##Cdf),                                                     \
+        Inverse(InverseTypes(family##Pdf, family##Cdf), #family "InvCdf", family##InvCdf, family##InvCdf), \
+        TailInverse(InverseTypes(family##Pdf, family##Cdf), #family "InvCdf", family##InvCdf,              \
+                    family##InvCdf)
     return {
         {ZUL_TEST_FAMILY(Beta, Continuous),
          {Positive, Positive},
@@ -172,7 +203,15 @@ std::vector<Family> AllFamilies() {
         {ZUL_TEST_FAMILY(Weibull, Continuous),
          {Positive, Positive, Real},
          {{{1, 1, 0}, 0, kInf}, {{0.5, 2, 1}, 1, kInf}, {{4, 3, -1}, -1, kInf}}},
-        {ZUL_TEST_FAMILY(Discrete, Discrete), {Count}, {{{6}, -1, 11}}, true},
+        {"Discrete",
+         Discrete,
+         Both("DiscretePdf", DiscretePdf, DiscretePdf),
+         Both("DiscreteCdf", DiscreteCdf, DiscreteCdf),
+         Both("DiscreteInvCdf", DiscreteInvCdf, DiscreteInvCdf),
+         {},
+         {Count},
+         {{{6}, -1, 11}},
+         true},
         {ZUL_TEST_FAMILY(Uniform, Continuous), {Real, Above}, {{{0, 1}, 0, 1}, {{-3, 8}, -3, 8}}, true},
     };
 #undef ZUL_TEST_FAMILY
@@ -197,10 +236,10 @@ std::vector<Statistic> AllStatistics() {
 
 // The function with the first of the parameters, as many as it has; the flag of a tail comes last.
 Applied With(const Function& function, const std::vector<double>& values, double flag = 0) {
-    const bool isCdf = function.types.back() == Type::Flag;
-    const std::size_t count = function.types.size() - (isCdf ? 2 : 1);
+    const bool hasFlag = function.types.back() == Type::Flag;
+    const std::size_t count = function.types.size() - (hasFlag ? 2 : 1);
     Applied applied{&function, {values.begin(), values.begin() + static_cast<std::ptrdiff_t>(count)}};
-    if (isCdf) applied.parameters.push_back(flag);
+    if (hasFlag) applied.parameters.push_back(flag);
     return applied;
 }
 
@@ -225,11 +264,24 @@ std::string Applied::Name() const {
     return text.str();
 }
 
+std::vector<Applied> Distribution::Functions() const {
+    std::vector<Applied> functions = {pdf, lower, upper, quantile};
+    if (upperQuantile.function != nullptr) functions.push_back(upperQuantile);
+    return functions;
+}
+
+std::vector<const Function*> Family::Functions() const {
+    std::vector<const Function*> functions = {&pdf, &cdf, &invCdf};
+    if (tailInvCdf.call) functions.push_back(&tailInvCdf);
+    return functions;
+}
+
 Distribution Family::With(const Parameters& chosen) const {
     return {test::With(pdf, chosen.values),
             test::With(cdf, chosen.values, 0),
             test::With(cdf, chosen.values, 1),
             test::With(invCdf, chosen.values),
+            tailInvCdf.call ? test::With(tailInvCdf, chosen.values, 1) : Applied{},
             chosen.lowest,
             chosen.highest};
 }
@@ -244,21 +296,24 @@ const std::vector<Statistic>& Statistics() {
     return statistics;
 }
 
-const Function& FunctionOf(const std::string& name) {
+const Function& FunctionOf(const std::string& name, std::size_t arguments) {
     static const auto byName = [] {
-        std::map<std::string, const Function*> functions;
+        std::multimap<std::string, const Function*> functions;
         for (const Family& family : Families())
             for (const Function* function : family.Functions())
-                functions[function->name] = function;
+                functions.emplace(function->name, function);
         for (const Statistic& statistic : Statistics())
-            functions[statistic.function.name] = &statistic.function;
+            functions.emplace(statistic.function.name, &statistic.function);
         return functions;
     }();
-    return *byName.at(name);
+    const auto [first, last] = byName.equal_range(name);
+    if (first == last) throw std::out_of_range(name);
+    const bool isFirst = std::next(first) == last || arguments != std::next(first)->second->types.size();
+    return isFirst ? *first->second : *std::next(first)->second;
 }
 
 std::vector<std::string> ReferenceTables() {
-    std::vector<std::string> tables = {"pvalues", "critvalues", "psi"};
+    std::vector<std::string> tables = {"pvalues", "critvalues", "psi", "upper_quantiles"};
     for (const Family& family : Families())
         if (family.name != "Discrete") tables.push_back(family.name);  // its user has the table
     return tables;

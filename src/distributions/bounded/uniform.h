@@ -3,6 +3,8 @@
 
 #include <cfloat>
 
+#include "frame/call_frame.h"
+
 namespace zul::kernels {
 
 // 1 / (b - a) on [a, b], else 0.
@@ -29,12 +31,14 @@ struct UniformCdfKernel {
 
 // (b - a) p + a; exactly a and b for p = 0 and p = 1.
 struct UniformInvCdfKernel {
+    using Parameters = frame::ParameterList<double, double>;
     double a;
     double b;
     double operator()(double p) const {
         if (p == 0) return a;
         return p == 1 ? b : (b - a) * p + a;
     }
+    double AtUpperTail(double q) const { return b - (b - a) * q; }
 };
 
 }  // namespace zul::kernels

@@ -28,6 +28,7 @@ struct CauchyInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -32,6 +32,7 @@ struct LaplaceInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -30,6 +30,7 @@ struct LogisticInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels
