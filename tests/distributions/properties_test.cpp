@@ -174,10 +174,10 @@ double ErrorOfUpperTail(const Family& family) {
 }
 
 double LeastUpperTail(const Family& family, const Distribution& d) {
-    const std::set<std::string> closed = {
-        "Cauchy",  "Exponential", "Geometric",     "IntegerUniform",       "Lambda",
-        "Laplace", "Logistic",    "LogLogistic",   "SmallestExtremeValue", "Triangular",
-        "Uniform", "Weibull",     "Hypergeometric"};
+    const std::set<std::string> closed = {"Cauchy",         "Exponential", "Geometric",
+                                          "IntegerUniform", "Lambda",      "Laplace",
+                                          "Logistic",       "LogLogistic", "SmallestExtremeValue",
+                                          "Triangular",     "Uniform",     "Weibull"};
     if (family.name == "Hypergeometric") return 1e-280;  // where its tail underflows
     const bool noncentral = (family.name == "F" || family.name == "T") && d.quantile.parameters.back() != 0;
     if (noncentral) return 1e-100;  // the quantile itself ends at 1e30
