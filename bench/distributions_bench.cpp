@@ -95,6 +95,29 @@ Evaluate Array(void (*function)(double*, const double*, std::size_t, Types...)) 
     };
 }
 
+// The inverse has the parameters of the density, and a noncentrality that the density may lack: the cumulative
+// function has one parameter more than the density for its flag, or two. They tell its overloads apart.
+template <std::size_t More, typename... Pdf>
+struct InverseOf {
+    using OfOne = double (*)(double, Pdf...);
+    using OfMany = void (*)(double*, const double*, std::size_t, Pdf...);
+};
+template <typename... Pdf>
+struct InverseOf<2, Pdf...> : InverseOf<1, Pdf..., double> {};
+
+template <typename... Pdf, typename... Cdf>
+Functions Scalars(double (*pdf)(double, Pdf...), double (*cdf)(double, Cdf...),
+                  typename InverseOf<sizeof...(Cdf) - sizeof...(Pdf), Pdf...>::OfOne invCdf) {
+    return {Scalar(pdf), Scalar(cdf), Scalar(invCdf)};
+}
+
+template <typename... Pdf, typename... Cdf>
+Functions Arrays(void (*pdf)(double*, const double*, std::size_t, Pdf...),
+                 void (*cdf)(double*, const double*, std::size_t, Cdf...),
+                 typename InverseOf<sizeof...(Cdf) - sizeof...(Pdf), Pdf...>::OfMany invCdf) {
+    return {Array(pdf), Array(cdf), Array(invCdf)};
+}
+
 #ifdef ZUL_BENCH_WITH_BOOST
 template <template <typename, typename> typename Distribution>
 using InDouble = Distribution<double, BoostPolicy>;
@@ -106,12 +129,19 @@ Functions OfBoost(Make make) {
             Each([make](double x, const Parameters& p) { return cdf(make(p), x); }),
             Each([make](double x, const Parameters& p) { return quantile(make(p), x); })};
 }
+
+template <typename Make>
+Functions UpperQuantileOfBoost(Make make) {
+    const auto upperQuantile = [make](double x, const Parameters& p) {
+        return quantile(boost::math::complement(make(p), x));
+    };
+    return {nullptr, nullptr, Each(upperQuantile)};
+}
 #endif
 
-#define ZUL_BENCH_OURS(family)                                                          \
-    {Array(zul::family##Pdf), Array(zul::family##Cdf), Array(zul::family##InvCdf)}, {   \
-        Scalar(zul::family##Pdf), Scalar(zul::family##Cdf), Scalar(zul::family##InvCdf) \
-    }
+#define ZUL_BENCH_OURS(family)                                       \
+    Arrays(zul::family##Pdf, zul::family##Cdf, zul::family##InvCdf), \
+        Scalars(zul::family##Pdf, zul::family##Cdf, zul::family##InvCdf)
 // The functions of a peer, as expressions in x and the parameters p.
 #define ZUL_BENCH_AT(expression) \
     Each([]([[maybe_unused]] double x, [[maybe_unused]] const Parameters& p) { return expression; })
@@ -122,6 +152,20 @@ Functions OfBoost(Make make) {
     ZUL_BENCH_GSL({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
 #define ZUL_BENCH_R_FAMILY(pdf, cdf, invCdf) \
     ZUL_BENCH_RMATH({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
+// The quantiles by the upper tail alone.
+#define ZUL_BENCH_OURS_UPPER(family, ...)                                         \
+    {nullptr, nullptr,                                                            \
+     [](double* out, const double* in, std::size_t count, const Parameters& p) {  \
+         zul::family##InvCdf(out, in, count, __VA_ARGS__, true);                  \
+     }},                                                                          \
+    {                                                                             \
+        nullptr, nullptr, ZUL_BENCH_AT(zul::family##InvCdf(x, __VA_ARGS__, true)) \
+    }
+#define ZUL_BENCH_BOOST_UPPER(distribution, ...) \
+    ZUL_BENCH_BOOST(UpperQuantileOfBoost(        \
+        [](const Parameters& p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
+#define ZUL_BENCH_GSL_UPPER(invCdf) ZUL_BENCH_GSL({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
+#define ZUL_BENCH_R_UPPER(invCdf) ZUL_BENCH_RMATH({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
 
 std::vector<Family> ClosedForms() {
     const std::vector<Parameters> location = {{0, 1}, {-3, 0.2}, {100, 15}};
@@ -291,6 +335,59 @@ std::vector<Family> NoncentralFamilies() {
     return families;
 }
 
+std::vector<Family> UpperQuantiles() {
+    return {
+        {"upper Exponential",
+         {{1, 0}, {0.02, 0}, {70, 0}},
+         ZUL_BENCH_OURS_UPPER(Exponential, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(exponential_distribution, 1 / p[0]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_exponential_Qinv(x, p[0])), ZUL_BENCH_R_UPPER(qexp(x, p[0], 0, 0))}},
+        {"upper Logistic",
+         {{0, 1}, {-3, 0.2}, {100, 15}},
+         ZUL_BENCH_OURS_UPPER(Logistic, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(logistic_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_logistic_Qinv(x, p[1]) + p[0]),
+          ZUL_BENCH_R_UPPER(qlogis(x, p[0], p[1], 0, 0))}},
+        {"upper Normal",
+         {{0, 1}, {-3, 0.2}, {100, 15}},
+         ZUL_BENCH_OURS_UPPER(Normal, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(normal_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_ugaussian_Qinv(x) * p[1] + p[0]),
+          ZUL_BENCH_R_UPPER(qnorm5(x, p[0], p[1], 0, 0))}},
+        {"upper Gamma",
+         {{0.4, 2, 0}, {1.5, 1, 0}, {4, 0.3, 0}, {9, 1, 0}},
+         ZUL_BENCH_OURS_UPPER(Gamma, p[0], p[1], p[2]),
+         {ZUL_BENCH_BOOST_UPPER(gamma_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_gamma_Qinv(x, p[0], p[1])),
+          ZUL_BENCH_R_UPPER(qgamma(x, p[0], p[1], 0, 0))}},
+        {"upper Beta",
+         {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
+         ZUL_BENCH_OURS_UPPER(Beta, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(beta_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_beta_Qinv(x, p[0], p[1])),
+          ZUL_BENCH_R_UPPER(qbeta(x, p[0], p[1], 0, 0))}},
+        {"upper T",
+         {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
+         ZUL_BENCH_OURS_UPPER(T, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(students_t_distribution, p[0]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_tdist_Qinv(x, p[0])), ZUL_BENCH_R_UPPER(qt(x, p[0], 0, 0))}},
+        {"upper Poisson",
+         {{0.3}, {2}, {4.5}, {12}},
+         ZUL_BENCH_OURS_UPPER(Poisson, p[0]),
+         {ZUL_BENCH_BOOST_UPPER(poisson_distribution, p[0]), ZUL_BENCH_R_UPPER(qpois(x, p[0], 0, 0))}},
+    };
+}
+
+std::vector<Family> NoncentralUpperQuantiles() {
+    return {
+        {"upper noncentral ChiSq",
+         {{1, 0.5}, {4, 6}, {30, 100}},
+         ZUL_BENCH_OURS_UPPER(ChiSq, p[0], p[1]),
+         {ZUL_BENCH_BOOST_UPPER(non_central_chi_squared_distribution, p[0], p[1]),
+          ZUL_BENCH_R_UPPER(qnchisq(x, p[0], p[1], 0, 0))}},
+    };
+}
+
 // For each parameter set its input.
 using Inputs = std::vector<std::pair<Parameters, std::vector<double>>>;
 
@@ -355,6 +452,8 @@ void AddDistributionBenchmarks() {
     add(GammaFamilies(), kSomeValues);
     add(BetaFamilies(), kSomeValues);
     add(NoncentralFamilies(), kFewValues);
+    add(UpperQuantiles(), kSomeValues);
+    add(NoncentralUpperQuantiles(), kFewValues);
 }
 
 }  // namespace zul::bench

@@ -38,7 +38,11 @@ struct UniformInvCdfKernel {
         if (p == 0) return a;
         return p == 1 ? b : (b - a) * p + a;
     }
-    double AtUpperTail(double q) const { return b - (b - a) * q; }
+    static constexpr bool kTakesEveryTail = true;
+    double AtUpperTail(double q) const {
+        const double sides[] = {(b - a) * (1 - q) + a, b - (b - a) * q};
+        return sides[q < 0.5];
+    }
 };
 
 }  // namespace zul::kernels

@@ -50,7 +50,7 @@ double CauchyInvCdfKernel::operator()(double p) const {
 }
 
 double CauchyInvCdfKernel::AtUpperTail(double q) const {
-    return IsTolerantlyHalf(q) ? location : location - scale * StandardQuantile(q);
+    return SymmetricQuantile(q, location, scale, [](double tail) { return StandardQuantile(tail); });
 }
 
 }  // namespace kernels

@@ -28,6 +28,7 @@ struct CauchyInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    static constexpr bool kTakesEveryTail = true;
     double AtUpperTail(double q) const;
 };
 

@@ -45,7 +45,7 @@ double LaplaceInvCdfKernel::operator()(double p) const {
 }
 
 double LaplaceInvCdfKernel::AtUpperTail(double q) const {
-    return IsTolerantlyHalf(q) ? location : location - frame::SafeLog(2 * q) * scale;
+    return SymmetricQuantile(q, location, scale, [](double tail) { return frame::SafeLog(2 * tail); });
 }
 
 }  // namespace kernels

@@ -32,6 +32,7 @@ struct LaplaceInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    static constexpr bool kTakesEveryTail = true;
     double AtUpperTail(double q) const;
 };
 

@@ -47,7 +47,7 @@ double LogisticInvCdfKernel::operator()(double p) const {
 }
 
 double LogisticInvCdfKernel::AtUpperTail(double q) const {
-    return IsTolerantlyHalf(q) ? location : location + LogOdds(q) * scale;
+    return SymmetricQuantile(q, location, scale, [](double tail) { return -LogOdds(tail); });
 }
 
 }  // namespace kernels
