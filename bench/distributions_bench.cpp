@@ -95,8 +95,9 @@ Evaluate Array(void (*function)(double*, const double*, std::size_t, Types...)) 
     };
 }
 
-// The inverse has the parameters of the density, and a noncentrality that the density may lack: the cumulative
-// function has one parameter more than the density for its flag, or two. They tell its overloads apart.
+// The inverse has the parameters of the density, and a noncentrality that the density may lack: the
+// cumulative function has one parameter more than the density for its flag, or two. They tell its overloads
+// apart.
 template <std::size_t More, typename... Pdf>
 struct InverseOf {
     using OfOne = double (*)(double, Pdf...);

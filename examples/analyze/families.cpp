@@ -28,8 +28,8 @@ DistributionFunction Listed(double (*function)(double, Types...)) {
     };
 }
 
-// The inverse by either tail has the parameters of the density, and a noncentrality that the density may lack: the
-// cumulative function has one parameter more than the density for its flag, or two.
+// The inverse by either tail has the parameters of the density, and a noncentrality that the density may
+// lack: the cumulative function has one parameter more than the density for its flag, or two.
 template <std::size_t More, typename... Pdf>
 struct InverseOf {
     using Type = double (*)(double, Pdf..., bool);

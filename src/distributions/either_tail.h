@@ -8,8 +8,8 @@
 
 namespace zul::kernels {
 
-// The lower tail that belongs to an upper tail p of 1/2 or more, or outside [0, 1]: the difference is exact in
-// [1/2, 1], and a p below 0 is not rounded into the domain.
+// The lower tail that belongs to an upper tail p of 1/2 or more, or outside [0, 1]: the difference is exact
+// in [1/2, 1], and a p below 0 is not rounded into the domain.
 inline double LowerTailOf(double p) {
     const double lower = 1 - p;
     return lower == 1 && p < 0 ? 1 + std::numeric_limits<double>::epsilon() : lower;
@@ -18,9 +18,10 @@ inline double LowerTailOf(double p) {
 template <typename InvCdfKernel, typename Parameters = typename InvCdfKernel::Parameters>
 class EitherTail;
 
-// The inverse of a family by either tail. InvCdfKernel::AtUpperTail(q) is its quantile for the upper tail q, 0 < q <
-// 1/2, computed from q itself; all other q are left to the lower tail. A kernel so cheap that a branch on the size of q,
-// which is as good as random, would double its time, has a constant kTakesEveryTail and takes 0 < q < 1.
+// The inverse of a family by either tail. InvCdfKernel::AtUpperTail(q) is its quantile for the upper tail q,
+// 0 < q < 1/2, computed from q itself; all other q are left to the lower tail. A kernel so cheap that a
+// branch on the size of q, which is as good as random, would double its time, has a constant kTakesEveryTail
+// and takes 0 < q < 1.
 template <typename InvCdfKernel, typename... Types>
 class EitherTail<InvCdfKernel, frame::ParameterList<Types...>> {
 public:

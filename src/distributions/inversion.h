@@ -12,8 +12,8 @@ inline constexpr double kInversionRelTol = 1e-12;
 // The upper end of a bracket that stands for infinity.
 inline constexpr double kFarEnd = 1e30;
 
-// What an inversion solves for, p being the target: a family's lower tail minus p or, for an upper tail of p, p minus
-// the upper tail. It grows with the argument either way.
+// What an inversion solves for, p being the target: a family's lower tail minus p or, for an upper tail of p,
+// p minus the upper tail. It grows with the argument either way.
 class CmInversion : public numerics::CmRealFunction {
 public:
     explicit CmInversion(double p, bool isDiscrete = false, bool upper = false);

@@ -62,8 +62,8 @@ Function Both(const std::string& name, double (*function)(double, Types...),
 template <typename... Types>
 struct TypeList {};
 
-// The types of the parameters of an inverse, by which its overloads are told apart: those of the density and, where
-// that is central, the noncentrality.
+// The types of the parameters of an inverse, by which its overloads are told apart: those of the density and,
+// where that is central, the noncentrality.
 template <typename... Pdf, typename... Cdf>
 auto InverseTypes(double (*)(double, Pdf...), double (*)(double, Cdf...)) {
     if constexpr (sizeof...(Cdf) == sizeof...(Pdf) + 1)

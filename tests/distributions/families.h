@@ -32,8 +32,8 @@ struct Applied {
     std::string Name() const;
 };
 
-// A member of a family, with ordinary parameters and the ends of its support. upperQuantile is the inverse with its flag
-// set; the user-defined family has none.
+// A member of a family, with ordinary parameters and the ends of its support. upperQuantile is the inverse
+// with its flag set; the user-defined family has none.
 struct Distribution {
     Applied pdf;
     Applied lower;

@@ -34,8 +34,8 @@ inline bool IsTolerantlyHalf(double p) {
     return std::abs(p - 0.5) < kNear && frame::CompareTolerant(p, 0.5, 0) == 0;
 }
 
-// The symmetric families' quantile for the upper tail q, 0 < q < 1, from that of the standard member for the smaller tail:
-// for q < 1/2 it lies above the location. Picked by index, not by a branch.
+// The symmetric families' quantile for the upper tail q, 0 < q < 1, from that of the standard member for the
+// smaller tail: for q < 1/2 it lies above the location. Picked by index, not by a branch.
 template <typename StandardQuantile>
 double SymmetricQuantile(double q, double location, double scale, StandardQuantile quantile) {
     const double smaller = std::min(q, 1 - q);

@@ -43,9 +43,9 @@ double FirstOnTheWay(double start, double end, Condition holds) {
     }
 }
 
-// The quantile for the upper tail q from a family's routine. With its k comes the share of its atom that belongs to
-// the tail: when that is the whole atom to within 1e-9, q is the upper tail beyond k - 1 but for rounding, and k - 1
-// is the answer.
+// The quantile for the upper tail q from a family's routine. With its k comes the share of its atom that
+// belongs to the tail: when that is the whole atom to within 1e-9, q is the upper tail beyond k - 1 but for
+// rounding, and k - 1 is the answer.
 template <typename Routine, typename Shape>
 double DiscreteQuantileAtUpperTail(double q, const Shape& shape, Routine* upperQuantile) {
     constexpr double kWholeShare = 0.999999999;

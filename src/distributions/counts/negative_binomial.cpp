@@ -106,9 +106,9 @@ double NegBinomialInvCdfKernel::AtUpperTail(double q) {
     return SearchUpperTail(q);
 }
 
-// The last k for which the condition holds, which it does up to the quantile, z being the normal deviate there; NA if
-// there is none. Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of distributions having
-// known cumulants, 1960.
+// The last k for which the condition holds, which it does up to the quantile, z being the normal deviate
+// there; NA if there is none. Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of
+// distributions having known cumulants, 1960.
 template <typename Condition>
 double NegBinomialInvCdfKernel::LastBelow(double z, Condition isBelow) const {
     const double spread = frame::SafeSqrt((1 - prob_) * r_);
