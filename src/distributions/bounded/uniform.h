@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cfloat>
+#include <cmath>
 
 #include "frame/call_frame.h"
 
@@ -40,8 +41,10 @@ struct UniformInvCdfKernel {
     }
     static constexpr bool kTakesEveryTail = true;
     double AtUpperTail(double q) const {
-        const double sides[] = {(b - a) * (1 - q) + a, b - (b - a) * q};
-        return sides[q < 0.5];
+        const double range = b - a;
+        const double sides[] = {range * (1 - q) + a, b - range * q};
+        // An infinite range leaves no number beside it: the same one as for the lower tail.
+        return sides[int{q < 0.5} & int{std::abs(range) <= DBL_MAX}];
     }
 };
 

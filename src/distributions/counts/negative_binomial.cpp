@@ -147,7 +147,7 @@ double NegBinomialInvCdfKernel::SearchUpperTail(double q) const {
         const double tail = tailBeyond(k);
         return tail > q && tail != kNA;
     });
-    return lo == kNA || tailBeyond(lo + 1) == kNA ? kNA : lo + 1;
+    return lo != kNA && tailBeyond(lo + 1) <= q ? lo + 1 : kNA;
 }
 
 }  // namespace kernels
