@@ -49,9 +49,19 @@ struct Family {
     std::vector<Peer> peers;
 };
 
-// Ours, of the family by its last word.
-Functions Ours(const std::string& family, Evaluate test::Function::*form) {
-    const std::string name = family.substr(family.rfind(' ') + 1);
+// Ours, of the family by its last word; of the upper ones the inverse with its flag set alone.
+Functions Ours(const Family& family, Evaluate test::Function::*form) {
+    const std::string name = family.name.substr(family.name.rfind(' ') + 1);
+    if (family.name.starts_with("upper ")) {
+        const std::size_t arguments = family.parameters.front().size() + 2;
+        const Evaluate evaluate = test::FunctionOf(name + "InvCdf", arguments).*form;
+        return {nullptr, nullptr,
+                [evaluate](double* out, const double* in, std::size_t count, test::Arguments p) {
+                    Parameters withFlag(p.begin(), p.end());
+                    withFlag.push_back(1);
+                    evaluate(out, in, count, withFlag);
+                }};
+    }
     return {test::FunctionOf(name + "Pdf").*form, test::FunctionOf(name + "Cdf").*form,
             test::FunctionOf(name + "InvCdf").*form};
 }
@@ -75,6 +85,14 @@ Functions OfBoost(Make make) {
             Each([make](double x, test::Arguments p) { return cdf(make(p), x); }),
             Each([make](double x, test::Arguments p) { return quantile(make(p), x); })};
 }
+
+template <typename Make>
+Functions UpperQuantileOfBoost(Make make) {
+    const auto upperQuantile = [make](double x, test::Arguments p) {
+        return quantile(boost::math::complement(make(p), x));
+    };
+    return {nullptr, nullptr, Each(upperQuantile)};
+}
 #endif
 
 // The functions of a peer, as expressions in x and the parameters p.
@@ -87,6 +105,12 @@ Functions OfBoost(Make make) {
     ZUL_BENCH_GSL({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
 #define ZUL_BENCH_R_FAMILY(pdf, cdf, invCdf) \
     ZUL_BENCH_RMATH({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
+// The quantiles by the upper tail alone.
+#define ZUL_BENCH_BOOST_UPPER(distribution, ...) \
+    ZUL_BENCH_BOOST(UpperQuantileOfBoost(        \
+        [](test::Arguments p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
+#define ZUL_BENCH_GSL_UPPER(invCdf) ZUL_BENCH_GSL({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
+#define ZUL_BENCH_R_UPPER(invCdf) ZUL_BENCH_RMATH({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
 
 std::vector<Family> ClosedForms() {
     const std::vector<Parameters> location = {{0, 1}, {-3, 0.2}, {100, 15}};
@@ -233,6 +257,51 @@ std::vector<Family> NoncentralFamilies() {
     };
 }
 
+std::vector<Family> UpperQuantiles() {
+    return {
+        {"upper Exponential",
+         {{1, 0}, {0.02, 0}, {70, 0}},
+         {ZUL_BENCH_BOOST_UPPER(exponential_distribution, 1 / p[0]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_exponential_Qinv(x, p[0])), ZUL_BENCH_R_UPPER(qexp(x, p[0], 0, 0))}},
+        {"upper Logistic",
+         {{0, 1}, {-3, 0.2}, {100, 15}},
+         {ZUL_BENCH_BOOST_UPPER(logistic_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_logistic_Qinv(x, p[1]) + p[0]),
+          ZUL_BENCH_R_UPPER(qlogis(x, p[0], p[1], 0, 0))}},
+        {"upper Normal",
+         {{0, 1}, {-3, 0.2}, {100, 15}},
+         {ZUL_BENCH_BOOST_UPPER(normal_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_ugaussian_Qinv(x) * p[1] + p[0]),
+          ZUL_BENCH_R_UPPER(qnorm5(x, p[0], p[1], 0, 0))}},
+        {"upper Gamma",
+         {{0.4, 2, 0}, {1.5, 1, 0}, {4, 0.3, 0}, {9, 1, 0}},
+         {ZUL_BENCH_BOOST_UPPER(gamma_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_gamma_Qinv(x, p[0], p[1])),
+          ZUL_BENCH_R_UPPER(qgamma(x, p[0], p[1], 0, 0))}},
+        {"upper Beta",
+         {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
+         {ZUL_BENCH_BOOST_UPPER(beta_distribution, p[0], p[1]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_beta_Qinv(x, p[0], p[1])),
+          ZUL_BENCH_R_UPPER(qbeta(x, p[0], p[1], 0, 0))}},
+        {"upper T",
+         {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
+         {ZUL_BENCH_BOOST_UPPER(students_t_distribution, p[0]),
+          ZUL_BENCH_GSL_UPPER(gsl_cdf_tdist_Qinv(x, p[0])), ZUL_BENCH_R_UPPER(qt(x, p[0], 0, 0))}},
+        {"upper Poisson",
+         {{0.3}, {2}, {4.5}, {12}},
+         {ZUL_BENCH_BOOST_UPPER(poisson_distribution, p[0]), ZUL_BENCH_R_UPPER(qpois(x, p[0], 0, 0))}},
+    };
+}
+
+std::vector<Family> NoncentralUpperQuantiles() {
+    return {
+        {"upper noncentral ChiSq",
+         {{1, 0.5}, {4, 6}, {30, 100}},
+         {ZUL_BENCH_BOOST_UPPER(non_central_chi_squared_distribution, p[0], p[1]),
+          ZUL_BENCH_R_UPPER(qnchisq(x, p[0], p[1], 0, 0))}},
+    };
+}
+
 // For each parameter set its input.
 using Inputs = std::vector<std::pair<Parameters, std::vector<double>>>;
 
@@ -259,8 +328,8 @@ void AddFunction(const Family& family, const std::string& function, Evaluate Fun
         for (const auto& [library, functions] : family.peers)
             Add(workload, library, inputs, functions.*member);
     };
-    add(" array", Ours(family.name, &test::Function::each));
-    add(" scalar", Ours(family.name, &test::Function::loop));
+    add(" array", Ours(family, &test::Function::each));
+    add(" scalar", Ours(family, &test::Function::loop));
 }
 
 // Densities and tails at values drawn from the distribution, quantiles at uniform probabilities.
@@ -274,7 +343,7 @@ void AddFamily(const Family& family, std::size_t count) {
         for (double& probability : p)
             probability = uniform(generator);
         std::vector<double> x(count);
-        Ours(family.name, &test::Function::each).invCdf(x.data(), p.data(), count, parameters);
+        Ours(family, &test::Function::each).invCdf(x.data(), p.data(), count, parameters);
         probabilities.emplace_back(parameters, std::move(p));
         values.emplace_back(parameters, std::move(x));
     }
@@ -296,6 +365,8 @@ void AddDistributionBenchmarks() {
     add(GammaFamilies(), kSomeValues);
     add(BetaFamilies(), kSomeValues);
     add(NoncentralFamilies(), kFewValues);
+    add(UpperQuantiles(), kSomeValues);
+    add(NoncentralUpperQuantiles(), kFewValues);
 }
 
 }  // namespace zul::bench

@@ -117,8 +117,8 @@ void CheckTails(const Distribution& d, const Family& family, double x) {
     });
 }
 
-// The lower tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
-void CheckQuantile(const Distribution& d, const Family& family, double p, double x) {
+// The tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
+void CheckQuantile(const Distribution& d, const Family& family, double p, double x, bool upper) {
     const bool discrete = family.kind == test::Kind::Discrete;
     // Those quantiles are searched to 1e-12 of themselves.
     const bool noncentral = HasNoncentrality(family) && d.quantile.parameters.back() != 0;
@@ -126,11 +126,13 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
     for (const double parameter : d.quantile.parameters)
         size = std::max(size, std::abs(parameter));
     const double rounding = size * (noncentral ? 2e-12 : 1e-15);
-    const double below = Evaluate(d.lower, family.bare, discrete ? x - 1 : x - rounding).value;
-    const double above = Evaluate(d.lower, family.bare, discrete ? x : x + rounding).value;
-    Require(!(below > p + 2e-9 || above < p - 2e-9), [&] {
-        return Text(*d.quantile.function, d.quantile.parameters) + Call(" at", p, x, below, above);
-    });
+    const Applied& tail = upper ? d.upper : d.lower;
+    const Applied& quantile = upper ? d.upperQuantile : d.quantile;
+    // Of a count the two tails that p lies between: the upper ones include the point.
+    const double less = Evaluate(tail, family.bare, discrete ? (upper ? x : x - 1) : x - rounding).value;
+    const double more = Evaluate(tail, family.bare, discrete ? (upper ? x + 1 : x) : x + rounding).value;
+    Require(!(std::min(less, more) > p + 2e-9 || std::max(less, more) < p - 2e-9),
+            [&] { return Text(*quantile.function, quantile.parameters) + Call(" at", p, x, less, more); });
 }
 
 void CheckValid(const Family& family, Input& input) {
@@ -142,10 +144,15 @@ void CheckValid(const Family& family, Input& input) {
     const double p = input.Fraction();
     const double x = Evaluate(d.quantile, family.bare, p).value;
     // Some quantiles lie beyond the range of a double.
-    if (std::isfinite(x) && x != 0 && std::abs(x) < 1e29) {
+    const auto isWithin = [](double quantile) {
+        return std::isfinite(quantile) && quantile != 0 && std::abs(quantile) < 1e29;
+    };
+    if (isWithin(x)) {
         CheckTails(d, family, x);
-        CheckQuantile(d, family, p, x);
+        CheckQuantile(d, family, p, x, false);
     }
+    const double byUpperTail = Evaluate(d.upperQuantile, family.bare, p).value;
+    if (isWithin(byUpperTail)) CheckQuantile(d, family, p, byUpperTail, true);
     const double any = input.Real();
     CheckTails(d, family, discrete ? std::floor(any) : any);
 }
@@ -168,7 +175,12 @@ void CheckAny(const Family& family, Input& input) {
                 : quantile   ? fraction
                              : Evaluate(d.quantile, bare, fraction).value;
     }
-    CheckArray(f, bare, in, count, input.Flag());
+    const bool inPlace = input.Flag();
+    CheckArray(f, bare, in, count, inPlace);
+    if (f.function != &family.invCdf || !family.tailInvCdf.call) return;
+    f.function = &family.tailInvCdf;
+    f.parameters.push_back(1);
+    CheckArray(f, bare, in, count, inPlace);
 }
 
 // Of a statistic outside its domain: a p-value is in [0, 1] or NaN still.

@@ -23,6 +23,14 @@ int main() {
                 zul::BinomialCdf(3, 5, 0.5, true));
     //! [tails]
 
+    //! [upper_quantiles]
+    // A tail of 1e-20 is lost in 1 - 1e-20, which is 1 and has no quantile.
+    std::printf("z with 1e-20 above it: %.4f\n", zul::NormalInvCdf(1e-20, 0, 1, /*upper=*/true));
+    // So many events are exceeded once in a million, at most.
+    const double most = zul::PoissonInvCdf(1e-6, 3, /*upper=*/true);
+    std::printf("P(X > %.0f) = %.3g\n", most, zul::PoissonCdf(most + 1, 3, /*upper=*/true));
+    //! [upper_quantiles]
+
     //! [status]
     // A record begins with NaN everywhere; what a routine does not reach stays NaN.
     zul::v0::OneSampleZ record;

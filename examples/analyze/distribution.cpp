@@ -56,9 +56,9 @@ void PrintDistribution(std::ostream& out, const DistributionOptions& options) {
         return [&, upper](double x) { return function(x, parameters, upper); };
     };
     const Columns columns =
-        quantiles ? Columns{column(family.invCdf, false)}
+        quantiles ? Columns{column(family.invCdf, options.upper)}
                   : Columns{column(family.pdf, false), column(family.cdf, false), column(family.cdf, true)};
-    std::vector<Row> table = {quantiles         ? Row{"p", "inverse"}
+    std::vector<Row> table = {quantiles         ? Row{options.upper ? "upper p" : "p", "inverse"}
                               : family.discrete ? Row{"x", "P(X = x)", "P(X <= x)", "P(X >= x)"}
                                                 : Row{"x", "density", "P(X <= x)", "P(X > x)"}};
     for (const double argument : quantiles ? options.p : options.x)

@@ -13,6 +13,7 @@ struct DistributionOptions {
     std::vector<double> parameters;  ///< in the order of the library's function
     std::vector<double> x;           ///< where density and tails are wanted
     std::vector<double> p;           ///< whose quantiles are wanted; one of the two lists is empty
+    bool upper = false;              ///< whether p are upper tails
 };
 
 /// Writes the table. Throws InputError, before anything is written.

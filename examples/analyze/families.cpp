@@ -51,12 +51,25 @@ Operation Listed(int (zul::ISampler::*operation)(double*, unsigned, Types...)) {
     return {sizeof...(Types), draw};
 }
 
-// The parameters are those of the cumulative function; which of them are whole tells the inverse.
-template <typename... Pdf, typename... Cdf, typename... InvCdf>
+// The inverse by either tail has the parameters of the density, and a noncentrality that the density may
+// lack: the cumulative function has one parameter more than the density for its flag, or two.
+template <std::size_t More, typename... Pdf>
+struct InverseOf {
+    using Type = double (*)(double, Pdf..., bool);
+};
+template <typename... Pdf>
+struct InverseOf<2, Pdf...> {
+    using Type = double (*)(double, Pdf..., double, bool);
+};
+
+// The parameters are those of the cumulative function; which of them are whole the density tells.
+template <typename... Pdf, typename... Cdf>
 Family Make(std::string name, double (*pdf)(double, Pdf...), double (*cdf)(double, Cdf...),
-            double (*invCdf)(double, InvCdf...), Operation operation, bool discrete,
-            std::vector<std::string> parameters) {
-    return {std::move(name), discrete,    std::move(parameters), {std::is_same_v<InvCdf, int>...},
+            typename InverseOf<sizeof...(Cdf) - sizeof...(Pdf), Pdf...>::Type invCdf, Operation operation,
+            bool discrete, std::vector<std::string> parameters) {
+    std::vector<bool> whole = {std::is_same_v<Pdf, int>...};
+    whole.resize(parameters.size());
+    return {std::move(name), discrete,    std::move(parameters), std::move(whole),
             Listed(pdf),     Listed(cdf), Listed(invCdf),        std::move(operation)};
 }
 

@@ -83,6 +83,8 @@ void AddDistribution(CLI::App& app) {
     AddNumbers(command, "--parameters", options->parameters, "Its parameters, all of them");
     AddNumbers(command, "--x", options->x, "Where density and tails are wanted");
     AddNumbers(command, "--p", options->p, "Probabilities whose quantiles are wanted");
+    command.add_flag("--upper", options->upper, "Take the probabilities as those of upper tails")
+        ->needs("--p");
     command.callback([options] { analyze::PrintDistribution(std::cout, *options); });
 }
 

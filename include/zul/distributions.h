@@ -15,6 +15,10 @@
 /// - `<Family>Cdf(x, ..., upper)` is a tail: P(X <= x) for upper = false; for upper = true P(X > x) of a
 ///   continuous family and P(X >= x) of a discrete one, which includes the point.
 /// - `<Family>InvCdf(p, ...)` is the quantile: the x with P(X <= x) = p.
+/// - `<Family>InvCdf(p, ..., upper)` is the quantile by a tail: for upper = false the same, bit for bit; for
+///   upper = true the x with P(X > x) = p, of a discrete family the smallest k with P(X > k) <= p, computed
+///   from p itself. A NaN, a p outside [0, 1] and parameters outside their domain give what they give without
+///   the flag at 1 - p.
 /// - The array forms write to out[i] what the scalar form gives for in[i], bit for bit. in: count values; out:
 ///   count values, may equal in, may not overlap it otherwise. count = 0 writes nothing. A value without a
 ///   result is NaN at its place and the call goes on; an exception ends the call, and the elements before the
@@ -87,6 +91,14 @@ ZUL_API double BetaInvCdf(double p, double a, double b);
 /// Array form: out[i] = BetaInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b);
 
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, for 0 <= p <= 1. p = 0 gives 1,
+/// p = 1 gives 0. For upper = false BetaInvCdf(p, a, b); see @ref upper_quantiles.
+///
+/// The upper tail at the result gives p back to 1e-9, down to p = 1e-280.
+ZUL_API double BetaInvCdf(double p, double a, double b, bool upper);
+/// Array form: out[i] = BetaInvCdf(in[i], a, b, upper), see @ref array_forms.
+ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
+
 /// @}
 
 /// @defgroup binomial Binomial distribution
@@ -129,6 +141,15 @@ ZUL_API double BinomialInvCdf(double p, int n, double prob);
 /// Array form: out[i] = BinomialInvCdf(in[i], n, prob), see @ref array_forms.
 ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob);
 
+/// The quantile by the upper tail, for upper = true: the smallest whole number k with P(X > k) <= p, for 0 <=
+/// p <= 1. p = 0 gives n, p = 1 gives 0. For upper = false BinomialInvCdf(p, n, prob); see @ref
+/// upper_quantiles.
+///
+/// p below P(X > k) by less than 1e-9 of P(X = k + 1) still gives k. p counts down to 1e-280.
+ZUL_API double BinomialInvCdf(double p, int n, double prob, bool upper);
+/// Array form: out[i] = BinomialInvCdf(in[i], n, prob, upper), see @ref array_forms.
+ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob, bool upper);
+
 /// @}
 
 /// @defgroup cauchy Cauchy distribution
@@ -160,6 +181,13 @@ ZUL_API void CauchyCdf(double* out, const double* in, std::size_t count, double 
 ZUL_API double CauchyInvCdf(double p, double location, double scale);
 /// Array form: out[i] = CauchyInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// The quantile by the upper tail, for upper = true: location - scale tan(pi (p - 0.5)), for 0 < p < 1. p = 0
+/// and p = 1 give NaN. For upper = false CauchyInvCdf(p, location, scale); see @ref upper_quantiles.
+ZUL_API double CauchyInvCdf(double p, double location, double scale, bool upper);
+/// Array form: out[i] = CauchyInvCdf(in[i], location, scale, upper), see @ref array_forms.
+ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                          bool upper);
 
 /// @}
 
@@ -202,6 +230,16 @@ ZUL_API double ChiSqInvCdf(double p, double df, double noncentrality);
 /// Array form: out[i] = ChiSqInvCdf(in[i], df, noncentrality), see @ref array_forms.
 ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
 
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, for 0 < p <= 1. p = 0 gives
+/// NaN, p = 1 gives 0. For upper = false ChiSqInvCdf(p, df, noncentrality); see @ref upper_quantiles.
+///
+/// The upper tail at the result gives p back, down to p = 1e-280, as the lower one does without the flag;
+/// with a noncentrality to 1e-12 of p, whatever its size.
+ZUL_API double ChiSqInvCdf(double p, double df, double noncentrality, bool upper);
+/// Array form: out[i] = ChiSqInvCdf(in[i], df, noncentrality, upper), see @ref array_forms.
+ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
+                         bool upper);
+
 /// @}
 
 /// @defgroup exponential Exponential distribution
@@ -235,6 +273,14 @@ ZUL_API double ExponentialInvCdf(double p, double scale, double threshold);
 /// Array form: out[i] = ExponentialInvCdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale,
                                double threshold);
+
+/// The quantile by the upper tail, for upper = true: threshold - scale log(p), for 0 < p <= 1. p = 0:
+/// std::runtime_error ("float overflow"); p = 1 gives the threshold. For upper = false ExponentialInvCdf(p,
+/// scale, threshold); see @ref upper_quantiles.
+ZUL_API double ExponentialInvCdf(double p, double scale, double threshold, bool upper);
+/// Array form: out[i] = ExponentialInvCdf(in[i], scale, threshold, upper), see @ref array_forms.
+ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale,
+                               double threshold, bool upper);
 
 /// @}
 
@@ -286,6 +332,16 @@ ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality);
 ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2,
                      double noncentrality);
 
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, for 0 < p <= 1. p = 0 gives
+/// NaN, p = 1 gives 0. For upper = false FInvCdf(p, df1, df2, noncentrality); see @ref upper_quantiles.
+///
+/// The upper tail at the result gives p back, down to p = 1e-280, as the lower one does without the flag.
+/// With a noncentrality a quantile beyond 1e30 is NaN.
+ZUL_API double FInvCdf(double p, double df1, double df2, double noncentrality, bool upper);
+/// Array form: out[i] = FInvCdf(in[i], df1, df2, noncentrality, upper), see @ref array_forms.
+ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2,
+                     double noncentrality, bool upper);
+
 /// @}
 
 /// @defgroup gamma Gamma distribution
@@ -333,6 +389,16 @@ ZUL_API double GammaInvCdf(double p, double shape, double scale, double threshol
 ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                          double threshold);
 
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, for 0 < p <= 1. p = 0 gives
+/// NaN. Deliberate: p = 1 gives 0, and not the threshold. For upper = false GammaInvCdf(p, shape, scale,
+/// threshold); see @ref upper_quantiles.
+///
+/// The upper tail at the result gives p back, down to p = 1e-280, as the lower one does without the flag.
+ZUL_API double GammaInvCdf(double p, double shape, double scale, double threshold, bool upper);
+/// Array form: out[i] = GammaInvCdf(in[i], shape, scale, threshold, upper), see @ref array_forms.
+ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                         double threshold, bool upper);
+
 /// @}
 
 /// @defgroup geometric Geometric distribution
@@ -367,6 +433,16 @@ ZUL_API double GeometricInvCdf(double p, double prob);
 /// Array form: out[i] = GeometricInvCdf(in[i], prob), see @ref array_forms.
 ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, double prob);
 
+/// The quantile by the upper tail, for upper = true: the smallest whole number k >= 1 with (1 - prob)^k <= p,
+/// for 0 < p <= 1. p = 0 gives NaN, p = 1 gives 1. For upper = false GeometricInvCdf(p, prob); see @ref
+/// upper_quantiles.
+///
+/// There is a quantile for the smallest p, too: the neighbourhood of 1 without one is that of the form
+/// without the flag alone.
+ZUL_API double GeometricInvCdf(double p, double prob, bool upper);
+/// Array form: out[i] = GeometricInvCdf(in[i], prob, upper), see @ref array_forms.
+ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, double prob, bool upper);
+
 /// @}
 
 /// @defgroup half_normal Half-normal distribution
@@ -397,6 +473,16 @@ ZUL_API double HalfNormalInvCdf(double p, double scale, double threshold);
 /// Array form: out[i] = HalfNormalInvCdf(in[i], scale, threshold), see @ref array_forms.
 ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale,
                               double threshold);
+
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, which is NormalInvCdf(p / 2,
+/// threshold, scale, true), for 0 < p <= 1. p = 0 gives NaN, p = 1 exactly the threshold. For upper = false
+/// HalfNormalInvCdf(p, scale, threshold); see @ref upper_quantiles.
+///
+/// NaN for p below 8.4e-284.
+ZUL_API double HalfNormalInvCdf(double p, double scale, double threshold, bool upper);
+/// Array form: out[i] = HalfNormalInvCdf(in[i], scale, threshold, upper), see @ref array_forms.
+ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale,
+                              double threshold, bool upper);
 
 /// @}
 
@@ -440,6 +526,17 @@ ZUL_API double HypergeometricInvCdf(double p, int N, int M, int n);
 /// Array form: out[i] = HypergeometricInvCdf(in[i], N, M, n), see @ref array_forms.
 ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n);
 
+/// The quantile by the upper tail, for upper = true: the smallest whole number k with P(X > k) <= p, for 0 <=
+/// p <= 1. p = 0 gives the largest number of the range of X, p = 1 the smallest. For upper = false
+/// HypergeometricInvCdf(p, N, M, n); see @ref upper_quantiles.
+///
+/// p below P(X > k) by less than 1e-9 of P(X = k + 1) still gives k. Every p > 0 counts, also where the tail
+/// underflows.
+ZUL_API double HypergeometricInvCdf(double p, int N, int M, int n, bool upper);
+/// Array form: out[i] = HypergeometricInvCdf(in[i], N, M, n, upper), see @ref array_forms.
+ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n,
+                                  bool upper);
+
 /// @}
 
 /// @defgroup integer_uniform Integer uniform (discrete uniform) distribution
@@ -470,6 +567,14 @@ ZUL_API void IntegerUniformCdf(double* out, const double* in, std::size_t count,
 ZUL_API double IntegerUniformInvCdf(double p, int a, int b);
 /// Array form: out[i] = IntegerUniformInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b);
+
+/// The quantile by the upper tail, for upper = true: ceil(b - (b - a + 1) p), but at least a, for 0 < p < 1.
+/// p = 0 gives b, p = 1 gives a. For upper = false IntegerUniformInvCdf(p, a, b); see @ref upper_quantiles.
+///
+/// The formula is computed as it stands; from p = 0.5 on it is that of the lower tail 1 - p.
+ZUL_API double IntegerUniformInvCdf(double p, int a, int b, bool upper);
+/// Array form: out[i] = IntegerUniformInvCdf(in[i], a, b, upper), see @ref array_forms.
+ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper);
 
 /// @}
 
@@ -519,6 +624,17 @@ ZUL_API double LambdaInvCdf(double p, double lambda, double location, double sca
 ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                           double scale);
 
+/// The quantile by the upper tail, for upper = true: location - scale (p^lambda - (1 - p)^lambda) / lambda,
+/// for 0 <= p <= 1 and lambda > 0, or 0 < p < 1. For upper = false LambdaInvCdf(p, lambda, location, scale);
+/// see @ref upper_quantiles.
+///
+/// lambda <= 0: p = 0 and p = 1 throw as they do without the flag. A quantile for p < 0.5 is scaled and
+/// moved, however large it is.
+ZUL_API double LambdaInvCdf(double p, double lambda, double location, double scale, bool upper);
+/// Array form: out[i] = LambdaInvCdf(in[i], lambda, location, scale, upper), see @ref array_forms.
+ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
+                          double scale, bool upper);
+
 /// @}
 
 /// @defgroup laplace Laplace distribution
@@ -549,6 +665,14 @@ ZUL_API void LaplaceCdf(double* out, const double* in, std::size_t count, double
 ZUL_API double LaplaceInvCdf(double p, double location, double scale);
 /// Array form: out[i] = LaplaceInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// The quantile by the upper tail, for upper = true: location - scale log(2 p), or location + scale log(2 - 2
+/// p) for p > 0.5, for 0 < p < 1. p = 0 and p = 1 give NaN. For upper = false LaplaceInvCdf(p, location,
+/// scale); see @ref upper_quantiles.
+ZUL_API double LaplaceInvCdf(double p, double location, double scale, bool upper);
+/// Array form: out[i] = LaplaceInvCdf(in[i], location, scale, upper), see @ref array_forms.
+ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                           bool upper);
 
 /// @}
 
@@ -582,6 +706,14 @@ ZUL_API double LargestExtremeValueInvCdf(double p, double location, double scale
 ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
                                        double scale);
 
+/// The quantile by the upper tail, for upper = true: location - scale log(-log(1 - p)), for 0 < p < 1. p = 0
+/// and p = 1: std::runtime_error ("float overflow"). For upper = false LargestExtremeValueInvCdf(p, location,
+/// scale); see @ref upper_quantiles.
+ZUL_API double LargestExtremeValueInvCdf(double p, double location, double scale, bool upper);
+/// Array form: out[i] = LargestExtremeValueInvCdf(in[i], location, scale, upper), see @ref array_forms.
+ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
+                                       double scale, bool upper);
+
 /// @}
 
 /// @defgroup logistic Logistic distribution
@@ -613,6 +745,14 @@ ZUL_API void LogisticCdf(double* out, const double* in, std::size_t count, doubl
 ZUL_API double LogisticInvCdf(double p, double location, double scale);
 /// Array form: out[i] = LogisticInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale);
+
+/// The quantile by the upper tail, for upper = true: location + scale log((1 - p) / p), for 0 < p < 1. p = 0
+/// and p = 1: std::runtime_error ("float overflow"). For upper = false LogisticInvCdf(p, location, scale);
+/// see @ref upper_quantiles.
+ZUL_API double LogisticInvCdf(double p, double location, double scale, bool upper);
+/// Array form: out[i] = LogisticInvCdf(in[i], location, scale, upper), see @ref array_forms.
+ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                            bool upper);
 
 /// @}
 
@@ -646,6 +786,14 @@ ZUL_API double LogLogisticInvCdf(double p, double location, double scale, double
 ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location,
                                double scale, double threshold);
 
+/// The quantile by the upper tail, for upper = true: threshold + exp(q), q = LogisticInvCdf(p, location,
+/// scale, true), for 0 < p < 1; fails as that function, and as the form without the flag where exp(q) is too
+/// large. For upper = false LogLogisticInvCdf(p, location, scale, threshold); see @ref upper_quantiles.
+ZUL_API double LogLogisticInvCdf(double p, double location, double scale, double threshold, bool upper);
+/// Array form: out[i] = LogLogisticInvCdf(in[i], location, scale, threshold, upper), see @ref array_forms.
+ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location,
+                               double scale, double threshold, bool upper);
+
 /// @}
 
 /// @defgroup log_normal Lognormal distribution
@@ -677,6 +825,14 @@ ZUL_API double LogNormalInvCdf(double p, double location, double scale, double t
 /// Array form: out[i] = LogNormalInvCdf(in[i], location, scale, threshold), see @ref array_forms.
 ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
                              double threshold);
+
+/// The quantile by the upper tail, for upper = true: threshold + exp(q), q = NormalInvCdf(p, location, scale,
+/// true), for 0 < p <= 1; NaN where q is NaN, as for p = 0. p = 1 gives exactly the threshold. For upper =
+/// false LogNormalInvCdf(p, location, scale, threshold); see @ref upper_quantiles.
+ZUL_API double LogNormalInvCdf(double p, double location, double scale, double threshold, bool upper);
+/// Array form: out[i] = LogNormalInvCdf(in[i], location, scale, threshold, upper), see @ref array_forms.
+ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                             double threshold, bool upper);
 
 /// @}
 
@@ -718,6 +874,17 @@ ZUL_API double NegBinomialInvCdf(double p, double prob, double r);
 /// Array form: out[i] = NegBinomialInvCdf(in[i], prob, r), see @ref array_forms.
 ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r);
 
+/// The quantile by the upper tail, for upper = true: the smallest whole number k with P(X > k) <= p, for 0 <
+/// p <= 1; r where P(X > r) <= p. p = 0 gives NaN, p = 1 gives r. For upper = false NegBinomialInvCdf(p,
+/// prob, r); see @ref upper_quantiles.
+///
+/// P(X > k) is the probability of fewer than r successes in k trials; p counts down to 1e-280. NaN where the
+/// quantile is above 2147000000.
+ZUL_API double NegBinomialInvCdf(double p, double prob, double r, bool upper);
+/// Array form: out[i] = NegBinomialInvCdf(in[i], prob, r, upper), see @ref array_forms.
+ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r,
+                               bool upper);
+
 /// @}
 
 /// @defgroup normal Normal distribution
@@ -754,6 +921,16 @@ ZUL_API void NormalCdf(double* out, const double* in, std::size_t count, double 
 ZUL_API double NormalInvCdf(double p, double mean, double sd);
 /// Array form: out[i] = NormalInvCdf(in[i], mean, sd), see @ref array_forms.
 ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd);
+
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, which lies as far above the
+/// mean as the x of the lower tail p below it, for 4.2e-284 < p < 1; NaN for other p. For upper = false
+/// NormalInvCdf(p, mean, sd); see @ref upper_quantiles.
+///
+/// Accuracy as without the flag.
+ZUL_API double NormalInvCdf(double p, double mean, double sd, bool upper);
+/// Array form: out[i] = NormalInvCdf(in[i], mean, sd, upper), see @ref array_forms.
+ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd,
+                          bool upper);
 
 /// @}
 
@@ -793,6 +970,15 @@ ZUL_API double PoissonInvCdf(double p, double mean);
 /// Array form: out[i] = PoissonInvCdf(in[i], mean), see @ref array_forms.
 ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean);
 
+/// The quantile by the upper tail, for upper = true: the smallest whole number k with P(X > k) <= p, for 0 <
+/// p <= 1. p = 0 gives NaN, p = 1 gives 0. For upper = false PoissonInvCdf(p, mean); see @ref
+/// upper_quantiles.
+///
+/// p below P(X > k) by less than 1e-9 of P(X = k + 1) still gives k. p counts down to 1e-280.
+ZUL_API double PoissonInvCdf(double p, double mean, bool upper);
+/// Array form: out[i] = PoissonInvCdf(in[i], mean, upper), see @ref array_forms.
+ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean, bool upper);
+
 /// @}
 
 /// @defgroup smallest_extreme_value Smallest extreme value distribution
@@ -826,6 +1012,16 @@ ZUL_API double SmallestExtremeValueInvCdf(double p, double location, double scal
 /// Array form: out[i] = SmallestExtremeValueInvCdf(in[i], location, scale), see @ref array_forms.
 ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
                                         double scale);
+
+/// The quantile by the upper tail, for upper = true: location + scale log(-log(p)), for 0 < p < 1. p = 0 and
+/// p = 1: std::runtime_error ("float overflow"). For upper = false SmallestExtremeValueInvCdf(p, location,
+/// scale); see @ref upper_quantiles.
+///
+/// Deliberate: a quantile of -1.23456e30 or less comes with the opposite sign.
+ZUL_API double SmallestExtremeValueInvCdf(double p, double location, double scale, bool upper);
+/// Array form: out[i] = SmallestExtremeValueInvCdf(in[i], location, scale, upper), see @ref array_forms.
+ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
+                                        double scale, bool upper);
 
 /// @}
 
@@ -878,6 +1074,17 @@ ZUL_API double TInvCdf(double p, double df, double noncentrality);
 /// Array form: out[i] = TInvCdf(in[i], df, noncentrality), see @ref array_forms.
 ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality);
 
+/// The quantile by the upper tail, for upper = true: the x with P(X > x) = p, for 0 < p < 1. p = 0 and p = 1
+/// give NaN. For upper = false TInvCdf(p, df, noncentrality); see @ref upper_quantiles.
+///
+/// For noncentrality 0 the negative of the x of the lower tail p, so that p below 1e-280 gives NaN. Otherwise
+/// the upper tail at the result gives p back to 1e-12 of p, down to 1e-280; NaN for a result outside [-1e30,
+/// 1e30].
+ZUL_API double TInvCdf(double p, double df, double noncentrality, bool upper);
+/// Array form: out[i] = TInvCdf(in[i], df, noncentrality, upper), see @ref array_forms.
+ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
+                     bool upper);
+
 /// @}
 
 /// @defgroup triangular Triangular distribution
@@ -913,6 +1120,17 @@ ZUL_API double TriangularInvCdf(double p, double lower, double mode, double uppe
 ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                               double upper);
 
+/// The quantile by the upper tail, for upperTail = true: upper - sqrt((upper - lower) (upper - mode) p) down
+/// to the mode, below it lower + sqrt((upper - lower) (mode - lower) (1 - p)), for 0 <= p <= 1; formed so
+/// that it keeps its digits near an upper end at or near 0. p = 0 gives exactly upper, p = 1 gives lower. For
+/// upperTail = false TriangularInvCdf(p, lower, mode, upper); see @ref upper_quantiles.
+///
+/// Below the mode a p < 2^-54, which 1 - p has no digit of, gives the mode.
+ZUL_API double TriangularInvCdf(double p, double lower, double mode, double upper, bool upperTail);
+/// Array form: out[i] = TriangularInvCdf(in[i], lower, mode, upper, upperTail), see @ref array_forms.
+ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                              double upper, bool upperTail);
+
 /// @}
 
 /// @defgroup uniform Uniform distribution
@@ -938,6 +1156,12 @@ ZUL_API void UniformCdf(double* out, const double* in, std::size_t count, double
 ZUL_API double UniformInvCdf(double p, double a, double b);
 /// Array form: out[i] = UniformInvCdf(in[i], a, b), see @ref array_forms.
 ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b);
+
+/// The quantile by the upper tail, for upper = true: b - (b - a) p, for 0 <= p <= 1; exactly b and a at the
+/// ends. For upper = false UniformInvCdf(p, a, b); see @ref upper_quantiles.
+ZUL_API double UniformInvCdf(double p, double a, double b, bool upper);
+/// Array form: out[i] = UniformInvCdf(in[i], a, b, upper), see @ref array_forms.
+ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper);
 
 /// @}
 
@@ -975,6 +1199,14 @@ ZUL_API double WeibullInvCdf(double p, double shape, double scale, double thresh
 /// Array form: out[i] = WeibullInvCdf(in[i], shape, scale, threshold), see @ref array_forms.
 ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                            double threshold);
+
+/// The quantile by the upper tail, for upper = true: threshold + scale (-log(p))^(1 / shape), for 0 < p <= 1.
+/// p = 0 gives NaN, p = 1 exactly the threshold. For upper = false WeibullInvCdf(p, shape, scale, threshold);
+/// see @ref upper_quantiles.
+ZUL_API double WeibullInvCdf(double p, double shape, double scale, double threshold, bool upper);
+/// Array form: out[i] = WeibullInvCdf(in[i], shape, scale, threshold, upper), see @ref array_forms.
+ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                           double threshold, bool upper);
 
 /// @}
 

@@ -8,7 +8,7 @@
 namespace zul::kernels {
 
 template <typename Kernel>
-void BareEach(double* out, const double* in, std::size_t count, const Kernel& kernel) {
+void BareEach(double* out, const double* in, std::size_t count, Kernel kernel) {
     for (std::size_t i = 0; i < count; ++i)
         out[i] = kernel(in[i]);
 }

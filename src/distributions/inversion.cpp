@@ -1,5 +1,6 @@
 #include "distributions/inversion.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
@@ -11,12 +12,15 @@ namespace zul::kernels {
 using frame::kNA;
 using numerics::CmRealFunction;
 
-CmInversion::CmInversion(double p, bool isDiscrete) {
+CmInversion::CmInversion(double p, bool isDiscrete, bool upper) : upper_(upper) {
     discrete = isDiscrete;
-    target = p;
+    // An upper tail has underflowed before: the search ends where it leaps to 0.
+    constexpr double kLeastUpperTail = 1e-300;
+    target = upper ? std::max(p, kLeastUpperTail) : p;
     absTolX = kInversionAbsTol;
     relTolX = kInversionRelTol;
-    absTolF = kInversionAbsTol;
+    // A lower tail may leap where it is tiny. An upper one is met to a relative tolerance, however tiny.
+    absTolF = upper ? 0 : kInversionAbsTol;
     relTolF = kInversionRelTol;
 }
 

@@ -1,6 +1,7 @@
 // Quantiles by solving for the point where a cumulative function is p.
 #pragma once
 
+#include "distributions/tail_pair.h"
 #include "numerics/roots/real_function.h"
 
 namespace zul::kernels {
@@ -11,10 +12,22 @@ inline constexpr double kInversionRelTol = 1e-12;
 // The upper end of a bracket that stands for infinity.
 inline constexpr double kFarEnd = 1e30;
 
-// A family's lower tail minus p, p being the target: what an inversion solves for.
+// What an inversion solves for, p being the target: a family's lower tail minus p or, for an upper tail of p,
+// p minus the upper tail. It grows with the argument either way.
 class CmInversion : public numerics::CmRealFunction {
 public:
-    explicit CmInversion(double p, bool isDiscrete = false);
+    explicit CmInversion(double p, bool isDiscrete = false, bool upper = false);
+    bool IsUpper() const { return upper_; }
+
+protected:
+    // NA for tails that are NA.
+    double Difference(const TailPair& tails) const {
+        if (!upper_) return tails.lower - target;
+        return tails.upper == frame::kNA ? frame::kNA : target - tails.upper;
+    }
+
+private:
+    bool upper_;
 };
 
 // The root of f in [lo, hi]; NA when it is not found.

@@ -43,7 +43,7 @@ public:
         const double most = U(kFarEnd);
         const double least = positive_ ? kLeastLog : -most;
 
-        const double z = RoughDeviate(p_);
+        const double z = f_.IsUpper() ? -RoughDeviate(p_) : RoughDeviate(p_);
         double u = std::clamp(U(guess_.At(z)), least, most);
         for (int count = 0; count < limit; ++count) {
             const double value = f_.Evaluate(T(u));
@@ -71,7 +71,7 @@ private:
     double Tolerance(int count) const {
         constexpr int kUsualCount = 20;
         const double relative = kInversionRelTol * p_;
-        return count < kUsualCount ? relative : std::max(relative, kInversionAbsTol);
+        return count < kUsualCount ? relative : std::max(relative, f_.absTolF);
     }
 
     // By the root finder alone.
@@ -93,11 +93,11 @@ private:
     // The next point by the secant, from the first point by the guess. False: there is none.
     bool Guided(double u, double value, double z, double* next) {
         constexpr double kSecantReach = 16;
-        const double tail = p_ + value;
+        const double tail = f_.IsUpper() ? p_ - value : p_ + value;
         const bool isFirst = u_ == DBL_MAX;
         const bool hadLogit = hasLogit_;
         hasLogit_ = tail > 0 && tail < 1;
-        const double logit = hasLogit_ ? LogitDifference(value, p_) : 0;
+        const double logit = hasLogit_ ? LowerLogitDifference(value) : 0;
         const double slope = hasLogit_ && hadLogit ? (logit - logit_) / (u - u_) : 0;
         logit_ = logit;
         u_ = u;
@@ -109,6 +109,11 @@ private:
         const double reach = kSecantReach * longest_;
         *next = u - std::clamp(logit / slope, -reach, reach);
         return true;
+    }
+
+    // The logit of the lower tail less that at the root.
+    double LowerLogitDifference(double value) const {
+        return f_.IsUpper() ? -LogitDifference(-value, p_) : LogitDifference(value, p_);
     }
 
     double Between(double u, bool isBelow) const {

@@ -32,9 +32,9 @@ private:
 // Where a quantile may lie: in [0, kFarEnd], or in [-kFarEnd, kFarEnd].
 enum class Range { Positive, Real };
 
-// The root of f, a lower tail minus p, in the range, which is that of the root finder to its tolerances; NA
-// when it is not found. For p below kInversionAbsTol, where the tolerances admit anything, the tail at the
-// result is p to kInversionRelTol as well.
+// The root of f, a tail beside p, in the range, which is that of the root finder to its tolerances; NA when
+// it is not found. For p below kInversionAbsTol, where the tolerances of a lower tail admit anything, the
+// tail at the result is p to kInversionRelTol as well.
 //
 // From the guess on by secants of the logit of the tail over log(t), or over asinh(t), which are nearly
 // straight: four or five evaluations for ordinary parameters. Where they leave the range the root finder

@@ -41,6 +41,34 @@ Function Both(const std::string& name, double (*function)(double, Types...),
     return both;
 }
 
+template <typename... Types>
+struct TypeList {};
+
+// The types of the parameters of an inverse, by which its overloads are told apart: those of the density and,
+// where that is central, the noncentrality.
+template <typename... Pdf, typename... Cdf>
+auto InverseTypes(double (*)(double, Pdf...), double (*)(double, Cdf...)) {
+    if constexpr (sizeof...(Cdf) == sizeof...(Pdf) + 1)
+        return TypeList<Pdf...>{};
+    else
+        return TypeList<Pdf..., double>{};
+}
+
+template <typename... Types>
+Function Inverse(TypeList<Types...> /*types*/, const std::string& name,
+                 std::type_identity_t<double (*)(double, Types...)> function,
+                 std::type_identity_t<void (*)(double*, const double*, std::size_t, Types...)> each) {
+    return Both(name, function, each);
+}
+
+template <typename... Types>
+Function TailInverse(
+    TypeList<Types...> /*types*/, const std::string& name,
+    std::type_identity_t<double (*)(double, Types..., bool)> function,
+    std::type_identity_t<void (*)(double*, const double*, std::size_t, Types..., bool)> each) {
+    return Both(name, function, each);
+}
+
 // The user-defined family with the first n entries of a table.
 constexpr std::array kValues = {-1.0, 0.0, 2.0, 3.0, 7.0, 11.0};
 constexpr std::array kMasses = {0.0625, 0.25, 0.125, 0.3125, 0.1875, 0.0625};
@@ -126,12 +154,20 @@ std::vector<Parameters> Members(const std::string& text) {
     return members;
 }
 
-Family Make(std::string name, Function pdf, Function cdf, Function invCdf, Kind kind,
+Family Make(std::string name, Function pdf, Function cdf, Function invCdf, Function tailInvCdf, Kind kind,
             std::string_view domains, Support (*support)(Arguments), const std::string& members,
             Operation operation = {}, bool bare = false) {
-    Family family{std::move(name),      kind, std::move(pdf), std::move(cdf),
-                  std::move(invCdf),    {},   support,        Members(members),
-                  std::move(operation), bare};
+    Family family{std::move(name),
+                  kind,
+                  std::move(pdf),
+                  std::move(cdf),
+                  std::move(invCdf),
+                  std::move(tailInvCdf),
+                  {},
+                  support,
+                  Members(members),
+                  std::move(operation),
+                  bare};
     for (const char letter : domains)
         family.domains.push_back(static_cast<Domain>(letter));
     return family;
@@ -142,11 +178,14 @@ Family Make(std::string name, Function pdf, Function cdf, Function invCdf, Kind 
 std::vector<Family> AllFamilies() {
     using enum Kind;
     using S = ISampler;
-// The three functions of a family from its name.
-#define ZUL_TEST_FAMILY(family, ...)                             \
-    Make(#family, Both(#family "Pdf", family##Pdf, family##Pdf), \
-         Both(#family "Cdf", family##Cdf, family##Cdf),          \
-         Both(#family "InvCdf", family##InvCdf, family##InvCdf), __VA_ARGS__)
+// The functions of a family from its name.
+#define ZUL_TEST_FAMILY(family, ...)                                                                        \
+    Make(#family, Both(#family "Pdf", family##Pdf, family##Pdf),                                            \
+         Both(#family "Cdf", family##Cdf, family##Cdf),                                                     \
+         Inverse(InverseTypes(family##Pdf, family##Cdf), #family "InvCdf", family##InvCdf, family##InvCdf), \
+         TailInverse(InverseTypes(family##Pdf, family##Cdf), #family "InvCdf", family##InvCdf,              \
+                     family##InvCdf),                                                                       \
+         __VA_ARGS__)
     return {
         ZUL_TEST_FAMILY(Beta, Continuous, "pp", Unit, "2 5; 0.5 0.5; 30 0.7; 400 600",
                         Drawn("Beta", &S::SampleBeta)),
@@ -191,7 +230,10 @@ std::vector<Family> AllFamilies() {
                         Drawn("Triangular", &S::SampleTriangular)),
         ZUL_TEST_FAMILY(Weibull, Continuous, "ppr", From<2>, "1 1 0; 0.5 2 1; 4 3 -1",
                         Drawn("Weibull", &S::SampleWeibull)),
-        ZUL_TEST_FAMILY(Discrete, Discrete, "c", OfTable, "6", {}, true),
+        Make("Discrete", Both("DiscretePdf", DiscretePdf, DiscretePdf),
+             Both("DiscreteCdf", DiscreteCdf, DiscreteCdf),
+             Both("DiscreteInvCdf", DiscreteInvCdf, DiscreteInvCdf), {}, Discrete, "c", OfTable, "6", {},
+             true),
         ZUL_TEST_FAMILY(Uniform, Continuous, "ra", Hull, "0 1; -3 8", Drawn("Uniform", &S::SampleUniform),
                         true),
     };
@@ -217,10 +259,10 @@ std::vector<Statistic> AllStatistics() {
 
 // The function with the first of the parameters, as many as it has; the flag of a tail comes last.
 Applied With(const Function& function, const std::vector<double>& values, double flag = 0) {
-    const bool isCdf = function.types.back() == Type::Flag;
-    const std::size_t count = function.types.size() - (isCdf ? 2 : 1);
+    const bool hasFlag = function.types.back() == Type::Flag;
+    const std::size_t count = function.types.size() - (hasFlag ? 2 : 1);
     Applied applied{&function, {values.begin(), values.begin() + static_cast<std::ptrdiff_t>(count)}};
-    if (isCdf) applied.parameters.push_back(flag);
+    if (hasFlag) applied.parameters.push_back(flag);
     return applied;
 }
 
@@ -245,12 +287,25 @@ std::string Applied::Name() const {
     return text.str();
 }
 
+std::vector<Applied> Distribution::Functions() const {
+    std::vector<Applied> functions = {pdf, lower, upper, quantile};
+    if (upperQuantile.function != nullptr) functions.push_back(upperQuantile);
+    return functions;
+}
+
+std::vector<const Function*> Family::Functions() const {
+    std::vector<const Function*> functions = {&pdf, &cdf, &invCdf};
+    if (tailInvCdf.call) functions.push_back(&tailInvCdf);
+    return functions;
+}
+
 Distribution Family::With(const Parameters& chosen) const {
     const Support ends = support(chosen);
     return {test::With(pdf, chosen),
             test::With(cdf, chosen, 0),
             test::With(cdf, chosen, 1),
             test::With(invCdf, chosen),
+            tailInvCdf.call ? test::With(tailInvCdf, chosen, 1) : Applied{},
             ends.lowest,
             ends.highest};
 }
@@ -265,21 +320,24 @@ const std::vector<Statistic>& Statistics() {
     return statistics;
 }
 
-const Function& FunctionOf(const std::string& name) {
+const Function& FunctionOf(const std::string& name, std::size_t arguments) {
     static const auto byName = [] {
-        std::map<std::string, const Function*> functions;
+        std::multimap<std::string, const Function*> functions;
         for (const Family& family : Families())
             for (const Function* function : family.Functions())
-                functions[function->name] = function;
+                functions.emplace(function->name, function);
         for (const Statistic& statistic : Statistics())
-            functions[statistic.function.name] = &statistic.function;
+            functions.emplace(statistic.function.name, &statistic.function);
         return functions;
     }();
-    return *byName.at(name);
+    const auto [first, last] = byName.equal_range(name);
+    if (first == last) throw std::out_of_range(name);
+    const bool isFirst = std::next(first) == last || arguments != std::next(first)->second->types.size();
+    return isFirst ? *first->second : *std::next(first)->second;
 }
 
 std::vector<std::string> ReferenceTables() {
-    std::vector<std::string> tables = {"pvalues", "critvalues", "psi"};
+    std::vector<std::string> tables = {"pvalues", "critvalues", "psi", "upper_quantiles"};
     for (const Family& family : Families())
         if (family.name != "Discrete") tables.push_back(family.name);  // its user has the table
     return tables;

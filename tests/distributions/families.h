@@ -50,16 +50,18 @@ struct Applied {
     std::string Name() const;
 };
 
-// A member of a family, with ordinary parameters and the ends of its support.
+// A member of a family, with ordinary parameters and the ends of its support. upperQuantile is the inverse
+// with its flag set; the user-defined family has none.
 struct Distribution {
     Applied pdf;
     Applied lower;
     Applied upper;
     Applied quantile;
+    Applied upperQuantile;
     double lowest;
     double highest;
-    // Each of the four.
-    std::vector<Applied> Functions() const { return {pdf, lower, upper, quantile}; }
+    // Each of the four or five.
+    std::vector<Applied> Functions() const;
 };
 
 // Those of the cumulative function; density, inverse and operation may have fewer.
@@ -91,6 +93,7 @@ public:
     Function pdf;
     Function cdf;
     Function invCdf;
+    Function tailInvCdf;  // the overload with a flag
     std::vector<Domain> domains;
     Support (*support)(Arguments);
     // Ordinary members.
@@ -100,7 +103,7 @@ public:
     // Without the floating-point frame.
     bool bare = false;
 
-    std::vector<const Function*> Functions() const { return {&pdf, &cdf, &invCdf}; }
+    std::vector<const Function*> Functions() const;
     Distribution With(const Parameters& chosen) const;
 };
 
@@ -115,8 +118,8 @@ struct Statistic {
 // The p-values, the critical values and digamma.
 const std::vector<Statistic>& Statistics();
 
-// Every exported function by its name.
-const Function& FunctionOf(const std::string& name);
+// Every exported function by its name; for an inverse with a flag the number of its arguments tells.
+const Function& FunctionOf(const std::string& name, std::size_t arguments = 0);
 
 // The names of the files in data/distributions: function, arguments, expected value, relative tolerance.
 std::vector<std::string> ReferenceTables();

@@ -1,11 +1,15 @@
 // Rules that hold for every family.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <exception>
+#include <limits>
+#include <set>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "distributions/families.h"
@@ -182,6 +186,101 @@ TEST(Families, ASignallingNaNGivesScalarAndArrayCallsTheSame) {
                           }))
                     << f.Name() << " " << i;
             }
+        }
+    });
+}
+
+// What rounding and tolerance of a quantile by the upper tail may come to, relative to the tail.
+double ErrorOfUpperTail(const Family& family) {
+    // A normal quantile is good to 3e-9, and 36 standard deviations away the tail is 1300 times as sensitive.
+    return family.name.ends_with("Normal") ? 5e-6 : kSeries;
+}
+
+double LeastUpperTail(const Family& family, const Distribution& d) {
+    const std::set<std::string> closed = {"Cauchy",         "Exponential", "Geometric",
+                                          "IntegerUniform", "Lambda",      "Laplace",
+                                          "Logistic",       "LogLogistic", "SmallestExtremeValue",
+                                          "Triangular",     "Uniform",     "Weibull"};
+    if (family.name == "Hypergeometric") return 1e-280;  // where its tail underflows
+    const bool noncentral = (family.name == "F" || family.name == "T") && d.quantile.parameters.back() != 0;
+    if (noncentral) return 1e-100;  // the quantile itself ends at 1e30
+    return closed.contains(family.name) ? 1e-300 : 1e-280;
+}
+
+void ExpectCount(const Distribution& d, double p, double k) {
+    const double beyond = d.upper(k + 1);
+    EXPECT_LE(beyond, p * (1 + kSeries)) << p << " " << k;
+    EXPECT_TRUE(k == d.lowest || d.upper(k) > p) << p << " " << k;
+    if (beyond > 0 && beyond < 0.5) {
+        EXPECT_EQ(d.upperQuantile(beyond), k) << p;
+    }
+}
+
+TEST(Families, AnUpperTailComesBackFromItsQuantile) {
+    ForEachDistribution([](const Family& family, const Distribution& d) {
+        if (d.upperQuantile.function == nullptr) return;
+        const double tolerance = ErrorOfUpperTail(family);
+        // The tails of Tukey's family are found to no more digits.
+        const double rounding = family.name == "Lambda" ? 1e-12 : 2e-15;
+        for (const double p : {1e-300, 1e-280, 1e-200, 1e-100, 1e-40, 1e-20, 1e-10, 1e-3, 0.1, 0.25, 0.4, 0.5,
+                               0.75, 0.9, 0.9999}) {
+            if (p < LeastUpperTail(family, d)) continue;
+            const double x = d.upperQuantile(p);
+            if (family.kind == Kind::Discrete) {
+                ExpectCount(d, p, x);
+                continue;
+            }
+            if (x > 1e290) continue;  // nearly no double
+            double size = std::abs(x);
+            for (const double parameter : d.quantile.parameters)
+                size = std::max(size, std::abs(parameter));
+            EXPECT_GE(d.upper(x - rounding * size), p * (1 - tolerance)) << p << " " << x;
+            EXPECT_LE(d.upper(x + rounding * size), p * (1 + tolerance)) << p << " " << x;
+        }
+    });
+}
+
+TEST(Families, TheQuantilesByBothTailsAreTheSame) {
+    ForEachDistribution([](const Family& family, const Distribution& d) {
+        if (d.upperQuantile.function == nullptr) return;
+        for (double p = 0.5; p > 1e-9; p /= 2) {
+            EXPECT_EQ(d.upperQuantile(1 - p), d.quantile(p)) << p;
+            const double x = d.quantile(1 - p);
+            const double byUpperTail = d.upperQuantile(p);
+            if (family.kind == Kind::Discrete) {
+                EXPECT_EQ(byUpperTail, x) << p;
+            } else {
+                // A search for a lower tail stops at 1e-12 of that.
+                EXPECT_NEAR(d.upper(byUpperTail), d.upper(x), ErrorOfUpperTail(family) * p + 2e-12) << p;
+            }
+        }
+    });
+}
+
+TEST(Families, TheFlagOfAQuantileLeavesTheRestAsItIs) {
+    ForEachDistribution([](const Family&, const Distribution& d) {
+        if (d.upperQuantile.function == nullptr) return;
+        Applied byLowerTail = d.upperQuantile;
+        byLowerTail.parameters.back() = 0;
+        for (const double p : {0.0, 1e-300, 0.3, 0.5, 0.9, 1.0, -1.0, -1e-20, 1.5, kNaN}) {
+            const std::string plain = Outcome([&] { return d.quantile(p); });
+            EXPECT_EQ(Outcome([&] { return byLowerTail(p); }), plain) << p;
+            const auto ofArray = [p](const Applied& quantile) {
+                return Outcome([&] {
+                    double out = p;
+                    quantile(&out, &out, 1);
+                    return out;
+                });
+            };
+            EXPECT_EQ(ofArray(byLowerTail), plain) << p;
+            EXPECT_EQ(ofArray(d.upperQuantile), Outcome([&] { return d.upperQuantile(p); })) << p;
+        }
+        // A p below 0 is no 0, however close.
+        for (const double p : {0.0, 1.0, 1.5, -1.0, -1e-20}) {
+            const double complement = p == -1e-20 ? 1 + 0x1p-52 : 1 - p;
+            EXPECT_EQ(Outcome([&] { return d.upperQuantile(p); }),
+                      Outcome([&] { return d.quantile(complement); }))
+                << p;
         }
     });
 }

@@ -1,4 +1,4 @@
-// Density, both tails and quantile of every family, p-values and critical values.
+// Density, both tails and quantiles of every family, p-values and critical values.
 #include <algorithm>
 #include <cmath>
 #include <exception>
@@ -114,6 +114,28 @@ private:
     double scale_ = 0;
 };
 
+// The quantiles by the upper tail, at probabilities of all sizes.
+void RecordUpperQuantiles(Recording& recording, const Family& family, const Distribution& member,
+                          ExactNumbers& numbers) {
+    constexpr int kTails = 16;
+    constexpr int kSmallest = 900;  // an exponent of 2
+    const auto quantile = [&](double p) { return ResultOf([&] { return member.upperQuantile(p); }); };
+    const double scale = std::max(std::abs(quantile(0.25)), std::abs(quantile(0.75)));
+    for (int i = 0; i < kTails; ++i) {
+        const double p =
+            i % 2 == 0 ? numbers.Probability() : std::ldexp(numbers.Fraction(), -numbers.Below(kSmallest));
+        std::ostringstream where;
+        where.precision(17);
+        where << member.upperQuantile.Name() << ", p = " << p;
+        const Quantity at{family.name + "InvCdfUpper", where.str(), scale};
+        const auto isTie = [&](double k) { return std::abs(member.upper(k + 1) - p) <= 1e-12 * p; };
+        if (family.kind == Kind::Discrete)
+            recording.Whole(at, quantile(p), isTie);
+        else
+            recording.Value(at, quantile(p));
+    }
+}
+
 // The function with its ordinary arguments varied.
 void RecordStatistic(Recording& recording, const Statistic& statistic, ExactNumbers& numbers) {
     for (int call = 0; call < kCalls; ++call) {
@@ -169,6 +191,11 @@ void RecordDistributions(Recording& recording, unsigned seed) {
     RecordManyTrials(recording, numbers);
     for (const Statistic& statistic : Statistics())
         RecordStatistic(recording, statistic, numbers);
+    for (const Family& family : Families()) {
+        if (!family.tailInvCdf.call) continue;
+        for (const Distribution& member : MembersOf(family, numbers))
+            RecordUpperQuantiles(recording, family, member, numbers);
+    }
 }
 
 }  // namespace zul::test

@@ -167,6 +167,8 @@ prints '^Gamma\(shape 2, scale 0\.5, threshold 1\)$' "${gamma[@]}" --x 2
 prints '^ +x +density +P\(X <= x\) +P\(X > x\)$' "${gamma[@]}" --x 2
 prints '^ +2 +0\.541341133 +0\.593994150 +0\.406005850$' "${gamma[@]}" --x 1,2
 prints '^ +0\.59399415029016 +2\.00000000$' "${gamma[@]}" --p 0.5,0.59399415029016
+prints '^ +upper p +inverse$' "${gamma[@]}" --p 1e-20 --upper
+prints '^ +1e-20 +25\.9915990' "${gamma[@]}" --p 1e-20 --upper
 prints '^ +x +P\(X = x\) +P\(X <= x\) +P\(X >= x\)$' distribution Binomial --parameters 10,0.5 --x 3
 prints '^ +3 +0\.117187500 +0\.171875000 +0\.945312500$' distribution Binomial --parameters 10,0.5 --x 3
 prints '^ +-1 +0\.241970725 ' distribution Normal --parameters 0,1 --x -1
@@ -177,6 +179,7 @@ refuses 'Binomial: n = 2.5 is not a whole number, or too large' distribution Bin
 refuses "Normal\\(mean 0, sd 0\\) at 1: Float exception: divide by zero." distribution Normal --parameters 0,0 --x 1
 refuses "'one' is not a number" "${gamma[@]}" --x 1,one
 refuses 'give either --x or --p' "${gamma[@]}"
+refuses '--upper requires --p' "${gamma[@]}" --x 1 --upper
 refuses 'give either --x or --p' "${gamma[@]}" --x 1 --p 0.5
 
 binomial=(sample Binomial --parameters 10,0.3 --seed 5)

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "distributions/either_tail.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -73,6 +74,13 @@ double BetaInvCdfKernel::operator()(double p) const {
     return ErrorState().Failed() ? kNA : x;
 }
 
+double BetaInvCdfKernel::AtUpperTail(double q) const {
+    double x = 0;
+    double complement = 0;
+    numerics::beta_upper_quant(q, shapes_, &x, &complement);
+    return ErrorState().Failed() ? kNA : x;
+}
+
 }  // namespace kernels
 
 double BetaPdf(double x, double a, double b) {
@@ -87,6 +95,10 @@ double BetaInvCdf(double p, double a, double b) {
     return frame::Framed<kernels::BetaInvCdfKernel>(p, a, b);
 }
 
+double BetaInvCdf(double p, double a, double b, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::BetaInvCdfKernel>>(p, a, b, upper);
+}
+
 void BetaPdf(double* out, const double* in, std::size_t count, double a, double b) {
     frame::FramedEach<kernels::BetaPdfKernel>(out, in, count, a, b);
 }
@@ -97,6 +109,10 @@ void BetaCdf(double* out, const double* in, std::size_t count, double a, double 
 
 void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b) {
     frame::FramedEach<kernels::BetaInvCdfKernel>(out, in, count, a, b);
+}
+
+void BetaInvCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::BetaInvCdfKernel>>(out, in, count, a, b, upper);
 }
 
 }  // namespace zul

@@ -43,6 +43,7 @@ public:
     using Parameters = frame::ParameterList<double, double>;
     BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     numerics::BetaShapes shapes_;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -99,7 +100,14 @@ double FInvCdfKernel::operator()(double p) const {
     if (p >= kNA) return kNA;
     if (p == 0) return 0;
     if (p == 1) return kNA;
-    return CentralIfTiny(noncentrality_) == 0 ? Central(p) : Noncentral(p);
+    return CentralIfTiny(noncentrality_) == 0 ? Central(p) : Noncentral(p, false);
+}
+
+double FInvCdfKernel::AtUpperTail(double q) const {
+    if (CentralIfTiny(noncentrality_) != 0) return Noncentral(q, true);
+    double x = 0;
+    numerics::F_upper_quant(q, halfDf_, &x);
+    return ErrorState().Failed() ? kNA : x;
 }
 
 double FInvCdfKernel::Central(double p) const {
@@ -135,14 +143,14 @@ private:
 
 }  // namespace
 
-double FInvCdfKernel::Noncentral(double p) const {
+double FInvCdfKernel::Noncentral(double p, bool upper) const {
     // Beyond it each evaluation takes some milliseconds.
     constexpr double kSlow = 1e9;
     constexpr double kFewDf = 10;
 
     const double df1 = 2 * halfDf_.A();
     const double df2 = 2 * halfDf_.B();
-    CmFCdf f(halfDf_, noncentrality_, p);
+    CmFCdf f(halfDf_, noncentrality_, p, upper);
     if (noncentrality_ > kSlow && df2 < kFewDf) {
         return SolveFromGuess(f, Range::Positive, FixedNumeratorGuess(df1, noncentrality_, halfDf_.B()),
                               std::sqrt(noncentrality_));
@@ -151,13 +159,13 @@ double FInvCdfKernel::Noncentral(double p) const {
                           std::sqrt(noncentrality_));
 }
 
-CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p)
-    : CmInversion(p), halfDf_(halfDf), noncentrality_(CentralIfTiny(noncentrality)), p_(p) {}
+CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p, bool upper)
+    : CmInversion(p, false, upper), halfDf_(halfDf), noncentrality_(CentralIfTiny(noncentrality)) {}
 
 double CmFCdf::Evaluate(double t) {
     TailPair tails;
     FTails(t, halfDf_, noncentrality_, &tails);
-    return tails.lower - p_;
+    return Difference(tails);
 }
 
 }  // namespace kernels
@@ -174,6 +182,10 @@ double FInvCdf(double p, double df1, double df2, double noncentrality) {
     return frame::Framed<kernels::FInvCdfKernel>(p, df1, df2, noncentrality);
 }
 
+double FInvCdf(double p, double df1, double df2, double noncentrality, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::FInvCdfKernel>>(p, df1, df2, noncentrality, upper);
+}
+
 void FPdf(double* out, const double* in, std::size_t count, double df1, double df2) {
     frame::FramedEach<kernels::FPdfKernel>(out, in, count, df1, df2);
 }
@@ -185,6 +197,12 @@ void FCdf(double* out, const double* in, std::size_t count, double df1, double d
 
 void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality) {
     frame::FramedEach<kernels::FInvCdfKernel>(out, in, count, df1, df2, noncentrality);
+}
+
+void FInvCdf(double* out, const double* in, std::size_t count, double df1, double df2, double noncentrality,
+             bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::FInvCdfKernel>>(out, in, count, df1, df2, noncentrality,
+                                                                   upper);
 }
 
 }  // namespace zul

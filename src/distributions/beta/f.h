@@ -55,24 +55,24 @@ public:
     FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     double Central(double p) const;
-    double Noncentral(double p) const;
+    double Noncentral(double p, bool upper) const;
     numerics::BetaShapes halfDf_;
     double noncentrality_;
 };
 
-// The lower tail at t minus p; the halves of the degrees of freedom have to outlive it.
+// The tail at t beside p; the halves of the degrees of freedom have to outlive it.
 class CmFCdf : public CmInversion {
 public:
-    CmFCdf(const numerics::BetaShapes& halfDf, double noncentrality, double p);
+    CmFCdf(const numerics::BetaShapes& halfDf, double noncentrality, double p, bool upper = false);
     double Evaluate(double t) override;
 
 private:
     const numerics::BetaShapes& halfDf_;
     double noncentrality_;
-    double p_;
 };
 
 }  // namespace zul::kernels

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -160,7 +161,14 @@ double TCdfKernel::operator()(double x) const {
 
 double TInvCdfKernel::operator()(double p) const {
     if (p == 0 || p == 1) return kNA;
-    return noncentrality_ == 0 ? Central(p) : Noncentral(p);
+    return noncentrality_ == 0 ? Central(p) : Noncentral(p, false);
+}
+
+double TInvCdfKernel::AtUpperTail(double q) const {
+    if (noncentrality_ != 0) return Noncentral(q, true);
+    double t = 0;
+    numerics::t_upper_qt(q, shape_, &t);
+    return ErrorState().Failed() ? kNA : t;
 }
 
 double TInvCdfKernel::Central(double p) const {
@@ -207,18 +215,18 @@ private:
 }  // namespace
 
 // A bracket from the moments, which the distribution has for df > 1, would be widened to the same root.
-double TInvCdfKernel::Noncentral(double p) const {
-    CmTCdf f(shape_, noncentrality_, p);
+double TInvCdfKernel::Noncentral(double p, bool upper) const {
+    CmTCdf f(shape_, noncentrality_, p, upper);
     return SolveFromGuess(f, Range::Real, TGuess(shape_, noncentrality_), 2 * std::abs(noncentrality_));
 }
 
-CmTCdf::CmTCdf(const TShape& shape, double noncentrality, double p)
-    : CmInversion(p), shape_(shape), noncentrality_(noncentrality), p_(p) {}
+CmTCdf::CmTCdf(const TShape& shape, double noncentrality, double p, bool upper)
+    : CmInversion(p, false, upper), shape_(shape), noncentrality_(noncentrality) {}
 
 double CmTCdf::Evaluate(double t) {
     TailPair tails;
     TTails(t, shape_, noncentrality_, &tails);
-    return tails.lower - p_;
+    return Difference(tails);
 }
 
 }  // namespace kernels
@@ -235,6 +243,10 @@ double TInvCdf(double p, double df, double noncentrality) {
     return frame::Framed<kernels::TInvCdfKernel>(p, df, noncentrality);
 }
 
+double TInvCdf(double p, double df, double noncentrality, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::TInvCdfKernel>>(p, df, noncentrality, upper);
+}
+
 void TPdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
     frame::FramedEach<kernels::TPdfKernel>(out, in, count, df, noncentrality);
 }
@@ -245,6 +257,10 @@ void TCdf(double* out, const double* in, std::size_t count, double df, double no
 
 void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
     frame::FramedEach<kernels::TInvCdfKernel>(out, in, count, df, noncentrality);
+}
+
+void TInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::TInvCdfKernel>>(out, in, count, df, noncentrality, upper);
 }
 
 }  // namespace zul

@@ -58,24 +58,24 @@ public:
     using Parameters = frame::ParameterList<double, double>;
     TInvCdfKernel(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     double Central(double p) const;
-    double Noncentral(double p) const;
+    double Noncentral(double p, bool upper) const;
     numerics::TShape shape_;
     double noncentrality_;
 };
 
-// The lower tail at t minus p; the shape has to outlive it.
+// The tail at t beside p; the shape has to outlive it.
 class CmTCdf : public CmInversion {
 public:
-    CmTCdf(const numerics::TShape& shape, double noncentrality, double p);
+    CmTCdf(const numerics::TShape& shape, double noncentrality, double p, bool upper = false);
     double Evaluate(double t) override;
 
 private:
     const numerics::TShape& shape_;
     double noncentrality_;
-    double p_;
 };
 
 }  // namespace zul::kernels

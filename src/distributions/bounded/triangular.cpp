@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "distributions/either_tail.h"
 #include "frame/errors.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
@@ -69,6 +70,15 @@ double TriangularInvCdfKernel::operator()(double p) const {
     return isFromLower ? lower + DistanceFromLower(range, mode - lower, upper - mode, p) : x;
 }
 
+double TriangularInvCdfKernel::AtUpperTail(double q) const {
+    // The parameters in another order are the lower tail's to refuse.
+    if (!(lower <= mode && mode <= upper)) return (*this)(1 - q);
+    // Of 1 - q less than a rounding is missing: below the mode that is the mode, to a rounding of the range.
+    constexpr double kLost = 0x1p-54;
+    if (q < kLost && q >= (upper - mode) / (upper - lower)) return mode;
+    return 0 - TriangularInvCdfKernel{-upper, -mode, -lower}(q);
+}
+
 }  // namespace kernels
 
 double TriangularPdf(double x, double lower, double mode, double upper) {
@@ -81,6 +91,11 @@ double TriangularCdf(double x, double lower, double mode, double upper, bool upp
 
 double TriangularInvCdf(double p, double lower, double mode, double upper) {
     return frame::Framed<kernels::TriangularInvCdfKernel>(p, lower, mode, upper);
+}
+
+double TriangularInvCdf(double p, double lower, double mode, double upper, bool upperTail) {
+    return frame::Framed<kernels::EitherTail<kernels::TriangularInvCdfKernel>>(p, lower, mode, upper,
+                                                                               upperTail);
 }
 
 void TriangularPdf(double* out, const double* in, std::size_t count, double lower, double mode,
@@ -96,6 +111,12 @@ void TriangularCdf(double* out, const double* in, std::size_t count, double lowe
 void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
                       double upper) {
     frame::FramedEach<kernels::TriangularInvCdfKernel>(out, in, count, lower, mode, upper);
+}
+
+void TriangularInvCdf(double* out, const double* in, std::size_t count, double lower, double mode,
+                      double upper, bool upperTail) {
+    frame::FramedEach<kernels::EitherTail<kernels::TriangularInvCdfKernel>>(out, in, count, lower, mode,
+                                                                            upper, upperTail);
 }
 
 }  // namespace zul

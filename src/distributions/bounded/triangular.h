@@ -35,6 +35,7 @@ struct TriangularInvCdfKernel {
     double mode;
     double upper;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

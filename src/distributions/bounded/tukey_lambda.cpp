@@ -5,6 +5,7 @@
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/closed_forms/logistic.h"
+#include "distributions/either_tail.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -131,6 +132,11 @@ double LambdaInvCdfKernel::operator()(double p) const {
     return z < kNA ? z * scale + location : z;
 }
 
+double LambdaInvCdfKernel::AtUpperTail(double q) const {
+    const double z = -StandardQuantile(lambda, q);
+    return z * scale + location;
+}
+
 }  // namespace kernels
 
 double LambdaPdf(double x, double lambda, double location, double scale) {
@@ -143,6 +149,10 @@ double LambdaCdf(double x, double lambda, double location, double scale, bool up
 
 double LambdaInvCdf(double p, double lambda, double location, double scale) {
     return frame::Framed<kernels::LambdaInvCdfKernel>(p, lambda, location, scale);
+}
+
+double LambdaInvCdf(double p, double lambda, double location, double scale, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LambdaInvCdfKernel>>(p, lambda, location, scale, upper);
 }
 
 void LambdaPdf(double* out, const double* in, std::size_t count, double lambda, double location,
@@ -158,6 +168,12 @@ void LambdaCdf(double* out, const double* in, std::size_t count, double lambda, 
 void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
                   double scale) {
     frame::FramedEach<kernels::LambdaInvCdfKernel>(out, in, count, lambda, location, scale);
+}
+
+void LambdaInvCdf(double* out, const double* in, std::size_t count, double lambda, double location,
+                  double scale, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LambdaInvCdfKernel>>(out, in, count, lambda, location,
+                                                                        scale, upper);
 }
 
 }  // namespace zul

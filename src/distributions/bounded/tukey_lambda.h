@@ -61,6 +61,7 @@ struct LambdaInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 // The transform at t minus z, the target.

@@ -1,6 +1,7 @@
 #include "distributions/bounded/uniform.h"
 
 #include "distributions/bare_call.h"
+#include "distributions/either_tail.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -17,6 +18,10 @@ double UniformInvCdf(double p, double a, double b) {
     return kernels::UniformInvCdfKernel{a, b}(p);
 }
 
+double UniformInvCdf(double p, double a, double b, bool upper) {
+    return kernels::EitherTail<kernels::UniformInvCdfKernel>(a, b, upper)(p);
+}
+
 void UniformPdf(double* out, const double* in, std::size_t count, double a, double b) {
     kernels::BareEach(out, in, count, kernels::UniformPdfKernel{a, b});
 }
@@ -27,6 +32,10 @@ void UniformCdf(double* out, const double* in, std::size_t count, double a, doub
 
 void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b) {
     kernels::BareEach(out, in, count, kernels::UniformInvCdfKernel{a, b});
+}
+
+void UniformInvCdf(double* out, const double* in, std::size_t count, double a, double b, bool upper) {
+    kernels::BareEach(out, in, count, kernels::EitherTail<kernels::UniformInvCdfKernel>(a, b, upper));
 }
 
 }  // namespace zul

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cfloat>
+#include <cmath>
+
+#include "frame/call_frame.h"
 
 namespace zul::kernels {
 
@@ -29,11 +32,19 @@ struct UniformCdfKernel {
 
 // (b - a) p + a; exactly a and b for p = 0 and p = 1.
 struct UniformInvCdfKernel {
+    using Parameters = frame::ParameterList<double, double>;
     double a;
     double b;
     double operator()(double p) const {
         if (p == 0) return a;
         return p == 1 ? b : (b - a) * p + a;
+    }
+    static constexpr bool kTakesEveryTail = true;
+    double AtUpperTail(double q) const {
+        const double range = b - a;
+        const double sides[] = {range * (1 - q) + a, b - range * q};
+        // An infinite range leaves no number beside it: the same one as for the lower tail.
+        return sides[int{q < 0.5} & int{std::abs(range) <= DBL_MAX}];
     }
 };
 

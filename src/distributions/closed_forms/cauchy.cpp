@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -48,6 +49,10 @@ double CauchyInvCdfKernel::operator()(double p) const {
     return location + scale * StandardQuantile(p);
 }
 
+double CauchyInvCdfKernel::AtUpperTail(double q) const {
+    return SymmetricQuantile(q, location, scale, [](double tail) { return StandardQuantile(tail); });
+}
+
 }  // namespace kernels
 
 double CauchyPdf(double x, double location, double scale) {
@@ -62,6 +67,10 @@ double CauchyInvCdf(double p, double location, double scale) {
     return frame::Framed<kernels::CauchyInvCdfKernel>(p, location, scale);
 }
 
+double CauchyInvCdf(double p, double location, double scale, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::CauchyInvCdfKernel>>(p, location, scale, upper);
+}
+
 void CauchyPdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::CauchyPdfKernel>(out, in, count, location, scale);
 }
@@ -72,6 +81,12 @@ void CauchyCdf(double* out, const double* in, std::size_t count, double location
 
 void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::CauchyInvCdfKernel>(out, in, count, location, scale);
+}
+
+void CauchyInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                  bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::CauchyInvCdfKernel>>(out, in, count, location, scale,
+                                                                        upper);
 }
 
 }  // namespace zul

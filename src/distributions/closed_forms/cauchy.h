@@ -28,6 +28,8 @@ struct CauchyInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    static constexpr bool kTakesEveryTail = true;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

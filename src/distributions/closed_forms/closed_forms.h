@@ -1,6 +1,7 @@
 // Arithmetic that the families with closed forms share.
 #pragma once
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 
@@ -31,6 +32,16 @@ inline bool IsOrdinaryDeviate(double x, double location, double scale) {
 inline bool IsTolerantlyHalf(double p) {
     constexpr double kNear = 1e-11;  // spares most p the comparison
     return std::abs(p - 0.5) < kNear && frame::CompareTolerant(p, 0.5, 0) == 0;
+}
+
+// The symmetric families' quantile for the upper tail q, 0 < q < 1, from that of the standard member for the
+// smaller tail: for q < 1/2 it lies above the location. Picked by index, not by a branch.
+template <typename StandardQuantile>
+double SymmetricQuantile(double q, double location, double scale, StandardQuantile quantile) {
+    const double smaller = std::min(q, 1 - q);
+    if (IsTolerantlyHalf(smaller)) return location;
+    const double scales[] = {scale, -scale};
+    return location + scales[q < 0.5] * quantile(smaller);
 }
 
 // The guarded logarithm of 1 - p, which keeps the digits of a small p.

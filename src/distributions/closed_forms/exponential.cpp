@@ -1,6 +1,7 @@
 #include "distributions/closed_forms/exponential.h"
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
 
@@ -26,6 +27,10 @@ double ExponentialInvCdfKernel::operator()(double p) const {
     return threshold - LogOfComplement(p) * scale;
 }
 
+double ExponentialInvCdfKernel::AtUpperTail(double q) const {
+    return threshold - frame::SafeLog(q) * scale;
+}
+
 }  // namespace kernels
 
 double ExponentialPdf(double x, double scale, double threshold) {
@@ -40,6 +45,10 @@ double ExponentialInvCdf(double p, double scale, double threshold) {
     return frame::Framed<kernels::ExponentialInvCdfKernel>(p, scale, threshold);
 }
 
+double ExponentialInvCdf(double p, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::ExponentialInvCdfKernel>>(p, scale, threshold, upper);
+}
+
 void ExponentialPdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
     frame::FramedEach<kernels::ExponentialPdfKernel>(out, in, count, scale, threshold);
 }
@@ -51,6 +60,12 @@ void ExponentialCdf(double* out, const double* in, std::size_t count, double sca
 
 void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
     frame::FramedEach<kernels::ExponentialInvCdfKernel>(out, in, count, scale, threshold);
+}
+
+void ExponentialInvCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
+                       bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::ExponentialInvCdfKernel>>(out, in, count, scale, threshold,
+                                                                             upper);
 }
 
 }  // namespace zul

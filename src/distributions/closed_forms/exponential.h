@@ -62,6 +62,7 @@ struct ExponentialInvCdfKernel {
     double scale;
     double threshold;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -43,6 +44,10 @@ double LaplaceInvCdfKernel::operator()(double p) const {
     return location + z * scale;
 }
 
+double LaplaceInvCdfKernel::AtUpperTail(double q) const {
+    return SymmetricQuantile(q, location, scale, [](double tail) { return frame::SafeLog(2 * tail); });
+}
+
 }  // namespace kernels
 
 double LaplacePdf(double x, double location, double scale) {
@@ -57,6 +62,10 @@ double LaplaceInvCdf(double p, double location, double scale) {
     return frame::Framed<kernels::LaplaceInvCdfKernel>(p, location, scale);
 }
 
+double LaplaceInvCdf(double p, double location, double scale, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LaplaceInvCdfKernel>>(p, location, scale, upper);
+}
+
 void LaplacePdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::LaplacePdfKernel>(out, in, count, location, scale);
 }
@@ -67,6 +76,12 @@ void LaplaceCdf(double* out, const double* in, std::size_t count, double locatio
 
 void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::LaplaceInvCdfKernel>(out, in, count, location, scale);
+}
+
+void LaplaceInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                   bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LaplaceInvCdfKernel>>(out, in, count, location, scale,
+                                                                         upper);
 }
 
 }  // namespace zul

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
 
@@ -26,6 +27,10 @@ double LargestExtremeValueInvCdfKernel::operator()(double p) const {
     return LargestExtremeValueAtLogarithm(frame::SafeLog(p), location, scale);
 }
 
+double LargestExtremeValueInvCdfKernel::AtUpperTail(double q) const {
+    return LargestExtremeValueAtLogarithm(LogOfComplement(q), location, scale);
+}
+
 double LargestExtremeValueAtLogarithm(double logP, double location, double scale) {
     return location - scale * frame::SafeLog(-logP);
 }
@@ -44,6 +49,11 @@ double LargestExtremeValueInvCdf(double p, double location, double scale) {
     return frame::Framed<kernels::LargestExtremeValueInvCdfKernel>(p, location, scale);
 }
 
+double LargestExtremeValueInvCdf(double p, double location, double scale, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LargestExtremeValueInvCdfKernel>>(p, location, scale,
+                                                                                        upper);
+}
+
 void LargestExtremeValuePdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::LargestExtremeValuePdfKernel>(out, in, count, location, scale);
 }
@@ -56,6 +66,12 @@ void LargestExtremeValueCdf(double* out, const double* in, std::size_t count, do
 void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
                                double scale) {
     frame::FramedEach<kernels::LargestExtremeValueInvCdfKernel>(out, in, count, location, scale);
+}
+
+void LargestExtremeValueInvCdf(double* out, const double* in, std::size_t count, double location,
+                               double scale, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LargestExtremeValueInvCdfKernel>>(out, in, count, location,
+                                                                                     scale, upper);
 }
 
 }  // namespace zul

@@ -30,6 +30,7 @@ struct LargestExtremeValueInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 // The same when log(p) is known.

@@ -1,6 +1,7 @@
 #include "distributions/closed_forms/log_logistic.h"
 
 #include "distributions/closed_forms/logistic.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -22,9 +23,20 @@ double LogLogisticCdfKernel::operator()(double x) const {
     return LogisticCdfKernel{location, scale, upper}(frame::SafeLog(x - threshold));
 }
 
-double LogLogisticInvCdfKernel::operator()(double p) const {
-    const double logDistance = LogisticInvCdfKernel{location, scale}(p);
+namespace {
+
+double AtLogDistance(double logDistance, double threshold) {
     return logDistance < kNA ? frame::SafeExp(logDistance) + threshold : logDistance;
+}
+
+}  // namespace
+
+double LogLogisticInvCdfKernel::operator()(double p) const {
+    return AtLogDistance(LogisticInvCdfKernel{location, scale}(p), threshold);
+}
+
+double LogLogisticInvCdfKernel::AtUpperTail(double q) const {
+    return AtLogDistance(LogisticInvCdfKernel{location, scale}.AtUpperTail(q), threshold);
 }
 
 }  // namespace kernels
@@ -41,6 +53,11 @@ double LogLogisticInvCdf(double p, double location, double scale, double thresho
     return frame::Framed<kernels::LogLogisticInvCdfKernel>(p, location, scale, threshold);
 }
 
+double LogLogisticInvCdf(double p, double location, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LogLogisticInvCdfKernel>>(p, location, scale, threshold,
+                                                                                upper);
+}
+
 void LogLogisticPdf(double* out, const double* in, std::size_t count, double location, double scale,
                     double threshold) {
     frame::FramedEach<kernels::LogLogisticPdfKernel>(out, in, count, location, scale, threshold);
@@ -54,6 +71,12 @@ void LogLogisticCdf(double* out, const double* in, std::size_t count, double loc
 void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
                        double threshold) {
     frame::FramedEach<kernels::LogLogisticInvCdfKernel>(out, in, count, location, scale, threshold);
+}
+
+void LogLogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                       double threshold, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LogLogisticInvCdfKernel>>(out, in, count, location, scale,
+                                                                             threshold, upper);
 }
 
 }  // namespace zul

@@ -31,6 +31,7 @@ struct LogLogisticInvCdfKernel {
     double scale;
     double threshold;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

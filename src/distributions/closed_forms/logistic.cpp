@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "frame/recover.h"
 #include "zul/distributions.h"
@@ -45,6 +46,10 @@ double LogisticInvCdfKernel::operator()(double p) const {
     return location - LogOdds(p) * scale;
 }
 
+double LogisticInvCdfKernel::AtUpperTail(double q) const {
+    return SymmetricQuantile(q, location, scale, [](double tail) { return -LogOdds(tail); });
+}
+
 }  // namespace kernels
 
 double LogisticPdf(double x, double location, double scale) {
@@ -59,6 +64,10 @@ double LogisticInvCdf(double p, double location, double scale) {
     return frame::Framed<kernels::LogisticInvCdfKernel>(p, location, scale);
 }
 
+double LogisticInvCdf(double p, double location, double scale, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LogisticInvCdfKernel>>(p, location, scale, upper);
+}
+
 void LogisticPdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::LogisticPdfKernel>(out, in, count, location, scale);
 }
@@ -70,6 +79,12 @@ void LogisticCdf(double* out, const double* in, std::size_t count, double locati
 
 void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale) {
     frame::FramedEach<kernels::LogisticInvCdfKernel>(out, in, count, location, scale);
+}
+
+void LogisticInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                    bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LogisticInvCdfKernel>>(out, in, count, location, scale,
+                                                                          upper);
 }
 
 }  // namespace zul

@@ -30,6 +30,8 @@ struct LogisticInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    static constexpr bool kTakesEveryTail = true;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -31,6 +31,11 @@ struct SmallestExtremeValueInvCdfKernel {
     double location;
     double scale;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
+
+private:
+    // From the logarithm of the upper tail.
+    double Mirrored(double logUpper) const;
 };
 
 }  // namespace zul::kernels

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "distributions/closed_forms/closed_forms.h"
+#include "distributions/either_tail.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -47,6 +48,10 @@ double WeibullInvCdfKernel::operator()(double p) const {
     return GuardedPower(-LogOfComplement(p), 1 / shape) * scale + threshold;
 }
 
+double WeibullInvCdfKernel::AtUpperTail(double q) const {
+    return GuardedPower(-frame::SafeLog(q), 1 / shape) * scale + threshold;
+}
+
 }  // namespace kernels
 
 double WeibullPdf(double x, double shape, double scale, double threshold) {
@@ -59,6 +64,11 @@ double WeibullCdf(double x, double shape, double scale, double threshold, bool u
 
 double WeibullInvCdf(double p, double shape, double scale, double threshold) {
     return frame::Framed<kernels::WeibullInvCdfKernel>(p, shape, scale, threshold);
+}
+
+double WeibullInvCdf(double p, double shape, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::WeibullInvCdfKernel>>(p, shape, scale, threshold,
+                                                                            upper);
 }
 
 void WeibullPdf(double* out, const double* in, std::size_t count, double shape, double scale,
@@ -74,6 +84,12 @@ void WeibullCdf(double* out, const double* in, std::size_t count, double shape, 
 void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                    double threshold) {
     frame::FramedEach<kernels::WeibullInvCdfKernel>(out, in, count, shape, scale, threshold);
+}
+
+void WeibullInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                   double threshold, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::WeibullInvCdfKernel>>(out, in, count, shape, scale,
+                                                                         threshold, upper);
 }
 
 }  // namespace zul

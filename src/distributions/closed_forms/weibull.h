@@ -34,6 +34,7 @@ struct WeibullInvCdfKernel {
     double scale;
     double threshold;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

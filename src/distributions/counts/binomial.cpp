@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "distributions/counts/discrete_rules.h"
+#include "distributions/either_tail.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -99,6 +100,10 @@ double BinomialInvCdfKernel::operator()(double p) {
                             &numerics::binomial_upper_quant);
 }
 
+double BinomialInvCdfKernel::AtUpperTail(double q) {
+    return DiscreteQuantileAtUpperTail(q, Prepared(shape_, n_, prob_), &numerics::binomial_upper_quant);
+}
+
 }  // namespace kernels
 
 double BinomialPdf(double x, int n, double prob) {
@@ -113,6 +118,10 @@ double BinomialInvCdf(double p, int n, double prob) {
     return frame::Framed<kernels::BinomialInvCdfKernel>(p, n, prob);
 }
 
+double BinomialInvCdf(double p, int n, double prob, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::BinomialInvCdfKernel>>(p, n, prob, upper);
+}
+
 void BinomialPdf(double* out, const double* in, std::size_t count, int n, double prob) {
     frame::FramedEach<kernels::BinomialPdfKernel>(out, in, count, n, prob);
 }
@@ -123,6 +132,10 @@ void BinomialCdf(double* out, const double* in, std::size_t count, double n, dou
 
 void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob) {
     frame::FramedEach<kernels::BinomialInvCdfKernel>(out, in, count, n, prob);
+}
+
+void BinomialInvCdf(double* out, const double* in, std::size_t count, int n, double prob, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::BinomialInvCdfKernel>>(out, in, count, n, prob, upper);
 }
 
 }  // namespace zul

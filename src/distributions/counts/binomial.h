@@ -50,6 +50,7 @@ public:
     using Parameters = frame::ParameterList<int, double>;
     BinomialInvCdfKernel(int n, double prob) : n_(n), prob_(prob) {}
     double operator()(double p);
+    double AtUpperTail(double q);
 
 private:
     double n_;

@@ -43,26 +43,31 @@ double FirstOnTheWay(double start, double end, Condition holds) {
     }
 }
 
-// The quantile at p from a family's two quantile routines. With their k comes the share of its atom that
-// belongs to the tail asked for: when that is within 1e-9 of the end of the atom, p is the lower tail at
-// k - 1 but for rounding, and k - 1 is the answer.
+// The quantile for the upper tail q from a family's routine. With its k comes the share of its atom that
+// belongs to the tail: when that is the whole atom to within 1e-9, q is the upper tail beyond k - 1 but for
+// rounding, and k - 1 is the answer.
 template <typename Routine, typename Shape>
-double DiscreteQuantile(double p, const Shape& shape, Routine* lowerQuantile, Routine* upperQuantile) {
-    constexpr double kNoShare = 1e-9;
+double DiscreteQuantileAtUpperTail(double q, const Shape& shape, Routine* upperQuantile) {
     constexpr double kWholeShare = 0.999999999;
 
     double k = 0;
     double share = 0;
-    bool isBelow = false;
-    if (p > 0.5) {
-        upperQuantile(1 - p, shape, &k, &share);
-        isBelow = share >= kWholeShare;
-    } else {
-        lowerQuantile(p, shape, &k, &share);
-        isBelow = share <= kNoShare;
-    }
+    upperQuantile(q, shape, &k, &share);
     if (frame::ErrorState().Failed()) return frame::kNA;
-    return isBelow ? k - 1 : k;
+    return share >= kWholeShare ? k - 1 : k;
+}
+
+// The quantile at p from the smaller tail. k - 1 where p is the lower tail at k - 1 but for rounding.
+template <typename Routine, typename Shape>
+double DiscreteQuantile(double p, const Shape& shape, Routine* lowerQuantile, Routine* upperQuantile) {
+    constexpr double kNoShare = 1e-9;
+
+    if (p > 0.5) return DiscreteQuantileAtUpperTail(1 - p, shape, upperQuantile);
+    double k = 0;
+    double share = 0;
+    lowerQuantile(p, shape, &k, &share);
+    if (frame::ErrorState().Failed()) return frame::kNA;
+    return share <= kNoShare ? k - 1 : k;
 }
 
 }  // namespace zul::kernels

@@ -28,6 +28,7 @@ public:
     using Parameters = frame::ParameterList<double>;
     explicit GeometricInvCdfKernel(double prob) : trials_(prob, 1) {}
     double operator()(double p) { return trials_(p); }
+    double AtUpperTail(double q) { return trials_.AtUpperTail(q); }
 
 private:
     NegBinomialInvCdfKernel trials_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "distributions/counts/discrete_rules.h"
+#include "distributions/either_tail.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -35,16 +36,25 @@ double HypergeometricCdfKernel::operator()(double x) const {
 }
 
 double HypergeometricInvCdfKernel::operator()(double p) const {
-    const double N = shape_.Population();
-    const double M = shape_.Successes();
-    const double n = shape_.Sample();
-    if (N == M) return n;
-    if (M == 0) return 0;
-    if (N == n) return M;
-    if (n == 0) return 0;
+    double only = 0;
+    if (IsCertain(&only)) return only;
     if (p == 0) return support_.first;
     if (p >= 1) return support_.last;
     return DiscreteQuantile(p, shape_, &numerics::hypergeo_lower_quant, &numerics::hypergeo_upper_quant);
+}
+
+double HypergeometricInvCdfKernel::AtUpperTail(double q) const {
+    double only = 0;
+    if (IsCertain(&only)) return only;
+    return DiscreteQuantileAtUpperTail(q, shape_, &numerics::hypergeo_upper_quant);
+}
+
+bool HypergeometricInvCdfKernel::IsCertain(double* only) const {
+    const double N = shape_.Population();
+    const double M = shape_.Successes();
+    const double n = shape_.Sample();
+    *only = N == M ? n : N == n ? M : 0;
+    return N == M || M == 0 || N == n || n == 0;
 }
 
 }  // namespace kernels
@@ -61,6 +71,10 @@ double HypergeometricInvCdf(double p, int N, int M, int n) {
     return frame::Framed<kernels::HypergeometricInvCdfKernel>(p, N, M, n);
 }
 
+double HypergeometricInvCdf(double p, int N, int M, int n, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::HypergeometricInvCdfKernel>>(p, N, M, n, upper);
+}
+
 void HypergeometricPdf(double* out, const double* in, std::size_t count, int N, int M, int n) {
     frame::FramedEach<kernels::HypergeometricPdfKernel>(out, in, count, N, M, n);
 }
@@ -71,6 +85,11 @@ void HypergeometricCdf(double* out, const double* in, std::size_t count, int N, 
 
 void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n) {
     frame::FramedEach<kernels::HypergeometricInvCdfKernel>(out, in, count, N, M, n);
+}
+
+void HypergeometricInvCdf(double* out, const double* in, std::size_t count, int N, int M, int n, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::HypergeometricInvCdfKernel>>(out, in, count, N, M, n,
+                                                                                upper);
 }
 
 }  // namespace zul

@@ -48,8 +48,11 @@ public:
     using Parameters = frame::ParameterList<int, int, int>;
     HypergeometricInvCdfKernel(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
+    // Whether the support is one number, for certain parameters.
+    bool IsCertain(double* only) const;
     HypergeometricSupport support_;
     numerics::HypergeometricShape shape_;
 };

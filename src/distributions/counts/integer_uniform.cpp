@@ -1,8 +1,10 @@
 #include "distributions/counts/integer_uniform.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "distributions/counts/discrete_rules.h"
+#include "distributions/either_tail.h"
 #include "zul/distributions.h"
 
 namespace zul {
@@ -38,6 +40,11 @@ double IntegerUniformInvCdfKernel::operator()(double p) const {
     return k == static_cast<double>(a) - 1 && p > 0 && a <= b ? a : k;
 }
 
+double IntegerUniformInvCdfKernel::AtUpperTail(double q) const {
+    const double k = std::ceil(b - CountOf(a, b) * q);
+    return a <= b ? std::max(k, static_cast<double>(a)) : k;
+}
+
 }  // namespace kernels
 
 double IntegerUniformPdf(double x, int a, int b) {
@@ -52,6 +59,10 @@ double IntegerUniformInvCdf(double p, int a, int b) {
     return frame::Framed<kernels::IntegerUniformInvCdfKernel>(p, a, b);
 }
 
+double IntegerUniformInvCdf(double p, int a, int b, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::IntegerUniformInvCdfKernel>>(p, a, b, upper);
+}
+
 void IntegerUniformPdf(double* out, const double* in, std::size_t count, int a, int b) {
     frame::FramedEach<kernels::IntegerUniformPdfKernel>(out, in, count, a, b);
 }
@@ -62,6 +73,10 @@ void IntegerUniformCdf(double* out, const double* in, std::size_t count, int a, 
 
 void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b) {
     frame::FramedEach<kernels::IntegerUniformInvCdfKernel>(out, in, count, a, b);
+}
+
+void IntegerUniformInvCdf(double* out, const double* in, std::size_t count, int a, int b, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::IntegerUniformInvCdfKernel>>(out, in, count, a, b, upper);
 }
 
 }  // namespace zul

@@ -29,6 +29,7 @@ struct IntegerUniformInvCdfKernel {
     int a;
     int b;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

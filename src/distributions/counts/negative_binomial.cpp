@@ -5,6 +5,7 @@
 
 #include "distributions/counts/binomial.h"
 #include "distributions/counts/discrete_rules.h"
+#include "distributions/either_tail.h"
 #include "distributions/normal/normal.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
@@ -60,6 +61,16 @@ double GeometricQuantile(double p, double prob) {
     return 1 + FirstOnTheWay(start - 1, 0, [&](double k) { return lowerTail(k) < p; });
 }
 
+// The same for the upper tail q: the first k with (1 - prob)^k <= q.
+double GeometricQuantileAtUpperTail(double q, double prob) {
+    constexpr double kLeast = 1e-306;  // below it the power may underflow
+    const double start = std::max(1.0, std::ceil(std::log(q) / LogOfFailure(prob)));
+    if (start - 1 == start || q < kLeast) return start;
+    const auto isBeyond = [&](double k) { return PowerOfFailure(prob, k) <= q; };
+    if (!isBeyond(start)) return FirstOnTheWay(start + 1, 2 * start + 2, isBeyond);
+    return 1 + FirstOnTheWay(start - 1, 0, [&](double k) { return !isBeyond(k); });
+}
+
 }  // namespace
 
 double NegBinomialPdfKernel::operator()(double x) const {
@@ -74,23 +85,35 @@ double NegBinomialCdfKernel::operator()(double x) const {
     return upper ? UpperTail(*this, x) : LowerTail(*this, x);
 }
 
+double NegBinomialInvCdfKernel::FirstMass() {
+    return firstMass_.Get([this] { return frame::SafePow(prob_, r_); });
+}
+
 double NegBinomialInvCdfKernel::operator()(double p) {
-    if (p <= firstMass_.Get([this] { return frame::SafePow(prob_, r_); })) return r_;
+    if (p <= FirstMass()) return r_;
     if (Equal(p, 1) || Equal(prob_, 0)) return kNA;
     if (Equal(r_, 1)) return frame::OnAnyFailure(kNA, &GeometricQuantile, p, prob_);
     return Search(p);
 }
 
-// Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of distributions having known
-// cumulants, 1960.
-double NegBinomialInvCdfKernel::Search(double p) const {
-    const double z = NormalInvCdfKernel{0, 1}(p);
-    if (z == kNA) return kNA;
+double NegBinomialInvCdfKernel::AtUpperTail(double q) {
+    const double firstMass = FirstMass();
+    if (!(prob_ > 0 && prob_ <= 1)) return (*this)(1 - q);  // its failures
+    const bool isFirst = firstMass >= 1 || (firstMass >= 0.5 && -std::expm1(r_ * std::log(prob_)) <= q);
+    if (isFirst) return r_;
+    if (Equal(prob_, 0)) return kNA;
+    if (Equal(r_, 1)) return frame::OnAnyFailure(kNA, &GeometricQuantileAtUpperTail, q, prob_);
+    return SearchUpperTail(q);
+}
+
+// The last k for which the condition holds, which it does up to the quantile, z being the normal deviate
+// there; NA if there is none. Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of
+// distributions having known cumulants, 1960.
+template <typename Condition>
+double NegBinomialInvCdfKernel::LastBelow(double z, Condition isBelow) const {
     const double spread = frame::SafeSqrt((1 - prob_) * r_);
     double x = std::ceil((spread * z + r_ + (z * z - 1) * (2 - prob_) / 6) / prob_ + 0.5);
 
-    const NegBinomialCdfKernel lowerTail{prob_, r_, false};
-    const auto isBelow = [&](double k) { return lowerTail(k) < p; };
     double lo = std::ceil(r_) - 1;
     double step = std::abs(x - r_);
     for (bool growing = false; isBelow(x); x += step) {
@@ -99,11 +122,32 @@ double NegBinomialInvCdfKernel::Search(double p) const {
         growing = growing || step * 0.25 < 1;
         step = growing ? std::max(1.0, 2 * step) : step * 0.25;
     }
-    // Neighbours, between which the solver has no more than one step: it would walk from its bracket's end.
-    lo = FirstOnTheWay(std::ceil(x), lo, isBelow);
+    return FirstOnTheWay(std::ceil(x), lo, isBelow);
+}
+
+double NegBinomialInvCdfKernel::Search(double p) const {
+    const double z = NormalInvCdfKernel{0, 1}(p);
+    if (z == kNA) return kNA;
+    const NegBinomialCdfKernel lowerTail{prob_, r_, false};
+    const double lo = LastBelow(z, [&](double k) { return lowerTail(k) < p; });
     if (lo == kNA) return kNA;
+    // Neighbours, between which the solver has no more than one step: it would walk from its bracket's end.
     CmNegBinomialCdf f(prob_, r_, p);
     return SolveInversion(f, lo, lo + 1);
+}
+
+double NegBinomialInvCdfKernel::SearchUpperTail(double q) const {
+    const double z = NormalInvCdfKernel{0, 1}.AtUpperTail(q);
+    if (z == kNA) return kNA;
+    // P(X > k) is the probability of fewer than r successes in k trials.
+    const double fewer = WholeArgument(r_).First() - 1;
+    const auto tailBeyond = [&](double k) { return k < r_ ? 1 : BinomialCdfKernel(k, prob_, false)(fewer); };
+    // NA, from some 2e9 trials on, is above any q and has to end the search as well.
+    const double lo = LastBelow(z, [&](double k) {
+        const double tail = tailBeyond(k);
+        return tail > q && tail != kNA;
+    });
+    return lo != kNA && tailBeyond(lo + 1) <= q ? lo + 1 : kNA;
 }
 
 }  // namespace kernels
@@ -120,6 +164,10 @@ double NegBinomialInvCdf(double p, double prob, double r) {
     return frame::Framed<kernels::NegBinomialInvCdfKernel>(p, prob, r);
 }
 
+double NegBinomialInvCdf(double p, double prob, double r, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::NegBinomialInvCdfKernel>>(p, prob, r, upper);
+}
+
 void NegBinomialPdf(double* out, const double* in, std::size_t count, double prob, double r) {
     frame::FramedEach<kernels::NegBinomialPdfKernel>(out, in, count, prob, r);
 }
@@ -130,6 +178,10 @@ void NegBinomialCdf(double* out, const double* in, std::size_t count, double pro
 
 void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r) {
     frame::FramedEach<kernels::NegBinomialInvCdfKernel>(out, in, count, prob, r);
+}
+
+void NegBinomialInvCdf(double* out, const double* in, std::size_t count, double prob, double r, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::NegBinomialInvCdfKernel>>(out, in, count, prob, r, upper);
 }
 
 }  // namespace zul

@@ -35,9 +35,14 @@ public:
     using Parameters = frame::ParameterList<double, double>;
     NegBinomialInvCdfKernel(double prob, double r) : prob_(prob), r_(r) {}
     double operator()(double p);
+    double AtUpperTail(double q);
 
 private:
+    double FirstMass();
     double Search(double p) const;
+    double SearchUpperTail(double q) const;
+    template <typename Condition>
+    double LastBelow(double z, Condition isBelow) const;
     double prob_;
     double r_;
     numerics::Lazy firstMass_;

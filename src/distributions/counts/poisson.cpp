@@ -1,6 +1,7 @@
 #include "distributions/counts/poisson.h"
 
 #include "distributions/counts/discrete_rules.h"
+#include "distributions/either_tail.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -45,6 +46,10 @@ double PoissonInvCdfKernel::operator()(double p) const {
     return DiscreteQuantile(p, shape_, &numerics::poisson_lower_quant, &numerics::poisson_upper_quant);
 }
 
+double PoissonInvCdfKernel::AtUpperTail(double q) const {
+    return DiscreteQuantileAtUpperTail(q, shape_, &numerics::poisson_upper_quant);
+}
+
 }  // namespace kernels
 
 double PoissonPdf(double x, double mean) {
@@ -59,6 +64,10 @@ double PoissonInvCdf(double p, double mean) {
     return frame::Framed<kernels::PoissonInvCdfKernel>(p, mean);
 }
 
+double PoissonInvCdf(double p, double mean, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::PoissonInvCdfKernel>>(p, mean, upper);
+}
+
 void PoissonPdf(double* out, const double* in, std::size_t count, double mean) {
     frame::FramedEach<kernels::PoissonPdfKernel>(out, in, count, mean);
 }
@@ -69,6 +78,10 @@ void PoissonCdf(double* out, const double* in, std::size_t count, double mean, b
 
 void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean) {
     frame::FramedEach<kernels::PoissonInvCdfKernel>(out, in, count, mean);
+}
+
+void PoissonInvCdf(double* out, const double* in, std::size_t count, double mean, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::PoissonInvCdfKernel>>(out, in, count, mean, upper);
 }
 
 }  // namespace zul

@@ -39,6 +39,7 @@ public:
     using Parameters = frame::ParameterList<double>;
     explicit PoissonInvCdfKernel(double mean) : shape_(mean) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     numerics::PoissonShape shape_;

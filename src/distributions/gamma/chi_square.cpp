@@ -5,6 +5,7 @@
 #include <limits>
 #include <numbers>
 
+#include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -63,7 +64,14 @@ double ChiSqCdfKernel::operator()(double x) const {
 double ChiSqInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;
-    return noncentrality_ == 0 ? Central(p) : Noncentral(p);
+    return noncentrality_ == 0 ? Central(p) : Noncentral(p, false);
+}
+
+double ChiSqInvCdfKernel::AtUpperTail(double q) const {
+    if (noncentrality_ != 0) return Noncentral(q, true);
+    double half = 0;
+    numerics::gamma_upper_quant(q, halfDf_, &half);
+    return ErrorState().Failed() ? kNA : 2 * half;
 }
 
 double ChiSqInvCdfKernel::Central(double p) const {
@@ -81,10 +89,10 @@ double ChiSqInvCdfKernel::Central(double p) const {
     return SolveByDoubling(f, x);
 }
 
-double ChiSqInvCdfKernel::Noncentral(double p) const {
+double ChiSqInvCdfKernel::Noncentral(double p, bool upper) const {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const double df = 2 * halfDf_.Value();
-    CmChiSqCdf f(halfDf_, noncentrality_, p);
+    CmChiSqCdf f(halfDf_, noncentrality_, p, upper);
     return SolveFromGuess(f, Range::Positive, RatioGuess(df, noncentrality_, kInfinity, df),
                           std::sqrt(std::max(noncentrality_, 0.0)));
 }
@@ -92,7 +100,7 @@ double ChiSqInvCdfKernel::Noncentral(double p) const {
 double CmChiSqCdf::Evaluate(double t) {
     TailPair tails;
     ChiSqTails(t, halfDf_, noncentrality_, &tails);
-    return tails.lower - p_;
+    return Difference(tails);
 }
 
 }  // namespace kernels
@@ -109,6 +117,10 @@ double ChiSqInvCdf(double p, double df, double noncentrality) {
     return frame::Framed<kernels::ChiSqInvCdfKernel>(p, df, noncentrality);
 }
 
+double ChiSqInvCdf(double p, double df, double noncentrality, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::ChiSqInvCdfKernel>>(p, df, noncentrality, upper);
+}
+
 void ChiSqPdf(double* out, const double* in, std::size_t count, double df) {
     frame::FramedEach<kernels::ChiSqPdfKernel>(out, in, count, df);
 }
@@ -119,6 +131,12 @@ void ChiSqCdf(double* out, const double* in, std::size_t count, double df, doubl
 
 void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality) {
     frame::FramedEach<kernels::ChiSqInvCdfKernel>(out, in, count, df, noncentrality);
+}
+
+void ChiSqInvCdf(double* out, const double* in, std::size_t count, double df, double noncentrality,
+                 bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::ChiSqInvCdfKernel>>(out, in, count, df, noncentrality,
+                                                                       upper);
 }
 
 }  // namespace zul

@@ -49,25 +49,25 @@ public:
     using Parameters = frame::ParameterList<double, double>;
     ChiSqInvCdfKernel(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     double Central(double p) const;
-    double Noncentral(double p) const;
+    double Noncentral(double p, bool upper) const;
     numerics::GammaShape halfDf_;
     double noncentrality_;
 };
 
-// The lower tail at t minus p; the half of the degrees of freedom has to outlive it.
+// The tail at t beside p; the half of the degrees of freedom has to outlive it.
 class CmChiSqCdf : public CmInversion {
 public:
-    CmChiSqCdf(const numerics::GammaShape& halfDf, double noncentrality, double p)
-        : CmInversion(p), halfDf_(halfDf), noncentrality_(noncentrality), p_(p) {}
+    CmChiSqCdf(const numerics::GammaShape& halfDf, double noncentrality, double p, bool upper = false)
+        : CmInversion(p, false, upper), halfDf_(halfDf), noncentrality_(noncentrality) {}
     double Evaluate(double t) override;
 
 private:
     const numerics::GammaShape& halfDf_;
     double noncentrality_;
-    double p_;
 };
 
 }  // namespace zul::kernels

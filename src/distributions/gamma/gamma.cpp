@@ -3,6 +3,7 @@
 #include <cfloat>
 #include <cmath>
 
+#include "distributions/either_tail.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -68,6 +69,13 @@ double GammaInvCdfKernel::operator()(double p) const {
     return z * scale_ + threshold_;
 }
 
+double GammaInvCdfKernel::AtUpperTail(double q) const {
+    double z = 0;
+    numerics::gamma_upper_quant(q, shape_, &z);
+    if (ErrorState().Failed()) return kNA;
+    return z == 0 ? 0 : z * scale_ + threshold_;
+}
+
 double GammaInvCdfKernel::Standard(double p) const {
     double z = 0;
     if (p > 0.5)
@@ -98,6 +106,10 @@ double GammaInvCdf(double p, double shape, double scale, double threshold) {
     return frame::Framed<kernels::GammaInvCdfKernel>(p, shape, scale, threshold);
 }
 
+double GammaInvCdf(double p, double shape, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::GammaInvCdfKernel>>(p, shape, scale, threshold, upper);
+}
+
 void GammaPdf(double* out, const double* in, std::size_t count, double shape, double scale,
               double threshold) {
     frame::FramedEach<kernels::GammaPdfKernel>(out, in, count, shape, scale, threshold);
@@ -111,6 +123,12 @@ void GammaCdf(double* out, const double* in, std::size_t count, double shape, do
 void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
                  double threshold) {
     frame::FramedEach<kernels::GammaInvCdfKernel>(out, in, count, shape, scale, threshold);
+}
+
+void GammaInvCdf(double* out, const double* in, std::size_t count, double shape, double scale,
+                 double threshold, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::GammaInvCdfKernel>>(out, in, count, shape, scale,
+                                                                       threshold, upper);
 }
 
 }  // namespace zul

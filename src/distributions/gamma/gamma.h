@@ -50,6 +50,7 @@ public:
     GammaInvCdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 
 private:
     double Standard(double p) const;

@@ -1,5 +1,6 @@
 #include "distributions/normal/half_normal.h"
 
+#include "distributions/either_tail.h"
 #include "distributions/normal/normal.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -23,6 +24,10 @@ double HalfNormalInvCdfKernel::operator()(double p) const {
     return NormalInvCdfKernel{threshold, scale}((p + 1) / 2);
 }
 
+double HalfNormalInvCdfKernel::AtUpperTail(double q) const {
+    return NormalInvCdfKernel{threshold, scale}.AtUpperTail(q / 2);
+}
+
 }  // namespace kernels
 
 double HalfNormalPdf(double x, double scale, double threshold) {
@@ -37,6 +42,10 @@ double HalfNormalInvCdf(double p, double scale, double threshold) {
     return frame::Framed<kernels::HalfNormalInvCdfKernel>(p, scale, threshold);
 }
 
+double HalfNormalInvCdf(double p, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::HalfNormalInvCdfKernel>>(p, scale, threshold, upper);
+}
+
 void HalfNormalPdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
     frame::FramedEach<kernels::HalfNormalPdfKernel>(out, in, count, scale, threshold);
 }
@@ -48,6 +57,12 @@ void HalfNormalCdf(double* out, const double* in, std::size_t count, double scal
 
 void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale, double threshold) {
     frame::FramedEach<kernels::HalfNormalInvCdfKernel>(out, in, count, scale, threshold);
+}
+
+void HalfNormalInvCdf(double* out, const double* in, std::size_t count, double scale, double threshold,
+                      bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::HalfNormalInvCdfKernel>>(out, in, count, scale, threshold,
+                                                                            upper);
 }
 
 }  // namespace zul

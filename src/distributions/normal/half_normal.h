@@ -29,6 +29,7 @@ struct HalfNormalInvCdfKernel {
     double scale;
     double threshold;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -1,5 +1,6 @@
 #include "distributions/normal/log_normal.h"
 
+#include "distributions/either_tail.h"
 #include "distributions/normal/normal.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -19,10 +20,21 @@ double LogNormalCdfKernel::operator()(double x) const {
     return NormalCdfKernel{location, scale, upper}(frame::SafeLog(x - threshold));
 }
 
+namespace {
+
+double AtLogDistance(double logDistance, double threshold) {
+    return logDistance < frame::kNA ? frame::SafeExp(logDistance) + threshold : logDistance;
+}
+
+}  // namespace
+
 double LogNormalInvCdfKernel::operator()(double p) const {
     if (p == 0) return threshold;
-    const double logDistance = NormalInvCdfKernel{location, scale}(p);
-    return logDistance < frame::kNA ? frame::SafeExp(logDistance) + threshold : logDistance;
+    return AtLogDistance(NormalInvCdfKernel{location, scale}(p), threshold);
+}
+
+double LogNormalInvCdfKernel::AtUpperTail(double q) const {
+    return AtLogDistance(NormalInvCdfKernel{location, scale}.AtUpperTail(q), threshold);
 }
 
 }  // namespace kernels
@@ -39,6 +51,11 @@ double LogNormalInvCdf(double p, double location, double scale, double threshold
     return frame::Framed<kernels::LogNormalInvCdfKernel>(p, location, scale, threshold);
 }
 
+double LogNormalInvCdf(double p, double location, double scale, double threshold, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::LogNormalInvCdfKernel>>(p, location, scale, threshold,
+                                                                              upper);
+}
+
 void LogNormalPdf(double* out, const double* in, std::size_t count, double location, double scale,
                   double threshold) {
     frame::FramedEach<kernels::LogNormalPdfKernel>(out, in, count, location, scale, threshold);
@@ -52,6 +69,12 @@ void LogNormalCdf(double* out, const double* in, std::size_t count, double locat
 void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
                      double threshold) {
     frame::FramedEach<kernels::LogNormalInvCdfKernel>(out, in, count, location, scale, threshold);
+}
+
+void LogNormalInvCdf(double* out, const double* in, std::size_t count, double location, double scale,
+                     double threshold, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::LogNormalInvCdfKernel>>(out, in, count, location, scale,
+                                                                           threshold, upper);
 }
 
 }  // namespace zul

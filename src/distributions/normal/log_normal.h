@@ -32,6 +32,7 @@ struct LogNormalInvCdfKernel {
     double scale;
     double threshold;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 }  // namespace zul::kernels

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "distributions/either_tail.h"
 #include "distributions/tail_pair.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -37,6 +38,14 @@ double SolveForDeviate(double p) {
     return numerics::SolveFalsePosition(kLowestDeviate, 0, f, &status);
 }
 
+double StandardQuantile(double p) {
+    double z = 0;
+    numerics::inv_normal_df(p, &z);
+    if (!ErrorState().Failed()) return z;
+    const double lowest = TailsAt(kLowestDeviate).lower;
+    return lowest == kNA || lowest > p || p > 0.5 ? kNA : SolveForDeviate(p);
+}
+
 double NormalDensity(const NormalPdfKernel* at, double x) {
     const double z = (x - at->mean) / at->sd;
     return frame::SafeExp(-0.5 * (z * z)) / (std::sqrt(2 * std::numbers::pi) * at->sd);
@@ -55,15 +64,13 @@ double NormalCdfKernel::operator()(double x) const {
 }
 
 double NormalInvCdfKernel::operator()(double p) const {
-    double z = 0;
-    numerics::inv_normal_df(p, &z);
-    if (ErrorState().Failed()) {
-        const double lowest = TailsAt(kLowestDeviate).lower;
-        if (lowest == kNA || lowest > p || p > 0.5) return kNA;
-        z = SolveForDeviate(p);
-        if (z == kNA) return kNA;
-    }
-    return z * sd + mean;
+    const double z = StandardQuantile(p);
+    return z == kNA ? kNA : z * sd + mean;
+}
+
+double NormalInvCdfKernel::AtUpperTail(double q) const {
+    const double z = StandardQuantile(q);
+    return z == kNA ? kNA : -z * sd + mean;
 }
 
 double StandardNormalTail(double z, Side side) {
@@ -100,6 +107,10 @@ double NormalInvCdf(double p, double mean, double sd) {
     return frame::Framed<kernels::NormalInvCdfKernel>(p, mean, sd);
 }
 
+double NormalInvCdf(double p, double mean, double sd, bool upper) {
+    return frame::Framed<kernels::EitherTail<kernels::NormalInvCdfKernel>>(p, mean, sd, upper);
+}
+
 void NormalPdf(double* out, const double* in, std::size_t count, double mean, double sd) {
     frame::FramedEach<kernels::NormalPdfKernel>(out, in, count, mean, sd);
 }
@@ -110,6 +121,10 @@ void NormalCdf(double* out, const double* in, std::size_t count, double mean, do
 
 void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd) {
     frame::FramedEach<kernels::NormalInvCdfKernel>(out, in, count, mean, sd);
+}
+
+void NormalInvCdf(double* out, const double* in, std::size_t count, double mean, double sd, bool upper) {
+    frame::FramedEach<kernels::EitherTail<kernels::NormalInvCdfKernel>>(out, in, count, mean, sd, upper);
 }
 
 }  // namespace zul

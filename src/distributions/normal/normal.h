@@ -33,6 +33,7 @@ struct NormalInvCdfKernel {
     double mean;
     double sd;
     double operator()(double p) const;
+    double AtUpperTail(double q) const;
 };
 
 // The standard normal p-value of z: one of the tails, or twice the smaller; 0 for an unknown side.

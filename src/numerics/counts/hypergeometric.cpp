@@ -19,6 +19,8 @@ using frame::operator""_routine;
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
+// The tails have all their digits from here on.
+constexpr double kLeastOfTails = 1e-280;
 
 // The two-by-two table of the sample and the rest against successes and failures.
 struct Table {
@@ -32,6 +34,27 @@ struct Table {
     double leftSuccesses;
     double leftFailures;
 };
+
+// The mass at a number of the support, which has another one, times exp(logScale).
+double ScaledMass(double k, const HypergeometricShape& shape, double logScale) {
+    const Table t(k, shape);
+    const double n = shape.Sample();
+    const double successes = shape.Successes() / shape.Population();
+    const double failures = (shape.Population() - shape.Successes()) / shape.Population();
+    const double rest = shape.Population() - n;
+    const double deviation = shape.ScaledDeviation(k) / shape.Population();
+    const double deviance = CountDeviance(t.drawnSuccesses, n * successes, deviation) +
+                            CountDeviance(t.drawnFailures, n * failures, -deviation) +
+                            CountDeviance(t.leftSuccesses, rest * successes, -deviation) +
+                            CountDeviance(t.leftFailures, rest * failures, deviation);
+    double weight = shape.StirlingWeight();
+    double error = shape.StirlingError();
+    for (const double cell : {t.drawnSuccesses, t.drawnFailures, t.leftSuccesses, t.leftFailures}) {
+        weight /= StirlingWeight(cell);
+        error -= StirlingError(cell);
+    }
+    return std::sqrt(weight) * MassExponential(error - deviance + logScale);
+}
 
 // The tail from the number next to k away from the mean, as a multiple of the mass at k.
 double LowerSum(double k, const HypergeometricShape& shape) {
@@ -100,6 +123,25 @@ private:
     const HypergeometricShape& shape_;
 };
 
+// The upper tail times exp(kLogScale), for targets that it might not reach before it underflows.
+class ScaledHypergeometric final : public DiscreteFamily {
+public:
+    static constexpr double kLogScale = 400;
+    explicit ScaledHypergeometric(const HypergeometricShape& shape)
+        : DiscreteFamily(shape.First(), shape.Last()), shape_(shape) {}
+    bool Evaluate(double k, DiscreteTails* tails) const override {
+        const bool isFar = k < last && !LowerIsSmaller(k, shape_);
+        tails->lower = 0;
+        tails->upper = isFar      ? ScaledMass(k, shape_, kLogScale) * UpperSum(k, shape_)
+                       : k < last ? std::exp(kLogScale)
+                                  : 0;
+        return true;
+    }
+
+private:
+    const HypergeometricShape& shape_;
+};
+
 bool InDomain(const HypergeometricShape& shape, double* k, double* c) {
     if (shape.Valid()) return true;
     *k = *c = -DBL_MAX;
@@ -131,23 +173,7 @@ HypergeometricShape::HypergeometricShape(double population, double successes, do
 double HypergeometricMass(double k, const HypergeometricShape& shape) {
     if (!(k >= shape.First() && k <= shape.Last())) return 0;
     if (shape.First() == shape.Last()) return 1;
-    const Table t(k, shape);
-    const double n = shape.Sample();
-    const double successes = shape.Successes() / shape.Population();
-    const double failures = (shape.Population() - shape.Successes()) / shape.Population();
-    const double rest = shape.Population() - n;
-    const double deviation = shape.ScaledDeviation(k) / shape.Population();
-    const double deviance = CountDeviance(t.drawnSuccesses, n * successes, deviation) +
-                            CountDeviance(t.drawnFailures, n * failures, -deviation) +
-                            CountDeviance(t.leftSuccesses, rest * successes, -deviation) +
-                            CountDeviance(t.leftFailures, rest * failures, deviation);
-    double weight = shape.StirlingWeight();
-    double error = shape.StirlingError();
-    for (const double cell : {t.drawnSuccesses, t.drawnFailures, t.leftSuccesses, t.leftFailures}) {
-        weight /= StirlingWeight(cell);
-        error -= StirlingError(cell);
-    }
-    return std::sqrt(weight) * MassExponential(error - deviance);
+    return ScaledMass(k, shape, 0);
 }
 
 void hypergeo_df(double k, const HypergeometricShape& shape, double* lower, double* above, double* mass) {
@@ -182,7 +208,13 @@ void hypergeo_upper_quant(double q, const HypergeometricShape& shape, double* k,
     ErrorState().Begin(kName);
     if (!InDomain(shape, k, c)) return;
     const Hypergeometric family(shape);
-    DiscreteUpperQuantile(family, q, family.Start(q, true), kName, k, c);
+    const double start = family.Start(q, true);
+    if (q > 0 && q < kLeastOfTails) {
+        const ScaledHypergeometric scaled(shape);
+        DiscreteUpperQuantile(scaled, std::exp(std::log(q) + scaled.kLogScale), start, kName, k, c);
+        return;
+    }
+    DiscreteUpperQuantile(family, q, start, kName, k, c);
 }
 
 }  // namespace zul::numerics

@@ -62,8 +62,8 @@ void hypergeo_df(double k, const HypergeometricShape& shape, double* lower, doub
 // parameters outside their domain. On failure *k = *c = -DBL_MAX.
 void hypergeo_lower_quant(double p, const HypergeometricShape& shape, double* k, double* c);
 
-// *k = the smallest number with P(X > k) <= q and *c = the share (q - P(X > k)) / P(X = k) of its atom. The
-// rest as above.
+// *k = the smallest number with P(X > k) <= q and *c = the share (q - P(X > k)) / P(X = k) of its atom, for
+// any q > 0. The rest as above.
 void hypergeo_upper_quant(double q, const HypergeometricShape& shape, double* k, double* c);
 
 }  // namespace zul::numerics

@@ -196,5 +196,16 @@ TEST(DiscreteTails, AreExactWhereTheyDegenerate) {
         CheckExact<Hypergeometric>(e);
 }
 
+// Below 1e-280, where the tails underflow, the search is another one.
+TEST(Hypergeometric, UpperQuantilesGoOnWhereTheTailsUnderflow) {
+    const Hypergeometric f(std::array{100000.0, 500.0, 2000.0}.data());
+    const Quantile at = Invert(f, 1e-280, true);
+    const Quantile below = Invert(f, std::nextafter(1e-280, 0), true);
+    EXPECT_EQ(below.k, at.k);
+    EXPECT_NEAR(below.c, at.c, 1e-10);
+    EXPECT_GT(Invert(f, 5e-324, true).k, Invert(f, 1e-300, true).k);
+    EXPECT_EQ(Invert(Hypergeometric(std::array{20.0, 7.0, 12.0}.data()), 5e-324, true).k, 7);
+}
+
 }  // namespace
 }  // namespace zul::numerics
