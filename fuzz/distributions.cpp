@@ -16,11 +16,7 @@
 namespace zul::fuzz {
 namespace {
 
-using test::Applied;
-using test::Distribution;
-using test::Domain;
-using test::Family;
-using test::Function;
+using test::Applied, test::Distribution, test::Domain, test::Family, test::Function;
 
 constexpr double kNA = 1.23456e30;
 
@@ -45,8 +41,7 @@ void LimitTime(const Family& family, std::vector<double>& parameters, Input& inp
     constexpr double kRefused = 1e11;
     const std::size_t index = family.domains.size() - 1;
     if (!HasNoncentrality(family) || index >= parameters.size() || input.Byte() % 64 == 63) return;
-    double& noncentrality = parameters[index];
-    if (std::abs(noncentrality) < kRefused) noncentrality = std::fmod(noncentrality, kQuick);
+    if (std::abs(parameters[index]) < kRefused) parameters[index] = std::fmod(parameters[index], kQuick);
 }
 
 // The result and whether there is one.
@@ -137,24 +132,18 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
 
 void CheckValid(const Family& family, Input& input) {
     if (family.name == "Discrete") return;  // the user's table may be any
-    const bool discrete = family.kind == test::Kind::Discrete;
     std::vector<double> parameters = ValidParameters(family.domains, input);
     LimitTime(family, parameters, input);
     const Distribution d = family.With(parameters);
     const double p = input.Fraction();
-    const double x = Evaluate(d.quantile, family.bare, p).value;
-    // Some quantiles lie beyond the range of a double.
-    const auto isWithin = [](double quantile) {
-        return std::isfinite(quantile) && quantile != 0 && std::abs(quantile) < 1e29;
-    };
-    if (isWithin(x)) {
+    for (const bool upper : {false, true}) {
+        const double x = Evaluate(upper ? d.upperQuantile : d.quantile, family.bare, p).value;
+        if (!std::isfinite(x) || x == 0 || std::abs(x) >= 1e29) continue;  // or beyond the range of a double
         CheckTails(d, family, x);
-        CheckQuantile(d, family, p, x, false);
+        CheckQuantile(d, family, p, x, upper);
     }
-    const double byUpperTail = Evaluate(d.upperQuantile, family.bare, p).value;
-    if (isWithin(byUpperTail)) CheckQuantile(d, family, p, byUpperTail, true);
     const double any = input.Real();
-    CheckTails(d, family, discrete ? std::floor(any) : any);
+    CheckTails(d, family, family.kind == test::Kind::Discrete ? std::floor(any) : any);
 }
 
 void CheckAny(const Family& family, Input& input) {
@@ -169,11 +158,10 @@ void CheckAny(const Family& family, Input& input) {
     Array in{};
     const std::size_t count = input.Choice(in.size());
     for (std::size_t i = 0; i < count; ++i) {
-        const bool quantile = f.function == &family.invCdf;
-        const double fraction = input.Fraction();
-        in[i] = input.Flag() ? input.Real()
-                : quantile   ? fraction
-                             : Evaluate(d.quantile, bare, fraction).value;
+        const double p = input.Fraction();
+        in[i] = input.Flag()                   ? input.Real()
+                : f.function == &family.invCdf ? p
+                                               : Evaluate(d.quantile, bare, p).value;
     }
     const bool inPlace = input.Flag();
     CheckArray(f, bare, in, count, inPlace);

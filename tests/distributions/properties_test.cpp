@@ -122,7 +122,7 @@ TEST(Families, ArraysHaveTheBitsOfTheScalarCalls) {
     ForEachDistribution([](const Family& family, const Distribution& d) {
         for (const Applied& f : d.Functions()) {
             std::vector<double> in = {1e-9, 0.01, 0.3, 0.5, 0.77, 0.99};
-            if (f.function != &family.invCdf) {
+            if (f.function != &family.invCdf && f.function != &family.tailInvCdf) {
                 for (double& p : in)
                     p = d.quantile(p);
                 in.insert(in.end(), {-1, 0, 0.25, 1, 3, 1e300});
