@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cstdio>
+#include <iostream>
 #include <memory>
 
 #include "clustering/containers/vector.h"
@@ -14,11 +14,20 @@ namespace {
 
 using Steps = types::Vector<ClusterStep>;
 
+// A thread may be cancelled while it writes. The stream is the host's, too, and good for other threads then.
+void PrintLine(const char* line) {
+    try {
+        std::cout << line << std::endl;
+    } catch (frame::ForcedUnwind&) {
+        std::cout.clear();
+        throw;
+    }
+}
+
 std::unique_ptr<Steps> Run(LinkageEnums linkage, double maximumDistance, DistanceMatrix& distances) {
     const std::unique_ptr<LinkFunction> link = MakeLinkFunction(linkage);
     if (link == nullptr) {
-        std::puts("invalid linkage");
-        std::fflush(stdout);
+        PrintLine("invalid linkage");
         return nullptr;
     }
     const int count = std::max(1, distances.RowCount());

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <functional>
+#include <iostream>
 #include <memory>
 #include <random>
 #include <string>
@@ -234,6 +235,7 @@ TEST(RunClustering, LetsAThreadEnd) {
         pthread_cancel(pthread_self());
         delete RunClustering(static_cast<LinkageEnums>(99), 1, any);
     }));
+    EXPECT_TRUE(std::cout.good());
 }
 #endif
 
