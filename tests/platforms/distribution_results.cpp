@@ -122,8 +122,8 @@ void RecordUpperQuantiles(Recording& recording, const Family& family, const Dist
     const auto quantile = [&](double p) { return ResultOf([&] { return member.upperQuantile(p); }); };
     const double scale = std::max(std::abs(quantile(0.25)), std::abs(quantile(0.75)));
     for (int i = 0; i < kTails; ++i) {
-        const double p =
-            i % 2 == 0 ? numbers.Probability() : std::ldexp(numbers.Fraction(), -numbers.Below(kSmallest));
+        double p = numbers.Probability();
+        if (i % 2 != 0) p = std::ldexp(p, -numbers.Below(kSmallest));
         std::ostringstream where;
         where.precision(17);
         where << member.upperQuantile.Name() << ", p = " << p;
