@@ -18,6 +18,11 @@ inline double LowerTailOf(double p) {
 template <typename InvCdfKernel, typename Parameters = typename InvCdfKernel::Parameters>
 class EitherTail;
 
+template <typename InvCdfKernel>
+concept TakesEveryTail = requires {
+    InvCdfKernel::kTakesEveryTail;
+};
+
 // The inverse of a family by either tail. InvCdfKernel::AtUpperTail(q) is its quantile for the upper tail q,
 // 0 < q < 1/2, computed from q itself; all other q are left to the lower tail. A kernel so cheap that a
 // branch on the size of q, which is as good as random, would double its time, has a constant kTakesEveryTail
@@ -35,8 +40,7 @@ public:
     }
 
 private:
-    static constexpr double kEnd = requires { InvCdfKernel::kTakesEveryTail; }
-    ? 1 : 0.5;
+    static constexpr double kEnd = TakesEveryTail<InvCdfKernel> ? 1 : 0.5;
     InvCdfKernel inverse_;
     bool upper_;
 };
