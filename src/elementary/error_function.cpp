@@ -13,7 +13,7 @@ double SpecialErfc(double x) {
     if (bits & kSignBit) return 2.0;
     if (bits == kInfinityBits) return 0.0;
     if (x >= kUnderflow) return UnderflowResult();
-    return CoreErfc(x, 600) * 0x1p-600;
+    return ShiftedErfc(x, 600) * 0x1p-600;
 }
 
 }  // namespace

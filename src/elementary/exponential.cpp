@@ -44,6 +44,7 @@ double Exp(double x) {
 }
 
 double Expm1(double x) {
+    if (AbsoluteBits(x) < Bits(kExpm1Small)) return SmallExpm1(x);
     if (!AnyTopBit(OutsideExpm1(x))) [[likely]]
         return CoreExpm1(x);
     return Bits(x) > (kInfinityBits | kSignBit) || !(Bits(x) & kSignBit) ? SpecialExp(x) : -1.0;

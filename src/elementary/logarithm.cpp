@@ -26,12 +26,13 @@ double SpecialLog1p(double x) {
 }  // namespace
 
 double Log(double x) {
-    if (AnyTopBit(OutsideLog(x))) [[unlikely]]
+    if (Bits(x) - kLeastNormalBits >= kInfinityBits - kLeastNormalBits) [[unlikely]]
         return SpecialLog(x);
     return CoreLog(x);
 }
 
 double Log1p(double x) {
+    if (AbsoluteBits(x) < Bits(kLog1pSmall)) return SmallLog1p(x);
     if (AnyTopBit(OutsideLog1p(x))) [[unlikely]]
         return SpecialLog1p(x);
     return CoreLog1p(x);

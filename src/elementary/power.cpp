@@ -25,7 +25,7 @@ double Finish(std::uint64_t x, double y) {
     const TwoDoubles<double> log = LogOfPower(x, y);
     if (AnyTopBit(OutsideExp(log.high))) [[unlikely]]
         return ScaledExp(log.high, log.low);
-    return CoreExp(log.high, log.low);
+    return CoreExpOfTwo(log.high, log.low);
 }
 
 // Neither is NaN, nor is x 1 or y 0.

@@ -38,7 +38,7 @@ double FromHexadecimal(const std::string& bits) {
     return std::bit_cast<double>(std::uint64_t{std::stoull(bits, nullptr, 16)});
 }
 
-TEST(Elementary, HardArguments) {
+TEST(ElementaryFunctions, HardArguments) {
     for (const Row& row : ReadTable("elementary/hard_arguments.csv", ';')) {
         const double x = FromHexadecimal(row[1]);
         const double y = FromHexadecimal(row[2]);
@@ -83,7 +83,7 @@ void ExpectOutcome(const Outcome& outcome, double value, unsigned flags, const s
 
 // Zeros of either sign, infinities and what lies outside the domain, by their bits; the flags are those of the C
 // standard. (In the default mode, since some of them are traps.)
-TEST(ElementaryDomain, SpecialArguments) {
+TEST(ElementaryFunctionsDomain, SpecialArguments) {
     struct Case {
         double (*function)(double);
         double x;
@@ -153,7 +153,7 @@ TEST(ElementaryDomain, SpecialArguments) {
     }
 }
 
-TEST(ElementaryDomain, SpecialPowers) {
+TEST(ElementaryFunctionsDomain, SpecialPowers) {
     struct Case {
         double x;
         double y;
@@ -219,7 +219,7 @@ void ExpectReasons(const Outcome& outcome, bool allFinite, double x, double y) {
                         << outcome.flags;
 }
 
-TEST(ElementaryDomain, FlagsOfAnyArgument) {
+TEST(ElementaryFunctionsDomain, FlagsOfAnyArgument) {
     Arguments arguments;
     for (int k = 0; k < 50'000 && !testing::Test::HasFailure(); ++k) {
         const double x = std::bit_cast<double>(arguments.Bits());
@@ -232,7 +232,7 @@ TEST(ElementaryDomain, FlagsOfAnyArgument) {
     }
 }
 
-TEST(ElementaryDomain, TrapsInTrappingMode) {
+TEST(ElementaryFunctionsDomain, TrapsInTrappingMode) {
     const auto trapped = [](double (*function)(double), double x) {
         double (*volatile call)(double) = function;
         SetKelFpuStates();

@@ -17,7 +17,7 @@ struct ElementaryFunction {
 // All but Pow.
 inline constexpr int kElementaryFunctions = 9;
 extern const ElementaryFunction kFunctions[kElementaryFunctions];
-inline constexpr double kPowLimit = 0.55;
+inline constexpr double kPowLimit = 0.51;
 
 // The distance of a result from high + low in units of the last place of high, which is normal.
 double Places(double result, double high, double low);

@@ -52,7 +52,7 @@ ZUL_INLINE D SumErfc(D x, D high, D low) {
 // A positive x of at least 1 gives 2^shift times the result. Below 1 the product with exp(0), to the bit what the
 // double takes without it.
 template <class D>
-ZUL_INLINE D CoreErfc(D x, int shift = 0) {
+ZUL_INLINE D ShiftedErfc(D x, int shift) {
     const D t = Absolute(x);
     const ScaledErfc<D> scaled = ScaleErfc(t);
     if constexpr (kLanesOf<D> == 1) {
@@ -73,6 +73,11 @@ ZUL_INLINE D CoreErfc(D x, int shift = 0) {
     const D rest = (((upperS * upperG - product) + upperS * lowerG) + lowerS * upperG) + lowerS * lowerG +
                    s * (scaled.low + expRest * scaled.high);
     return SumErfc(x, product, rest);
+}
+
+template <class D>
+ZUL_INLINE D CoreErfc(D x) {
+    return ShiftedErfc(x, 0);
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ ZUL_INLINE D CoreExp(D x) {
 
 // exp(x + low) for a low of at most 5e-5.
 template <class D>
-ZUL_INLINE D CoreExp(D x, D low) {
+ZUL_INLINE D CoreExpOfTwo(D x, D low) {
     const ExpParts<D> parts = SplitExp(x);
     return parts.power + parts.power * ExpRest(parts, (parts.high - parts.low) + low);
 }
@@ -61,6 +61,21 @@ ZUL_INLINE BitsOf<D> OutsideExpm1(D x) {
     return OutsideExp(x);
 }
 
+// exp(r) - 1 - r
+template <class D>
+ZUL_INLINE D Expm1Series(D r) {
+    const D r2 = r * r;
+    return r2 * (0.5 + r * (1.0 / 6)) + r2 * r2 * ((1.0 / 24 + r * (1.0 / 120)) + r2 * (1.0 / 720));
+}
+
+// Below this the power is 1: what CoreExpm1 then comes to is not much.
+inline constexpr double kExpm1Small = 0x1p-9;
+
+inline double SmallExpm1(double x) {
+    const double upper = UpperHalf(x);
+    return WithSignOf(Absolute(upper + ((x - upper) + Expm1Series(x))), x);
+}
+
 // power (1 + error) (1 + r + ...) - 1: the product of the power and the upper part of r is exact, and so is what
 // the sums round off. The power less 1 is 0 or larger than that product.
 template <class D>
@@ -68,9 +83,7 @@ ZUL_INLINE D CoreExpm1(D x) {
     const ExpParts<D> parts = SplitExp(x);
     const D s = parts.power;
     const D r = parts.high - parts.low;
-    const D r2 = r * r;
-    const D series = r2 * (0.5 + r * (1.0 / 6)) + r2 * r2 * ((1.0 / 24 + r * (1.0 / 120)) + r2 * (1.0 / 720));
-    const D rest = (parts.error - parts.low) + series;
+    const D rest = (parts.error - parts.low) + Expm1Series(r);
     const D upperS = UpperHalf(s);
     const D upperR = UpperHalf(parts.high);
     const D product = upperS * upperR;

@@ -19,16 +19,26 @@ struct LogParts {  // high + low - (r + rest)^2 / 2 + ...; high + low has r + re
 
 enum class Argument { kOneDouble, kTwoDoubles };
 
+// The upper 12 bits as a signed number: of vectors, which cannot convert such, by the digits of 2^52 and more.
+template <class D>
+ZUL_INLINE D WholeExponent(BitsOf<D> bits) {
+    if constexpr (kLanesOf<D> == 1) {
+        return static_cast<double>(static_cast<std::int64_t>(bits) >> 52);
+    } else {
+        constexpr std::uint64_t kBias = 2048;
+        return FromBits<D>(((bits + (kBias << 52)) >> 52) | Bits(0x1p52)) - (0x1p52 + kBias);
+    }
+}
+
 // Of 2^k z, given by the bits of a normal positive number (of z with k in the place of its exponent, which may be
 // outside a double's), plus a low part of the argument.
 template <Argument kArgument, class D>
 ZUL_INLINE LogParts<D> SplitLog(BitsOf<D> bits, D low) {
     constexpr std::uint64_t kExponent = 0xFFF0000000000000;
-    constexpr std::uint64_t kBias = 2048;  // k may be negative
     constexpr std::uint64_t kUpper32 = 0xFFFFFFFFFFE00000;
     const BitsOf<D> fromFirst = bits - std::uint64_t{kLogFirst};
     const BitsOf<D> i = (fromFirst >> 45) & 127;
-    const D k = FromBits<D>(((fromFirst + (kBias << 52)) >> 52) | Bits(0x1p52)) - (0x1p52 + kBias);
+    const D k = WholeExponent<D>(fromFirst);
     const BitsOf<D> exponent = fromFirst & kExponent;
     const D z = FromBits<D>(bits - exponent);
     const D upperZ = FromBits<D>((bits - exponent) & kUpper32);
@@ -86,6 +96,13 @@ ZUL_INLINE BitsOf<D> OutsideLog1p(D x) {
     constexpr std::uint64_t kUpTo = Bits(0x1p1000);
     const BitsOf<D> ifNegative = 0 - (Bits(x) >> 63);
     return ((kUpTo - 1) - (ifNegative & (kUpTo - Bits(1.0)))) - AbsoluteBits(x);
+}
+
+// Below this the reduced argument is the argument: what CoreLog1p then comes to is not much.
+inline constexpr double kLog1pSmall = 0x1p-9;
+
+inline double SmallLog1p(double x) {
+    return WithSignOf(Absolute(SumLog(LogParts<double>{x, 0, x, 0})), x);
 }
 
 template <class D>

@@ -125,10 +125,13 @@ ZUL_INLINE bool AnyTopBit(U bits) {
 }
 
 #if defined(__AVX512F__)
-// With a mask that is no constant for the macro which the function is in GCC's debug builds: it would warn of its sign.
-ZUL_INLINE __m512d GatherEight(const double* table, __m512i place, __mmask8 all) {
-    return _mm512_mask_i64gather_pd(_mm512_setzero_pd(), all, place, table, 8);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored \
+    "-Wsign-conversion"  // of the mask, in the macro that this is in GCC's debug builds
+ZUL_INLINE __m512d GatherEight(const double* table, __m512i place) {
+    return _mm512_mask_i64gather_pd(_mm512_setzero_pd(), 0xFF, place, table, 8);
 }
+#pragma GCC diagnostic pop
 #endif
 
 // table[kStride index] of each lane.
@@ -140,7 +143,7 @@ ZUL_INLINE D Gather(const double* table, BitsOf<D> index) {
         const BitsOf<D> place = index * kStride;
 #if defined(__AVX512F__)
         if constexpr (kLanesOf<D> == 8)
-            return __builtin_bit_cast(D, GatherEight(table, __builtin_bit_cast(__m512i, place), 0xFF));
+            return __builtin_bit_cast(D, GatherEight(table, __builtin_bit_cast(__m512i, place)));
 #endif
         D values;
         for (int k = 0; k < kLanesOf<D>; ++k)
