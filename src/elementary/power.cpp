@@ -7,18 +7,18 @@
 namespace zul::elementary {
 namespace {
 
-enum class Exponent { kFraction, kEven, kOdd };
+enum class Exponent { Fraction, Even, Odd };
 
 Exponent KindOf(double y) {
     constexpr int kBias = 1023;
     constexpr int kDigits = 52;
     const std::uint64_t bits = AbsoluteBits(y);
     const int exponent = static_cast<int>(bits >> kDigits) - kBias;
-    if (exponent < 0) return Exponent::kFraction;
-    if (exponent > kDigits) return Exponent::kEven;
+    if (exponent < 0) return Exponent::Fraction;
+    if (exponent > kDigits) return Exponent::Even;
     const std::uint64_t one = std::uint64_t{1} << (kDigits - exponent);
-    if (bits & (one - 1)) return Exponent::kFraction;
-    return bits & one ? Exponent::kOdd : Exponent::kEven;
+    if (bits & (one - 1)) return Exponent::Fraction;
+    return bits & one ? Exponent::Odd : Exponent::Even;
 }
 
 double Finish(std::uint64_t x, double y) {
@@ -56,9 +56,9 @@ double SpecialPow(double x, double y) {
     if (IsNaNBits(Bits(x)) || IsNaNBits(Bits(y))) return x + y;
     if (AbsoluteBits(y) == kInfinityBits) return InfinitePower(bits, y);
     const Exponent kind = KindOf(y);
-    const bool negative = (Bits(x) & kSignBit) != 0 && kind == Exponent::kOdd;
+    const bool negative = (Bits(x) & kSignBit) != 0 && kind == Exponent::Odd;
     if (bits == 0 || bits == kInfinityBits) return PowerOfLimit(bits, y, negative);
-    if ((Bits(x) & kSignBit) != 0 && kind == Exponent::kFraction) return InvalidResult();
+    if ((Bits(x) & kSignBit) != 0 && kind == Exponent::Fraction) return InvalidResult();
     const double power = PositivePower(Absolute(x), y);
     return negative ? -power : power;
 }

@@ -5,18 +5,18 @@
 namespace zul::processor {
 namespace {
 
-std::atomic<Level> limit{Level::kEight};
+std::atomic<Level> limit{Level::Eight};
 
 }  // namespace
 
 Level HighestLevel() {
 #if defined(__GNUC__)
-    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma")) return Level::kTwo;
+    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma")) return Level::Two;
     const bool eight = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
                        __builtin_cpu_supports("avx512vl");
-    return eight ? Level::kEight : Level::kFour;
+    return eight ? Level::Eight : Level::Four;
 #else
-    return Level::kOne;
+    return Level::One;
 #endif
 }
 

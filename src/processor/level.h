@@ -5,7 +5,7 @@ namespace zul::processor {
 
 // By the doubles in a vector: one without vectors, which is all that some compilers make; two, which every processor
 // has; four with AVX2 and fused multiply-adds; eight with AVX-512 (F, DQ, VL).
-enum class Level { kOne, kTwo, kFour, kEight };
+enum class Level { One, Two, Four, Eight };
 
 // The highest that this processor and the compiler have.
 Level HighestLevel();

@@ -19,10 +19,10 @@ namespace {
 using namespace zul::elementary;
 using zul::test::Arguments;
 
-double Place(long double x) {
+long double Place(long double x) {
     int exponent = 0;
     std::frexp(static_cast<double>(x), &exponent);
-    return std::ldexp(1.0, (exponent < -1021 ? -1021 : exponent) - 53);
+    return std::ldexp(1.0L, (exponent < -1021 ? -1021 : exponent) - 53);
 }
 
 struct Pair {
@@ -127,7 +127,7 @@ bool Measure(const Range& range, long count) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const long count = argc > 1 ? std::atol(argv[1]) : 10'000'000;
+    const long count = argc > 1 ? std::strtol(argv[1], nullptr, 10) : 10'000'000;
     const std::string chosen = argc > 2 ? argv[2] : "";
     bool good = true;
     for (const Range& range : kRanges)

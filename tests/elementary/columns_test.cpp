@@ -25,7 +25,7 @@ using processor::Level;
 
 std::vector<Level> Levels() {
     std::vector<Level> levels;
-    for (const Level level : {Level::kOne, Level::kTwo, Level::kFour, Level::kEight})
+    for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight})
         if (level <= processor::HighestLevel()) levels.push_back(level);
     return levels;
 }
@@ -92,6 +92,7 @@ TEST(Columns, BitsOfAllLevels) {
 
 std::vector<std::uint64_t> BitsOf(const std::vector<double>& values) {
     std::vector<std::uint64_t> bits;
+    bits.reserve(values.size());
     for (const double value : values)
         bits.push_back(std::bit_cast<std::uint64_t>(value));
     return bits;
@@ -136,9 +137,9 @@ TEST(ColumnsDomain, SpecialArgumentsAtAnyPlace) {
 }
 
 TEST(Columns, LevelCanBeLimited) {
-    processor::LimitLevel(Level::kOne);
-    EXPECT_EQ(&elementary::CurrentColumns(), &ColumnsOf(Level::kOne));
-    processor::LimitLevel(Level::kEight);
+    processor::LimitLevel(Level::One);
+    EXPECT_EQ(&elementary::CurrentColumns(), &ColumnsOf(Level::One));
+    processor::LimitLevel(Level::Eight);
     EXPECT_EQ(&elementary::CurrentColumns(), &ColumnsOf(processor::HighestLevel()));
 }
 

@@ -17,7 +17,7 @@ struct LogParts {  // high + low - (r + rest)^2 / 2 + ...; high + low has r + re
     D rest;
 };
 
-enum class Argument { kOneDouble, kTwoDoubles };
+enum class Argument { OneDouble, TwoDoubles };
 
 // The upper 12 bits as a signed number: of vectors, which cannot convert such, by the digits of 2^52 and more.
 template <class D>
@@ -47,7 +47,7 @@ ZUL_INLINE LogParts<D> SplitLog(BitsOf<D> bits, D low) {
     const D lower = (z - upperZ) * inverse;
     D r = upper + lower;
     D rest = (upper - r) + lower;
-    if constexpr (kArgument == Argument::kTwoDoubles) {
+    if constexpr (kArgument == Argument::TwoDoubles) {
         const D more = low * FromBits<D>(Bits(1.0) - exponent) * inverse;
         const D sum = r + more;
         rest = (r - sum) + more + rest;
@@ -87,7 +87,7 @@ inline std::uint64_t NormalizedBits(double x) {
 
 template <class D>
 ZUL_INLINE D CoreLog(D x) {
-    return SumLog(SplitLog<Argument::kOneDouble>(Bits(x), D{}));
+    return SumLog(SplitLog<Argument::OneDouble>(Bits(x), D{}));
 }
 
 // Not in (-1, 2^1000).
@@ -110,7 +110,7 @@ ZUL_INLINE D CoreLog1p(D x) {
     const D sum = 1.0 + x;
     const D added = sum - 1.0;
     const D lost = (1.0 - (sum - added)) + (x - added);
-    return WithSignOf(Absolute(SumLog(SplitLog<Argument::kTwoDoubles>(Bits(sum), lost))), x);
+    return WithSignOf(Absolute(SumLog(SplitLog<Argument::TwoDoubles>(Bits(sum), lost))), x);
 }
 
 }  // namespace

@@ -9,13 +9,13 @@ const Columns& CurrentColumns() {
 const Columns& ColumnsOf(processor::Level level) {
 #if defined(__GNUC__)
     switch (level) {
-        case processor::Level::kOne:
+        case processor::Level::One:
             return kColumnsOfOne;
-        case processor::Level::kTwo:
+        case processor::Level::Two:
             return kColumnsOfTwo;
-        case processor::Level::kFour:
+        case processor::Level::Four:
             return kColumnsOfFour;
-        case processor::Level::kEight:
+        case processor::Level::Eight:
             return kColumnsOfEight;
     }
 #else
