@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "frame/processor.h"
+#include "processor/processor.h"
 
 namespace zul::descriptive {
 

@@ -5,8 +5,8 @@
 #include "descriptive/power_sums.h"
 #include "frame/missing_value.h"
 #include "frame/platform.h"
-#include "frame/processor.h"
 #include "frame/status.h"
+#include "processor/processor.h"
 #include "zul/descriptive.h"
 
 namespace zul::v1 {
@@ -50,7 +50,7 @@ ZUL_FUSED double UpdatedMeanFused(const double* x, unsigned n) {
 
 double GetSampleMean(const double* x, unsigned n) {
     if (n == 0) return kQuietNaN;
-    const bool fused = frame::HasFusedMultiplyAdd() && frame::RoundsToNearest();
+    const bool fused = processor::HasFusedMultiplyAdd() && frame::RoundsToNearest();
     return fused ? UpdatedMeanFused(x, n) : UpdatedMean<descriptive::PlainDivision>(x, n);
 }
 

@@ -5,7 +5,7 @@
 #include <bit>
 
 #include "frame/platform.h"
-#include "frame/processor.h"
+#include "processor/processor.h"
 
 namespace zul::sampling {
 namespace {
@@ -199,7 +199,7 @@ ZUL_FUSED void FillBlockByFours(double* out, std::size_t count, Line line, State
 void FillBlock(double* out, std::size_t count, Line line, States* states) {
     // Processors that fuse multiply and add have the vectors of four, which is all that is wanted here.
     void (*volatile fill)(double*, std::size_t, Line, States*) =
-        frame::HasFusedMultiplyAdd() ? &FillBlockByFours : &FillBlockByTwos;
+        processor::HasFusedMultiplyAdd() ? &FillBlockByFours : &FillBlockByTwos;
     // The block may be needed by a later call, in another mode than the host has now: it is rounded to
     // nearest.
     const bool asItIs = frame::RoundsToNearest();

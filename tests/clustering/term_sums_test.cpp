@@ -6,14 +6,14 @@
 #include <random>
 #include <vector>
 
-#include "frame/processor.h"
+#include "processor/processor.h"
 
 namespace zul::dax::clustering {
 namespace {
 
 // Distances must not depend on the processor. What they are is tested through the exported functions.
 TEST(TermSums, AreTheSameWithWideVectors) {
-    if (!frame::HasWideVectors()) GTEST_SKIP();
+    if (!processor::HasWideVectors()) GTEST_SKIP();
     std::mt19937_64 random(4);
     std::normal_distribution<double> normal(3, 1);
     constexpr std::size_t kColumns = 30;

@@ -18,7 +18,7 @@ ZUL_FUSED __attribute__((noinline)) double Quotient(double a, double k) {
 }
 
 TEST(FusedDivision, IsExactForAnyArgument) {
-    if (!frame::HasFusedMultiplyAdd()) GTEST_SKIP();
+    if (!processor::HasFusedMultiplyAdd()) GTEST_SKIP();
     std::mt19937_64 generator(31);
     for (int i = 0; i < 300'000; ++i) {
         const double k = static_cast<double>(1 + (generator() >> (32 + generator() % 32)));

@@ -5,7 +5,7 @@
 
 #include "frame/clock.h"
 #include "frame/platform.h"
-#include "frame/processor.h"
+#include "processor/processor.h"
 #include "sampling/alias_table.h"
 #include "sampling/combined_block.h"
 #include "sampling/combined_generator.h"
@@ -41,7 +41,7 @@ TEST(CombinedBlock, DoesNotDependOnTheRoundingOfTheHost) {
 TEST(CombinedBlock, GivesTheBitsOfSingleSteps) {
     constexpr std::size_t kCount = 32768;
     std::vector<void (*)(double*, std::size_t, Line, States*)> ways = {FillBlockByTwos};
-    if (frame::HasFusedMultiplyAdd()) ways.push_back(FillBlockByFours);
+    if (processor::HasFusedMultiplyAdd()) ways.push_back(FillBlockByFours);
     for (const auto fill : ways) {
         for (const double seed : {0.0, 1234567890123.0, 32362.0 * 31726 * 31656 - 1}) {
             CombinedState expected;

@@ -5,8 +5,8 @@
 #include "clustering/distances/column_statistics.h"
 #include "clustering/distances/distance_matrix.h"
 #include "clustering/distances/term_sums.h"
-#include "frame/processor.h"
 #include "frame/recover.h"
+#include "processor/processor.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::clustering {
@@ -113,7 +113,7 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
                       : pearson && !standardize ? Term::DividedSquare
                                                 : Term::Square;
     const bool isRoot = measure == Euclidean || measure == Pearson;
-    const SumTerms sumTerms = FindSumTerms(term, frame::HasWideVectors());
+    const SumTerms sumTerms = FindSumTerms(term, processor::HasWideVectors());
     FillDistances(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, out);
     return types::Success;
 }

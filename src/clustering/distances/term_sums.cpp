@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "frame/processor.h"
+#include "processor/processor.h"
 
 #if defined(__clang__)
 #pragma clang fp exceptions(ignore)

@@ -1,7 +1,7 @@
 // What the processor can do beyond what every one of its kind can: the one place that asks.
 #pragma once
 
-namespace zul::frame {
+namespace zul::processor {
 
 // Whether the processor multiplies and adds with one rounding. The marked functions are compiled for such
 // processors and are to be called on them alone; what they call has to be inlined to be so compiled.
@@ -34,4 +34,4 @@ inline bool HasWideVectors() {
 }
 #endif
 
-}  // namespace zul::frame
+}  // namespace zul::processor

@@ -1,0 +1,7 @@
+#include "elementary/lanes/fill.h"
+
+namespace zul::elementary {
+
+constinit const Columns kColumnsOfOne = MakeColumns<double>();
+
+}  // namespace zul::elementary
