@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "descriptive/compensated_sum.h"
+#include "elementary/power.h"
 #include "frame/missing_value.h"
 #include "zul/descriptive.h"
 
@@ -63,7 +64,7 @@ double GetGeometricMean(const double* x, unsigned n) {
             scalings -= 1;
         }
     }
-    return std::pow(kBig, scalings / n) * std::pow(product, 1.0 / n);
+    return elementary::Pow(kBig, scalings / n) * elementary::Pow(product, 1.0 / n);
 }
 
 }  // namespace v2

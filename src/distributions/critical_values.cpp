@@ -1,9 +1,10 @@
-#include <cmath>
 
 #include "distributions/beta/f.h"
 #include "distributions/beta/student_t.h"
 #include "distributions/gamma/chi_square.h"
 #include "distributions/normal/normal.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 #include "frame/side.h"
@@ -59,7 +60,7 @@ double TCritValue(double alpha, double df, Side side, int comparisons) {
 
 double SidakLevel(double alpha, int comparisons) {
     const double power = 1.0 / comparisons;
-    if (alpha > 0 && alpha < 1) return -std::expm1(std::log1p(-alpha) * power);
+    if (alpha > 0 && alpha < 1) return -elementary::Expm1(elementary::Log1p(-alpha) * power);
     return 1 - frame::SafePow(1 - alpha, power);
 }
 

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/missing_value.h"
 #include "numerics/rough_deviate.h"
 
@@ -27,9 +30,23 @@ double LogitSlope(double z) {
 
 // The logit of the tail p + difference less that of p, without cancellation. Both tails lie in (0, 1).
 double LogitDifference(double difference, double p) {
-    const double lower =
-        std::abs(difference) < p / 2 ? std::log1p(difference / p) : std::log(p + difference) - std::log(p);
-    return lower - std::log1p(-difference / (1 - p));
+    const double lower = std::abs(difference) < p / 2 ? elementary::Log1p(difference / p)
+                                                      : elementary::Log(p + difference) - elementary::Log(p);
+    return lower - elementary::Log1p(-difference / (1 - p));
+}
+
+// For |u| up to 709.
+double Sinh(double u) {
+    const double growth = elementary::Expm1(std::abs(u));
+    return std::copysign((growth + growth / (growth + 1)) / 2, u);
+}
+
+double Asinh(double t) {
+    constexpr double kLarge = 0x1p28;  // from here on 1 + t^2 rounds to t^2, which may overflow
+    const double size = std::abs(t);
+    if (size > kLarge) return std::copysign(elementary::Log(size) + std::numbers::ln2, t);
+    const double square = size * size;
+    return std::copysign(elementary::Log1p(size + square / (1 + std::sqrt(1 + square))), t);
 }
 
 // The search along u, which is log(t) or asinh(t).
@@ -60,8 +77,8 @@ public:
     }
 
 private:
-    double T(double u) const { return positive_ ? std::exp(u) : std::sinh(u); }
-    double U(double t) const { return positive_ ? std::log(t) : std::asinh(t); }
+    double T(double u) const { return positive_ ? elementary::Exp(u) : Sinh(u); }
+    double U(double t) const { return positive_ ? elementary::Log(t) : Asinh(t); }
 
     bool AreClose(double u, double next) const {
         return std::abs(T(next) - T(u)) < kInversionRelTol * std::abs(T(u));

@@ -2,6 +2,8 @@
 
 #include <cfloat>
 
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/compare.h"
 
 namespace zul::frame {
@@ -17,7 +19,7 @@ double LogOfPower(double logX, double y) {
 double PowUnlessOverflow(double base, double exponent, double logOfResult) {
     if (logOfResult < -kExpOverflowLimit) return 0.0;
     if (logOfResult > kExpOverflowLimit) ThrowFloatOverflow();
-    return std::pow(base, exponent);
+    return elementary::Pow(base, exponent);
 }
 
 }  // namespace
@@ -26,13 +28,13 @@ double SafePow(double x, double y) {
     if (x < 0) {
         const double whole = RoundHalfAway(y);
         if (CompareTolerant(y, whole, 0) != 0) ThrowNonintegerPowerOfNegative();
-        return PowUnlessOverflow(x, whole, LogOfPower(std::log(-x), y));
+        return PowUnlessOverflow(x, whole, LogOfPower(elementary::Log(-x), y));
     }
     if (x == 0) {
         if (y < 0) ThrowNegativePowerOfZero();
         return y == 0 ? 1.0 : 0.0;
     }
-    return PowUnlessOverflow(x, y, LogOfPower(std::log(x), y));
+    return PowUnlessOverflow(x, y, LogOfPower(elementary::Log(x), y));
 }
 
 double LogGamma(double x) {
@@ -48,7 +50,7 @@ double LogGamma(double x) {
     for (int k = 8; k >= 1; --k)
         sum += kCoefficients[k] / (x + (k - 1));  // (x + k) - 1 would lose a small x
     sum += kCoefficients[0];
-    return std::log(sum) + kHalfLogTwoPi - (x + 6.5) + (x - 0.5) * std::log(x + 6.5);
+    return elementary::Log(sum) + kHalfLogTwoPi - (x + 6.5) + (x - 0.5) * elementary::Log(x + 6.5);
 }
 
 }  // namespace zul::frame

@@ -4,6 +4,9 @@
 
 #include <cmath>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/trigonometric.h"
 #include "frame/errors.h"
 
 namespace zul::frame {
@@ -19,13 +22,13 @@ inline double SafeSqrt(double x) {
 inline double SafeExp(double x) {
     if (x > kExpOverflowLimit) ThrowFloatOverflow();
     if (x < -kExpOverflowLimit) return 0.0;
-    return std::exp(x);
+    return elementary::Exp(x);
 }
 
 inline double SafeLog(double x) {
     if (x == 0) ThrowFloatOverflow();
     if (x < 0) ThrowLogOfNegative();
-    return std::log(x);
+    return elementary::Log(x);
 }
 
 // x to the y. A negative x takes whole y only (within CompareTolerant); 0 to the 0 is 1.
@@ -35,7 +38,7 @@ inline double SafeTan(double x) {
     // Deliberate: this number as it stands.
     constexpr double kLargestAngle = 823549.0;
     if (!(std::abs(x) <= kLargestAngle)) ThrowTrigonometricRange();
-    return std::tan(x);
+    return elementary::Tan(x);
 }
 
 // The logarithm of the gamma function by Lanczos' series with g = 7 and nine coefficients.

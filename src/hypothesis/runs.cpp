@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "distributions/reference_distributions.h"
+#include "elementary/exponential.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "numerics/gamma/gamma.h"
@@ -45,8 +46,8 @@ public:
 private:
     // The share of orders in which so many values of either side form so many runs.
     double Ways(double count1, double runs1, double count2, double runs2) const {
-        return std::exp(LogBinomialCoefficient(count1 - 1, runs1 - 1) +
-                        LogBinomialCoefficient(count2 - 1, runs2 - 1) - logOrders_);
+        return elementary::Exp(LogBinomialCoefficient(count1 - 1, runs1 - 1) +
+                               LogBinomialCoefficient(count2 - 1, runs2 - 1) - logOrders_);
     }
 
     double above_;

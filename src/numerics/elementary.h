@@ -2,10 +2,10 @@
 //
 // There are three logarithms of 1 + t. The error is relative, of 6000 random arguments from -1 to 1e8 the worst:
 //
-//   name         method                               error     domain             used by
-//   std::log1p   the C library's                      2e-16     t > -1             tails and quantiles
-//   Log1p        nine terms, or log of 1 + t          1.1e-14   sets errno         incomplete gamma pair
-//   FastLog1p    log of 1 + t, rounding corrected     2e-16     t > -1, unchecked  densities
+//   name               method                               error     domain             used by
+//   elementary::Log1p  tables and polynomials               1.1e-16   t > -1             tails and quantiles
+//   Log1p              nine terms, or log of 1 + t          1.1e-14   sets errno         incomplete gamma pair
+//   FastLog1p          log of 1 + t, rounding corrected     2e-16     t > -1, unchecked  densities
 #pragma once
 
 namespace zul::numerics {

@@ -12,6 +12,8 @@
 #include "distributions/objects/gamma_dists.h"
 #include "distributions/objects/inversion_dists.h"
 #include "distributions/objects/normal_dists.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/guarded.h"
 #include "frame/status.h"
 #include "sampling/alias_table.h"
@@ -186,7 +188,7 @@ int Sampler::SampleUniform(double* out, unsigned count, double low, double high)
 int Sampler::SampleWeibull(double* out, unsigned count, double shape, double scale, double threshold) {
     const double power = 1 / shape;
     for (unsigned i = 0; i < count; ++i)
-        out[i] = std::pow(-std::log(1 - generator_->Next()), power) * scale + threshold;
+        out[i] = elementary::Pow(-elementary::Log(1 - generator_->Next()), power) * scale + threshold;
     return kSuccess;
 }
 

@@ -1,8 +1,7 @@
 #include "distributions/beta/beta.h"
 
-#include <cmath>
-
 #include "distributions/either_tail.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -43,7 +42,8 @@ double BetaPdfKernel::Density(BetaPdfKernel* at, double x) {
     const double logBeta = at->LogBeta();
     if (at->largeShapes_ && x >= numerics::kTinyArgument)
         return frame::SafeExp(numerics::BetaLogDensity(at->largeShapes_->Direct(), x));
-    return frame::SafeExp((at->a_ - 1) * std::log(x) + (at->b_ - 1) * numerics::FastLog1p(-x) - logBeta);
+    return frame::SafeExp((at->a_ - 1) * elementary::Log(x) + (at->b_ - 1) * numerics::FastLog1p(-x) -
+                          logBeta);
 }
 
 double BetaPdfKernel::operator()(double x) {

@@ -6,6 +6,8 @@
 
 #include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
+#include "elementary/error_function.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -63,7 +65,7 @@ double FPdfKernel::operator()(double x) {
     const double sum = a + b;
     const double logRatio = LogRatio();
     const double logBeta = LogBeta();
-    const double logX = std::log(x);
+    const double logX = elementary::Log(x);
     const double logOdds = logX + logRatio;
     const bool isFar = std::abs(logOdds) > kFar;
     if (sum <= kMediumSum || isFar) {
@@ -129,7 +131,7 @@ public:
         : numerator_((noncentrality + df1) / std::max(df1, kLeast) * halfDf2), halfDf2_(halfDf2) {}
     double At(double z) const override {
         constexpr double kFar = 37;  // beyond it the tail underflows
-        const double tail = std::erfc(std::min(std::abs(z), kFar) / std::numbers::sqrt2) / 2;
+        const double tail = elementary::Erfc(std::min(std::abs(z), kFar) / std::numbers::sqrt2) / 2;
         double half = 0;
         (z < 0 ? numerics::gamma_upper_quant : numerics::gamma_lower_quant)(tail, halfDf2_, &half);
         return numerator_ / std::max(ErrorState().Failed() ? halfDf2_.Value() : half, kLeast);

@@ -6,6 +6,7 @@
 
 #include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -25,7 +26,7 @@ namespace {
 // log(1 + z^2).
 double LogSumOfFar(double z) {
     constexpr double kSquareRange = 1e150;
-    return z < kSquareRange ? numerics::FastLog1p(z * z) : 2 * std::log(z);
+    return z < kSquareRange ? numerics::FastLog1p(z * z) : 2 * elementary::Log(z);
 }
 
 }  // namespace
@@ -42,7 +43,7 @@ double TPdfKernel::LogScale() {
         numerics::RequireGammaArgument(half);
         if (half > kFewHalves) return numerics::FastLogHalfStep(half) - kHalfLogTwoPi;
         return numerics::FastLogGamma(half + 0.5) - numerics::FastLogGamma(half) -
-               std::log(df * std::numbers::pi) / 2;
+               elementary::Log(df * std::numbers::pi) / 2;
     });
 }
 
@@ -75,6 +76,16 @@ double TPdfKernel::Noncentral(double x) {
     return std::max(0.0, difference * df_ / x);  // its rounding may leave less than nothing
 }
 
+// x / sqrt(x^2 + y^2) for y > 0, where the squares may overflow.
+double SineOfLegs(double x, double y) {
+    if (std::abs(x) <= y) {
+        const double tangent = x / y;
+        return tangent / std::sqrt(1 + tangent * tangent);
+    }
+    const double cotangent = y / x;
+    return std::copysign(1 / std::sqrt(1 + cotangent * cotangent), x);
+}
+
 // The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1)
 // / 2) / gamma((df + 1) / 2) y^j / j!, y = sqrt(2) noncentrality x / sqrt(df + x^2), but for
 // exp(-noncentrality^2 / 2). False: the terms alternate and cancel, or there are too many. Source: N. L.
@@ -93,7 +104,7 @@ bool TPdfKernel::LogPowerSeries(double x, double* logSum) {
     const double df = df_;
     const double size = std::abs(noncentrality_);
     if (!(df > 0 && df < kLargestDf && size <= kLargestSize)) return false;
-    const double y = std::numbers::sqrt2 * noncentrality_ * (x / std::hypot(x, std::sqrt(df)));
+    const double y = std::numbers::sqrt2 * noncentrality_ * SineOfLegs(x, std::sqrt(df));
     const double reach = y * std::sqrt((df + 1) / 2);
     if (reach < -kReach || reach > (size <= kSizeForPositive ? kPositiveReach : kReach)) return false;
     double even = 1;
@@ -105,7 +116,7 @@ bool TPdfKernel::LogPowerSeries(double x, double* logSum) {
         odd *= step * (df + j + 1) / ((j + 1) * (j + 2));
         sum += even + odd;
     }
-    *logSum = std::log(sum);
+    *logSum = elementary::Log(sum);
     return true;
 }
 

@@ -6,6 +6,8 @@
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/closed_forms/logistic.h"
 #include "distributions/either_tail.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -29,11 +31,11 @@ bool IsTolerantly(double lambda, double value) {
 double Transform(double t, double lambda) {
     constexpr double kOneOverLogTwo = 1.442695;  // from here on one of the two logarithms is beyond -1
     if (t > 0 && t < 1 && std::abs(lambda) < kOneOverLogTwo) {
-        const double first = lambda * std::log(t);
-        const double second = lambda * std::log1p(-t);
+        const double first = lambda * elementary::Log(t);
+        const double second = lambda * elementary::Log1p(-t);
         // Powers near 1, whose difference would cancel for a small lambda.
         if (std::abs(first) < 1 && std::abs(second) < 1)
-            return (std::expm1(first) - std::expm1(second)) / lambda;
+            return (elementary::Expm1(first) - elementary::Expm1(second)) / lambda;
     }
     return (frame::SafePow(t, lambda) - frame::SafePow(1 - t, lambda)) / lambda;
 }
@@ -44,7 +46,7 @@ constexpr double kTinyRoot = 1e-17;
 // The root when (1 - u)^lambda is taken for 1: (1 + lambda z)^(1 / lambda), for z < 0.
 double TailRoot(double z, double lambda) {
     const double t = lambda * z;
-    return t > -1 ? frame::SafeExp(std::log1p(t) / lambda) : 0;
+    return t > -1 ? frame::SafeExp(elementary::Log1p(t) / lambda) : 0;
 }
 
 // For lambda < 0: how near to the poles the transform is evaluated, so that its powers stay finite.
@@ -94,7 +96,7 @@ double StandardDensity(LambdaRoot& root, double z) {
     // The density is even; the smaller tail has all its digits.
     const double u = root(-std::abs(z));
     if (u == kNA) return kNA;
-    if (lambda < 1 && (u == 0 || (lambda - 1) * std::log(u) > frame::kExpOverflowLimit)) return 0;
+    if (lambda < 1 && (u == 0 || (lambda - 1) * elementary::Log(u) > frame::kExpOverflowLimit)) return 0;
     return 1 / (frame::SafePow(u, lambda - 1) + frame::SafePow(1 - u, lambda - 1));
 }
 

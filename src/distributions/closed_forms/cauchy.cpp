@@ -5,6 +5,7 @@
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
+#include "elementary/trigonometric.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -28,8 +29,8 @@ double CauchyCdfKernel::operator()(double x) const {
     double z = StandardDeviate(x, location, scale);
     if (upper) z = -z;
     // The same as below, where that cancels.
-    if (z < -1) return std::atan(-1 / z) / pi;
-    return 0.5 + std::atan(z) / pi;
+    if (z < -1) return elementary::Atan(-1 / z) / pi;
+    return 0.5 + elementary::Atan(z) / pi;
 }
 
 namespace {

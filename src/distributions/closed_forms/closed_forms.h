@@ -5,6 +5,8 @@
 #include <cfloat>
 #include <cmath>
 
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 
@@ -46,7 +48,7 @@ double SymmetricQuantile(double q, double location, double scale, StandardQuanti
 
 // The guarded logarithm of 1 - p, which keeps the digits of a small p.
 inline double LogOfComplement(double p) {
-    return 1 - p > 0 ? std::log1p(-p) : frame::SafeLog(1 - p);
+    return 1 - p > 0 ? elementary::Log1p(-p) : frame::SafeLog(1 - p);
 }
 
 // Whether x to the y, and that times or over x, is far from overflow and underflow.
@@ -57,7 +59,7 @@ inline bool IsOrdinaryPower(double x, double y) {
 
 // SafePow, without its logarithm where there is nothing to guard.
 inline double GuardedPower(double x, double y) {
-    return IsOrdinaryPower(x, y) ? std::pow(x, y) : frame::SafePow(x, y);
+    return IsOrdinaryPower(x, y) ? elementary::Pow(x, y) : frame::SafePow(x, y);
 }
 
 }  // namespace zul::kernels

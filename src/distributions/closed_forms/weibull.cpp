@@ -1,10 +1,10 @@
 #include "distributions/closed_forms/weibull.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
+#include "elementary/logarithm.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -26,7 +26,7 @@ double WeibullDensity(const WeibullPdfKernel* at, double x) {
 
 bool PowerOverflows(double z, double shape) {
     if (IsOrdinaryPower(z, shape) || z <= 0) return false;
-    return std::log(z) * std::clamp(shape, -1e300, 1e300) > frame::kExpOverflowLimit;
+    return elementary::Log(z) * std::clamp(shape, -1e300, 1e300) > frame::kExpOverflowLimit;
 }
 
 }  // namespace

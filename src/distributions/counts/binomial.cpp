@@ -1,9 +1,12 @@
 #include "distributions/counts/binomial.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -21,6 +24,24 @@ using frame::kNA;
 using numerics::BinomialShape;
 
 namespace {
+
+// Of 53 bits the upper 26: products of two such are exact.
+double UpperHalf(double x) {
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(x) & 0xFFFFFFFFF8000000);
+}
+
+// k - n prob with what the product rounds off. Source: T. J. Dekker, A floating-point technique for extending the
+// available precision, Numerische Mathematik 18, 1971.
+double ExactDeviation(double n, double prob, double k) {
+    const double product = n * prob;
+    const double nHigh = UpperHalf(n);
+    const double probHigh = UpperHalf(prob);
+    const double nLow = n - nHigh;
+    const double probLow = prob - probHigh;
+    const double rounded =
+        ((nHigh * probHigh - product) + nHigh * probLow + nLow * probHigh) + nLow * probLow;
+    return (k - product) - rounded;
+}
 
 const BinomialShape& Prepared(std::optional<BinomialShape>& shape, double n, double prob) {
     if (!shape) shape.emplace(n, prob);
@@ -50,7 +71,7 @@ double BinomialPdfKernel::Mass(double k) {
 // The same for more trials than a BinomialShape takes: those before the last of a negative binomial count.
 double BinomialPdfKernel::MassOfMany(double k) const {
     const double left = n_ - k;
-    const double deviation = std::fma(-n_, prob_, k);
+    const double deviation = ExactDeviation(n_, prob_, k);
     const double exponent = numerics::StirlingError(k) + numerics::StirlingError(left) -
                             numerics::StirlingError(n_) + numerics::CountDeviance(k, n_ * prob_, deviation) +
                             numerics::CountDeviance(left, n_ * (1 - prob_), -deviation);
@@ -61,7 +82,7 @@ double BinomialPdfKernel::MassOfMany(double k) const {
 
 double BinomialPdfKernel::MassByLogarithms(double k) const {
     const double logSuccess = frame::SafeLog(prob_);
-    const double logFailure = prob_ < 0.5 ? std::log1p(-prob_) : frame::SafeLog(1 - prob_);
+    const double logFailure = prob_ < 0.5 ? elementary::Log1p(-prob_) : frame::SafeLog(1 - prob_);
     return frame::SafeExp(numerics::LogBinomialCoefficient(n_, k) + k * logSuccess + (n_ - k) * logFailure);
 }
 

@@ -7,6 +7,8 @@
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
 #include "distributions/normal/normal.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -30,7 +32,7 @@ bool IsSmall(double prob) {
 }
 
 double LogOfFailure(double prob) {
-    return IsSmall(prob) ? std::log1p(-prob) : frame::SafeLog(1 - prob);
+    return IsSmall(prob) ? elementary::Log1p(-prob) : frame::SafeLog(1 - prob);
 }
 
 // (1 - prob)^y.
@@ -42,7 +44,7 @@ double LowerTail(const NegBinomialCdfKernel& at, double x) {
     if (x < at.r) return 0;
     if (at.r != 1) return BinomialCdfKernel(x, at.prob, true)(at.r);
     // Deliberate: x as it is, so that this tail grows between whole numbers, too.
-    return IsSmall(at.prob) ? -std::expm1(x * LogOfFailure(at.prob)) : 1 - PowerOfFailure(at.prob, x);
+    return IsSmall(at.prob) ? -elementary::Expm1(x * LogOfFailure(at.prob)) : 1 - PowerOfFailure(at.prob, x);
 }
 
 double UpperTail(const NegBinomialCdfKernel& at, double x) {
@@ -64,7 +66,7 @@ double GeometricQuantile(double p, double prob) {
 // The same for the upper tail q: the first k with (1 - prob)^k <= q.
 double GeometricQuantileAtUpperTail(double q, double prob) {
     constexpr double kLeast = 1e-306;  // below it the power may underflow
-    const double start = std::max(1.0, std::ceil(std::log(q) / LogOfFailure(prob)));
+    const double start = std::max(1.0, std::ceil(elementary::Log(q) / LogOfFailure(prob)));
     if (start - 1 == start || q < kLeast) return start;
     const auto isBeyond = [&](double k) { return PowerOfFailure(prob, k) <= q; };
     if (!isBeyond(start)) return FirstOnTheWay(start + 1, 2 * start + 2, isBeyond);
@@ -99,7 +101,8 @@ double NegBinomialInvCdfKernel::operator()(double p) {
 double NegBinomialInvCdfKernel::AtUpperTail(double q) {
     const double firstMass = FirstMass();
     if (!(prob_ > 0 && prob_ <= 1)) return (*this)(1 - q);  // its failures
-    const bool isFirst = firstMass >= 1 || (firstMass >= 0.5 && -std::expm1(r_ * std::log(prob_)) <= q);
+    const bool isFirst =
+        firstMass >= 1 || (firstMass >= 0.5 && -elementary::Expm1(r_ * elementary::Log(prob_)) <= q);
     if (isFirst) return r_;
     if (Equal(prob_, 0)) return kNA;
     if (Equal(r_, 1)) return frame::OnAnyFailure(kNA, &GeometricQuantileAtUpperTail, q, prob_);

@@ -7,6 +7,7 @@
 
 #include "distributions/either_tail.h"
 #include "distributions/quantile_search.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -30,7 +31,8 @@ double ChiSqPdfKernel::Density(ChiSqPdfKernel* at, double x) {
         numerics::RequireGammaArgument(half);
         return half > numerics::kFastLimit ? 0 : numerics::FastLogGamma(half) + half * std::numbers::ln2;
     });
-    if (half <= numerics::kFastLimit) return frame::SafeExp((half - 1) * std::log(x) - logNorm - x / 2);
+    if (half <= numerics::kFastLimit)
+        return frame::SafeExp((half - 1) * elementary::Log(x) - logNorm - x / 2);
     if (x < numerics::kTinyArgument) return 0;
     if (!at->largeShape_) at->largeShape_.emplace(half);
     return frame::SafeExp(numerics::GammaLogDensity(*at->largeShape_, x / 2)) / 2;

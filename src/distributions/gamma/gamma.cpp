@@ -1,9 +1,9 @@
 #include "distributions/gamma/gamma.h"
 
 #include <cfloat>
-#include <cmath>
 
 #include "distributions/either_tail.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -34,7 +34,7 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 double GammaPdfKernel::LogDensity(double z) {
     if (shape_ <= numerics::kFastLimit) {
         const double logGamma = logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
-        return (shape_ - 1) * std::log(z) - z - logGamma;
+        return (shape_ - 1) * elementary::Log(z) - z - logGamma;
     }
     if (z < numerics::kTinyArgument) return -DBL_MAX;
     if (!largeShape_) largeShape_.emplace(shape_);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 
@@ -14,7 +16,7 @@ constexpr double kLn5 = 1.6094379124341003;
 
 // The largest v for which a exp(v) + b stays finite, b being no larger than a.
 double LargestV(double a) {
-    return frame::kExpOverflowLimit - std::log(2 * std::max(a, 1.0));
+    return frame::kExpOverflowLimit - elementary::Log(2 * std::max(a, 1.0));
 }
 
 }  // namespace
@@ -58,14 +60,14 @@ inline Candidate CmDistBeta::TryBB() {
     const double u1 = NextUniform();
     const double u2 = NextUniform();
     const double v = LimitedV(u1);
-    const double w = s.a * std::exp(v);
+    const double w = s.a * elementary::Exp(v);
     const double z = u1 * u1 * u2;
     const double r = s.gamma * v - kLn4;
     const double sum = s.a + r - w;
-    const double t = std::log(z);
+    const double t = elementary::Log(z);
     // Any of the three decides.
     const bool isInside = EitherOf(sum + 1 + kLn5 >= 5 * z, sum >= t);
-    return {Ratio(w), EitherOf(isInside, r + s.alpha * std::log(s.alpha / (s.b + w)) >= t)};
+    return {Ratio(w), EitherOf(isInside, r + s.alpha * elementary::Log(s.alpha / (s.b + w)) >= t)};
 }
 
 inline Candidate CmDistBeta::TryBC() {
@@ -84,9 +86,9 @@ inline Candidate CmDistBeta::TryBC() {
         if (z >= s.k2) return {0, false};
     }
     const double v = LimitedV(u1);
-    const double w = s.a * std::exp(v);
-    const double logarithm = s.alpha * (std::log(s.alpha / (s.b + w)) + v) - kLn4;
-    return {Ratio(w), EitherOf(isInside, logarithm >= std::log(z))};
+    const double w = s.a * elementary::Exp(v);
+    const double logarithm = s.alpha * (elementary::Log(s.alpha / (s.b + w)) + v) - kLn4;
+    return {Ratio(w), EitherOf(isInside, logarithm >= elementary::Log(z))};
 }
 
 double CmDistBeta::Draw() {

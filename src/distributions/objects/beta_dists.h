@@ -1,7 +1,6 @@
 // Objects of the beta family and of those that rest on it, F and Student's t.
 #pragma once
 
-#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "distributions/beta/student_t.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
+#include "elementary/logarithm.h"
 
 namespace zul::objects {
 
@@ -45,7 +45,7 @@ private:
     static SetUp PrepareBC(double first, double second);
     double Ratio(double w) const { return (setUp_.isFirstA ? w : setUp_.b) / (w + setUp_.b); }
     double LimitedV(double u) const {
-        return std::fmin(setUp_.beta * std::log(u / (1 - u)), setUp_.largestV);
+        return std::fmin(setUp_.beta * elementary::Log(u / (1 - u)), setUp_.largestV);
     }
     Candidate TryBB();
     Candidate TryBC();

@@ -5,6 +5,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -23,11 +26,11 @@ inline Candidate CmDistGammaA::Try() {
     const double p = b_ * NextUniform();
     const double u2 = NextUniform();
     if (p > 1) {
-        const double x = -std::log((b_ - p) / a);
-        return {x, u2 <= std::pow(x, a - 1)};
+        const double x = -elementary::Log((b_ - p) / a);
+        return {x, u2 <= elementary::Pow(x, a - 1)};
     }
-    const double x = std::pow(p, 1 / a);
-    return {x, u2 <= std::exp(-x)};
+    const double x = elementary::Pow(p, 1 / a);
+    return {x, u2 <= elementary::Exp(-x)};
 }
 
 double CmDistGammaA::Draw() {
@@ -46,11 +49,11 @@ CmDistGammaB::SetUp CmDistGammaB::Prepare(double shape) {
     const double c2 = shape - 1;
     const double d = c2 < kTinyMode ? 1 - c2 : (std::sqrt(4 * c2 + 1) - 1) / (2 * c2);
     const double c4 = 1 - d;
-    const double q = std::pow(c4, c2);
+    const double q = elementary::Pow(c4, c2);
     const double c = (1 / d) * frame::SafeExp(-d * c2) + c2 * q;
     const double c6 = 1 / c;
     const double c7 = c6 * c2 * q;
-    return {c2, d, c4, q, c, c7, c2 * c1, c2 * std::log(c2) - c2};
+    return {c2, d, c4, q, c, c7, c2 * c1, c2 * elementary::Log(c2) - c2};
 }
 
 void CmDistGammaB::SetGenerator(UniformSource* generator) {
@@ -60,14 +63,14 @@ void CmDistGammaB::SetGenerator(UniformSource* generator) {
 
 inline Candidate CmDistGammaB::Try() {
     const auto& [c2, d, c4, q, c, c7, bodyLimit, bodyLogarithm] = setUp_;
-    const double e = -std::log(NextUniform());
+    const double e = -elementary::Log(NextUniform());
     const double u2 = NextUniform();
     if (u2 > c7) {
-        const double x = -std::log((1 - u2) * d * c) / d;
-        return {x, x * c4 + c2 * std::log(c2 / (x * c4)) - c2 <= e};
+        const double x = -elementary::Log((1 - u2) * d * c) / d;
+        return {x, x * c4 + c2 * elementary::Log(c2 / (x * c4)) - c2 <= e};
     }
     const double x = u2 * c / q;
-    const double logarithm = bodyLogarithm - c2 * std::log(x) + x;
+    const double logarithm = bodyLogarithm - c2 * elementary::Log(x) + x;
     return {x, std::max(bodyLimit - x, logarithm) <= e};
 }
 
@@ -94,8 +97,8 @@ CmDistGammaC::SetUp CmDistGammaC::Prepare(double shape) {
     const double w = s / c2;
     const double v = std::sqrt(6.0) * t;
     const double z = v + c2;
-    const double k = -std::log(std::sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
-    return {c2, r, t, w, v, z, k, std::log(t * v / z)};
+    const double k = -elementary::Log(std::sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
+    return {c2, r, t, w, v, z, k, elementary::Log(t * v / z)};
 }
 
 void CmDistGammaC::SetGenerator(UniformSource* generator) {
@@ -106,9 +109,9 @@ void CmDistGammaC::SetGenerator(UniformSource* generator) {
 
 Candidate CmDistGammaC::TryTail() {
     const auto& [c2, r, t, w, v, z, k, tailShift] = setUp_;
-    const double x = (1 - std::log(NextUniform()) / v) * z;
-    const double logU = std::log(NextUniform());
-    return {x, logU <= (std::log(x / c2) + 2 - x / z) * c2 + k - z - tailShift};
+    const double x = (1 - elementary::Log(NextUniform()) / v) * z;
+    const double logU = elementary::Log(NextUniform());
+    return {x, logU <= (elementary::Log(x / c2) + 2 - x / z) * c2 + k - z - tailShift};
 }
 
 inline Candidate CmDistGammaC::Try() {
@@ -121,8 +124,8 @@ inline Candidate CmDistGammaC::Try() {
     const double h = y * y / 2;
     const double g = (1 - 2 * std::min(y, 0.0) / r) * w;  // w for y >= 0
     const bool isInside = u <= 1 - (g - 1) * h;
-    const double logRatio = std::log(std::max(x, DBL_MIN) / c2);
-    return {x, EitherOf(isInside, std::log(u) <= (logRatio + 1) * c2 - x + h)};
+    const double logRatio = elementary::Log(std::max(x, DBL_MIN) / c2);
+    return {x, EitherOf(isInside, elementary::Log(u) <= (logRatio + 1) * c2 - x + h)};
 }
 
 double CmDistGammaC::Draw() {

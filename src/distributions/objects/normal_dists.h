@@ -9,6 +9,7 @@
 #include "distributions/normal/normal.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
+#include "elementary/logarithm.h"
 
 namespace zul::objects {
 
@@ -52,7 +53,7 @@ private:
         *point = {a1, a2, s};
         return BothOf(s <= 1, s != 0);
     }
-    static double Factor(const Point& point) { return std::sqrt(-2 * std::log(point.s) / point.s); }
+    static double Factor(const Point& point) { return std::sqrt(-2 * elementary::Log(point.s) / point.s); }
     bool hasSecond_ = false;
     double second_ = 0;
 };

@@ -2,6 +2,8 @@
 #include <cstddef>
 
 #include "distributions/reference_distributions.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/hypothesis.h"
@@ -18,7 +20,8 @@ double Statistic(const double* data, unsigned n, LowerTail lowerTail) {
     for (unsigned index = 0; index < n; ++index) {
         const double i = index + 1.0;
         const double lower = lowerTail(data[index]);
-        const double term = (2 * i - 1) * std::log(lower) + (2.0 * n + 1 - 2 * i) * std::log1p(-lower);
+        const double term =
+            (2 * i - 1) * elementary::Log(lower) + (2.0 * n + 1 - 2 * i) * elementary::Log1p(-lower);
         // Deliberate: a running mean, which stays of the size of the terms, rather than a sum.
         mean += (term - mean) / i;
     }
@@ -46,7 +49,7 @@ int PValueFromRanges(double modified, const Range (&ranges)[Count], double bound
     for (const Range& range : ranges) {
         if (!(modified <= range.upTo)) continue;
         const double q = range.constant + range.linear * modified + range.quadratic * (modified * modified);
-        return Answer(range.complement ? -std::expm1(q) : std::exp(q), kSuccess, pValue);
+        return Answer(range.complement ? -elementary::Expm1(q) : elementary::Exp(q), kSuccess, pValue);
     }
     return Answer(bound, kPValueAtMost, pValue);
 }
@@ -130,7 +133,7 @@ int RunKelNormalADTest(const double* data, const double* parameters, double* aSq
 
 int RunKelLogNormalADTest(const double* data, const double* parameters, double* aSquared, double* pValue,
                           unsigned n) {
-    return NormalTest(data, parameters, aSquared, pValue, n, [](double x) { return std::log(x); });
+    return NormalTest(data, parameters, aSquared, pValue, n, [](double x) { return elementary::Log(x); });
 }
 
 }  // namespace v1

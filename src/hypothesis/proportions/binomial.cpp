@@ -1,8 +1,8 @@
 #include "hypothesis/proportions/binomial.h"
 
-#include <cmath>
-
 #include "distributions/reference_distributions.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma/gamma.h"
 
@@ -13,7 +13,8 @@ double BinomialProbability(double x, double n, double p) {
     if (x < 0 || x > n) return 0;
     if (p == 0) return x == 0 ? 1 : 0;
     if (p == 1) return x == n ? 1 : 0;
-    return std::exp(numerics::LogBinomialCoefficient(n, x) + x * std::log(p) + (n - x) * std::log(1 - p));
+    return elementary::Exp(numerics::LogBinomialCoefficient(n, x) + x * elementary::Log(p) +
+                           (n - x) * elementary::Log(1 - p));
 }
 
 double BinomialTail(double x, double n, double p, bool upper) {

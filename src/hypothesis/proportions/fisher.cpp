@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "distributions/reference_distributions.h"
+#include "elementary/exponential.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma/gamma.h"
 
@@ -24,8 +25,8 @@ struct Margins {
 // Deliberate: this order of the three terms, in which a table and its mirror image have the same bits.
 double HypergeometricProbability(double y, const Margins& of) {
     if (y < of.first || y > of.last) return 0;
-    return std::exp(LogBinomialCoefficient(of.population - of.marked, of.drawn - y) +
-                    LogBinomialCoefficient(of.marked, y) - of.logSamples);
+    return elementary::Exp(LogBinomialCoefficient(of.population - of.marked, of.drawn - y) +
+                           LogBinomialCoefficient(of.marked, y) - of.logSamples);
 }
 
 // P(Y <= y), or P(Y >= y).

@@ -8,6 +8,9 @@
 #include "descriptive/compensated_sum.h"
 #include "distributions/normal/normal.h"
 #include "distributions/reference_distributions.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -35,7 +38,7 @@ int EstimateKurtosis(const double* data, unsigned count, double variance, double
     const double sd = std::sqrt(variance);
     descriptive::CompensatedSum sum;
     for (unsigned i = 0; i < count; ++i)
-        sum.Add(std::pow((data[i] - centre) / sd, 4.0));
+        sum.Add(elementary::Pow((data[i] - centre) / sd, 4.0));
     *kurtosis = n * sum.Value() / ((n - 1) * (n - 1));
     return kSuccess;
 }
@@ -49,7 +52,7 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
     const double z = reference::NormalQuantile(UpperLevel(confidence, type));
     if (!(z < n)) return;
     const double c = n / (n - z);
-    const double factor = std::exp(c * z * std::sqrt(excess / (n - 1)));
+    const double factor = elementary::Exp(c * z * std::sqrt(excess / (n - 1)));
     const double scaled = c * sample.variance;
     SetBounds(
         type, 0, std::numeric_limits<double>::infinity(), [=] { return scaled / factor; },
@@ -61,9 +64,9 @@ CmBonettPValueFunction::CmBonettPValueFunction(bool lowerBound, double variance,
     : sign_(lowerBound ? -1 : 1),
       spread_(spread),
       n_(n),
-      logN_(std::log(n)),
-      logVariance_(std::log(variance)),
-      logVariance0_(std::log(variance0)) {
+      logN_(elementary::Log(n)),
+      logVariance_(elementary::Log(variance)),
+      logVariance0_(elementary::Log(variance0)) {
     target = 0;
     absTolX = 1e-30;
     relTolX = 1e-12;
@@ -74,7 +77,8 @@ CmBonettPValueFunction::CmBonettPValueFunction(bool lowerBound, double variance,
 double CmBonettPValueFunction::Evaluate(double z) {
     if (z >= n_) return n_ * sign_ * n_ * spread_;  // rounding may put a trial point beyond n
     if (z == -DBL_MAX) return -DBL_MAX;
-    return (n_ - z) * (logN_ - std::log(n_ - z) + logVariance_ - logVariance0_) + n_ * sign_ * z * spread_;
+    return (n_ - z) * (logN_ - elementary::Log(n_ - z) + logVariance_ - logVariance0_) +
+           n_ * sign_ * z * spread_;
 }
 
 namespace {
@@ -103,8 +107,9 @@ Bracket BracketUpper(const Problem& p, CmBonettPValueFunction* f) {
 Bracket BracketLower(const Problem& p, CmBonettPValueFunction* f) {
     const double exponent = p.spread * p.n - 1;
     // The values in the bracket reach exp(exponent) variance / variance0 n (n spread + 1).
-    const double logRatio = std::log(p.variance) - std::log(p.variance0);
-    if (exponent + logRatio + std::log(p.n) + std::log1p(p.spread * p.n) > frame::kExpOverflowLimit - 1)
+    const double logRatio = elementary::Log(p.variance) - elementary::Log(p.variance0);
+    if (exponent + logRatio + elementary::Log(p.n) + elementary::Log1p(p.spread * p.n) >
+        frame::kExpOverflowLimit - 1)
         frame::ThrowFloatOverflow();
     const double lo = p.n - frame::SafeExp(exponent) * (p.variance / p.variance0) * p.n;
     return {lo, p.n, f->Evaluate(lo) >= 0};

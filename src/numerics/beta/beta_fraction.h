@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "elementary/logarithm.h"
+
 namespace zul::numerics {
 
 // x with its complement 1 - x, each to full relative accuracy.
@@ -10,7 +12,7 @@ struct UnitArgument {
     double x;
     double complement;
     UnitArgument Mirrored() const { return {complement, x}; }
-    double LogComplement() const { return x < 0.5 ? std::log1p(-x) : std::log(complement); }
+    double LogComplement() const { return x < 0.5 ? elementary::Log1p(-x) : elementary::Log(complement); }
 };
 
 // The convergents of I_x(a, b) / (x^a (1 - x)^b / (a B(a, b))), a number of 1 or more, by the even part of

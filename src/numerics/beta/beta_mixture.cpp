@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "numerics/beta/beta_shapes.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/limits.h"
@@ -30,9 +32,9 @@ double Peak(double x, double b, double mean, const MixtureLane& lane) {
 
 // exp(logarithm) * scale * sum, 0 below exp(kLogUnderflow).
 double ScaledExp(double logarithm, double scale, double sum) {
-    if (logarithm > kLogUnderflow / 2) return std::exp(logarithm) * scale * sum;
-    const double logResult = logarithm + std::log(scale) + std::log(sum);
-    return logResult < kLogUnderflow ? 0 : std::exp(logResult);
+    if (logarithm > kLogUnderflow / 2) return elementary::Exp(logarithm) * scale * sum;
+    const double logResult = logarithm + elementary::Log(scale) + elementary::Log(sum);
+    return logResult < kLogUnderflow ? 0 : elementary::Exp(logResult);
 }
 
 // Sum, of which the terms with I or J are in units of W(first + j) t(j), by that unit.
@@ -56,7 +58,7 @@ bool FirstStepIsSteep(double a, double b) {
 // Whether the term for j = 0, after a steep first step, can count though the terms above it have fallen from
 // their peak to nothing.
 bool FirstTermCounts(double x, double b, double mean, double a) {
-    return FirstStepIsSteep(a, b) && mean * x < 2 * kReach - std::log(a + b);
+    return FirstStepIsSteep(a, b) && mean * x < 2 * kReach - elementary::Log(a + b);
 }
 
 // The last term of the lower sum that is not negligible: from the peak on the factor from one to the next is
@@ -144,17 +146,19 @@ double EndRatio(double a, double b, const UnitArgument& at) {
     const double y = at.complement;
     const BetaShapes shapes(b, a);
     const double defect =
-        std::log1p(shapes.Direct().SmallShapeConstant());  // of log(b B(a, b)) from -b log(a)
+        elementary::Log1p(shapes.Direct().SmallShapeConstant());  // of log(b B(a, b)) from -b log(a)
     const double product = y * a;
-    const double logProduct =
-        product >= std::numeric_limits<double>::min() ? std::log(product) : std::log(y) + std::log(a);
+    const double logProduct = product >= std::numeric_limits<double>::min()
+                                  ? elementary::Log(product)
+                                  : elementary::Log(y) + elementary::Log(a);
     double sum = 0;
     double term = 1;
     for (double n = 1; std::abs(term) > kVanishing; ++n) {
         term *= (n - a) / n * y;
         sum += term / (n + b);
     }
-    return a * std::exp(-a * std::log1p(-y)) * (std::expm1(defect - b * logProduct) / b - sum);
+    return a * elementary::Exp(-a * elementary::Log1p(-y)) *
+           (elementary::Expm1(defect - b * logProduct) / b - sum);
 }
 
 template <std::size_t Count, typename Make, std::size_t... Index>

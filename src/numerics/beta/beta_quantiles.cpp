@@ -5,6 +5,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/trigonometric.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
 #include "numerics/gamma/incomplete_gamma.h"
@@ -30,7 +33,7 @@ struct Point {
 
 // Where log(y / (1 - y)) is the logit.
 Point AtLogit(double logit) {
-    const double odds = std::exp(-std::abs(logit));
+    const double odds = elementary::Exp(-std::abs(logit));
     const double smaller = odds / (1 + odds);
     const double larger = 1 / (1 + odds);
     return logit < 0 ? Point{smaller, larger} : Point{larger, smaller};
@@ -63,7 +66,7 @@ Residual SmallTail(const BetaOrientation& shapes, const Point& at, double logTar
         logPower = BetaLogDensity(mirrored, at.rest);
     }
     if (!(factor > 0)) return kUnknown;
-    return {logPower + std::log(factor) - logTarget, at.y * at.rest / factor, true};
+    return {logPower + elementary::Log(factor) - logTarget, at.y * at.rest / factor, true};
 }
 
 Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target, double logTarget) {
@@ -81,13 +84,14 @@ Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target,
     if (!(tail > 0)) return SmallTail(shapes, at, logTarget);
     const double slope = density > 0 ? density * at.y * at.rest / tail : 0;
     const double ratio = tail / target;
-    return {std::abs(ratio - 1) < kNear ? std::log1p((tail - target) / target) : std::log(tail) - logTarget,
+    return {std::abs(ratio - 1) < kNear ? elementary::Log1p((tail - target) / target)
+                                        : elementary::Log(tail) - logTarget,
             slope, true};
 }
 
 // The logit of y from log(y).
 double LogitOfLog(double logY) {
-    return logY < 0 ? logY - std::log(-std::expm1(logY)) : 0;
+    return logY < 0 ? logY - elementary::Log(-elementary::Expm1(logY)) : 0;
 }
 
 // The logarithm of the shape-th root, at most 0.
@@ -108,14 +112,14 @@ bool InClosedForm(const BetaOrientation& shapes, double target, Point* result) {
     const double p = shapes.P();
     const double q = shapes.Q();
     if (q == 1) {
-        const double logY = LogOfRoot(std::log(target), p);
-        *result = {std::exp(logY), -std::expm1(logY)};
+        const double logY = LogOfRoot(elementary::Log(target), p);
+        *result = {elementary::Exp(logY), -elementary::Expm1(logY)};
     } else if (p == 1) {
-        const double logRest = LogOfRoot(std::log1p(-target), q);
-        *result = {-std::expm1(logRest), std::exp(logRest)};
+        const double logRest = LogOfRoot(elementary::Log1p(-target), q);
+        *result = {-elementary::Expm1(logRest), elementary::Exp(logRest)};
     } else if (p == 0.5 && q == 0.5) {
-        const double sine = std::sin(std::numbers::pi / 2 * target);
-        const double cosine = std::cos(std::numbers::pi / 2 * target);
+        const double sine = elementary::Sin(std::numbers::pi / 2 * target);
+        const double cosine = elementary::Cos(std::numbers::pi / 2 * target);
         *result = {sine * sine, cosine * cosine};
     } else {
         return false;
@@ -135,7 +139,7 @@ bool StartAtEnd(const BetaOrientation& shapes, double logTail, Start* start) {
     constexpr double kSmallCorrection = 0.2;
     const double logY = LogOfFirstTerm(shapes, logTail);
     if (logY >= 0) return false;
-    const double y = std::exp(logY);
+    const double y = elementary::Exp(logY);
     const double secondTerm = (shapes.Q() - 1) * y;
     if (!(std::abs(secondTerm) <= kSmallCorrection)) return false;
     const bool exact = y * std::max(shapes.Q(), 1.0) <= kFirstTermAlone;
@@ -162,10 +166,10 @@ double StartInside(const BetaOrientation& shapes, double target, double logTarge
     const double variance = q > kVanishing ? 1 / (9 * q) : 0;
     const double root = q > kVanishing ? 1 - variance + z * std::sqrt(variance) : 0;
     const double chiSquare = 2 * q * root * root * root;
-    if (!(chiSquare > 0)) return -LogitOfLog(LogOfFirstTerm(shapes.Mirrored(), std::log1p(-target)));
+    if (!(chiSquare > 0)) return -LogitOfLog(LogOfFirstTerm(shapes.Mirrored(), elementary::Log1p(-target)));
     const double ratio = (4 * p + 2 * q - 2) / chiSquare;
     if (ratio <= 1) return LogitOfLog(LogOfFirstTerm(shapes, logTarget));
-    return std::log((ratio - 1) / 2);
+    return elementary::Log((ratio - 1) / 2);
 }
 
 // The step to the zero of the excess as a function of the logit: the inverse of its Taylor series up to the
@@ -202,7 +206,7 @@ bool Refine(const BetaOrientation& shapes, double target, double logTarget, doub
     double hi = kLogitLimit;
     if (p > 1 && q > 1) {
         // The median, which the root does not exceed, lies between mean and mode.
-        hi = std::max(shapes.LogP() - shapes.LogQ(), std::log((p - 1) / (q - 1))) + kMargin;
+        hi = std::max(shapes.LogP() - shapes.LogQ(), elementary::Log((p - 1) / (q - 1))) + kMargin;
     }
     double least = DBL_MAX;
     logit = std::clamp(logit, lo, hi);
@@ -232,14 +236,14 @@ bool LowerQuantile(const BetaOrientation& shapes, double target, Point* result) 
         return true;
     }
     if (InClosedForm(shapes, target, result)) return true;
-    const double logTarget = std::log(target);
+    const double logTarget = elementary::Log(target);
     Start start{};
     if (StartAtEnd(shapes, logTarget, &start)) {
         if (start.exact) {
             *result = start.point;
             return true;
         }
-    } else if (shapes.Q() < 1 && StartAtEnd(shapes.Mirrored(), std::log1p(-target), &start)) {
+    } else if (shapes.Q() < 1 && StartAtEnd(shapes.Mirrored(), elementary::Log1p(-target), &start)) {
         if (start.exact) {
             *result = {start.point.rest, start.point.y};
             return true;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {
@@ -22,7 +24,7 @@ double StirlingTermWithLog(double a, double logA) {
         y += 1;
         product *= y;
     }
-    return StirlingTerm(y) + y * std::log(y) - std::log(product) - a * logA - (y - a);
+    return StirlingTerm(y) + y * elementary::Log(y) - elementary::Log(product) - a * logA - (y - a);
 }
 
 // c(y + p) - c(y) for Stirling's correction c(y) = sum of B_2k / (2k (2k - 1) y^(2k - 1)), relative to p: by
@@ -53,8 +55,8 @@ double LogGammaIncrement(double p, double q) {
         const double step = p / y;
         growth += step + growth * step;
     }
-    return (y + p - 0.5) * std::log1p(p / y) + p * (std::log(y) - 1) + StirlingCorrectionDifference(y, p) -
-           std::log1p(growth);
+    return (y + p - 0.5) * elementary::Log1p(p / y) + p * (elementary::Log(y) - 1) +
+           StirlingCorrectionDifference(y, p) - elementary::Log1p(growth);
 }
 
 }  // namespace
@@ -67,11 +69,11 @@ double BetaMedianSplit(double p, double q) {
     const double sum = p + q;
     if (q >= 1 && p >= kMediumShape) return p / sum - (q - p) / (3 * sum * sum);
     const double v = LogGammaFn(p + 1) - std::numbers::ln2 +
-                     (q <= kLargeShape ? LogGammaFn(q) - LogGammaFn(sum) : -p * std::log(q));
+                     (q <= kLargeShape ? LogGammaFn(q) - LogGammaFn(sum) : -p * elementary::Log(q));
     // Neither quotient is formed where it would overflow.
     if (v >= -p * std::numbers::ln2) return 0.5;
     if (v < kSurelyZero * p) return 0;
-    return std::min(std::exp(v / p), 0.5);
+    return std::min(elementary::Exp(v / p), 0.5);
 }
 
 double BetaOrientation::GammaRatioDefect() const {
@@ -80,12 +82,13 @@ double BetaOrientation::GammaRatioDefect() const {
 }
 
 double BetaOrientation::GammaRatioFactor() const {
-    return shapes_.sides_[index_].gammaRatioFactor.Get([this] { return std::exp(GammaRatioDefect()); });
+    return shapes_.sides_[index_].gammaRatioFactor.Get(
+        [this] { return elementary::Exp(GammaRatioDefect()); });
 }
 
 double BetaOrientation::SmallShapeConstant() const {
     return shapes_.sides_[index_].smallShapeConstant.Get(
-        [this] { return std::expm1(GammaRatioDefect() + LogGammaIncrement(p_, 1)); });
+        [this] { return elementary::Expm1(GammaRatioDefect() + LogGammaIncrement(p_, 1)); });
 }
 
 double BetaOrientation::LogFirstDivisor() const {
@@ -110,9 +113,9 @@ double BetaShapes::DensityConstant() const {
         const double sum = A() + B();
         const double larger = std::max(A(), B());
         const double logOfSmaller = A() <= B() ? Log(0) : Log(1);
-        return StirlingTermWithLog(sum, std::log(sum)) -
+        return StirlingTermWithLog(sum, elementary::Log(sum)) -
                (StirlingTermWithLog(A(), Log(0)) + StirlingTermWithLog(B(), Log(1))) + logOfSmaller +
-               std::log(larger / sum);
+               elementary::Log(larger / sum);
     });
 }
 
@@ -121,8 +124,8 @@ double BetaShapes::MinusLogBeta() const {
         const double sum = A() + B();
         const double smaller = std::min(A(), B());
         const double logOfSmaller = A() <= B() ? Log(0) : Log(1);
-        return DensityConstant() - smaller * (logOfSmaller - std::log(sum)) -
-               std::max(A(), B()) * std::log1p(-smaller / sum);
+        return DensityConstant() - smaller * (logOfSmaller - elementary::Log(sum)) -
+               std::max(A(), B()) * elementary::Log1p(-smaller / sum);
     });
 }
 

@@ -1,8 +1,7 @@
 // The two shapes of the incomplete beta functions with all that depends on them alone.
 #pragma once
 
-#include <cmath>
-
+#include "elementary/logarithm.h"
 #include "numerics/gamma/gamma.h"
 #include "numerics/gamma/gamma_shape.h"
 
@@ -95,7 +94,7 @@ private:
     };
 
     double Log(int index) const {
-        return sides_[index].log.Get([this, index] { return std::log(shapes_[index]); });
+        return sides_[index].log.Get([this, index] { return elementary::Log(shapes_[index]); });
     }
 
     static Kind ClassOf(double a, double b);

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/gamma/incomplete_gamma.h"
@@ -43,14 +45,14 @@ double LogDensity(const BetaOrientation& shapes, double y, double rest, double l
     const double p = shapes.P();
     const double q = shapes.Q();
     const double sum = p + q;
-    const double logY = std::log(y);
+    const double logY = elementary::Log(y);
     if (sum <= kMediumSum) return (p - 1) * logY + (q - 1) * logRest + shapes.Shapes().MinusLogBeta();
     return shapes.Shapes().DensityConstant() - ShapeDeviance(p, sum * y) - ShapeDeviance(q, sum * rest) -
            logY - logRest;
 }
 
 double ExpOrZero(double logarithm) {
-    return logarithm < kLogUnderflow ? 0 : std::exp(logarithm);
+    return logarithm < kLogUnderflow ? 0 : elementary::Exp(logarithm);
 }
 
 enum class SeriesEnd { Converged, Alternating, Failed };
@@ -198,12 +200,12 @@ struct Tails {
 
 // exp(log(factor) + logarithm), or 0 where that underflows.
 double ExpOfSum(double factor, double logarithm) {
-    return factor > 0 ? ExpOrZero(std::log(factor) + logarithm) : 0;
+    return factor > 0 ? ExpOrZero(elementary::Log(factor) + logarithm) : 0;
 }
 
 // Whether the density may be lifted above the underflow by the largest possible sum, 1 / (1 - firstRatio).
 bool MayRise(double logarithm, double firstRatio) {
-    return firstRatio >= 1 || logarithm - std::log(1 - firstRatio) >= kLogUnderflow;
+    return firstRatio >= 1 || logarithm - elementary::Log(1 - firstRatio) >= kLogUnderflow;
 }
 
 void BetaLowerSide(const BetaOrientation& shapes, const Point& at, const Tails& tails) {
@@ -241,7 +243,7 @@ double SmallShapeIntegral(const BetaOrientation& shapes, const Point& at) {
 
     const double p = shapes.P();
     const double q = shapes.Q();
-    const double powerLess1 = std::expm1(p * std::log(at.y * q));
+    const double powerLess1 = elementary::Expm1(p * elementary::Log(at.y * q));
     double term = 1;
     double sum = 0;
     int n = 0;
@@ -258,8 +260,9 @@ void BetaSmallUpperSide(const BetaOrientation& shapes, const Point& at, const Ta
     // u and w are moderate, so their logarithms matter for a huge gamma(p) alone.
     constexpr double kLargeLogGamma = 600;
     const double u = SmallShapeIntegral(shapes, at);
-    const bool underflows = shapes.LogGammaP() > kLargeLogGamma &&
-                            std::log(u) - shapes.LogGammaP() - shapes.GammaRatioDefect() < kLogUnderflow;
+    const bool underflows =
+        shapes.LogGammaP() > kLargeLogGamma &&
+        elementary::Log(u) - shapes.LogGammaP() - shapes.GammaRatioDefect() < kLogUnderflow;
     tails.Set(underflows ? 0 : u / shapes.GammaP() / shapes.GammaRatioFactor());
     ErrorState().method += BetaSmallShape;
 }
@@ -272,7 +275,7 @@ void BetaUpperSide(const BetaOrientation& shapes, const Point& at, const Tails& 
         at.logRest + at.logDensity - shapes.LogQ();  // log(y^(p - 1) (1 - y)^q / (q B(p, q)))
     if (logPower >= kLogUnderflow) {
         if (UpperFactor(shapes, at, &factor) != kConverged) return;
-        tails.Set(std::exp(logPower) * factor);
+        tails.Set(elementary::Exp(logPower) * factor);
         ErrorState().method += BetaUpper;
         return;
     }
@@ -298,7 +301,7 @@ void Pair(const BetaShapes& both, int index, double y, double rest, double* lowe
     const bool lowerSide = at.y <= shapes.MedianSplit();
     const bool smallShape = !lowerSide && shapes.P() < 1 && at.y * shapes.Q() < 1;
     if (!smallShape || density != nullptr) {
-        at.logRest = std::log(at.rest);
+        at.logRest = elementary::Log(at.rest);
         at.logDensity = LogDensity(shapes, at.y, at.rest, at.logRest);
         if (lowerSide || density != nullptr) at.density = ExpOrZero(at.logDensity);
         if (density != nullptr) *density = at.density;
@@ -322,7 +325,7 @@ void SetLimit(double lowerTail, double upperTail, double* lower, double* upper, 
 }  // namespace
 
 double BetaLogDensity(const BetaOrientation& shapes, double y) {
-    return LogDensity(shapes, y, 1 - y, std::log1p(-y));
+    return LogDensity(shapes, y, 1 - y, elementary::Log1p(-y));
 }
 
 void beta_df(double x, double complement, const BetaShapes& shapes, double* lower, double* upper,

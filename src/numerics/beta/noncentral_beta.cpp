@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/beta/beta_mixture.h"
 #include "numerics/beta/incomplete_beta.h"
@@ -34,7 +35,7 @@ constexpr double kSmallestNormal = std::numeric_limits<double>::min();
 double PartDeviance(double shape, double n, double part) {
     const double product = n * part;
     if (product >= kSmallestNormal) return Deviance(shape, product);
-    return shape * (std::log(shape / n) - std::log(part)) - shape;
+    return shape * (elementary::Log(shape / n) - elementary::Log(part)) - shape;
 }
 
 // log(a t(0)), see numerics/beta_mixture.h.

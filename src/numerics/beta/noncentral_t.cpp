@@ -4,6 +4,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/error_function.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/beta/beta_mixture.h"
 #include "numerics/gamma/gamma.h"
@@ -25,7 +28,7 @@ bool TooLarge(double df, double delta) {
 
 // The upper tail of the standard normal distribution, to all digits (normal_df has nine).
 double UpperNormal(double z) {
-    return std::erfc(z / std::numbers::sqrt2) / 2;
+    return elementary::Erfc(z / std::numbers::sqrt2) / 2;
 }
 
 // The density of u = log(s), with df s^2 a chi-square, times the upper normal tail at d + t s.
@@ -35,13 +38,14 @@ public:
     // The integrand at u = log(s).
     double operator()(double u, double s) const {
         constexpr double kManyDf = 100;  // up to here the difference does not cancel digits that count
-        const double distance = df_ < kManyDf ? s * s - 1 - 2 * u : std::expm1(2 * u) - 2 * u;
-        return std::exp(-df_ / 2 * distance) * UpperNormal(d_ + t_ * s);
+        const double distance = df_ < kManyDf ? s * s - 1 - 2 * u : elementary::Expm1(2 * u) - 2 * u;
+        return elementary::Exp(-df_ / 2 * distance) * UpperNormal(d_ + t_ * s);
     }
     // Near the largest value.
     double Peak() const {
         const double shifted = t_ * (d_ + 1 / (d_ + 1));
-        return std::log(2 * df_ / (shifted + std::sqrt(shifted * shifted + 4 * df_ * (df_ + t_ * t_))));
+        return elementary::Log(2 * df_ /
+                               (shifted + std::sqrt(shifted * shifted + 4 * df_ * (df_ + t_ * t_))));
     }
     // A step of the trapezoidal rule that leaves an error below 1e-14. The integrand is nearly a normal
     // density with the variance 1 / curvature at the peak, or, for small df, like that of the logarithm of a
@@ -71,10 +75,10 @@ double IntegratedTail(double t, double df, double d) {
 
     const TailIntegrand integrand(t, df, d);
     const double peak = integrand.Peak();
-    const double peakScale = std::exp(peak);
+    const double peakScale = elementary::Exp(peak);
     const double step = integrand.StepWidth(peakScale);
     double sum = integrand(peak, peakScale);
-    double factor = std::exp(step);
+    double factor = elementary::Exp(step);
     double s = peakScale;
     for (int k = 1; k < kPointLimit; ++k) {
         const double term = integrand(peak + k * step, s *= factor);
@@ -84,7 +88,7 @@ double IntegratedTail(double t, double df, double d) {
     factor = 1 / factor;
     s = peakScale;
     const double rest =
-        1 / std::expm1(std::min(df * step, 50.0));  // of a geometric series, by its first term
+        1 / elementary::Expm1(std::min(df * step, 50.0));  // of a geometric series, by its first term
     for (int k = 1; k < kPointLimit; ++k) {
         const double term = integrand(peak - k * step, s *= factor);
         sum += term;
@@ -95,7 +99,7 @@ double IntegratedTail(double t, double df, double d) {
             break;
         }
     }
-    return sum * step * df * std::exp(-StirlingTerm(df / 2));
+    return sum * step * df * elementary::Exp(-StirlingTerm(df / 2));
 }
 
 // The sums of the even and the odd terms, halved: of those for inside [-t, t], or of those for outside.
@@ -176,7 +180,7 @@ bool TailsAbove(double t, const TShape& shape, double delta, double* lower, doub
         *lower = 1 - *upper;
     } else {
         const double inside = std::min(1.0, sums.even + sums.odd + UpperNormal(delta));
-        const double factorLess1 = std::expm1(argument.logOutsideFactor);
+        const double factorLess1 = elementary::Expm1(argument.logOutsideFactor);
         *lower = inside + (inside - 1) * factorLess1;
         *upper = (1 - inside) + (1 - inside) * factorLess1;
     }

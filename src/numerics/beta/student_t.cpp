@@ -5,6 +5,10 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
+#include "elementary/trigonometric.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
 #include "numerics/limits.h"
@@ -33,7 +37,7 @@ double NormalOutside(double t, double df) {
     double z = std::min(t, kLargeT);
     if (df < kLargeDf && t < kLargeT) {
         const double a = df - 0.5;
-        const double w = std::sqrt(a * std::log1p(t * t / df));
+        const double w = std::sqrt(a * elementary::Log1p(t * t / df));
         z = w + w * (w * w + 3) / (48 * a * a);
     }
     double lower = 0;
@@ -64,7 +68,7 @@ double UpperDeviate(double q) {
         return centre * (((59.109374720 * r + 159.29113202) * r + 50.434271938) * r + 3.3871327179) /
                (((67.187563600 * r + 78.757757664) * r + 17.895169469) * r + 1);
     }
-    double r = std::sqrt(-std::log(q));
+    double r = std::sqrt(-elementary::Log(q));
     if (r <= 5) {
         r -= 1.6;
         return (((0.17023821103 * r + 1.3067284816) * r + 2.7568153900) * r + 1.4234372777) /
@@ -83,7 +87,7 @@ double HillQuantile(double q, double n) {
     const double b = 48 / (a * a);
     double c = ((20700 * a / b - 98) * a - 16) * a + 96.36;
     const double d = ((94.5 / (b + c) - 3) / b + 1) * std::sqrt(a * std::numbers::pi / 2) * n;
-    const double power = std::pow(d * 2 * q, 1 / n);
+    const double power = elementary::Pow(d * 2 * q, 1 / n);
     if (power < kTinyPower) return std::sqrt(n) / std::max(power, DBL_MIN);
     double y = power * power;
     if (y > 0.05 + a) {
@@ -92,7 +96,7 @@ double HillQuantile(double q, double n) {
         if (n < 5) c += 0.3 * (n - 4.5) * (x + 0.6);
         c = (((0.05 * d * x - 5) * x - 7) * x - 2) * x + b + c;
         y = (((((0.4 * y + 6.3) * y + 36) * y + 94.5) / c - y - 3) / b + 1) * x;
-        y = std::expm1(a * y * y);
+        y = elementary::Expm1(a * y * y);
     } else {
         y = ((1 / (((n + 6) / (n * y) - 0.089 * d - 0.822) * (n + 2) * 3) + 0.5 / (n + 4)) * y - 1) *
                 (n + 1) / (n + 2) +
@@ -105,12 +109,12 @@ double HillQuantile(double q, double n) {
 double SmallDfQuantile(double q, const TShape& shape) {
     const double n = shape.Df();
     constexpr double kLogGammaOneHalf = 0.5723649429247001;
-    const double logBeta = kLogGammaOneHalf - std::log(shape.GammaRatio());
+    const double logBeta = kLogGammaOneHalf - elementary::Log(shape.GammaRatio());
     constexpr double kLogLargest = 691;
-    const double tail = -(std::log(2 * q) + std::log(n / 2) + logBeta);
-    const double logTail = tail > kLogLargest * n ? kLogLargest : std::log(n) / 2 + tail / n;
-    const double logCentre = std::log((1 - 2 * q) / 2) + std::log(n) / 2 + logBeta;
-    return std::exp(std::min(std::max(logTail, logCentre), kLogLargest));
+    const double tail = -(elementary::Log(2 * q) + elementary::Log(n / 2) + logBeta);
+    const double logTail = tail > kLogLargest * n ? kLogLargest : elementary::Log(n) / 2 + tail / n;
+    const double logCentre = elementary::Log((1 - 2 * q) / 2) + elementary::Log(n) / 2 + logBeta;
+    return elementary::Exp(std::min(std::max(logTail, logCentre), kLogLargest));
 }
 
 // The step of log(t) to the quantile with the upper tail q: Newton's for the logarithm of the smaller of the
@@ -129,7 +133,7 @@ bool NextStep(double t, double q, const TShape& shape, Step* step) {
     const UnitArgument& at = argument.at;
     const double b = shape.Df() / 2;
     // t times the density of |T|: 2 sqrt(x) (1 - x)^b / B(1/2, b).
-    const double slope = 2 * std::sqrt(at.x) * std::exp(b * at.LogComplement()) * shape.GammaRatio() /
+    const double slope = 2 * std::sqrt(at.x) * elementary::Exp(b * at.LogComplement()) * shape.GammaRatio() /
                          kSqrtPi * argument.outsideFactor;
     // By the fraction that converges at once; near t = 1 to 3 that is the one of the inside, which is not
     // close to 1 yet.
@@ -145,7 +149,8 @@ bool NextStep(double t, double q, const TShape& shape, Step* step) {
     }
     const double logSlope = (byOutside ? -1 : 1) * slope / value;
     const double excess = (value - target) / target;
-    const double logExcess = std::abs(excess) < kClose ? std::log1p(excess) : std::log(value / target);
+    const double logExcess =
+        std::abs(excess) < kClose ? elementary::Log1p(excess) : elementary::Log(value / target);
     step->first = -logExcess / logSlope;
     const double fall = (2 * b + 1) * at.x;  // of the density, in log(t)
     const double correction = (fall + logSlope - 1) / 2 * step->first;
@@ -170,11 +175,11 @@ double SolveQuantile(double q, const TShape& shape) {
     for (int count = 0; count < kStepLimit; ++count) {
         Step step{};
         if (NextStep(t, q, shape, &step) && std::abs(step.first) < kLastStep) {
-            return t + t * std::expm1(step.second);
+            return t + t * elementary::Expm1(step.second);
         }
         if (step.second > 0 && t >= kLargestQuantile) return Fail(frame::LevelDomain);
         (step.second > 0 ? low : high) = t;
-        t = std::min(t * std::exp(std::clamp(step.second, -kLargeStep, kLargeStep)), kLargestQuantile);
+        t = std::min(t * elementary::Exp(std::clamp(step.second, -kLargeStep, kLargeStep)), kLargestQuantile);
         if (!(t > low && t < high)) t = low > 0 ? std::sqrt(low) * std::sqrt(high) : high / 2;
     }
     return Fail(frame::LevelNoConvergence);
@@ -186,7 +191,8 @@ double UpperHalf(double q, const TShape& shape) {
     if (q == 0.5) return 0;
     if (q < kSmallestTail) return Fail(frame::LevelDomain);
     if (df == 1)
-        return q <= 0.25 ? 1 / std::tan(std::numbers::pi * q) : std::tan(std::numbers::pi * (0.5 - q));
+        return q <= 0.25 ? 1 / elementary::Tan(std::numbers::pi * q)
+                         : elementary::Tan(std::numbers::pi * (0.5 - q));
     if (df == 2) return (1 - 2 * q) / std::sqrt(2 * q * (1 - q));
     // |T| is above 1e300 with a probability of 1 to all digits.
     constexpr double kSmallestDf = 1e-15;
@@ -226,7 +232,7 @@ double HalfStepGammaRatio(double b) {
         (((((691.0 / 180224 * s - 31.0 / 18432) * s + 17.0 / 14336) * s - 1.0 / 640) * s + 1.0 / 192) * s -
          1.0 / 8) /
         y;
-    return std::sqrt(y) * std::exp(series) * (factor / divisor);
+    return std::sqrt(y) * elementary::Exp(series) * (factor / divisor);
 }
 
 TArgument::TArgument(double t, double df) : size(std::abs(t)) {
@@ -240,8 +246,8 @@ TArgument::TArgument(double t, double df) : size(std::abs(t)) {
     }
     const double root = std::sqrt(df);
     if (size / kFar > root) {
-        outsideFactor = std::pow(kFar / size * root, df);
-        logOutsideFactor = df * (std::log(root) - std::log(size / kFar));
+        outsideFactor = elementary::Pow(kFar / size * root, df);
+        logOutsideFactor = df * (elementary::Log(root) - elementary::Log(size / kFar));
         size = kFar * root;
     }
     const double ratio = size <= root ? size / root : root / size;

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -125,7 +127,7 @@ double BinomialShape::StirlingError() const {
 const KeptMasses::Entry& BinomialShape::Kept(double k) const {
     const double p = Rarer();
     return kept_.At(
-        k, [this, p] { return std::exp(n_ * std::log1p(-p)); },
+        k, [this, p] { return elementary::Exp(n_ * elementary::Log1p(-p)); },
         [this, p](double j) { return (n_ - j + 1) * p / (j * (1 - p)); });
 }
 

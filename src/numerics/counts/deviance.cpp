@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "elementary/logarithm.h"
+
 namespace zul::numerics {
 
 double Deviance(double x, double mean) {
@@ -13,7 +15,7 @@ double Deviance(double x, double mean) {
     const double difference = x - mean;
     if (!(std::abs(difference) < kClose * (x + mean))) {
         const double quotient = x / mean;
-        return quotient == 0 ? mean : x * std::log(quotient) + mean - x;
+        return quotient == 0 ? mean : x * elementary::Log(quotient) + mean - x;
     }
     const double v = difference / (x + mean);
     double sum = difference * v;

@@ -4,6 +4,7 @@
 #include <cfloat>
 #include <cmath>
 
+#include "elementary/logarithm.h"
 #include "numerics/rough_deviate.h"
 
 namespace zul::numerics {
@@ -90,9 +91,9 @@ private:
 
     // Where a straight line through the logarithms of the tail, nearly straight themselves, meets the target.
     double Interpolated() const {
-        const double logTarget = std::log(target_);
-        const double atLo = std::abs(std::log(Tail(lo_)) - logTarget);
-        const double atHi = std::abs(std::log(Tail(hi_)) - logTarget);
+        const double logTarget = elementary::Log(target_);
+        const double atLo = std::abs(elementary::Log(Tail(lo_)) - logTarget);
+        const double atHi = std::abs(elementary::Log(Tail(hi_)) - logTarget);
         const double share = atLo + atHi > 0 ? atLo / (atLo + atHi) : 0.5;
         return std::clamp(std::floor(lo_.k + share * (hi_.k - lo_.k)), lo_.k + 1, hi_.k - 1);
     }

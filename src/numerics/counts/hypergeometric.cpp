@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -133,7 +135,7 @@ public:
         const bool isFar = k < last && !LowerIsSmaller(k, shape_);
         tails->lower = 0;
         tails->upper = isFar      ? ScaledMass(k, shape_, kLogScale) * UpperSum(k, shape_)
-                       : k < last ? std::exp(kLogScale)
+                       : k < last ? elementary::Exp(kLogScale)
                                   : 0;
         return true;
     }
@@ -211,7 +213,8 @@ void hypergeo_upper_quant(double q, const HypergeometricShape& shape, double* k,
     const double start = family.Start(q, true);
     if (q > 0 && q < kLeastOfTails) {
         const ScaledHypergeometric scaled(shape);
-        DiscreteUpperQuantile(scaled, std::exp(std::log(q) + scaled.kLogScale), start, kName, k, c);
+        DiscreteUpperQuantile(scaled, elementary::Exp(elementary::Log(q) + scaled.kLogScale), start, kName, k,
+                              c);
         return;
     }
     DiscreteUpperQuantile(family, q, start, kName, k, c);

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/counts/saddle_point.h"
 
@@ -59,7 +61,7 @@ double Term(const MassWalk<Counts>& walk, double logSlope, double x) {
         quotient *= falling * rising / ((falling - x) * (rising + x));
         correction += x / (rising * (rising + x)) - x / (falling * (falling - x));
     }
-    return std::sqrt(quotient) * std::exp(exponent + correction / 12);
+    return std::sqrt(quotient) * elementary::Exp(exponent + correction / 12);
 }
 
 // The positive abscissas of Gauss's quadrature over [-1, 1] with 28 points, and their weights: exact to 1e-15
@@ -111,7 +113,7 @@ double MassSum(const MassWalk<Counts>& walk) {
     if (smallest < kDirectTerms) return AddTerms(walk);
 
     // The logarithm of the terms falls nearly as logSlope x + curvature x^2 / 2.
-    const double logSlope = std::log1p(walk.slope / product);
+    const double logSlope = elementary::Log1p(walk.slope / product);
     double curvature = 0;
     for (std::size_t j = 0; j < Counts; ++j)
         curvature += 1 / walk.falling[j] + 1 / walk.rising[j];

@@ -3,6 +3,7 @@
 #include <cfloat>
 #include <cmath>
 
+#include "elementary/exponential.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -82,7 +83,7 @@ bool InDomain(double mean, double target, double end, double* k, double* c) {
 
 const KeptMasses::Entry& PoissonShape::Kept(double k) const {
     return kept_.At(
-        k, [this] { return std::exp(-mean_); }, [this](double j) { return mean_ / j; });
+        k, [this] { return elementary::Exp(-mean_); }, [this](double j) { return mean_ / j; });
 }
 
 double PoissonMass(double k, const PoissonShape& shape) {

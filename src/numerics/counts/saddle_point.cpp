@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <iterator>
 
+#include "elementary/logarithm.h"
+
 namespace zul::numerics {
 namespace {
 
@@ -57,7 +59,7 @@ double CountDeviance(double x, double mean, double difference) {
 
     if (x == 0) return mean;
     const double sum = x + mean;
-    if (!(std::abs(difference) < kClose * sum)) return x * std::log(x / mean) - difference;
+    if (!(std::abs(difference) < kClose * sum)) return x * elementary::Log(x / mean) - difference;
     const double v = difference / sum;
     return v * (difference + 2 * x * AtanhRemainder(v * v));
 }

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/exponential.h"
+
 namespace zul::numerics {
 
 // The largest count, 2^31: products of two counts are exact 64-bit integers.
@@ -35,7 +37,7 @@ double CountDeviance(double x, double mean, double difference);
 // exp(logarithm), 0 where that is below the normal numbers.
 inline double MassExponential(double logarithm) {
     constexpr double kSmallest = -708;
-    return logarithm < kSmallest ? 0 : std::exp(logarithm);
+    return logarithm < kSmallest ? 0 : elementary::Exp(logarithm);
 }
 
 }  // namespace zul::numerics

@@ -1,7 +1,6 @@
 #include "numerics/gamma/digamma.h"
 
-#include <cmath>
-
+#include "elementary/logarithm.h"
 #include "frame/missing_value.h"
 
 namespace zul::numerics {
@@ -28,7 +27,7 @@ double Digamma(double x) {
          0.008333333333333333) *
             v +
         0.08333333333333333;
-    return std::log(x) - 0.5 / x - series * v - sum;
+    return elementary::Log(x) - 0.5 / x - series * v - sum;
 }
 
 }  // namespace zul::numerics

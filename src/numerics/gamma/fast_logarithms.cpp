@@ -1,7 +1,6 @@
 #include "numerics/gamma/fast_logarithms.h"
 
-#include <cmath>
-
+#include "elementary/logarithm.h"
 #include "frame/errors.h"
 
 namespace zul::numerics {
@@ -29,14 +28,14 @@ double Stirling(double y) {
     const double s2 = s * s;
     const double low = (1.0 / 12 - 1.0 / 360 * s) + (1.0 / 1260 - 1.0 / 1680 * s) * s2;
     const double high = (1.0 / 1188 - 691.0 / 360360 * s) + 1.0 / 156 * s2;
-    return ((y - 0.5) * std::log(y) - y) + (kHalfLogTwoPi + t * (low + high * (s2 * s2)));
+    return ((y - 0.5) * elementary::Log(y) - y) + (kHalfLogTwoPi + t * (low + high * (s2 * s2)));
 }
 
 }  // namespace
 
 double FastLogGamma(double a) {
     const auto [y, product] = Raise(a);
-    return Stirling(y) - std::log(product);
+    return Stirling(y) - elementary::Log(product);
 }
 
 double FastLogBeta(double a, double b) {
@@ -44,7 +43,8 @@ double FastLogBeta(double a, double b) {
     const Raised second = Raise(b);
     const Raised sum = Raise(a + b);
     return Stirling(first.y) + Stirling(second.y) - Stirling(sum.y) +
-           (std::log(sum.product) - (std::log(first.product) + std::log(second.product)));
+           (elementary::Log(sum.product) -
+            (elementary::Log(first.product) + elementary::Log(second.product)));
 }
 
 double FastLogHalfStep(double b) {

@@ -1,9 +1,9 @@
 // Logarithms for densities: with the absolute error that an exponent can bear, and in half the time from
-// argument to result that LogGammaFn and std::log1p take, since few steps wait for others. The other
+// argument to result that LogGammaFn and elementary::Log1p take, since few steps wait for others. The other
 // log-gammas are listed in numerics/gamma.h, the other log1ps in numerics/elementary.h.
 #pragma once
 
-#include <cmath>
+#include "elementary/logarithm.h"
 
 namespace zul::numerics {
 
@@ -25,7 +25,7 @@ double FastLogHalfStep(double b);
 // Hewlett-Packard HP-15C Advanced Functions Handbook, 1982.
 inline double FastLog1p(double t) {
     const double sum = 1 + t;
-    return std::log(sum) + (t - (sum - 1)) / sum;
+    return elementary::Log(sum) + (t - (sum - 1)) / sum;
 }
 
 // The domain of log-gammas in a density, that of frame::LogGamma, with its exceptions.

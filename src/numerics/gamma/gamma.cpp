@@ -5,6 +5,9 @@
 #include <limits>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {
@@ -62,18 +65,20 @@ double GammaFn(double a) {
     if (a < kPoleRange) return 1 / a;
     const auto [y, factor] = RaiseArgument(a);
     const double correction = StirlingCorrection(y);
-    const double logOfResult =
-        std::log(factor) + (std::log(y) - 1) * y + (kLogTwoPi - std::log(y)) / 2 + correction;
+    const double logOfResult = elementary::Log(factor) + (elementary::Log(y) - 1) * y +
+                               (kLogTwoPi - elementary::Log(y)) / 2 + correction;
     if (logOfResult > kLogOverflow) return RangeError(DBL_MAX);
-    return std::pow(y / std::numbers::e, y) * std::sqrt(kTwoPi / y) * std::exp(correction) * factor;
+    return elementary::Pow(y / std::numbers::e, y) * std::sqrt(kTwoPi / y) * elementary::Exp(correction) *
+           factor;
 }
 
 double LogGammaFn(double a) {
     if (a <= 0) return DomainError(-DBL_MAX);
-    if (a <= kReciprocalLimit) return -std::log(a);
+    if (a <= kReciprocalLimit) return -elementary::Log(a);
     if (a > kLogGammaLimit) return RangeError(DBL_MAX);
     const auto [y, factor] = RaiseArgument(a);
-    return (y - 0.5) * std::log(y) + std::log(factor) - y + kLogTwoPi / 2 + StirlingCorrection(y);
+    return (y - 0.5) * elementary::Log(y) + elementary::Log(factor) - y + kLogTwoPi / 2 +
+           StirlingCorrection(y);
 }
 
 double StirlingTerm(double a) {
@@ -82,11 +87,12 @@ double StirlingTerm(double a) {
 
     if (a < 0) return DomainError(DBL_MAX);
     if (a == 0) return 0;
-    if (a <= kSmallShape) return a * 0.8224670334241132 * a + (0.42278433509846713 - std::log(a)) * a;
-    if (a <= kMediumShape) return LogGammaFn(a + 1) - std::log(std::pow(a / std::numbers::e, a));
+    if (a <= kSmallShape) return a * 0.8224670334241132 * a + (0.42278433509846713 - elementary::Log(a)) * a;
+    if (a <= kMediumShape)
+        return LogGammaFn(a + 1) - elementary::Log(elementary::Pow(a / std::numbers::e, a));
     // Only beyond the first bound would the product overflow.
     const double logRoot =
-        a < kLogGammaLimit ? std::log(std::sqrt(kTwoPi * a)) : (kLogTwoPi + std::log(a)) / 2;
+        a < kLogGammaLimit ? elementary::Log(std::sqrt(kTwoPi * a)) : (kLogTwoPi + elementary::Log(a)) / 2;
     return logRoot + StirlingCorrection(a);
 }
 

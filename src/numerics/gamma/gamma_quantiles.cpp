@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/gamma/gamma_tails.h"
 #include "numerics/limits.h"
@@ -21,14 +23,14 @@ struct Target {
     double tail;
     bool upper;
 
-    double LogLower() const { return upper ? std::log1p(-tail) : std::log(tail); }
+    double LogLower() const { return upper ? elementary::Log1p(-tail) : elementary::Log(tail); }
 };
 
 // log(gamma(a + 1)).
 double LogFactorial(const GammaShape& shape) {
     const double a = shape.Value();
-    if (a <= 1) return -std::log1p(a * InverseGammaSlope(a));
-    const double scale = -std::log(shape.InverseGammaScale());
+    if (a <= 1) return -elementary::Log1p(a * InverseGammaSlope(a));
+    const double scale = -elementary::Log(shape.InverseGammaScale());
     return a < kStirlingShape ? scale : scale + a * (shape.Log() - 1);
 }
 
@@ -47,7 +49,7 @@ double LowerSeriesInverse(double v, double a) {
 // ...).
 double UpperSeriesInverse(double y, double a) {
     const double m = a - 1;
-    const double c1 = m * std::log(y);
+    const double c1 = m * elementary::Log(y);
     const double c2 = m * (1 + c1);
     const double c3 = m * (c1 * (a - 2 - c1 / 2) + (3 * a - 5) / 2);
     const double c4 =
@@ -70,7 +72,7 @@ double CornishFisher(double s, double a) {
 double SeriesArgument(const Target& target, const GammaShape& shape) {
     constexpr double kVanishing = -800;
     const double logarithm = target.LogLower() + LogFactorial(shape);
-    return logarithm < kVanishing * shape.Value() ? 0 : std::exp(logarithm / shape.Value());
+    return logarithm < kVanishing * shape.Value() ? 0 : elementary::Exp(logarithm / shape.Value());
 }
 
 // Where the search begins. Sets *exact if that is the end of it, too.
@@ -85,15 +87,15 @@ double StartBelowOne(const Target& target, const GammaShape& shape, bool* exact)
         return LowerSeriesInverse(v, a);
     }
     if (a < 0.3 && b >= 0.35) {
-        const double t = std::exp(-std::numbers::egamma - b);
-        return t * std::exp(t * std::exp(t));
+        const double t = elementary::Exp(-std::numbers::egamma - b);
+        return t * elementary::Exp(t * elementary::Exp(t));
     }
-    const double y = -std::log(b);
+    const double y = -elementary::Log(b);
     if (b < 0.01) return UpperSeriesInverse(y, a);
-    const double u = y - (1 - a) * std::log(y);
-    if (b >= 0.15) return y - (1 - a) * std::log(u) - std::log(1 + (1 - a) / (1 + u));
-    return y - (1 - a) * std::log(u) -
-           std::log((u * u + 2 * (3 - a) * u + (2 - a) * (3 - a)) / (u * u + (5 - a) * u + 2));
+    const double u = y - (1 - a) * elementary::Log(y);
+    if (b >= 0.15) return y - (1 - a) * elementary::Log(u) - elementary::Log(1 + (1 - a) / (1 + u));
+    return y - (1 - a) * elementary::Log(u) -
+           elementary::Log((u * u + 2 * (3 - a) * u + (2 - a) * (3 - a)) / (u * u + (5 - a) * u + 2));
 }
 
 double StartAboveOne(const Target& target, const GammaShape& shape, bool* exact) {
@@ -107,7 +109,7 @@ double StartAboveOne(const Target& target, const GammaShape& shape, bool* exact)
         return x > 0 ? x : v;
     }
     if (target.upper && x > 3 * a) {
-        const double y = shape.Log() - LogFactorial(shape) - std::log(target.tail);
+        const double y = shape.Log() - LogFactorial(shape) - elementary::Log(target.tail);
         if (y > std::max(2.0, a * (a - 1))) return UpperSeriesInverse(y, a);
     }
     return x;
@@ -126,7 +128,8 @@ Step StepTo(const Target& target, const GammaTails& tails, double x, double a) {
     const double r = (target.upper ? -a : a) * tails.power / tail;
     const double difference = (tail - target.tail) / target.tail;
     const double newton =
-        -(std::abs(difference) < 0.5 ? std::log1p(difference) : std::log(tail / target.tail)) / r;
+        -(std::abs(difference) < 0.5 ? elementary::Log1p(difference) : elementary::Log(tail / target.tail)) /
+        r;
     const double slope = a - x - r;
     const double c2 = slope / 2;
     const double c3 = (slope * (slope - r) - x) / 6;
@@ -159,7 +162,8 @@ bool Solve(const Target& target, const GammaShape& shape, double* x) {
         const bool known = tails.power > 0 && (target.upper ? tails.upper : tails.lower) > 0;
         if (known) {
             const Step step = StepTo(target, tails, *x, a);
-            const double next = *x + *x * std::expm1(std::clamp(step.length, -kLongestStep, kLongestStep));
+            const double next =
+                *x + *x * elementary::Expm1(std::clamp(step.length, -kLongestStep, kLongestStep));
             if (step.error < kTolerance) {
                 *x = next;
                 return true;
@@ -183,9 +187,9 @@ bool SolveVanishing(const Target& target, double a, double* x) {
     constexpr double kLogOfSmall = -23;
     constexpr double kLogOfZero = -746;  // below it exp is 0
     // a times the logarithm of the quantile, which itself may overflow.
-    const double logPower = std::log(target.tail) + LogGammaFn(a + 1);
+    const double logPower = elementary::Log(target.tail) + LogGammaFn(a + 1);
     if (target.upper || !(logPower < kLogOfSmall * a)) return false;
-    *x = logPower < kLogOfZero * a ? 0 : std::exp(logPower / a);
+    *x = logPower < kLogOfZero * a ? 0 : elementary::Exp(logPower / a);
     return true;
 }
 
@@ -204,7 +208,7 @@ void Quantile(double tail, bool upper, const GammaShape& shape, const frame::Rou
     }
     const Target target{std::min(tail, 1 - tail), upper == (tail <= 0.5)};
     if (a == 1) {
-        *x = target.upper ? -std::log(target.tail) : -std::log1p(-target.tail);
+        *x = target.upper ? -elementary::Log(target.tail) : -elementary::Log1p(-target.tail);
         return;
     }
     double quantile = 0;

@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "elementary/exponential.h"
 #include "frame/platform.h"
 #include "numerics/gamma/gamma_tails.h"
 #include "numerics/gamma/incomplete_gamma_pair.h"
@@ -41,7 +42,7 @@ double GammaMedianSplit(double a) {
     constexpr double kVanishingShape = 1e-300;
     if (a < kVanishingShape) return 0;
     const double logarithm = (LogGammaFn(a + 1) - std::numbers::ln2) / a;
-    return logarithm < kLogUnderflow ? 0 : std::exp(logarithm);
+    return logarithm < kLogUnderflow ? 0 : elementary::Exp(logarithm);
 }
 
 // Here the quotients do not wait for one another, which takes a third of the time. The products differ from

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "elementary/logarithm.h"
 #include "numerics/gamma/gamma.h"
 
 namespace zul::numerics {
@@ -73,7 +74,7 @@ public:
         : a_(a), fraction_(std::isfinite(a) ? a - std::floor(a) : 0) {}
     double Value() const { return a_; }
     double Log() const {
-        return log_.Get([this] { return std::log(a_); });
+        return log_.Get([this] { return elementary::Log(a_); });
     }
     double StirlingTerm() const {
         return stirlingTerm_.Get([this] { return numerics::StirlingTerm(a_); });

@@ -6,6 +6,10 @@
 #include <cstddef>
 #include <numbers>
 
+#include "elementary/error_function.h"
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "numerics/counts/deviance.h"
 
 namespace zul::numerics {
@@ -96,8 +100,9 @@ void SetUpper(double upper, GammaTails* tails) {
 void UniformTails(double x, double a, double deviance, GammaTails* tails) {
     const double y = std::sqrt(deviance);
     const double eta = std::copysign(y * std::sqrt(2 / a), x - a);
-    const double correction = std::exp(-deviance) / std::sqrt(2 * std::numbers::pi * a) * UniformSum(a, eta);
-    const double half = std::erfc(y) / 2;
+    const double correction =
+        elementary::Exp(-deviance) / std::sqrt(2 * std::numbers::pi * a) * UniformSum(a, eta);
+    const double half = elementary::Erfc(y) / 2;
     if (x > a) {
         SetUpper(half + correction, tails);
     } else {
@@ -164,7 +169,7 @@ void SmallTails(double x, double a, double ratio, GammaTails* tails) {
     if (lower < 0.5) {
         SetLower(lower, tails);
     } else {
-        const double powerMinusOne = std::expm1(a * std::log(x));
+        const double powerMinusOne = elementary::Expm1(a * elementary::Log(x));
         const double slope = InverseGammaSlope(a);
         SetUpper(a * (ratio * sum - slope * (1 + powerMinusOne)) - powerMinusOne, tails);
     }
@@ -186,7 +191,7 @@ double InverseGammaScale(double a) {
             product *= b + i;
         return (1 + b * InverseGammaSeries(b)) / product;
     }
-    return std::exp(-StirlingCorrection(a)) / std::sqrt(2 * std::numbers::pi * a);
+    return elementary::Exp(-StirlingCorrection(a)) / std::sqrt(2 * std::numbers::pi * a);
 }
 
 namespace {
@@ -194,8 +199,8 @@ namespace {
 // x^a exp(-x) / gamma(a + 1) for a < kStirlingShape. The exponential goes in by halves: alone it may underflow
 // where the product does not.
 double PowerOfSmallShape(double x, const GammaShape& shape) {
-    const double half = std::exp(-x / 2);
-    return std::pow(x, shape.Value()) * shape.InverseGammaScale() * half * half;
+    const double half = elementary::Exp(-x / 2);
+    return elementary::Pow(x, shape.Value()) * shape.InverseGammaScale() * half * half;
 }
 
 }  // namespace
@@ -213,8 +218,8 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
         return true;
     }
     if (a < 1 && x < kSmallArgument) {
-        const double ratio = std::pow(x, a) * shape.InverseGammaScale();
-        tails->power = ratio * std::exp(-x);
+        const double ratio = elementary::Pow(x, a) * shape.InverseGammaScale();
+        tails->power = ratio * elementary::Exp(-x);
         SmallTails(x, a, ratio, tails);
         return true;
     }
@@ -229,7 +234,7 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
         return true;
     } else {
         const double deviance = Deviance(a, x);
-        tails->power = std::exp(-deviance) * shape.InverseGammaScale();
+        tails->power = elementary::Exp(-deviance) * shape.InverseGammaScale();
         if (a >= kUniformShape && std::abs(x - a) <= kUniformWidth * a) {
             UniformTails(x, a, deviance, tails);
             return true;

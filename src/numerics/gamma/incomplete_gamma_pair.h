@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
+#include "elementary/power.h"
 #include "frame/error_state.h"
 #include "numerics/elementary.h"
 #include "numerics/gamma/incomplete_gamma.h"
@@ -22,7 +25,7 @@ double LogRatio(const Shape& shape, double x) {
     const double a = shape.Value();
     // 1 / a may overflow below it.
     constexpr double kReciprocalRange = 1e-300;
-    if ((x < 1 && a > 1) || (x > 1 && a < 1) || a < kReciprocalRange) return std::log(x) - shape.Log();
+    if ((x < 1 && a > 1) || (x > 1 && a < 1) || a < kReciprocalRange) return elementary::Log(x) - shape.Log();
     return x >= a ? Log1p((x - a) / a) : -Log1p((a - x) / x);
 }
 
@@ -33,7 +36,7 @@ double LogDensity(const Shape& shape, double x, double logRatio) {
 }
 
 inline double ExpOrZero(double logarithm) {
-    return logarithm < kLogUnderflow ? 0 : std::exp(logarithm);
+    return logarithm < kLogUnderflow ? 0 : elementary::Exp(logarithm);
 }
 
 template <typename Shape>
@@ -58,10 +61,10 @@ double SmallUpper(double x, const Fraction& shape) {
     const double b = shape.Value();
     const double quotient = shape.GammaQuotient();
     // (x^b - 1) / b, which tends to log(x).
-    const double logX = std::log(x);
+    const double logX = elementary::Log(x);
     const double power = std::abs(logX) * b >= kTinyArgument ? Expm1(logX * b) / b : logX;
 
-    double term = std::pow(x, b + 1) / (b + 1);
+    double term = elementary::Pow(x, b + 1) / (b + 1);
     double sum = term;
     int n = 1;
     const int sure = shape.SureTerms(x);
@@ -125,7 +128,7 @@ template <typename Fraction>
 int ContinuedFraction(double x, const Fraction& shape, double* factor) {
     const double b = shape.Value();
     if (x < 1) {
-        *factor = SmallUpper(x, shape) * std::pow(x, 1 - b) * std::exp(x);
+        *factor = SmallUpper(x, shape) * elementary::Pow(x, 1 - b) * elementary::Exp(x);
         ErrorState().method = 2;
         return kConverged;
     }
@@ -191,7 +194,7 @@ void LowerSide(double x, const Shape& shape, double logRatio, double logDensity,
     const double logPower = logRatio + logDensity;  // log(x^a exp(-x) / gamma(a + 1))
     const bool underflows = logPower < kLogUnderflow;
     // Not even the largest possible sum, 1 / (1 - x / (a + 1)), may lift the power.
-    if (underflows && logPower - std::log(1 - x / (a + 1)) < kLogUnderflow) {
+    if (underflows && logPower - elementary::Log(1 - x / (a + 1)) < kLogUnderflow) {
         SetUnderflow(lower, upper, GammaLowerCannotRise);
         return;
     }
@@ -201,16 +204,16 @@ void LowerSide(double x, const Shape& shape, double logRatio, double logDensity,
         return;
     }
     if (!underflows) {
-        SetTails(lower, std::exp(logPower) * sum, upper);
+        SetTails(lower, elementary::Exp(logPower) * sum, upper);
         ErrorState().method = GammaLower;
         return;
     }
-    const double logLower = std::log(sum) + logPower;
+    const double logLower = elementary::Log(sum) + logPower;
     if (logLower < kLogUnderflow) {
         SetUnderflow(lower, upper, GammaLowerUnderflow);
         return;
     }
-    SetTails(lower, std::exp(logLower), upper);
+    SetTails(lower, elementary::Exp(logLower), upper);
     ErrorState().method = GammaLowerByLog;
 }
 
@@ -220,7 +223,7 @@ void SmallUpperSide(double x, const Shape& shape, double* lower, double* upper) 
     constexpr double kLargeLogGamma = 600;
     const double incomplete = SmallUpper(x, shape.Fraction());
     const bool underflows =
-        shape.LogGamma() > kLargeLogGamma && std::log(incomplete) - shape.LogGamma() < kLogUnderflow;
+        shape.LogGamma() > kLargeLogGamma && elementary::Log(incomplete) - shape.LogGamma() < kLogUnderflow;
     SetTails(upper, underflows ? 0 : incomplete / shape.Gamma(), lower);
     ErrorState().method = GammaSmallShapeAndArgument;
 }
@@ -235,7 +238,7 @@ void UpperSide(double x, const Shape& shape, double logDensity, double density, 
         return;
     }
     // Not even the largest possible factor, 1 / (1 - (a - 1) / x), may lift the density.
-    if (underflows && logDensity - std::log(1 - (a - 1) / x) < kLogUnderflow) {
+    if (underflows && logDensity - elementary::Log(1 - (a - 1) / x) < kLogUnderflow) {
         SetUnderflow(upper, lower, GammaUpperCannotRise);
         return;
     }
@@ -249,12 +252,12 @@ void UpperSide(double x, const Shape& shape, double logDensity, double density, 
         ErrorState().method += GammaUpper;
         return;
     }
-    const double logUpper = std::log(factor) + logDensity;
+    const double logUpper = elementary::Log(factor) + logDensity;
     if (logUpper < kLogUnderflow) {
         SetUnderflow(upper, lower, ErrorState().method + GammaUpperUnderflow);
         return;
     }
-    SetTails(upper, std::exp(logUpper), lower);
+    SetTails(upper, elementary::Exp(logUpper), lower);
     ErrorState().method += GammaUpperByLog;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "elementary/exponential.h"
+#include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/gamma/gamma_tails.h"
@@ -27,7 +29,8 @@ constexpr double kLeastTail = 2.2e-288;
 // x^a exp(-x) / gamma(a + 1) as factor * exp(exponent).
 struct Power {
     Power(double x, double a, double scale)
-        : exponent(a < kStirlingShape ? (a > 0 ? a * std::log(x) : 0) - x : -Deviance(a, x)), factor(scale) {}
+        : exponent(a < kStirlingShape ? (a > 0 ? a * elementary::Log(x) : 0) - x : -Deviance(a, x)),
+          factor(scale) {}
     double exponent;
     double factor;
 };
@@ -50,7 +53,7 @@ public:
     double Scaled(double sum, const GammaShape& shape) const {
         const Power w(mean_, peak_, peak_ == 0 ? 1 : InverseGammaScale(peak_));
         const Power g(x_, a_ + peak_, peak_ == 0 ? shape.InverseGammaScale() : InverseGammaScale(a_ + peak_));
-        const double tail = std::exp(w.exponent + g.exponent) * (w.factor * g.factor * sum);
+        const double tail = elementary::Exp(w.exponent + g.exponent) * (w.factor * g.factor * sum);
         return std::min(tail, 1.0);
     }
 
