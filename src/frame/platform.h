@@ -53,11 +53,6 @@ inline void ResetX87Control() {
 // read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
 inline void EnterTrappingMode() {
     SetControl(kTrappingControl);
-#if defined(__MINGW32__)
-    // exp, log and pow of this C library use the x87 unit, which Windows starts threads with rounding to 53 bits:
-    // they would lose digits on all but the first thread of a program.
-    ResetX87Control();
-#endif
 }
 
 inline void EnterDefaultMode() {

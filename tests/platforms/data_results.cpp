@@ -1,7 +1,6 @@
 // Descriptive statistics and clustering of random data.
 #include <cmath>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "hypothesis/record_fields.h"
@@ -20,50 +19,50 @@ public:
 
     void Sums() {
         std::vector<double> out(n_);
-        Record("Sums", {v1::GetSum(x_.data(), n_)});
+        recording_.Add("Sums", v1::GetSum(x_.data(), n_));
         v1::GetCumulativeSums(x_.data(), n_, out.data());
-        Record("Sums", out);
+        recording_.Add("Sums", out);
         v1::GetProportions(x_.data(), n_, out.data());
-        Record("Sums", out);
+        recording_.Add("Sums", out);
         const double mean = v1::GetSampleMean(x_.data(), n_);
-        Record("Sums", {mean, v1::GetSampleVariance(x_.data(), n_, mean)});
+        recording_.Add("Sums", {mean, v1::GetSampleVariance(x_.data(), n_, mean)});
         v1::SecondSampleMoments moments;
         moments.count = n_;
         v1::GetSecondSampleMoments(&moments, x_.data());
-        Record("Sums", Doubles(moments, 4));
+        recording_.Add("Sums", Doubles(moments, 4));
         std::vector<double> powers(4);
         v1::GetCenteredOrderKPowerSums(x_.data(), n_, powers.data(), 4);
-        Record("Sums", powers);
+        recording_.Add("Sums", powers);
         double varianceX = 0;
         double varianceY = 0;
         const double covariance = v1::GetCovariance(x_.data(), y_.data(), n_, &varianceX, &varianceY);
-        Record("Sums", {covariance, varianceX, varianceY});
+        recording_.Add("Sums", {covariance, varianceX, varianceY});
     }
 
     void Moments() {
         double skewness = 0;
         double kurtosis = 0;
         v1::GetKelSkewnessAndKurtosis(x_.data(), n_, &skewness, &kurtosis);
-        Record("Skewness", {skewness, kurtosis});
+        recording_.Add("Skewness", {skewness, kurtosis});
         int status = 0;
-        Record("Correlations", {v1::GetPearsonCorrelation(x_.data(), y_.data(), n_),
-                                v1::GetSpearmanCorrelation(x_.data(), y_.data(), n_, &status)});
+        recording_.Add("Correlations", {v1::GetPearsonCorrelation(x_.data(), y_.data(), n_),
+                                        v1::GetSpearmanCorrelation(x_.data(), y_.data(), n_, &status)});
         std::vector<double> positive = x_;
         for (double& x : positive)
             x = std::abs(x) + 0.125;
-        Record("GeometricMean", {v2::GetGeometricMean(positive.data(), n_)});
+        recording_.Add("GeometricMean", v2::GetGeometricMean(positive.data(), n_));
     }
 
     void OrderStatistics() {
         std::vector<double> out(n_);
         v1::GetRank(x_.data(), n_, out.data());
-        Record("OrderStatistics", out);
+        recording_.Add("OrderStatistics", out);
         const std::vector<double> probabilities = {0.0, 0.01, 0.125, 0.3, 0.5, 0.7, 0.9375, 1.0};
         std::vector<double> quantiles(probabilities.size());
         for (int method = 1; method <= 9; ++method) {
             v1::GetSampleQuantiles(x_.data(), n_, method, quantiles.data(), probabilities.data(),
                                    static_cast<unsigned>(probabilities.size()));
-            Record("OrderStatistics", quantiles);
+            recording_.Add("OrderStatistics", quantiles);
         }
         int status = 0;
         std::vector<double> modes(5);
@@ -73,20 +72,16 @@ public:
         modes.insert(modes.end(), {v1::GetKelTrimmedMean(x_.data(), n_, &status),
                                    v1::GetTrimmedMean(x_.data(), n_, 0.2, &status),
                                    static_cast<double>(modeCount), static_cast<double>(frequency)});
-        Record("OrderStatistics", modes);
+        recording_.Add("OrderStatistics", modes);
     }
 
     void Boxplot() {
         v1::KelBoxplotHelper box;
         v1::RunKelBoxplotHelper(&box, 0.9, x_.data(), n_);
-        Record("Boxplot", Doubles(box, 11));
+        recording_.Add("Boxplot", Doubles(box, 11));
     }
 
 private:
-    void Record(const std::string& group, const std::vector<double>& values) {
-        for (std::size_t i = 0; i < values.size(); ++i)
-            recording_.Value({group, std::to_string(n_) + " values, result " + std::to_string(i)}, values[i]);
-    }
     Recording& recording_;
     std::vector<double> x_;
     std::vector<double> y_;
@@ -113,12 +108,12 @@ Table RandomTable(int rows, int columns, ExactNumbers& numbers) {
     return table;
 }
 
-void RecordJoins(Recording& recording, const std::string& where, dax::clustering::DistanceMatrix& distances) {
+void RecordJoins(Recording& recording, dax::clustering::DistanceMatrix& distances) {
     using namespace dax::clustering;
     const int n = distances.RowCount();
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < i; ++j)
-            recording.Value({"Distances", where}, distances(i, j));
+            recording.Add("Distances", distances(i, j));
     for (int linkage = Average; linkage <= Centroid; ++linkage) {
         const std::unique_ptr<DistanceMatrix> copy(MakeDistanceMatrix(n));
         for (int i = 0; i < n; ++i)
@@ -128,13 +123,12 @@ void RecordJoins(Recording& recording, const std::string& where, dax::clustering
             RunClustering(static_cast<LinkageEnums>(linkage), 100, *copy));
         for (std::size_t step = 0; step < steps->size(); ++step) {
             const ClusterStep& join = (*steps)[step];
-            for (const double value :
-                 {join.similarity, join.distance, static_cast<double>(join.cluster1 * n + join.cluster2)})
-                recording.Value({"Joins", where + ", linkage " + std::to_string(linkage)}, value);
+            recording.Add("Joins", {join.similarity, join.distance,
+                                    static_cast<double>(join.cluster1 * n + join.cluster2)});
         }
         const std::unique_ptr<dax::types::IReadableVector<int>> members(FindMembersWithNumber(*steps, 4));
         for (std::size_t i = 0; i < members->size(); ++i)
-            recording.Value({"Joins", where + ", members"}, (*members)[i]);
+            recording.Add("Joins", (*members)[i]);
     }
 }
 
@@ -171,11 +165,11 @@ void RecordClustering(Recording& recording, unsigned seed) {
             const Table table = RandomTable(kRows, kColumns, numbers);
             CreateForClusterObservations(*table, static_cast<DistanceEnums>(measure), standardize,
                                          *distances);
-            RecordJoins(recording, "measure " + std::to_string(measure), *distances);
+            RecordJoins(recording, *distances);
         }
     }
     CreateForClusterVariables(*RandomTable(kColumns, kRows, numbers), false, *distances);
-    RecordJoins(recording, "variables", *distances);
+    RecordJoins(recording, *distances);
 }
 
 }  // namespace zul::test

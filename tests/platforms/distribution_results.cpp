@@ -1,8 +1,6 @@
 // Density, both tails and quantiles of every family, p-values and critical values.
-#include <algorithm>
 #include <cmath>
 #include <exception>
-#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -67,72 +65,30 @@ std::vector<Distribution> MembersOf(const Family& family, ExactNumbers& numbers)
 }
 
 // The results at a probability and at its quantile.
-class PointResults {
-public:
-    PointResults(Recording& recording, const Family& family, const Distribution& member)
-        : recording_(recording), member_(member), isDiscrete_(family.kind == Kind::Discrete) {
-        const double low = Record(member_.quantile, 0.25);
-        const double high = Record(member_.quantile, 0.75);
-        scale_ = std::max(std::abs(low), std::abs(high));
-    }
-
-    void Record(double p) {
-        const double x = Quantile(p);
-        if (!std::isfinite(x)) return;
-        Record(member_.pdf, x);
-        const double lower = Record(member_.lower, x);
-        Record(member_.upper, x);
-        // Exactly at a step the last digit of the tail decides.
-        if (isDiscrete_ && lower > 0 && lower < 1) Quantile(lower);
-    }
-
-private:
-    Quantity At(const Applied& function, double x) const {
-        std::ostringstream where;
-        where.precision(17);
-        where << function.Name() << ", x = " << x;
-        return {function.function->name, where.str(), ScaleOf(function)};
-    }
-    // A quantile near 0 is a difference of larger numbers; so is the root of the equation that has Tukey's
-    // tails as solutions, with powers of p and 1 - p.
-    double ScaleOf(const Applied& function) const {
-        if (&function == &member_.quantile) return scale_;
-        return function.function->name == "LambdaCdf" ? 1 : 0;
-    }
-    double Record(const Applied& function, double x) {
-        return recording_.Value(At(function, x), ResultOf([&] { return function(x); }));
-    }
-    double Quantile(double p) {
-        if (!isDiscrete_) return Record(member_.quantile, p);
-        const auto isTie = [this, p](double k) { return std::abs(member_.lower(k) - p) <= 1e-12 * p; };
-        return recording_.Whole(At(member_.quantile, p), ResultOf([&] { return member_.quantile(p); }),
-                                isTie);
-    }
-    Recording& recording_;
-    const Distribution& member_;
-    bool isDiscrete_;
-    double scale_ = 0;
-};
+void RecordAt(Recording& recording, const Distribution& member, bool isDiscrete, double p) {
+    const auto record = [&recording](const Applied& function, double x) {
+        const double result = ResultOf([&] { return function(x); });
+        recording.Add(function.function->name, result);
+        return result;
+    };
+    const double x = record(member.quantile, p);
+    if (!std::isfinite(x)) return;
+    record(member.pdf, x);
+    const double lower = record(member.lower, x);
+    record(member.upper, x);
+    // Exactly at a step the last digit of the tail decides.
+    if (isDiscrete && lower > 0 && lower < 1) record(member.quantile, lower);
+}
 
 // The quantiles by the upper tail, at probabilities of all sizes.
-void RecordUpperQuantiles(Recording& recording, const Family& family, const Distribution& member,
-                          ExactNumbers& numbers) {
+void RecordUpperQuantiles(Recording& recording, const Distribution& member, ExactNumbers& numbers) {
     constexpr int kTails = 16;
     constexpr int kSmallest = 900;  // an exponent of 2
-    const auto quantile = [&](double p) { return ResultOf([&] { return member.upperQuantile(p); }); };
-    const double scale = std::max(std::abs(quantile(0.25)), std::abs(quantile(0.75)));
     for (int i = 0; i < kTails; ++i) {
         double p = numbers.Probability();
         if (i % 2 != 0) p = std::ldexp(p, -numbers.Below(kSmallest));
-        std::ostringstream where;
-        where.precision(17);
-        where << member.upperQuantile.Name() << ", p = " << p;
-        const Quantity at{family.name + "InvCdfUpper", where.str(), scale};
-        const auto isTie = [&](double k) { return std::abs(member.upper(k + 1) - p) <= 1e-12 * p; };
-        if (family.kind == Kind::Discrete)
-            recording.Whole(at, quantile(p), isTie);
-        else
-            recording.Value(at, quantile(p));
+        recording.Add(member.upperQuantile.function->name + "Upper",
+                      ResultOf([&] { return member.upperQuantile(p); }));
     }
 }
 
@@ -140,8 +96,6 @@ void RecordUpperQuantiles(Recording& recording, const Family& family, const Dist
 void RecordStatistic(Recording& recording, const Statistic& statistic, ExactNumbers& numbers) {
     for (int call = 0; call < kCalls; ++call) {
         std::vector<double> arguments = statistic.arguments;
-        std::ostringstream where;
-        where.precision(17);
         for (std::size_t i = 0; i < arguments.size(); ++i) {
             const double factor = 0.5 + numbers.Fraction();
             switch (statistic.function.types[i]) {
@@ -158,10 +112,8 @@ void RecordStatistic(Recording& recording, const Statistic& statistic, ExactNumb
                     arguments[i] = numbers.Below(3) - 1;
                     break;
             }
-            where << arguments[i] << " ";
         }
-        recording.Value({statistic.function.name, where.str()},
-                        ResultOf([&] { return statistic.function.call(arguments); }));
+        recording.Add(statistic.function.name, ResultOf([&] { return statistic.function.call(arguments); }));
     }
 }
 
@@ -172,8 +124,7 @@ void RecordManyTrials(Recording& recording, ExactNumbers& numbers) {
         const double prob = numbers.Fraction();
         const double sds = numbers.Real(-4, 2);
         const double r = std::floor(trials * prob + sds * std::sqrt(trials * prob * (1 - prob)));
-        recording.Value({"NegBinomialPdf", "many trials"},
-                        ResultOf([&] { return NegBinomialPdf(trials, prob, r); }));
+        recording.Add("NegBinomialPdf", ResultOf([&] { return NegBinomialPdf(trials, prob, r); }));
     }
 }
 
@@ -183,9 +134,8 @@ void RecordDistributions(Recording& recording, unsigned seed) {
     ExactNumbers numbers(seed);
     for (const Family& family : Families()) {
         for (const Distribution& member : MembersOf(family, numbers)) {
-            PointResults results(recording, family, member);
             for (int i = 0; i < kPoints; ++i)
-                results.Record(numbers.Probability());
+                RecordAt(recording, member, family.kind == Kind::Discrete, numbers.Probability());
         }
     }
     RecordManyTrials(recording, numbers);
@@ -194,7 +144,7 @@ void RecordDistributions(Recording& recording, unsigned seed) {
     for (const Family& family : Families()) {
         if (!family.tailInvCdf.call) continue;
         for (const Distribution& member : MembersOf(family, numbers))
-            RecordUpperQuantiles(recording, family, member, numbers);
+            RecordUpperQuantiles(recording, member, numbers);
     }
 }
 

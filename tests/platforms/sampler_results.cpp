@@ -12,19 +12,14 @@ namespace {
 constexpr unsigned kRuns = 12;
 constexpr unsigned kDeviates = 40;
 
-// The deviates are numbers of about 1, and are judged as such when a sum of terms brings them near 0. A
-// method by rejection asks for more uniforms, and all that follows differs, once a decision does: the state
-// after each run tells. The next run begins at its own seed.
 void RecordSlot(Recording& recording, const std::string& slot, const Parameters& parameters) {
     std::vector<double> out(kDeviates);
     const SamplerPtr sampler = MakeSampler(1);
     for (unsigned run = 1; run <= kRuns; ++run) {
-        const std::string where = "run " + std::to_string(run) + ", deviate ";
         sampler->Reseed(run * 1e9);
         Slots().at(slot).draw(*sampler, out.data(), kDeviates, parameters);
-        for (unsigned i = 0; i < kDeviates; ++i)
-            recording.Value({"Sample" + slot, where + std::to_string(i), 1}, out[i]);
-        recording.Value({"States", slot}, sampler->GetSeed());
+        recording.Add("Sample" + slot, out);
+        recording.Add("States", sampler->GetSeed());
     }
 }
 
@@ -35,8 +30,7 @@ void RecordRows(Recording& recording) {
     std::vector<double> out(std::size_t{kDeviates} * kDimension);
     const SamplerPtr sampler = MakeSampler(1);
     sampler->SampleMVNormal(out.data(), kDeviates, kDimension, mean, covariance);
-    for (const double x : out)
-        recording.Value({"SampleMVNormal", "a row", 1}, x);
+    recording.Add("SampleMVNormal", out);
 }
 
 }  // namespace
@@ -49,8 +43,7 @@ void RecordSamplers(Recording& recording) {
     RecordRows(recording);
     std::vector<double> stream(4000);
     Slots().at("Uniform").draw(*MakeSampler(5), stream.data(), 4000, Parameters{0, 1});
-    for (std::size_t i = 0; i < stream.size(); ++i)
-        recording.Value({"UniformStream", std::to_string(i)}, stream[i]);
+    recording.Add("UniformStream", stream);
 }
 
 }  // namespace zul::test

@@ -30,12 +30,10 @@ public:
         const auto [level, type, alternative, flag] = DrawOptions();
         v0::OneSampleT t;
         const std::vector<double> data = Sample(&t.n);
-        Record("OneSampleT", t, 7, v0::RunOneSampleT(&t, data.data(), level, type, alternative, kCentre),
-               kCentre);
+        Record("OneSampleT", t, 7, v0::RunOneSampleT(&t, data.data(), level, type, alternative, kCentre));
         v0::OneSampleZ z;
         z.n = t.n;
-        Record("OneSampleZ", z, 7, v0::RunOneSampleZ(&z, data.data(), 5, level, type, alternative, kCentre),
-               kCentre);
+        Record("OneSampleZ", z, 7, v0::RunOneSampleZ(&z, data.data(), 5, level, type, alternative, kCentre));
         v0::OneVariance variance;
         variance.n = t.n;
         Record("OneVariance", variance, 9,
@@ -53,12 +51,11 @@ public:
         const std::vector<double> first = Sample(&two.n1);
         const std::vector<double> second = Sample(&two.n2);
         Record("TwoSampleT", two, 13,
-               v0::RunTwoSampleT(&two, first.data(), second.data(), flag, level, type, alternative, 1),
-               kCentre);
+               v0::RunTwoSampleT(&two, first.data(), second.data(), flag, level, type, alternative, 1));
         v0::PairedT paired;
         paired.n = std::min(two.n1, two.n2);
         Record("PairedT", paired, 13,
-               v0::RunPairedT(&paired, first.data(), second.data(), level, type, alternative, 1), kCentre);
+               v0::RunPairedT(&paired, first.data(), second.data(), level, type, alternative, 1));
     }
 
     void OneProportion() {
@@ -134,24 +131,17 @@ private:
         *n = 3 + Below(40);
         return numbers_.Data(*n, kCentre, 1 + numbers_.Below(6));
     }
-    void Record(const std::string& group, int status, const std::vector<double>& values, double scale = 0) {
-        ++calls_;
-        recording_.Value({"Statuses", group + " of call " + std::to_string(calls_)}, status);
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            const std::string where = "call " + std::to_string(calls_) + ", field " + std::to_string(i);
-            recording_.Value({group, where, i + 1 < values.size() ? scale : 0}, values[i]);
-        }
+    void Record(const std::string& group, int status, const std::vector<double>& values) {
+        recording_.Add("Statuses", status);
+        recording_.Add(group, values);
     }
-    // A bound of values around kCentre is a difference, which may be near 0; not so the p-value, which is
-    // last. The record is written by the time that it is read: it comes by reference.
+    // The record is written by the time that it is read: it comes by reference.
     template <typename Test>
-    void Record(const std::string& group, const Test& record, std::size_t fields, int status,
-                double scale = 0) {
-        Record(group, status, Doubles(record, fields), scale);
+    void Record(const std::string& group, const Test& record, std::size_t fields, int status) {
+        Record(group, status, Doubles(record, fields));
     }
     Recording& recording_;
     ExactNumbers numbers_;
-    int calls_ = 0;
 };
 
 }  // namespace

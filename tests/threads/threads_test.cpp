@@ -36,8 +36,8 @@ Work Recorder(Record record) {
         test::Recording recording;
         record(recording, seed);
         Results r;
-        for (const test::Recorded& recorded : recording.Table())
-            r.push_back(recorded.value);
+        for (const test::Result& result : recording.Table())
+            r.push_back(result.value);
         return r;
     };
 }
