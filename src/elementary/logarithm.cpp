@@ -12,7 +12,7 @@ double SpecialLog(double x) {
     if ((bits & ~kSignBit) == 0) return PoleResult(true);
     if (bits & kSignBit) return InvalidResult();
     if (bits == kInfinityBits) return x;
-    return SumLog(SplitLog<Argument::OneDouble>(NormalizedBits(x), 0.0));
+    return LogOfBits<double>(NormalizedBits(x));
 }
 
 double SpecialLog1p(double x) {

@@ -15,7 +15,7 @@
 //     };
 //
 // The frame is not an object with a destructor: an exception leaves it entered, deliberately, so that a host
-// finds the state in which the trap arose. The work goes through a volatile function pointer, since
+// finds the state in which the trap arose. The work goes through a function pointer unknown to the compiler, since
 // compilers assume that arithmetic neither traps nor depends on the control register and would move it
 // across the two ends of the frame.
 #pragma once
@@ -49,9 +49,8 @@ inline double NaToNaN(double result) {
 // One call of any function.
 template <typename Result, typename... Types>
 Result InFrame(Result (*function)(Types...), std::type_identity_t<Types>... arguments) {
-    Result (*volatile call)(Types...) = function;
     EnterTrappingMode();
-    const Result result = call(arguments...);
+    const Result result = Unknown(function)(arguments...);
     EnterDefaultMode();
     return result;
 }
@@ -86,10 +85,8 @@ double Framed(double x, Types... parameters) {
 template <typename Kernel, typename... Types>
 requires KernelOf<Kernel, Types...>
 void FramedEach(double* out, const double* in, std::size_t count, Types... parameters) {
-    void (*volatile call)(double*, const double*, std::size_t, Types...) =
-        &BuildAndApplyEach<Kernel, Types...>;
     EnterTrappingMode();
-    call(out, in, count, parameters...);
+    Unknown (&BuildAndApplyEach<Kernel, Types...>)(out, in, count, parameters...);
     EnterDefaultMode();
 }
 

@@ -24,6 +24,29 @@ inline void SetControl(unsigned control) {
     _mm_setcsr(control);
 }
 
+// Of a constant, which the processor has at hand: the intrinsic would store it first and wait for the store.
+template <unsigned kControl>
+inline void LoadControl() {
+#if defined(__GNUC__)
+    static constexpr unsigned kInMemory = kControl;
+    __asm__ volatile("ldmxcsr %0" : : "m"(kInMemory) : "memory");
+#else
+    SetControl(kControl);
+#endif
+}
+
+// The function by a pointer of which the compiler knows nothing: it must not move the call across the ends of a frame.
+template <typename Function>
+inline Function* Unknown(Function* function) {
+#if defined(__GNUC__)
+    __asm__ volatile("" : "+r"(function));
+    return function;
+#else
+    Function* volatile unknown = function;
+    return unknown;
+#endif
+}
+
 inline bool RoundsToNearest() {
     constexpr unsigned kDirection = 0x6000;
     return (GetControl() & kDirection) == 0;
@@ -52,12 +75,12 @@ inline void ResetX87Control() {
 // One write of the whole register clears the flags and sets masks and rounding together; a
 // read-modify-write costs two thirds more and the functions of <fenv.h> ten times as much.
 inline void EnterTrappingMode() {
-    SetControl(kTrappingControl);
+    LoadControl<kTrappingControl>();
 }
 
 inline void EnterDefaultMode() {
-    SetControl(kDefaultControl);
     ResetX87Control();  // fegetround and fegetexcept read it
+    LoadControl<kDefaultControl>();
 }
 
 // From now on a trap on the calling thread becomes an exception (RaiseTrap in errors.h). The process-wide handler is

@@ -9,15 +9,14 @@
 namespace zul::elementary {
 namespace {
 
+// Of a reduced argument r + rest, high + low is the logarithm less log(1 + r + rest) - r - rest.
 template <class D>
-struct LogParts {  // high + low - (r + rest)^2 / 2 + ...; high + low has r + rest in it
+struct LogParts {
     D high;
     D low;
     D r;
     D rest;
 };
-
-enum class Argument { OneDouble, TwoDoubles };
 
 // The upper 12 bits as a signed number: of vectors, which cannot convert such, by the digits of 2^52 and more.
 template <class D>
@@ -30,47 +29,68 @@ ZUL_INLINE D WholeExponent(BitsOf<D> bits) {
     }
 }
 
-// Of 2^k z, given by the bits of a normal positive number (of z with k in the place of its exponent, which may be
-// outside a double's), plus a low part of the argument.
-template <Argument kArgument, class D>
-ZUL_INLINE LogParts<D> SplitLog(BitsOf<D> bits, D low) {
+// The cell of a number 2^k z.
+template <class D>
+struct LogCell {
+    D upper;  // r, exactly upper + lower
+    D lower;
+    D inverse;
+    D scale;  // 2^-k
+    D tabled;
+    D tabledRest;
+};
+
+// By the bits of a normal positive number (of z with k in the place of its exponent, which may be outside a double's).
+template <class D>
+ZUL_INLINE LogCell<D> FindLogCell(BitsOf<D> bits) {
     constexpr std::uint64_t kExponent = 0xFFF0000000000000;
     constexpr std::uint64_t kUpper32 = 0xFFFFFFFFFFE00000;
     const BitsOf<D> fromFirst = bits - std::uint64_t{kLogFirst};
     const BitsOf<D> i = (fromFirst >> 45) & 127;
-    const D k = WholeExponent<D>(fromFirst);
     const BitsOf<D> exponent = fromFirst & kExponent;
     const D z = FromBits<D>(bits - exponent);
     const D upperZ = FromBits<D>((bits - exponent) & kUpper32);
     const D inverse = Gather<D, kLogStride>(kLogCells, i);
-    const D upper = upperZ * inverse - 1.0;
-    const D lower = (z - upperZ) * inverse;
-    D r = upper + lower;
-    D rest = (upper - r) + lower;
-    if constexpr (kArgument == Argument::TwoDoubles) {
-        const D more = low * FromBits<D>(Bits(1.0) - exponent) * inverse;
-        const D sum = r + more;
-        rest = (r - sum) + more + rest;
-        r = sum;
-    }
-    const D tabled = k * kLogTwoHigh + Gather<D, kLogStride>(kLogCells + 1, i);
-    const D high = tabled + r;
-    return {high, (tabled - high) + r + rest + (k * kLogTwoLow + Gather<D, kLogStride>(kLogCells + 2, i)), r,
-            rest};
+    const Two<D> tabled =
+        AlongLines<D>({Gather<D, kLogStride>(kLogCells + 1, i), Gather<D, kLogStride>(kLogCells + 2, i)},
+                      {kLogTwoHigh, kLogTwoLow}, WholeExponent<D>(fromFirst));
+    return {upperZ * inverse - 1.0, (z - upperZ) * inverse, inverse, FromBits<D>(Bits(1.0) - exponent),
+            tabled.first,           tabled.second};
 }
 
-// log(1 + r) - r + r^2 / 2
+template <class D>
+ZUL_INLINE LogParts<D> SplitLog(BitsOf<D> bits) {
+    const LogCell<D> cell = FindLogCell<D>(bits);
+    const D r = cell.upper + cell.lower;
+    const D rest = (cell.upper - r) + cell.lower;
+    const D high = cell.tabled + r;
+    return {high, ((cell.tabled - high) + r) + (rest + cell.tabledRest), r, rest};
+}
+
+// Of the number plus a low part.
+template <class D>
+ZUL_INLINE LogParts<D> SplitLogOfTwo(BitsOf<D> bits, D low) {
+    const LogCell<D> cell = FindLogCell<D>(bits);
+    const D one = cell.upper + cell.lower;
+    const D more = low * cell.scale * cell.inverse;
+    const D r = one + more;
+    const D rest = (one - r) + more + ((cell.upper - one) + cell.lower);
+    const D high = cell.tabled + r;
+    return {high, ((cell.tabled - high) + r) + (rest + cell.tabledRest), r, rest};
+}
+
+// log(1 + r) - r, by sums of which few wait for others.
 template <class D>
 ZUL_INLINE D LogSeries(D r) {
     const D r2 = r * r;
-    return r2 * r *
-           ((kLogSeries[0] + r * kLogSeries[1]) +
-            r2 * ((kLogSeries[2] + r * kLogSeries[3]) + r2 * kLogSeries[4]));
+    const Two<D> lines =
+        AlongLines<D>({Splat<D>(kLogSeries[1]), Splat<D>(kLogSeries[3])}, {kLogSeries[2], kLogSeries[4]}, r);
+    return r2 * (((kLogSeries[0] * r - 0.5) + r2 * lines.first) + (r2 * r2) * lines.second);
 }
 
 template <class D>
 ZUL_INLINE D SumLog(const LogParts<D>& parts) {
-    return parts.high + (parts.low - 0.5 * (parts.r * parts.r) + LogSeries(parts.r));
+    return parts.high + (parts.low + LogSeries(parts.r));
 }
 
 // Not a normal positive number.
@@ -86,8 +106,17 @@ inline std::uint64_t NormalizedBits(double x) {
 }
 
 template <class D>
+ZUL_INLINE D LogOfBits(BitsOf<D> bits) {
+    const LogCell<D> cell = FindLogCell<D>(bits);
+    const D r = cell.upper + cell.lower;
+    const D high = cell.tabled + r;
+    const D low = ((cell.tabled - high) + cell.upper) + (cell.lower + cell.tabledRest);
+    return high + (low + LogSeries(r));
+}
+
+template <class D>
 ZUL_INLINE D CoreLog(D x) {
-    return SumLog(SplitLog<Argument::OneDouble>(Bits(x), D{}));
+    return LogOfBits<D>(Bits(x));
 }
 
 // Not in (-1, 2^1000).
@@ -110,7 +139,7 @@ ZUL_INLINE D CoreLog1p(D x) {
     const D sum = 1.0 + x;
     const D added = sum - 1.0;
     const D lost = (1.0 - (sum - added)) + (x - added);
-    return WithSignOf(Absolute(SumLog(SplitLog<Argument::TwoDoubles>(Bits(sum), lost))), x);
+    return WithSignOf(Absolute(SumLog(SplitLogOfTwo(Bits(sum), lost))), x);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ ZUL_INLINE D LogSeriesOfTwo(D r) {
 // y log(x), the upper part of 52 bits, x by its bits as in SplitLog, |y| below 2^64.
 template <class D>
 ZUL_INLINE TwoDoubles<D> LogOfPower(BitsOf<D> x, D y) {
-    const LogParts<D> parts = SplitLog<Argument::OneDouble>(x, D{});
+    const LogParts<D> parts = SplitLog<D>(x);
     const D r = parts.r;
     const D upperR = UpperHalf(r);
     const D square = -0.5 * (upperR * upperR);

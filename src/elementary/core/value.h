@@ -81,6 +81,25 @@ ZUL_INLINE D Absolute(D x) {
     return FromBits<D>(AbsoluteBits(x));
 }
 
+template <class D>
+struct Two {
+    D first;
+    D second;
+};
+
+// starts + slopes x of two lines: for a double both at once, as lanes of one vector.
+template <class D>
+ZUL_INLINE Two<D> AlongLines(Two<D> starts, Two<double> slopes, D x) {
+#if defined(__GNUC__)
+    if constexpr (kLanesOf<D> == 1) {
+        using Both = double __attribute__((vector_size(16)));
+        const Both lines = Both{starts.first, starts.second} + Both{slopes.first, slopes.second} * Both{x, x};
+        return {lines[0], lines[1]};
+    }
+#endif
+    return {starts.first + slopes.first * x, starts.second + slopes.second * x};
+}
+
 // x, which is not negative, with the sign of another number.
 template <class D>
 ZUL_INLINE D WithSignOf(D x, D other) {
