@@ -29,7 +29,8 @@ double LastPlaces(double computed, double recorded, double scale) {
 
 // Sums, products, quotients and square roots alone, or whole numbers: not a bit.
 constexpr const char* kExact =
-    "BinomialInvCdf Correlations Discrete Distances GeometricInvCdf HypergeometricInvCdf IntegerUniform "
+    "BinomialInvCdf Correlations Discrete Distances GeometricInvCdf GetStudentized HypergeometricInvCdf "
+    "IntegerUniform "
     "Joins NegBinomialInvCdf OrderStatistics PoissonInvCdf SampleBernoulli SampleBinomial SampleDiscrete "
     "SampleHypergeometric SampleIndices SampleIntegerUniform SampleNegBinomial SamplePoisson "
     "SampleTriangular SampleUniform Skewness States Statuses Sums Triangular Uniform ";
