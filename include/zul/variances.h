@@ -139,7 +139,8 @@ ZUL_API int RunTwoVariance(TwoVariance* record, double confidence, IntervalType 
 /// @param simultaneousUpper out: groups values, the upper bounds
 /// @param comparisonLower out: groups values, lower ends of intervals that do not overlap where two groups differ:
 /// Y. Hochberg, G. Weiss and S. Hart, On graphical procedures for multiple comparisons, 1982, with the errors of
-/// Bonett's method; for two groups it is exact, for more an approximation
+/// Bonett's method; for two groups exact, for
+/// more an approximation, in the wrong order where the errors of the pairs differ as much as no single errors can
 /// @param comparisonUpper out: groups values, the upper ends
 /// @return a status, not 30002
 ZUL_API int RunVariancesTest(VariancesTest* record, const double* data, const unsigned* sizes,

@@ -111,11 +111,12 @@ void NormalRange::FillSeries(const Tails& tails) {
 void NormalRange::FillWeights(const Tails& tails) {
     const std::size_t zero = At(0, kLeastMaximum);
     const std::size_t n = At(kGreatestMaximum * perUnit_, kLeastMaximum) + 1;
-    std::array<double, kMaxima> logs{};
+    const std::size_t farthest = At(0, kLeast);
+    std::array<double, kMaxima> logs;
     for (std::size_t i = 0; i < n; ++i) {
         const bool below = i < zero;
         const std::size_t distance = below ? zero - i : i - zero;
-        const double tail = distance < kTails ? tails[distance] : 0;
+        const double tail = distance <= farthest ? tails[distance] : 0;
         logs[i] = below ? tail : -tail;
         reciprocals_[i] = 1 / (below ? tail : 1 - tail);
     }

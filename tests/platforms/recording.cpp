@@ -45,7 +45,7 @@ constexpr double kSearched = 4096;
 constexpr double kSearchedInT = 0x1p18;
 constexpr const char* kOthers =
     "AndersonDarling Beta Binomial ChiSq F Gamma Hypergeometric Lambda NegBinomial OneProportion "
-    "OneSampleT OneVariance PairedT Poisson SampleT T ";
+    "OneSampleT OneVariance PairedT Poisson SampleT SeveralVariances T TwoVariance ";
 
 bool IsAmong(std::string_view group, const char* prefixes) {
     std::istringstream words(prefixes);

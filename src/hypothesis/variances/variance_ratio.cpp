@@ -59,8 +59,8 @@ double Root(double a, double b, numerics::CmRealFunction* f) {
     return root == kNA ? kQuietNaN : root;
 }
 
-// The lower bound: e to the root nearest to where the error would be 0.
-double LowerBound(const VarianceRatio& ratio, double z) {
+// The logarithm of the lower bound: the root nearest to where the error would be 0.
+double LogLowerBound(const VarianceRatio& ratio, double z) {
     constexpr double kStep = 1.0 / 64;
     constexpr int kEvenSteps = 64;
     constexpr int kMostSteps = 100;
@@ -70,12 +70,12 @@ double LowerBound(const VarianceRatio& ratio, double z) {
         return kQuietNaN;
     CmScaledRatioLCLFunc h(ratio, z);
     double a = h.Start();
-    if (z == 0) return elementary::Exp(a);
+    if (z == 0) return a;
     double step = z > 0 ? -kStep : kStep;
     for (int i = 0; i < kMostSteps; ++i) {
         const double b = a + step;
         const double hb = h.Evaluate(b);
-        if (z > 0 ? hb >= 0 : hb <= 0) return elementary::Exp(Root(a, b, &h));
+        if (z > 0 ? hb >= 0 : hb <= 0) return Root(a, b, &h);
         a = b;
         if (i >= kEvenSteps) step *= 2;
     }
@@ -143,8 +143,9 @@ void RatioBounds(const VarianceRatio& ratio, double confidence, IntervalType typ
                  double* upper) {
     const double z = reference::NormalQuantile(UpperLevel(confidence, type));
     SetBounds(
-        type, 0, std::numeric_limits<double>::infinity(), [&] { return LowerBound(ratio, z); },
-        [&] { return 1 / LowerBound(ratio.Swapped(), z); }, lower, upper);
+        type, 0, std::numeric_limits<double>::infinity(),
+        [&] { return elementary::Exp(LogLowerBound(ratio, z)); },
+        [&] { return elementary::Exp(-LogLowerBound(ratio.Swapped(), z)); }, lower, upper);
 }
 
 double RatioPValue(const VarianceRatio& ratio, double ratio0, Side side) {
