@@ -22,6 +22,7 @@
 #include "sample.h"
 #include "table_test.h"
 #include "text.h"
+#include "variance_comparisons.h"
 #include "variance_test.h"
 
 namespace {
@@ -118,6 +119,7 @@ int Run(int argc, char** argv) {
     analyze::AddMeanTests(app);
     analyze::AddProportionTests(app);
     analyze::AddVarianceTest(app);
+    analyze::AddVarianceComparisons(app);
     analyze::AddRunsTest(app);
     analyze::AddFitTests(app);
     analyze::AddTableTest(app);

@@ -40,6 +40,10 @@ double ChiSqQuantile(double p, double df) {
     return std::isfinite(p) && df > 0 ? ChiSqInvCdf(p, df, 0) : kQuietNaN;
 }
 
+double FQuantile(double p, double df1, double df2) {
+    return p > 0 && p < 1 && df1 > 0 && df2 > 0 ? FInvCdf(p, df1, df2, 0) : kQuietNaN;
+}
+
 double BetaQuantile(double p, double a, double b) {
     if (AnyNaN(a, b) || !IsProbability(p)) return kQuietNaN;
     if (a == 0) return 0;
@@ -63,6 +67,11 @@ double TPValue(double t, double df, Side side) {
 double ChiSqPValue(double x, double df, Side side) {
     if (std::isnan(x) || !(df > 0)) return kQuietNaN;
     return frame::FramedCall(&kernels::ChiSqPValue, x, df, side);
+}
+
+double FPValue(double x, double df1, double df2, Side side) {
+    if (!std::isfinite(x) || !(df1 > 0 && df2 > 0)) return kQuietNaN;
+    return frame::FramedCall(&kernels::FPValue, x, df1, df2, side);
 }
 
 double NormalLowerTail(double z) {

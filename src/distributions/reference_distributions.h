@@ -14,6 +14,8 @@ double NormalQuantile(double p);
 double TQuantile(double p, double df);
 // p = 0: 0.
 double ChiSqQuantile(double p, double df);
+// p outside (0, 1): NaN.
+double FQuantile(double p, double df1, double df2);
 // p = 0: 0; p = 1: 1. A zero shape puts all probability at its end: 0 for a = 0, 1 for b = 0.
 double BetaQuantile(double p, double a, double b);
 
@@ -23,6 +25,8 @@ double NormalPValue(double z, Side side);
 // df infinite: the normal tail.
 double TPValue(double t, double df, Side side);
 double ChiSqPValue(double x, double df, Side side);
+// x infinite: NaN.
+double FPValue(double x, double df1, double df2, Side side);
 
 // P(Z <= z).
 double NormalLowerTail(double z);

@@ -1,6 +1,7 @@
 #include "zul/hypothesis.h"
 
 #include "allocations/calls.h"
+#include "zul/variances.h"
 
 namespace zul::test {
 namespace {
@@ -38,11 +39,39 @@ AllocatingCall Variance(const char* pattern, Form... form) {
     });
 }
 
+template <typename... Form>
+AllocatingCall Variances(Form... form) {
+    return Filling("RunTwoVariance", "nnnnnnnnnnnnnn", [=](double* out) {
+        TwoVariance record;
+        record.n1 = record.n2 = kCount;
+        return WithRecord<14>(record, out, [=](TwoVariance* r) {
+            return RunTwoVariance(r, kFirst, kSecond, kConfidence, kType, form...);
+        });
+    });
+}
+
+AllocatingCall SeveralVariances() {
+    return Filling("RunVariancesTest", "nnnnnnnnnnnnn", [](double* out) {
+        static constexpr unsigned kSizes[] = {3, 4};
+        VariancesTest record;
+        record.groups = 2;
+        return WithRecord<9>(record, out, [out](VariancesTest* r) {
+            return RunVariancesTest(r, kFirst, kSizes, kConfidence, out + 9, nullptr, nullptr, nullptr,
+                                    out + 11);
+        });
+    });
+}
+
 }  // namespace
 
 std::vector<AllocatingCall> AllocatingHypothesis() {
-    return {Paired(), Paired(kAlternative, 0.5), Variance("+++nnnnnn"),
-            Variance("+++nn+++n", kAlternative, 2.0)};
+    return {Paired(),
+            Paired(kAlternative, 0.5),
+            Variance("+++nnnnnn"),
+            Variance("+++nn+++n", kAlternative, 2.0),
+            Variances(),
+            Variances(kAlternative, 2.0),
+            SeveralVariances()};
 }
 
 }  // namespace zul::test

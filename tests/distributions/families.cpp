@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "zul/distributions.h"
+#include "zul/multiple_comparison.h"
 
 namespace zul::test {
 namespace {
@@ -254,6 +255,11 @@ std::vector<Statistic> AllStatistics() {
         {Scalar("TCritValue", TCritValue), {0.05, 7, 0, 3}},
         {Scalar("TSidakCritValue", TSidakCritValue), {0.05, 7, 0, 3}},
         {Scalar("Psi", v2::Psi), {2.5}},
+        {Scalar("GetStudentizedRangePValue", GetStudentizedRangePValue), {3.5, 5, 12}},
+        {Scalar("GetStudentizedRangeCritValue", GetStudentizedRangeCritValue), {0.05, 5, 12}},
+        {Scalar("GetStudentizedMaximumModulusPValue", GetStudentizedMaximumModulusPValue), {2.5, 5, 12}},
+        {Scalar("GetStudentizedMaximumModulusCritValue", GetStudentizedMaximumModulusCritValue),
+         {0.05, 5, 12}},
     };
 }
 
@@ -337,7 +343,7 @@ const Function& FunctionOf(const std::string& name, std::size_t arguments) {
 }
 
 std::vector<std::string> ReferenceTables() {
-    std::vector<std::string> tables = {"pvalues", "critvalues", "psi", "upper_quantiles"};
+    std::vector<std::string> tables = {"pvalues", "critvalues", "psi", "multiple_range", "upper_quantiles"};
     for (const Family& family : Families())
         if (family.name != "Discrete") tables.push_back(family.name);  // its user has the table
     return tables;

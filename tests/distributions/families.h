@@ -115,7 +115,7 @@ struct Statistic {
     std::vector<double> arguments;
 };
 
-// The p-values, the critical values and digamma.
+// The p-values, the critical values, digamma, the studentized range and modulus.
 const std::vector<Statistic>& Statistics();
 
 // Every exported function by its name; for an inverse with a flag the number of its arguments tells.

@@ -30,6 +30,7 @@ Recording RecordAll() {
     RecordBoxplots(recording, 20240305);
     RecordSamplers(recording);
     RecordClustering(recording, 20240304);
+    RecordVariances(recording, 20240306);
     return recording;
 }
 

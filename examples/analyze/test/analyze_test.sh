@@ -107,6 +107,17 @@ reports "${both[@]}" --continuity -- ' from +-0\.58192329$' ' z +-0\.960150$'
 reports "${both[@]}" --agresti-caffo -- ' from +-0\.48066475$'
 reports variance "$cars" --column mpg --variance 36 -- ' from +23\.346529$' ' to +64\.203431$' \
     ' chi-square +31\.2791$' ' p +0\.904428$' ' from +22\.500949$' ' to +66\.540801$'
+# var.test, bartlett.test, and the analysis of variance of the distances from the medians.
+yields=(two-variances "$plants" --column weight --by group)
+reports "${yields[@]}" --groups ctrl,trt1 -- ' ratio +0\.53974307$' ' from +0\.13406454$' ' to +2\.1730025$' \
+    ' p +0\.371896$' ' F +0\.620263$' ' p +0\.441198$'
+reports "${yields[@]}" --groups trt1,ctrl --ratio 2 --alternative greater -- ' H0: ratio = 2$' ' F +0\.926367$'
+refuses 'needs two values or more' "${yields[@]:0:4}" --by weight --groups 4.17,5.58
+sprays=(variances "$2/insectsprays.csv" --column count --by spray)
+reports "${sprays[@]}" -- ' chi-square +25\.9598$' ' p +9\.08512e-05$' ' F +3\.82136$' ' p +0\.00422279$' \
+    '^  E +12 +1\.7320508 ' '^  E +\(-+\+-+\) +$'
+refuses 'all values of a sample are equal' variances "$cars" --column am --by am
+refuses "column 'gear' has a single group" variances <(printf 'x,gear\n1,4\n2,4\n') --column x --by gear
 reports runs "$light" --column x -- ' K, the mean +299\.8524$' ' runs +28$' ' expected runs +50\.500000$' ' p +4\.89922e-06$'
 reports fit "$cars" --column mpg -- 'normal +mean 20\.0906, sd 6\.02695 +0\.579681 +p = 0\.120737$' ' p < 0\.0025$' \
     'Weibull +shape 3\.57945, scale 22\.2875 +0\.627318 +p = 0\.0947927$'

@@ -1,0 +1,140 @@
+// Two and several variances, and the studentized range and modulus beneath them: statuses, bounds in order, p-values in
+// [0, 1], nothing left of what the record held, critical values that have their level.
+#include "zul/variances.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+#include "fuzz/hypothesis/parts.h"
+#include "zul/multiple_comparison.h"
+
+namespace zul::fuzz {
+namespace {
+
+using v0::TwoVariance;
+using v0::VariancesTest;
+
+template <typename Record>
+void FillDoubles(Record* record, unsigned count) {
+    for (unsigned i = 0; i < count; ++i)
+        std::memcpy(reinterpret_cast<char*>(record) + i * sizeof kUnwritten, &kUnwritten, sizeof kUnwritten);
+}
+
+bool IsStatus(int status) {
+    return status == 0 || status == 30000 || status == 30002 || status == 30007;
+}
+
+template <typename Where>
+void ExpectSoundPair(const TwoVariance& r, const Where& where, double confidence) {
+    for (const double p : {r.fPValue, r.bonettPValue, r.levenePValue})
+        Expect(IsWritten(p) && IsProbability(p), where, "p-value outside [0, 1]");
+    for (const double x :
+         {r.ratio, r.fStatistic, r.leveneStatistic, r.degreesOfFreedom1, r.degreesOfFreedom2})
+        Expect(IsWritten(x), where, "a field of before");
+    if (confidence >= 0.5 && confidence < 1)
+        Expect(!(r.fLowerBound > r.fUpperBound || r.bonettLowerBound > r.bonettUpperBound * (1 + 1e-12)),
+               where, "the bounds are not in order");
+}
+
+void TwoSamples(Input& input) {
+    const Settings s(input);
+    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data y = Values(input, input.Choice(kMaxCount + 1));
+    TwoVariance r;
+    FillDoubles(&r, 14);
+    const bool withData = input.Byte() < 200;
+    r.n1 = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
+    r.n2 = withData ? static_cast<unsigned>(y.size()) : Counts(input).n;
+    if (!withData) {
+        r.variance1 = AnyReal(input);
+        r.variance2 = AnyReal(input);
+    }
+    const auto name = [&] {
+        return Call("RunTwoVariance", withData, r.n1, r.n2, r.variance1, r.variance2, s.confidence,
+                    s.hypothesised);
+    };
+    TwoVariance plain = r;
+    const auto run = [&](TwoVariance* record, auto... test) {
+        int status = -1;
+        const auto call = [&] {
+            status = withData ? RunTwoVariance(record, x.data(), y.data(), s.confidence, s.type, test...)
+                              : RunTwoVariance(record, s.confidence, s.type, test...);
+        };
+        Checked(Mode::Bare, call, name);
+        Expect(IsStatus(status) && (status != 30002 || !s.HasType()), name, "undocumented status");
+    };
+    run(&plain);
+    run(&r, s.alternative, s.hypothesised);
+    ExpectSoundPair(r, name, s.confidence);
+    Expect(Same(plain.fLowerBound, r.fLowerBound) && Same(plain.bonettUpperBound, r.bonettUpperBound), name,
+           "the overloads differ");
+}
+
+void SeveralSamples(Input& input) {
+    constexpr std::size_t kMostGroups = 6;
+    const double confidence = input.Byte() < 230 ? input.Fraction() : AnyReal(input);
+    std::array<unsigned, kMostGroups> sizes{};
+    Data data;
+    VariancesTest r;
+    FillDoubles(&r, 9);
+    r.groups = static_cast<unsigned>(input.Choice(kMostGroups + 1));
+    for (unsigned i = 0; i < r.groups; ++i) {
+        sizes[i] = static_cast<unsigned>(input.Choice(16)) + (input.Byte() < 200 ? 2 : 0);
+        const Data group = Values(input, sizes[i]);
+        data.insert(data.end(), group.begin(), group.end());
+    }
+    std::array<std::array<double, kMostGroups>, 5> out;
+    for (auto& array : out)
+        array.fill(kUnwritten);
+    int status = -1;
+    const auto name = [&] { return Call("RunVariancesTest", r.groups, confidence, status); };
+    const auto run = [&] {
+        status = RunVariancesTest(&r, data.data(), sizes.data(), confidence, out[0].data(), out[1].data(),
+                                  out[2].data(), out[3].data(), out[4].data());
+    };
+    Checked(Mode::Bare, run, name);
+    Expect(IsStatus(status) && status != 30002, name, "undocumented status");
+    for (const double p : {r.comparisonPValue, r.levenePValue, r.bartlettPValue})
+        Expect(IsWritten(p) && IsProbability(p), name, "p-value outside [0, 1]");
+    for (std::size_t i = 0; i < kMostGroups; ++i)
+        for (std::size_t k = 0; k < out.size(); ++k) {
+            Expect(IsWritten(out[k][i]) == (i < r.groups), name, "an array is not written as documented");
+            Expect(k != 2 || !(out[1][i] > out[2][i]), name, "the bounds are not in order");
+        }
+}
+
+// The level returns from its critical value, but for the rounding of tails next to 1.
+void CriticalValue(Input& input) {
+    const bool isRange = input.Flag();
+    const double alpha = input.Fraction();
+    const auto groups = static_cast<unsigned>(input.Byte() < 230 ? 1 + input.Choice(200) : input.Word());
+    const double df = input.Byte() < 200 ? input.Size() : AnyReal(input);
+    double x = kUnwritten;
+    double p = kUnwritten;
+    const auto run = [&] {
+        x = isRange ? GetStudentizedRangeCritValue(alpha, groups, df)
+                    : GetStudentizedMaximumModulusCritValue(alpha, groups, df);
+        p = isRange ? GetStudentizedRangePValue(x, groups, df)
+                    : GetStudentizedMaximumModulusPValue(x, groups, df);
+    };
+    const auto name = [&] { return Call("critical value", isRange, alpha, groups, df, x, p); };
+    Expect(Checked(Mode::Framed, run, name), name, "threw");
+    const bool isDomain = alpha > 0 && alpha < 1 && df > 0 && groups > (isRange ? 1U : 0U);
+    Expect(isDomain || x != x, name, "a value outside the domain");
+    Expect(x != x ? p != p : x >= 0 && (alpha < 1e-250 || std::abs(p - alpha) <= 1e-10 * alpha), name,
+           "the level does not return");
+    Expect(!isDomain || x == x || df < 0.5 || alpha < 1e-100, name, "no value");
+}
+
+}  // namespace
+}  // namespace zul::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace zul::fuzz;
+    constexpr std::array kTargets = {TwoSamples, SeveralSamples, CriticalValue};
+    Input input(data, size);
+    kTargets[input.Choice(kTargets.size())](input);
+    return 0;
+}

@@ -1,0 +1,242 @@
+// Two and several variances: the table of tests/data/hypothesis/variances.csv, real data, and what holds for all.
+#include "zul/variances.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platforms/exact_numbers.h"
+#include "support/reference_table.h"
+
+namespace zul {
+namespace {
+
+using v0::TwoVariance;
+using v0::VariancesTest;
+using Values = std::vector<double>;
+using Fields = std::map<std::string, double>;
+
+std::vector<Values> Samples(const std::string& text) {
+    std::vector<Values> samples;
+    std::istringstream in(text);
+    for (std::string sample; std::getline(in, sample, '|');)
+        samples.push_back(test::Numbers(sample));
+    if (text.ends_with("|")) samples.emplace_back();
+    return samples;
+}
+
+// What a record held before must not be seen.
+TwoVariance Used() {
+    TwoVariance r;
+    r.variance1 = r.variance2 = r.ratio = r.fLowerBound = r.fUpperBound = r.bonettLowerBound = 7;
+    r.bonettUpperBound = r.fStatistic = r.fPValue = r.degreesOfFreedom1 = r.degreesOfFreedom2 = 7;
+    r.bonettPValue = r.leveneStatistic = r.levenePValue = 7;
+    return r;
+}
+
+Fields FieldsOf(const TwoVariance& r, int status) {
+    return {{"status", status},
+            {"variance1", r.variance1},
+            {"variance2", r.variance2},
+            {"ratio", r.ratio},
+            {"fLowerBound", r.fLowerBound},
+            {"fUpperBound", r.fUpperBound},
+            {"bonettLowerBound", r.bonettLowerBound},
+            {"bonettUpperBound", r.bonettUpperBound},
+            {"fStatistic", r.fStatistic},
+            {"fPValue", r.fPValue},
+            {"degreesOfFreedom1", r.degreesOfFreedom1},
+            {"degreesOfFreedom2", r.degreesOfFreedom2},
+            {"bonettPValue", r.bonettPValue},
+            {"leveneStatistic", r.leveneStatistic},
+            {"levenePValue", r.levenePValue}};
+}
+
+bool SameBits(double a, double b) {
+    return a == b || (a != a && b != b);
+}
+
+// By the overload with the test; that without it gives the same bits, and NaN for the tests.
+Fields TwoSamples(const std::vector<Values>& samples, bool isSummary, const Values& arguments) {
+    const auto type = static_cast<IntervalType>(static_cast<int>(arguments.at(1)));
+    const auto alternative = static_cast<AlternativeHypothesis>(static_cast<int>(arguments.at(2)));
+    const auto run = [&](TwoVariance* r, auto... test) {
+        const double* const x = samples.at(0).data();
+        const double* const y = samples.at(1).data();
+        if (!isSummary) {
+            r->n1 = static_cast<unsigned>(samples[0].size());
+            r->n2 = static_cast<unsigned>(samples[1].size());
+            return FieldsOf(*r, RunTwoVariance(r, x, y, arguments.at(0), type, test...));
+        }
+        r->variance1 = x[0];
+        r->variance2 = x[1];
+        r->n1 = static_cast<unsigned>(y[0]);
+        r->n2 = static_cast<unsigned>(y[1]);
+        const int status = RunTwoVariance(r, arguments.at(0), type, test...);
+        return FieldsOf(*r, status);
+    };
+    const auto fill = [&run](auto... test) {
+        TwoVariance r = Used();
+        Fields fields = run(&r, test...);
+        return FieldsOf(r, static_cast<int>(fields["status"]));
+    };
+    Fields plain = fill();
+    Fields tested = fill(alternative, arguments.at(3));
+    for (const auto& [name, value] : plain) {
+        const bool isOfTest = name.ends_with("Statistic") || name.ends_with("PValue");
+        EXPECT_TRUE(SameBits(value, isOfTest ? kNaN : tested[name])) << name;
+    }
+    return tested;
+}
+
+Fields SeveralSamples(const std::vector<Values>& samples, double confidence) {
+    Values data;
+    std::vector<unsigned> sizes;
+    for (const Values& sample : samples) {
+        data.insert(data.end(), sample.begin(), sample.end());
+        sizes.push_back(static_cast<unsigned>(sample.size()));
+    }
+    const char* const names[] = {"standardDeviation", "simultaneousLower", "simultaneousUpper",
+                                 "comparisonLower", "comparisonUpper"};
+    std::vector<Values> out(5, Values(samples.size(), 7));
+    VariancesTest r;
+    r.comparisonStatistic = r.bartlettPValue = r.leveneStatistic = 7;
+    r.n = 7;
+    r.groups = static_cast<unsigned>(samples.size());
+    const int status = RunVariancesTest(&r, data.data(), sizes.data(), confidence, out[0].data(),
+                                        out[1].data(), out[2].data(), out[3].data(), out[4].data());
+    EXPECT_EQ(r.n, status == 30000 ? 0 : data.size());
+    Fields fields = {{"status", status},
+                     {"comparisonStatistic", r.comparisonStatistic},
+                     {"comparisonPValue", r.comparisonPValue},
+                     {"leveneStatistic", r.leveneStatistic},
+                     {"levenePValue", r.levenePValue},
+                     {"leveneDegreesOfFreedom1", r.leveneDegreesOfFreedom1},
+                     {"leveneDegreesOfFreedom2", r.leveneDegreesOfFreedom2},
+                     {"bartlettStatistic", r.bartlettStatistic},
+                     {"bartlettPValue", r.bartlettPValue},
+                     {"pooledStandardDeviation", r.pooledStandardDeviation}};
+    for (std::size_t i = 0; i < out.size(); ++i)
+        for (std::size_t group = 0; group < samples.size(); ++group)
+            fields[names[i] + std::string(1, '[').append(std::to_string(group)).append(1, ']')] =
+                out[i][group];
+    return fields;
+}
+
+TEST(Variances, AreThoseOfTheTable) {
+    std::string before;
+    Fields fields;
+    for (const test::Row& row : test::ReadTable("hypothesis/variances.csv", ';')) {
+        SCOPED_TRACE(row.at(0) + " " + row.at(4));
+        if (row[0] != before) {
+            const std::vector<Values> samples = Samples(row.at(2));
+            const Values arguments = test::Numbers(row.at(3));
+            fields = row.at(1) == "RunVariancesTest"
+                         ? SeveralSamples(samples, arguments.at(0))
+                         : TwoSamples(samples, row[1] == "RunTwoVariance.summary", arguments);
+            before = row[0];
+            EXPECT_EQ(fields["status"] != 0, row[4] == "status") << "first of a case that fails";
+        }
+        const double expected = test::Number(row.at(5));
+        const double tolerance = test::Number(row.at(6)) * std::abs(expected) + test::Number(row.at(7));
+        const double actual = fields.at(row[4]);
+        EXPECT_TRUE(SameBits(actual, expected) || std::abs(actual - expected) <= tolerance)
+            << actual << " instead of " << expected;
+    }
+}
+
+// R 4.2: bartlett.test, and the analysis of variance of the distances from the medians.
+TEST(Variances, OfRealDataAreThoseOfR) {
+    for (const test::Row& row : test::ReadTable("hypothesis/variances_of_data.csv", ';')) {
+        std::map<std::string, Values> groups;
+        for (const test::Row& value : test::ReadTable("../../examples/data/" + row.at(0) + ".csv", ','))
+            groups[value.back()].push_back(test::Number(value.front()));
+        std::vector<Values> samples;
+        for (const auto& [name, values] : groups)
+            samples.push_back(values);
+        const Fields fields = SeveralSamples(samples, 0.95);
+        EXPECT_TRUE(test::IsNear(fields.at(row.at(1)), test::Number(row.at(2)), test::Number(row.at(3))))
+            << row[0];
+    }
+}
+
+// A test at the level of an interval rejects what the interval leaves out, also where a small sample meets a large one;
+// samples that change places invert the bounds, and a common factor changes nothing.
+TEST(Variances, TestAndIntervalAgree) {
+    test::ExactNumbers random(18);
+    const auto below = [&random](int n) { return static_cast<double>(random.Below(n)); };
+    const auto sample = [&](int n) {
+        Values x(static_cast<std::size_t>(n));
+        for (double& value : x)
+            value = std::ldexp(below(4096), random.Below(3)) / 64;
+        return x;
+    };
+    int rejected = 0;
+    for (int i = 0; i < 400; ++i) {
+        const Values x = sample(2 + random.Below(30));
+        const Values y = sample(i % 4 == 0 ? static_cast<int>(x.size()) : 2 + random.Below(30));
+        const double confidence = (1 + below(199)) / 200;
+        const double type = below(3) - 1;
+        const double ratio0 = std::ldexp(1 + below(8), random.Below(8) - 6);
+        Fields r = TwoSamples({x, y}, false, {confidence, type, type, ratio0});
+        if (r["status"] != 0) continue;
+        for (const char* const name : {"f", "bonett"}) {
+            const double lower = r[name + std::string("LowerBound")];
+            const double upper = r[name + std::string("UpperBound")];
+            const double p = r[name + std::string("PValue")];
+            if (std::isnan(lower) || std::isnan(upper)) continue;
+            EXPECT_TRUE(lower <= upper || confidence < 0.5);
+            if (std::abs(p - (1 - confidence)) < 1e-6) continue;
+            const bool isOutside = ratio0 < lower || ratio0 > upper;
+            EXPECT_EQ(p < 1 - confidence, isOutside)
+                << name << " " << i << " " << p << " " << lower << " " << upper;
+            rejected += isOutside;
+        }
+        Fields swapped = TwoSamples({y, x}, false, {confidence, -type, -type, 1 / ratio0});
+        EXPECT_TRUE(test::IsNear(1 / swapped["bonettUpperBound"], r["bonettLowerBound"], 1e-11));
+        EXPECT_TRUE(test::IsNear(swapped["bonettPValue"], r["bonettPValue"], 1e-9));
+        Values large = x;
+        for (double& value : large)
+            value *= 0x1p300;
+        Fields scaled = TwoSamples({large, y}, false, {confidence, type, type, ratio0 * 0x1p600});
+        EXPECT_TRUE(test::IsNear(scaled["bonettPValue"], r["bonettPValue"], 1e-9));
+        EXPECT_EQ(scaled["fPValue"], r["fPValue"]);
+    }
+    EXPECT_GT(rejected, 50);
+}
+
+// Of two groups the comparison intervals overlap where the test does not reject.
+TEST(Variances, ComparisonOfTwoGroupsAgreesWithItsIntervals) {
+    const Values x = {1, 4, 2, 8, 5, 7, 3};
+    for (double factor = 1; factor < 40; factor *= 1.25) {
+        Values y = {3, 1, 4, 1, 5, 9, 2, 6, 5};
+        for (double& value : y)
+            value *= factor;
+        Fields r = SeveralSamples({x, y}, 0.95);
+        EXPECT_EQ(r["comparisonPValue"]<0.05, r["comparisonLower[1]"]> r["comparisonUpper[0]"]) << factor;
+    }
+}
+
+// Seven times ln 7 has a variance of 1e-38 by its sums.
+TEST(Variances, OfEqualValuesAreZero) {
+    const Values equal(7, std::log(7.0));
+    Fields r = TwoSamples({equal, {1, 2, 4, 4.5}}, false, {0.95, 0, 0, 1});
+    EXPECT_EQ(r["status"], 30007);
+    EXPECT_EQ(r["variance1"], 0);
+    EXPECT_EQ(SeveralSamples({{1, 2, 4}, equal}, 0.95)["status"], 30007);
+    VariancesTest record;
+    record.groups = 2;
+    const unsigned sizes[] = {3, 4};
+    const Values data = {1, 2, 4, 8, 16, 23, 42};
+    EXPECT_EQ(
+        RunVariancesTest(&record, data.data(), sizes, 0.95, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(record.n, 7u);
+}
+
+}  // namespace
+}  // namespace zul
