@@ -28,12 +28,14 @@ void MeasureAgreement(const Table& table, double* kappa, double* standardError) 
     const double agreement = agreeing.Value() / n;
     const double disagreement = 1 - agreement;
     const double chanceNot = byChanceNot.Value() / n;
-    const double chance = 1 - chanceNot;
-    *standardError = StandardError(table, [&](std::size_t i, std::size_t j) {
+    const double relative = disagreement / chanceNot;
+    const double ofChance = 2 * (1 - chanceNot) * relative;
+    const double ofTotals = relative / n;
+    const double error = StandardError(table, [&](std::size_t i, std::size_t j) {
         const double observed = i == j ? disagreement : -agreement;
-        const double expected = (table.ColumnTotal(i) + table.RowTotal(j)) / n - 2 * chance;
-        return (observed - disagreement / chanceNot * expected) / chanceNot;
+        return observed - ((table.ColumnTotal(i) + table.RowTotal(j)) * ofTotals - ofChance);
     });
+    *standardError = error / chanceNot;
 }
 
 }  // namespace zul::contingency

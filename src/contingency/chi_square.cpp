@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "contingency/partial_sums.h"
 #include "descriptive/compensated_sum.h"
 #include "distributions/reference_distributions.h"
 #include "elementary/lanes/columns.h"
@@ -32,24 +33,37 @@ using descriptive::CompensatedSum;
 // Cells whose logarithms are taken together.
 constexpr std::size_t kStrip = 256;
 
-// Of the cells from the column `first` on, in a row with counts. A term of the likelihood ratio is taken as
+// Of the cells of a row with counts.
+struct RowSums {
+    double pearson = 0;
+    double likelihood = 0;  // half of its part of the likelihood ratio
+    double squares = 0;     // of the residuals
+};
+
+// Adds those from the column `first` on. A term of the likelihood ratio is taken as
 // count log(count / expected) - (count - expected), so that all are positive; what is subtracted adds up to 0.
-void AddStrip(const Table& table, std::size_t i, std::size_t first, std::size_t width,
-              CompensatedSum* pearson, CompensatedSum* likelihood) {
+void AddStrip(const Table& table, std::size_t i, std::size_t first, std::size_t width, RowSums* sums) {
     // Beside the expected count that of such a cell is as good as 0, as is its logarithm times it.
     constexpr double kLeastDeviation = -1 + std::numeric_limits<double>::epsilon() / 2;
+    const double n = table.Total();
+    const double rowTotal = table.RowTotal(i);
+    const double* const counts = table.Row(i) + first;
+    const double* const columnTotals = table.ColumnTotals() + first;
     double residual[kStrip];
+    double deviation[kStrip];
     double logarithm[kStrip];
     for (std::size_t j = 0; j < width; ++j) {
-        const double expected = table.Expected(i, first + j);
-        residual[j] = table.Residual(i, first + j);
-        const double deviation = expected > 0 ? residual[j] / expected : 0;
-        logarithm[j] = std::max(deviation, kLeastDeviation);
-        pearson->Add(residual[j] * deviation);
+        const double product = rowTotal * columnTotals[j];
+        const double excess = counts[j] * n - product;
+        residual[j] = excess / n;
+        deviation[j] = product > 0 ? excess / product : 0;
+        logarithm[j] = std::max(deviation[j], kLeastDeviation);
     }
     elementary::CurrentColumns().log1p(logarithm, logarithm, width);
-    for (std::size_t j = 0; j < width; ++j)
-        likelihood->Add(table.Count(i, first + j) * logarithm[j] - residual[j]);
+    sums->pearson += SumOfTerms(width, [&](std::size_t j) { return residual[j] * deviation[j]; });
+    sums->squares += SumOfTerms(width, [&](std::size_t j) { return residual[j] * residual[j]; });
+    sums->likelihood +=
+        SumOfTerms(width, [&](std::size_t j) { return counts[j] * logarithm[j] - residual[j]; });
 }
 
 double LeastPositive(const double* from, std::size_t n) {
@@ -84,15 +98,23 @@ double YatesStatistic(const Table& table) {
 }  // namespace
 
 Deviations DeviationsOf(const Table& table) {
-    if (table.FewerUsed() < 2) return {0, 0};
+    if (table.FewerUsed() < 2) return {};
     CompensatedSum pearson;
     CompensatedSum likelihood;
+    CompensatedSum overRowTotals;
+    CompensatedSum overColumnTotals;
     for (std::size_t i = 0; i < table.Rows(); ++i) {
         if (table.RowTotal(i) == 0) continue;
+        RowSums row;
         for (std::size_t first = 0; first < table.Columns(); first += kStrip)
-            AddStrip(table, i, first, std::min(kStrip, table.Columns() - first), &pearson, &likelihood);
+            AddStrip(table, i, first, std::min(kStrip, table.Columns() - first), &row);
+        pearson.Add(row.pearson);
+        likelihood.Add(row.likelihood);
+        overRowTotals.Add(row.squares / table.RowTotal(i));
+        overColumnTotals.Add(row.pearson * (table.RowTotal(i) / table.Total()));
     }
-    return {pearson.Value(), 2 * std::max(0.0, likelihood.Value())};
+    return {pearson.Value(), 2 * std::max(0.0, likelihood.Value()), overRowTotals.Value(),
+            overColumnTotals.Value()};
 }
 
 double ChiSquareUpperTail(double x, double degreesOfFreedom) {

@@ -7,8 +7,10 @@
 namespace zul::contingency {
 
 struct Deviations {
-    double pearson;          // sum of (count - expected)^2 / expected
-    double likelihoodRatio;  // 2 sum of count log(count / expected)
+    double pearson = 0;           // sum of (count - expected)^2 / expected
+    double likelihoodRatio = 0;   // 2 sum of count log(count / expected)
+    double overRowTotals = 0;     // sum of (count - expected)^2 / row total
+    double overColumnTotals = 0;  // sum of (count - expected)^2 / column total
 };
 
 // 0 where rows or columns have no degrees of freedom.

@@ -41,9 +41,12 @@ int MeasureLambda(const Table& table, TableAssociation* out) {
     CompensatedSum modesOfRows;
     for (std::size_t i = 0; i < table.Rows(); ++i) {
         const double* const row = table.Row(i);
-        modesOfRows.Add(Largest(row, table.Columns()));
-        for (std::size_t j = 0; j < table.Columns(); ++j)
+        double mode = 0;
+        for (std::size_t j = 0; j < table.Columns(); ++j) {
+            mode = std::max(mode, row[j]);
             modes[j] = std::max(modes[j], row[j]);
+        }
+        modesOfRows.Add(mode);
     }
     CompensatedSum modesOfColumns;
     for (std::size_t j = 0; j < table.Columns(); ++j)
@@ -69,21 +72,12 @@ double Diversity(const double* totals, std::size_t count, double n) {
 }
 
 // The numerators as sums of squares, from which nothing is subtracted. Source as above.
-void MeasureTau(const Table& table, TableAssociation* out) {
-    CompensatedSum byRow;
-    CompensatedSum byColumn;
-    for (std::size_t i = 0; i < table.Rows(); ++i) {
-        for (std::size_t j = 0; j < table.Columns(); ++j) {
-            const double residual = table.Residual(i, j);
-            if (residual == 0) continue;
-            byRow.Add(residual / table.RowTotal(i) * residual);
-            byColumn.Add(residual / table.ColumnTotal(j) * residual);
-        }
-    }
+void MeasureTau(const Table& table, const Deviations& deviations, TableAssociation* out) {
     const double n = table.Total();
     out->goodmanKruskalTauColumn =
-        Quotient(byRow.Value(), Diversity(table.ColumnTotals(), table.Columns(), n));
-    out->goodmanKruskalTauRow = Quotient(byColumn.Value(), Diversity(table.RowTotals(), table.Rows(), n));
+        Quotient(deviations.overRowTotals, Diversity(table.ColumnTotals(), table.Columns(), n));
+    out->goodmanKruskalTauRow =
+        Quotient(deviations.overColumnTotals, Diversity(table.RowTotals(), table.Rows(), n));
 }
 
 // In natural units, times n.
@@ -109,7 +103,7 @@ void MeasureUncertainty(const Table& table, double likelihoodRatio, TableAssocia
 int MeasureNominal(const Table& table, TableAssociation* out) {
     const Deviations deviations = DeviationsOf(table);
     MeasureByChiSquare(table, deviations.pearson, out);
-    MeasureTau(table, out);
+    MeasureTau(table, deviations, out);
     MeasureUncertainty(table, deviations.likelihoodRatio, out);
     return MeasureLambda(table, out);
 }

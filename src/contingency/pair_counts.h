@@ -23,14 +23,15 @@ public:
     double Discordant(std::size_t i, std::size_t j) const { return discordant_[i * columns_ + j]; }
 
 private:
-    void CountWithRowsBelow(const Table& table);
-    void AddThoseWithRowsAbove(const Table& table);
+    // Adds to the cells of a row what the columns to their right, and to their left, have in columnSums_.
+    void AddPairs(double* withRight, double* withLeft) const;
+    void AddToColumns(const double* counts);
 
     std::size_t columns_ = 0;
     std::unique_ptr<double[]> memory_;
     double* concordant_ = nullptr;
     double* discordant_ = nullptr;
-    double* columnSums_ = nullptr;
+    double* columnSums_ = nullptr;  // of the rows gone through
     double allConcordant_ = 0;
     double allDiscordant_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "contingency/chi_square.h"
+#include "contingency/partial_sums.h"
 #include "descriptive/compensated_sum.h"
 #include "distributions/reference_distributions.h"
 #include "frame/missing_value.h"
@@ -51,10 +52,10 @@ double Correlation(const Table& table, RowScore rowScore, ColumnScore columnScor
     if (table.FewerUsed() < 2) return kQuietNaN;
     CompensatedSum products;
     for (std::size_t i = 0; i < table.Rows(); ++i) {
-        CompensatedSum ofRow;
-        for (std::size_t j = 0; j < table.Columns(); ++j)
-            ofRow.Add(table.Count(i, j) * columnScore(j));
-        products.Add(ofRow.Value() * rowScore(i));
+        const double* const row = table.Row(i);
+        const double ofRow =
+            SumOfTerms(table.Columns(), [=](std::size_t j) { return row[j] * columnScore(j); });
+        products.Add(ofRow * rowScore(i));
     }
     const double squares = SumOfSquares(table.RowTotals(), table.Rows(), rowScore) *
                            SumOfSquares(table.ColumnTotals(), table.Columns(), columnScore);

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "contingency/partial_sums.h"
 #include "contingency/table.h"
 #include "descriptive/compensated_sum.h"
 
@@ -16,20 +17,18 @@ namespace zul::contingency {
 // tables, 1977.
 template <typename Gradient>
 double StandardError(const Table& table, Gradient gradient) {
-    // Plain sums along a row, of which the rounding is far below what the method itself leaves out.
     descriptive::CompensatedSum first;
     descriptive::CompensatedSum second;
     for (std::size_t i = 0; i < table.Rows(); ++i) {
-        double ofRow = 0;
-        double squaresOfRow = 0;
-        for (std::size_t j = 0; j < table.Columns(); ++j) {
+        const double* const counts = table.Row(i);
+        double squares[2] = {};
+        first.Add(SumOfTerms(table.Columns(), [&](std::size_t j) {
             const double derivative = gradient(i, j);
-            const double weighted = table.Count(i, j) * derivative;
-            ofRow += weighted;
-            squaresOfRow += weighted * derivative;
-        }
-        first.Add(ofRow);
-        second.Add(squaresOfRow);
+            const double weighted = counts[j] * derivative;
+            squares[j % 2] += weighted * derivative;
+            return weighted;
+        }));
+        second.Add(squares[0] + squares[1]);
     }
     const double n = table.Total();
     const double mean = first.Value() / n;

@@ -11,6 +11,22 @@ namespace {
 
 using descriptive::CompensatedSum;
 
+// The totals of lines of counts, each line in order. Some lines at a time, which hide the time that each takes for
+// its next count.
+void SumLines(const double* counts, std::size_t lines, std::size_t toNextLine, std::size_t length,
+              std::size_t toNextCount, double* totals) {
+    constexpr std::size_t kTogether = 64;
+    for (std::size_t first = 0; first < lines; first += kTogether) {
+        const std::size_t width = std::min(kTogether, lines - first);
+        CompensatedSum sums[kTogether];
+        for (std::size_t i = 0; i < length; ++i)
+            for (std::size_t k = 0; k < width; ++k)
+                sums[k].Add(counts[(first + k) * toNextLine + i * toNextCount]);
+        for (std::size_t k = 0; k < width; ++k)
+            totals[first + k] = sums[k].Value();
+    }
+}
+
 std::size_t CountUsed(const double* totals, std::size_t n) {
     return n - static_cast<std::size_t>(std::count(totals, totals + n, 0.0));
 }
@@ -31,29 +47,12 @@ bool Table::Allocate(unsigned rows, unsigned columns) {
     return true;
 }
 
-// Margin by margin in the same order, so that the total of the only row or column with counts is the total of
-// the table to the last bit.
+// Rows, columns and their total in the same way, so that the total of the only row or column with counts is the
+// total of the table to the last bit.
 bool Table::SumMargins() {
-    // Sums of some columns at a time, which hide the time that each takes for the next row.
-    constexpr std::size_t kStrip = 64;
-    CompensatedSum total;
-    for (std::size_t i = 0; i < rows_; ++i) {
-        CompensatedSum sum;
-        for (std::size_t j = 0; j < columns_; ++j)
-            sum.Add(Row(i)[j]);
-        rowTotals_[i] = sum.Value();
-        total.Add(rowTotals_[i]);
-    }
-    for (std::size_t first = 0; first < columns_; first += kStrip) {
-        const std::size_t width = std::min(kStrip, columns_ - first);
-        CompensatedSum sums[kStrip];
-        for (std::size_t i = 0; i < rows_; ++i)
-            for (std::size_t j = 0; j < width; ++j)
-                sums[j].Add(Row(i)[first + j]);
-        for (std::size_t j = 0; j < width; ++j)
-            columnTotals_[first + j] = sums[j].Value();
-    }
-    total_ = total.Value();
+    SumLines(counts_, rows_, columns_, columns_, 1, rowTotals_);
+    SumLines(counts_, columns_, 1, rows_, columns_, columnTotals_);
+    SumLines(rowTotals_, 1, 0, rows_, 1, &total_);
     usedRows_ = CountUsed(rowTotals_, rows_);
     usedColumns_ = CountUsed(columnTotals_, columns_);
     return std::isfinite(total_);
