@@ -4,7 +4,6 @@
 #include <new>
 
 #include "descriptive/compensated_sum.h"
-#include "frame/missing_value.h"
 
 namespace zul::contingency {
 namespace {
@@ -56,15 +55,6 @@ bool Table::SumMargins() {
     usedRows_ = CountUsed(rowTotals_, rows_);
     usedColumns_ = CountUsed(columnTotals_, columns_);
     return std::isfinite(total_);
-}
-
-bool AreCounts(const double* values, std::size_t n) {
-    return std::all_of(values, values + n, [](double x) { return std::isfinite(x) && x >= 0; });
-}
-
-double Quotient(double numerator, double denominator) {
-    if (denominator == 0 && numerator == 0) return frame::kQuietNaN;
-    return numerator / denominator;
 }
 
 }  // namespace zul::contingency

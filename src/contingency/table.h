@@ -2,8 +2,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <memory>
+
+#include "frame/missing_value.h"
 
 namespace zul::contingency {
 
@@ -55,9 +58,14 @@ private:
 };
 
 // Whether the values can be counts: neither negative nor infinite nor NaN.
-bool AreCounts(const double* values, std::size_t n);
+inline bool AreCounts(const double* values, std::size_t n) {
+    return std::all_of(values, values + n, [](double x) { return std::isfinite(x) && x >= 0; });
+}
 
 // The quotient of two sums of the table; NaN for 0/0.
-double Quotient(double numerator, double denominator);
+inline double Quotient(double numerator, double denominator) {
+    if (denominator == 0 && numerator == 0) return frame::kQuietNaN;
+    return numerator / denominator;
+}
 
 }  // namespace zul::contingency

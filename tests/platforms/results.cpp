@@ -19,6 +19,7 @@ void RecordAll(zul::test::Recording& recording) {
     RecordBoxplots(recording, 20240305);
     RecordSamplers(recording);
     RecordClustering(recording, 20240304);
+    RecordTables(recording, 20240306);
 }
 
 int Run(const std::string& command, const std::string& file) {
