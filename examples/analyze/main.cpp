@@ -11,6 +11,7 @@
 #include <string>
 
 #include "cluster.h"
+#include "crosstab.h"
 #include "csv_table.h"
 #include "distribution.h"
 #include "fit_tests.h"
@@ -123,6 +124,7 @@ int Run(int argc, char** argv) {
     analyze::AddRunsTest(app);
     analyze::AddFitTests(app);
     analyze::AddTableTest(app);
+    analyze::AddCrosstab(app);
     AddCluster(app);
     try {
         app.parse(argc, argv);

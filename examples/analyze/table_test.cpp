@@ -132,7 +132,9 @@ void AddHeading(CLI::App& command, const std::string& name, std::optional<std::s
 
 void AddTableTest(CLI::App& app) {
     const auto options = std::make_shared<TableOptions>();
-    CLI::App& table = *app.add_subcommand("table", "Chi-square goodness of fit of a one-way table of counts");
+    CLI::App& table = *app.add_subcommand("table",
+                                          "Chi-square goodness of fit of a one-way table of counts\n"
+                                          "(for one column against another: crosstab)");
     AddColumn(table, options->file, options->column);
     AddHeading(table, "--proportions", options->proportions,
                "Heading of the hypothesised proportions or multiples of them (default: all equal)");

@@ -20,7 +20,7 @@ std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
     for (const auto& calls :
          {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingSampler(), test::AllocatingClustering()})
+          test::AllocatingSampler(), test::AllocatingClustering(), test::AllocatingContingency()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }

@@ -59,5 +59,6 @@ std::vector<AllocatingCall> AllocatingDistributions();
 std::vector<AllocatingCall> AllocatingHypothesis();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();
+std::vector<AllocatingCall> AllocatingContingency();
 
 }  // namespace zul::test

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "zul/clustering.h"
+#include "zul/contingency.h"
 #include "zul/sampler.h"
 
 // Hosts were compiled to find virtual operations at certain places of a table: these are frozen. They follow from
@@ -103,6 +104,13 @@ TEST(VirtualSlots, AreThoseOfTheFirstVersion) {
                       &ISampler::SampleNegBinomial, &ISampler::SampleHypergeometric,
                       &ISampler::SampleNegBinomialTrials, &ISampler::SamplePoisson, &ISampler::SampleIndices),
               InOrder(kFirst, 32));
+    using Cells = IContingencyTable;
+    EXPECT_EQ(SlotsOf(&Cells::RowCount, &Cells::ColumnCount, &Cells::Count, &Cells::RowTotal,
+                      &Cells::ColumnTotal, &Cells::Total, &Cells::Expected, &Cells::Residual,
+                      &Cells::StandardizedResidual, &Cells::AdjustedResidual, &Cells::Contribution,
+                      &Cells::GetChiSquare, &Cells::GetAssociation, &Cells::GetFisher, &Cells::GetMcNemar,
+                      &Cells::GetLinearByLinear, &Cells::GetTrend, &Cells::GetRisk),
+              InOrder(kFirst, 18));
     EXPECT_EQ(SlotsOf(&IMissingValueInfo::IsMissing, &IMissingValueInfo::MissingValue), InOrder(kFirst, 2));
     EXPECT_EQ(
         SlotsOf(&HostMatrix::RowCountImpl, &HostMatrix::GetImpl, &HostMatrix::SetImpl, &HostMatrix::InitImpl),
@@ -135,8 +143,8 @@ OBJECT_OF_NO_CLASS Slots SlotsOfDelete() {
 
 TEST(VirtualSlots, OfDestructorsComeFirst) {
     EXPECT_EQ((SlotsOfDelete<ISampler, IMissingValueInfo, DistanceMatrix, IReadableVector<double>,
-                             IVector<double>, IRectangularArray<double>>()),
-              Slots(6, kFirst - 1));
+                             IVector<double>, IRectangularArray<double>, IContingencyTable>()),
+              Slots(7, kFirst - 1));
 }
 
 }  // namespace

@@ -34,5 +34,6 @@ void RecordDescriptive(Recording& recording, unsigned seed);
 void RecordBoxplots(Recording& recording, unsigned seed);
 void RecordSamplers(Recording& recording);
 void RecordClustering(Recording& recording, unsigned seed);
+void RecordTables(Recording& recording, unsigned seed);
 
 }  // namespace zul::test

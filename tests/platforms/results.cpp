@@ -31,6 +31,7 @@ Recording RecordAll() {
     RecordSamplers(recording);
     RecordClustering(recording, 20240304);
     RecordVariances(recording, 20240306);
+    RecordTables(recording, 20240306);
     return recording;
 }
 

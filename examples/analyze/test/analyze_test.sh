@@ -126,6 +126,23 @@ reports table "$2/mendel_peas.csv" --column count --proportions ratio --labels s
     ' df +3$' ' p +0\.925426$' 'round yellow +315 +312\.750 +0\.0161871$'
 reports report "$cars" --column mpg --with wt -- ' p +1\.29396e-10$' ' p +1\.48759e-11$'
 
+# Of chisq.test, prop.trend.test, cor, mantelhaen.test, fisher.test, mcnemar.test.
+reports crosstab "$2/titanic.csv" --rows Class --columns Survived --counts Freq -- ', total 2201$' \
+    '^  3rd +528 +178 +706$' '^    row % +74\.79 +25\.21 +$' ' Pearson chi-square +190\.401$' ' df +3$' ' p +4\.99993e-41$' \
+    "trend of the share of 'No'$" ' z +12\.7325$' ' tau-b +-0\.224474 \(' " Spearman's rho +-0\.242374$"
+reports crosstab "$2/ucbadmissions.csv" --rows Admit --columns Gender --strata Dept --counts Freq -- \
+    ' Pearson chi-square +92\.2053$' '^  A +0\.34921205$' ' Mantel-Haenszel +1\.52461$' ' with continuity +1\.42695$' \
+    ' p +0\.232263$' ' common odds ratio +0\.90469683$' ' from +0\.77190736$' ' to +1\.0603298$'
+reports crosstab "$2/tea_tasting.csv" --rows guess --columns truth --counts Freq -- ' p, odds ratio > 1 +0\.242857$' \
+    ' p, two-sided +0\.485714$' ' expected < 5 +4$'
+reports crosstab "$2/approval.csv" --rows first --columns second --counts Freq -- ' with correction +16\.8178$' \
+    ' kappa +0\.699593 \(0\.0179792\)$' ' odds ratio +35\.083721$'
+# Each line counts once; numbers ascend.
+reports crosstab "$cars" --rows cyl --columns gear -- '^  cyl +3 +4 +5 +total$' '^  8 +12 +0 +2 +14$' ' df +4$'
+refuses 'strata need two rows and two columns' crosstab "$cars" --rows cyl --columns gear --strata am
+refuses 'a count is negative' crosstab "$sleep" --rows drug1 --columns drug2 --counts drug1
+prints 'for one column against another: crosstab' table --help
+
 # Exact p by counting: of the C(6, 3) = 20 orders of three values on each side 2 have two runs.
 printf 'x,g,w\n1,a,0.5\n2,b,1\n3,a,\n7,b,2\n8,c,3\n9,a,4\n' >"$scratch/six.csv"
 reports runs "$scratch/six.csv" --column x --k 5 --exact -- ' p +0\.200000$'
