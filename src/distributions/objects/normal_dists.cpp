@@ -38,38 +38,23 @@ namespace {
 
 using frame::kNA;
 
-// The number of values in a lower triangle. dimension < 2^32, so that nothing overflows.
-std::size_t TriangleSize(std::size_t dimension) {
-    return dimension % 2 == 0 ? dimension / 2 * (dimension + 1) : (dimension + 1) / 2 * dimension;
-}
-
-double InnerProduct(const double* x, const double* y, std::size_t count) {
-    double sum = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        sum += x[i] * y[i];
-    return sum;
-}
-
-// Replaces the lower triangle of a symmetric matrix, row by row, by its Cholesky factor; false where there is
-// none. Source: G. H. Golub and C. F. Van Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
-bool FactorInPlace(double* triangle, std::size_t dimension) {
-    double* row = triangle;
-    for (std::size_t i = 0; i < dimension; ++i) {
-        const double* above = triangle;
+// Replaces the upper triangle of a symmetric matrix by its Cholesky factor; false where there is none.
+// Source: G. H. Golub and C. F. Van Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
+bool FactorInPlace(numerics::UTmatrix<double>& triangle) {
+    for (std::size_t i = 0; i < triangle.Size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
-            if (!std::isfinite(row[j])) return false;
-            const double pivot = above[j];
-            row[j] = pivot == 0 ? 0 : (row[j] - InnerProduct(row, above, j)) / pivot;
-            above += j + 1;
+            double& element = triangle(j, i);
+            if (!std::isfinite(element)) return false;
+            const double pivot = triangle(j, j);
+            element = pivot == 0 ? 0 : (element - numerics::ColumnProduct(triangle, i, j, j)) / pivot;
         }
-        const double variance = row[i];
-        const double rest = variance - InnerProduct(row, row, i);
+        const double variance = triangle(i, i);
+        const double rest = variance - numerics::ColumnProduct(triangle, i, i, i);
         if (!std::isfinite(rest)) return false;
         // Each step of the elimination rounds once.
         const double rounding = 8 * static_cast<double>(i + 1) * DBL_EPSILON * std::abs(variance);
         if (rest < -rounding) return false;
-        row[i] = rest <= rounding ? 0 : std::sqrt(rest);
-        row += i + 1;
+        triangle(i, i) = rest <= rounding ? 0 : std::sqrt(rest);
     }
     return true;
 }
@@ -77,18 +62,22 @@ bool FactorInPlace(double* triangle, std::size_t dimension) {
 }  // namespace
 
 CmDistMVNormal::CmDistMVNormal(std::size_t dimension, const double* mean, const double* covariance)
-    : dimension_(dimension),
-      mean_(mean),
-      covariance_(covariance),
-      factor_(new (std::nothrow) double[TriangleSize(dimension)]) {}
+    : dimension_(dimension), mean_(mean), covariance_(covariance) {
+    try {
+        factor_.Resize(dimension);
+    } catch (const std::bad_alloc&) {
+        // Obtained() tells.
+    }
+}
 
+// The lower triangle of the covariance matrix is the upper one of its transpose.
 void CmDistMVNormal::SetGenerator(UniformSource* generator) {
     CmDist::SetGenerator(generator);
     normal_.SetGenerator(generator);
-    double* row = factor_.get();
     for (std::size_t i = 0; i < dimension_; ++i)
-        row = std::copy_n(covariance_ + i * dimension_, i + 1, row);
-    isFactored_ = FactorInPlace(factor_.get(), dimension_);
+        for (std::size_t j = 0; j <= i; ++j)
+            factor_(j, i) = covariance_[i * dimension_ + j];
+    isFactored_ = FactorInPlace(factor_);
 }
 
 void CmDistMVNormal::DrawVector(double* out) {
@@ -99,11 +88,8 @@ void CmDistMVNormal::DrawVector(double* out) {
     for (std::size_t i = 0; i < dimension_; ++i)
         out[i] = normal_.DrawStandard();
     // From the last value on, since each one needs the deviates before it.
-    const double* row = factor_.get() + TriangleSize(dimension_);
-    for (std::size_t i = dimension_; i-- > 0;) {
-        row -= i + 1;
-        out[i] = mean_[i] + InnerProduct(row, out, i + 1);
-    }
+    for (std::size_t i = dimension_; i-- > 0;)
+        out[i] = mean_[i] + numerics::ColumnProduct(factor_, i, out, i + 1);
 }
 
 double CmDistMVNormal::Pdf(double) {
