@@ -77,10 +77,11 @@ ExtremeValueFit FitExtremeValue(const std::vector<double>& u, double scale, unsi
         const WeightedMoments at = MomentsAt(u, scale);
         const double excess = mean + scale - at.mean;
         (excess > 0 ? high : low) = scale;
-        double next = scale - excess / (1 + at.variance / (scale * scale));
-        if (!(next >= low && next <= high && next > 0))
+        const double step = excess / (1 + at.variance / (scale * scale));
+        converged = std::abs(step) <= kLastStep * scale;
+        double next = scale - step;
+        if (!converged && !(next > low && next < high))
             next = std::isfinite(high) ? low + 0.5 * (high - low) : 2 * scale;
-        converged = std::abs(next - scale) <= kLastStep * scale;
         scale = next;
     }
     const WeightedMoments at = MomentsAt(u, scale);

@@ -19,8 +19,8 @@ using test::Outcome;
 std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
     for (const auto& calls :
-         {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingSampler(), test::AllocatingClustering()})
+         {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingFits(),
+          test::AllocatingHypothesis(), test::AllocatingSampler(), test::AllocatingClustering()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }

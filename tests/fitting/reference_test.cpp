@@ -81,6 +81,21 @@ TEST(FittingReference, Fits) {
     }
 }
 
+TEST(FittingReference, PublishedEstimates) {
+    for (const Row& row : test::ReadTable("fitting/published.csv", ';')) {
+        SCOPED_TRACE(row.at(0) + " " + row.at(1) + " " + row.at(2));
+        const FittedFamily& family = FamilyOf(row[1].substr(3));
+        const Values data = test::ReadSample(row[0]);
+        v2::DistributionFit fit;
+        fit.n = static_cast<unsigned>(data.size());
+        EXPECT_EQ(family.fit(&fit, data.data()), 0);
+        const auto place = std::find(family.parameters.begin(), family.parameters.end(), row[2]);
+        const double actual =
+            row[2] == "logLikelihood" ? fit.logLikelihood : fit.parameter[place - family.parameters.begin()];
+        EXPECT_TRUE(test::IsNear(actual, Number(row.at(3)), Number(row.at(4))));
+    }
+}
+
 // The text between the brackets of a field of that name.
 std::string Index(const std::string& field, const std::string& name) {
     return field.starts_with(name + "[") ? field.substr(name.size() + 1, field.size() - name.size() - 2) : "";

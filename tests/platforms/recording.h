@@ -71,6 +71,7 @@ void RecordDistributions(Recording& recording, unsigned seed);
 void RecordTests(Recording& recording, unsigned seed);
 void RecordDescriptive(Recording& recording, unsigned seed);
 void RecordBoxplots(Recording& recording, unsigned seed);
+void RecordFits(Recording& recording, unsigned seed);
 void RecordSamplers(Recording& recording);
 void RecordClustering(Recording& recording, unsigned seed);
 

@@ -17,6 +17,7 @@ void RecordAll(zul::test::Recording& recording) {
     RecordTests(recording, 20240302);
     RecordDescriptive(recording, 20240303);
     RecordBoxplots(recording, 20240305);
+    RecordFits(recording, 20240306);
     RecordSamplers(recording);
     RecordClustering(recording, 20240304);
 }

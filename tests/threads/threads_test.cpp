@@ -105,6 +105,7 @@ std::vector<Work> Works() {
                                Recorder(test::RecordClustering),
                                Recorder(test::RecordTests),
                                Recorder(test::RecordBoxplots),
+                               Recorder(test::RecordFits),
                                Recorder(test::RecordDistributions)};
     for (const auto& [name, slot] : test::Slots())
         works.emplace_back([&draw = slot](unsigned seed) { return Draw(seed, draw); });
