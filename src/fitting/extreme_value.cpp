@@ -1,5 +1,6 @@
 #include "fitting/extreme_value.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -18,11 +19,12 @@ using v2::DistributionFit;
 
 namespace {
 
-// The mean of exp(u / scale), and the mean of u and its variance with these weights.
+// The mean of exp(u / scale), and the mean of u with these weights and its second and third central moment.
 struct WeightedMoments {
     double meanWeight;
     double mean;
     double variance;
+    double third;
 };
 
 WeightedMoments MomentsAt(const std::vector<double>& u, double scale) {
@@ -30,6 +32,7 @@ WeightedMoments MomentsAt(const std::vector<double>& u, double scale) {
     descriptive::CompensatedSum weights;
     descriptive::CompensatedSum firsts;
     descriptive::CompensatedSum seconds;
+    descriptive::CompensatedSum thirds;
     ForEachBlock(u.size(), [&](std::size_t begin, std::size_t count) {
         double weight[kBlock] = {};
         const double* const x = &u[begin];
@@ -39,19 +42,23 @@ WeightedMoments MomentsAt(const std::vector<double>& u, double scale) {
         double sum = 0;
         double first = 0;
         double second = 0;
+        double third = 0;
         for (std::size_t i = 0; i < count; ++i) {
             const double product = x[i] * weight[i];
             sum += weight[i];
             first += product;
             second += x[i] * product;
+            third += x[i] * (x[i] * product);
         }
         weights.Add(sum);
         firsts.Add(first);
         seconds.Add(second);
+        thirds.Add(third);
     });
     const double mean = firsts.Value() / weights.Value();
     const double variance = seconds.Value() / weights.Value() - mean * mean;
-    return {weights.Value() / static_cast<double>(u.size()), mean, variance};
+    const double third = thirds.Value() / weights.Value() - mean * (3 * variance + mean * mean);
+    return {weights.Value() / static_cast<double>(u.size()), mean, variance, third};
 }
 
 }  // namespace
@@ -61,12 +68,11 @@ double ScaleByMoments(const std::vector<double>& u) {
     return std::sqrt(SquaresAround(u, MeanOf(u)) / static_cast<double>(u.size())) * kSqrtSixOverPi;
 }
 
-// The scale s is the root of mean + s - mean with the weights exp(u / s), which grows with s: Newton's steps, kept
-// between the values on both sides that are known. Source: J. F. Lawless, Statistical Models and Methods for Lifetime
-// Data, 2nd ed., 2003, section 5.2.
+// The scale s is the root of mean + s - mean with the weights exp(u / s), which grows with s: Newton's steps with
+// Halley's allowance for the curvature, kept between the values on both sides that are known. Source: J. F. Lawless,
+// Statistical Models and Methods for Lifetime Data, 2nd ed., 2003, section 5.2.
 ExtremeValueFit FitExtremeValue(const std::vector<double>& u, double scale, unsigned cap) {
-    constexpr double kLastStep =
-        1e-8;  // of the scale: the error that it leaves is of the order of its square
+    constexpr double kLastStep = 1e-5;  // of the scale: what it leaves is of the order of its cube
     const double mean = MeanOf(u);
     double low = 0;
     double high = std::numeric_limits<double>::infinity();
@@ -77,7 +83,10 @@ ExtremeValueFit FitExtremeValue(const std::vector<double>& u, double scale, unsi
         const WeightedMoments at = MomentsAt(u, scale);
         const double excess = mean + scale - at.mean;
         (excess > 0 ? high : low) = scale;
-        const double step = excess / (1 + at.variance / (scale * scale));
+        const double slope = 1 + at.variance / (scale * scale);
+        const double curvature = -(at.third / scale + 2 * at.variance) / (scale * scale * scale);
+        const double newton = excess / slope;
+        const double step = newton / std::clamp(1 - 0.5 * newton * curvature / slope, 0.5, 2.0);
         converged = std::abs(step) <= kLastStep * scale;
         double next = scale - step;
         if (!converged && !(next > low && next < high))
