@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <new>
 #include <vector>
 
@@ -89,21 +90,21 @@ double AndersonDarling(const Distribution& distribution, const Sample& sorted) {
     return -n - sum / n;
 }
 
-// Pearson's, of the first values of both columns.
-double Correlation(const std::vector<double>& x, const std::vector<double>& y) {
+// Pearson's, of the finite scores and their values or logarithms. NaN where these are all equal.
+double Correlation(const Distribution& distribution, const double* sorted,
+                   const std::vector<double>& scores) {
+    std::size_t n = scores.size();
+    while (n > 0 && std::isinf(scores[n - 1]))
+        --n;
+    if (n == 0 || sorted[0] == sorted[n - 1]) return kQuietNaN;
+    const Sample sample{sorted, n, sorted[0], sorted[n - 1]};
+    const std::vector<double> x =
+        distribution.isOfLogarithm ? Logarithms(sample).values : DistancesFrom(sample, sorted[0]).values;
+    const std::vector<double> y(scores.begin(), scores.begin() + static_cast<std::ptrdiff_t>(n));
     const double meanX = MeanOf(x);
     const double meanY = MeanOf(y);
-    const double products = SumOf(y.size(), [&](std::size_t i) { return (x[i] - meanX) * (y[i] - meanY); });
+    const double products = SumOf(n, [&](std::size_t i) { return (x[i] - meanX) * (y[i] - meanY); });
     return products / (std::sqrt(SquaresAround(x, meanX)) * std::sqrt(SquaresAround(y, meanY)));
-}
-
-double CorrelationOfPoints(const Distribution& distribution, const Sample& sorted,
-                           std::vector<double>* scores) {
-    Column column = distribution.isOfLogarithm ? Logarithms(sorted) : DistancesFrom(sorted, sorted.smallest);
-    while (!scores->empty() && std::isinf(scores->back()))
-        scores->pop_back();
-    column.values.resize(scores->size());
-    return Correlation(column.values, *scores);
 }
 
 // A percentile, or its logarithm, with the standard error of that.
@@ -165,7 +166,7 @@ void FillPoints(const Plot& plot, const Distribution& distribution, const Sample
     if (plot.x != nullptr) std::copy_n(sorted.data, sorted.n, plot.x);
     if (plot.probability != nullptr) std::copy(positions.begin(), positions.end(), plot.probability);
     if (plot.score != nullptr) std::copy(scores.begin(), scores.end(), plot.score);
-    plot.record->correlation = CorrelationOfPoints(distribution, sorted, &scores);
+    plot.record->correlation = Correlation(distribution, sorted.data, scores);
 }
 
 int Draw(const Plot& plot, DistributionFamily family, Fit fitFamily) {
