@@ -13,7 +13,7 @@
 #include "cluster.h"
 #include "csv_table.h"
 #include "distribution.h"
-#include "fit_tests.h"
+#include "fits.h"
 #include "mean_tests.h"
 #include "options.h"
 #include "proportion_tests.h"
@@ -119,7 +119,7 @@ int Run(int argc, char** argv) {
     analyze::AddProportionTests(app);
     analyze::AddVarianceTest(app);
     analyze::AddRunsTest(app);
-    analyze::AddFitTests(app);
+    analyze::AddFits(app);
     analyze::AddTableTest(app);
     AddCluster(app);
     try {
