@@ -90,7 +90,8 @@ struct Logistic : LogisticTerms {
 // The sums of a block that the derivatives are made of: a and b are the first two derivatives of the log-density of z,
 // r the reciprocal distance from the threshold, d = a / scale - 1.
 struct Sums {
-    enum { A, Az, B, Bz, Bzz, Dr, Drr, Br, Brr, Bzr, Ar, Y, kCount };
+    enum { A, Az, B, Bz, Bzz, Dr, Drr, Br, Brr, Bzr, Ar, Y };
+    static constexpr std::size_t kCount = Y + 1;
     double values[kCount] = {};
 };
 

@@ -145,7 +145,7 @@ void FillPercentLines(const Plot& plot, const Distribution& distribution, const 
     const auto store = [&](double* out, unsigned i, double value) {
         if (out != nullptr) out[i] = isOfLogarithm ? elementary::Exp(value) : value;
     };
-    for (unsigned i = 0; i < plot.record->percents; ++i) {
+    for (unsigned i = 0; i < plot.record->percents && plot.percent != nullptr; ++i) {
         const double p = plot.percent[i];
         if (!(p > 0 && p < 1)) continue;
         const Percentile percentile = PercentileOf(distribution, fit, p);

@@ -32,7 +32,7 @@ constexpr std::size_t TriangleSize(std::size_t size) {
 
 // Rows and columns, row by row.
 template <typename T>
-class matrix {
+class matrix {  // NOLINT(readability-identifier-naming): as the matrices of its kind
 public:
     matrix() : matrix(0, 0) {}
     matrix(std::size_t rows, std::size_t columns) : rows_(rows), columns_(columns), values_(rows * columns) {}
@@ -112,33 +112,16 @@ Smatrix<T> TransposeProduct(const matrix<T>& a) {
     return product;
 }
 
-// Calls take(k, place) for the rows above an end, from the top: the element of row k and column j is
-// u.Data()[place + j].
-template <typename T, typename Take>
-void ForEachRowAbove(const UTmatrix<T>& u, std::size_t end, Take take) {
-    std::size_t place = 0;
-    for (std::size_t k = 0; k < end; ++k) {
-        take(k, place);
-        place += u.Size() - k - 1;
-    }
-}
-
 // The inner product of two columns as far as the rows above an end, in their order.
 template <typename T>
 T ColumnProduct(const UTmatrix<T>& u, std::size_t i, std::size_t j, std::size_t end) {
     const T* const values = u.Data();
+    std::size_t row = 0;  // its place less its number
     T sum = 0;
-    ForEachRowAbove(u, end,
-                    [&](std::size_t, std::size_t place) { sum += values[place + i] * values[place + j]; });
-    return sum;
-}
-
-// The same of a column and a vector.
-template <typename T>
-T ColumnProduct(const UTmatrix<T>& u, std::size_t i, const T* vector, std::size_t end) {
-    const T* const values = u.Data();
-    T sum = 0;
-    ForEachRowAbove(u, end, [&](std::size_t k, std::size_t place) { sum += values[place + i] * vector[k]; });
+    for (std::size_t k = 0; k < end; ++k) {
+        sum += values[row + i] * values[row + j];
+        row += u.Size() - k - 1;
+    }
     return sum;
 }
 

@@ -38,23 +38,43 @@ namespace {
 
 using frame::kNA;
 
-// Replaces the upper triangle of a symmetric matrix by its Cholesky factor; false where there is none.
-// Source: G. H. Golub and C. F. Van Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
-bool FactorInPlace(numerics::UTmatrix<double>& triangle) {
-    for (std::size_t i = 0; i < triangle.Size(); ++i) {
+// The sum of x[-k] y[-k], and of x[-k] y[k], for k < count, in this order.
+double ProductBackwards(const double* x, const double* y, std::size_t count) {
+    double sum = 0;
+    for (std::size_t k = 0; k < count; ++k)
+        sum += *(x - k) * *(y - k);
+    return sum;
+}
+
+double ProductOfBoth(const double* x, const double* y, std::size_t count) {
+    double sum = 0;
+    for (std::size_t k = 0; k < count; ++k)
+        sum += *(x - k) * y[k];
+    return sum;
+}
+
+// Replaces the upper triangle of a symmetric matrix, whose variables stand in reverse order, by its factor u with
+// u u'; false where there is none. In the order of the variables that is Cholesky's. Source: G. H. Golub and C. F. Van
+// Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
+bool FactorInPlace(numerics::UTmatrix<double>& u) {
+    const std::size_t last = u.Size() - 1;
+    for (std::size_t i = 0; i < u.Size(); ++i) {
+        double* const row = &u(last - i, last);
         for (std::size_t j = 0; j < i; ++j) {
-            double& element = triangle(j, i);
+            double& element = *(row - j);
             if (!std::isfinite(element)) return false;
-            const double pivot = triangle(j, j);
-            element = pivot == 0 ? 0 : (element - numerics::ColumnProduct(triangle, i, j, j)) / pivot;
+            const double* const above = &u(last - j, last);
+            const double pivot = *(above - j);
+            element = pivot == 0 ? 0 : (element - ProductBackwards(row, above, j)) / pivot;
         }
-        const double variance = triangle(i, i);
-        const double rest = variance - numerics::ColumnProduct(triangle, i, i, i);
+        double& diagonal = *(row - i);
+        const double variance = diagonal;
+        const double rest = variance - ProductBackwards(row, row, i);
         if (!std::isfinite(rest)) return false;
         // Each step of the elimination rounds once.
         const double rounding = 8 * static_cast<double>(i + 1) * DBL_EPSILON * std::abs(variance);
         if (rest < -rounding) return false;
-        triangle(i, i) = rest <= rounding ? 0 : std::sqrt(rest);
+        diagonal = rest <= rounding ? 0 : std::sqrt(rest);
     }
     return true;
 }
@@ -70,13 +90,12 @@ CmDistMVNormal::CmDistMVNormal(std::size_t dimension, const double* mean, const 
     }
 }
 
-// The lower triangle of the covariance matrix is the upper one of its transpose.
 void CmDistMVNormal::SetGenerator(UniformSource* generator) {
     CmDist::SetGenerator(generator);
     normal_.SetGenerator(generator);
     for (std::size_t i = 0; i < dimension_; ++i)
         for (std::size_t j = 0; j <= i; ++j)
-            factor_(j, i) = covariance_[i * dimension_ + j];
+            factor_(dimension_ - 1 - i, dimension_ - 1 - j) = covariance_[i * dimension_ + j];
     isFactored_ = FactorInPlace(factor_);
 }
 
@@ -89,7 +108,7 @@ void CmDistMVNormal::DrawVector(double* out) {
         out[i] = normal_.DrawStandard();
     // From the last value on, since each one needs the deviates before it.
     for (std::size_t i = dimension_; i-- > 0;)
-        out[i] = mean_[i] + numerics::ColumnProduct(factor_, i, out, i + 1);
+        out[i] = mean_[i] + ProductOfBoth(&factor_(dimension_ - 1 - i, dimension_ - 1), out, i + 1);
 }
 
 double CmDistMVNormal::Pdf(double) {

@@ -87,7 +87,7 @@ private:
     std::size_t dimension_;
     const double* mean_;
     const double* covariance_;
-    numerics::UTmatrix<double> factor_;  // the transpose of L
+    numerics::UTmatrix<double> factor_;  // L with rows and columns in reverse order
     bool isFactored_ = false;
     CmDistNormal normal_{0.0, 1.0};
 };
