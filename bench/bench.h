@@ -36,6 +36,7 @@ void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
 void AddVarianceBenchmarks();
+void AddFittingBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
 

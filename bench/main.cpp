@@ -5,5 +5,5 @@ int main(int argc, char** argv) {
     return Run(
         argc, argv,
         {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks, AddHypothesisBenchmarks,
-         AddVarianceBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
+         AddVarianceBenchmarks, AddFittingBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
 }

@@ -14,7 +14,7 @@
 #include "crosstab.h"
 #include "csv_table.h"
 #include "distribution.h"
-#include "fit_tests.h"
+#include "fits.h"
 #include "mean_tests.h"
 #include "options.h"
 #include "proportion_tests.h"
@@ -122,7 +122,7 @@ int Run(int argc, char** argv) {
     analyze::AddVarianceTest(app);
     analyze::AddVarianceComparisons(app);
     analyze::AddRunsTest(app);
-    analyze::AddFitTests(app);
+    analyze::AddFits(app);
     analyze::AddTableTest(app);
     analyze::AddCrosstab(app);
     AddCluster(app);

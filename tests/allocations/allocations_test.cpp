@@ -18,9 +18,9 @@ using test::Outcome;
 
 std::vector<AllocatingCall> AllocatingCalls() {
     std::vector<AllocatingCall> all;
-    for (const auto& calls :
-         {test::AllocatingDescriptive(), test::AllocatingDistributions(), test::AllocatingHypothesis(),
-          test::AllocatingSampler(), test::AllocatingClustering(), test::AllocatingContingency()})
+    for (const auto& calls : {test::AllocatingDescriptive(), test::AllocatingDistributions(),
+                              test::AllocatingFits(), test::AllocatingHypothesis(), test::AllocatingSampler(),
+                              test::AllocatingClustering(), test::AllocatingContingency()})
         all.insert(all.end(), calls.begin(), calls.end());
     return all;
 }

@@ -56,6 +56,7 @@ int WithRecord(Record record, double* out, Call call) {
 
 std::vector<AllocatingCall> AllocatingDescriptive();
 std::vector<AllocatingCall> AllocatingDistributions();
+std::vector<AllocatingCall> AllocatingFits();
 std::vector<AllocatingCall> AllocatingHypothesis();
 std::vector<AllocatingCall> AllocatingSampler();
 std::vector<AllocatingCall> AllocatingClustering();

@@ -32,6 +32,7 @@ void RecordTests(Recording& recording, unsigned seed);
 void RecordVariances(Recording& recording, unsigned seed);
 void RecordDescriptive(Recording& recording, unsigned seed);
 void RecordBoxplots(Recording& recording, unsigned seed);
+void RecordFits(Recording& recording, unsigned seed);
 void RecordSamplers(Recording& recording);
 void RecordClustering(Recording& recording, unsigned seed);
 void RecordTables(Recording& recording, unsigned seed);

@@ -28,6 +28,7 @@ Recording RecordAll() {
     RecordTests(recording, 20240302);
     RecordDescriptive(recording, 20240303);
     RecordBoxplots(recording, 20240305);
+    RecordFits(recording, 20240306);
     RecordSamplers(recording);
     RecordClustering(recording, 20240304);
     RecordVariances(recording, 20240306);

@@ -107,6 +107,7 @@ std::vector<Work> Works() {
                                Recorder(test::RecordVariances),
                                Recorder(test::RecordBoxplots),
                                Recorder(test::RecordTables),
+                               Recorder(test::RecordFits),
                                Recorder(test::RecordDistributions)};
     for (const auto& [name, slot] : test::Slots())
         works.emplace_back([&draw = slot](unsigned seed) { return Draw(seed, draw); });

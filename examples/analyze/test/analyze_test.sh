@@ -119,9 +119,13 @@ reports "${sprays[@]}" -- ' chi-square +25\.9598$' ' p +9\.08512e-05$' ' F +3\.8
 refuses 'all values of a sample are equal' variances "$cars" --column am --by am
 refuses "column 'gear' has a single group" variances <(printf 'x,gear\n1,4\n2,4\n') --column x --by gear
 reports runs "$light" --column x -- ' K, the mean +299\.8524$' ' runs +28$' ' expected runs +50\.500000$' ' p +4\.89922e-06$'
-reports fit "$cars" --column mpg -- 'normal +mean 20\.0906, sd 6\.02695 +0\.579681 +p = 0\.120737$' ' p < 0\.0025$' \
-    'Weibull +shape 3\.57945, scale 22\.2875 +0\.627318 +p = 0\.0947927$'
-reports fit "$sleep" --column drug2 -- 'need positive values$'
+reports fit "$cars" --column mpg -- ' normal +0\.588867 +p = 0\.120737  mean 20\.0906 \(1\.05\), sd 5\.93203' ' p < 0\.0025 ' \
+    ' Weibull +0\.627318 +p = 0\.0947927  shape 3\.57945 \(0\.470\), scale 22\.2875 \(1\.17\)$' \
+    '^Percentiles of the largest extreme distribution, 95 %'
+reports fit "$2/ball_bearings.csv" --column millions_of_revolutions --confidence 0.9 -- \
+    ' gamma +0\.215296 +shape 4\.02471 \(1\.14\), scale 17\.9444 \(5\.42\)$' ' 50 % +63\.4583 +53\.0618 +75\.8918$' \
+    ' exponential 2 +1\.34731 +scale 56\.8109 \(12\.1\), threshold 15\.4100 \(2\.53\)$'
+reports fit "$sleep" --column drug2 -- 'exponential, .*gamma.* need positive values$' ' Weibull 3, gamma 3: .* no maximum$'
 reports table "$2/mendel_peas.csv" --column count --proportions ratio --labels seed -- ' chi-square +0\.470024$' \
     ' df +3$' ' p +0\.925426$' 'round yellow +315 +312\.750 +0\.0161871$'
 reports report "$cars" --column mpg --with wt -- ' p +1\.29396e-10$' ' p +1\.48759e-11$'
@@ -146,7 +150,9 @@ prints 'for one column against another: crosstab' table --help
 # Exact p by counting: of the C(6, 3) = 20 orders of three values on each side 2 have two runs.
 printf 'x,g,w\n1,a,0.5\n2,b,1\n3,a,\n7,b,2\n8,c,3\n9,a,4\n' >"$scratch/six.csv"
 reports runs "$scratch/six.csv" --column x --k 5 --exact -- ' p +0\.200000$'
-reports fit "$scratch/six.csv" --column x -- 'Weibull .* p > 0\.25$'
+reports fit "$scratch/six.csv" --column x -- 'Weibull .* p > 0\.25 '
+printf 'x\n1\n2\n4\n' >"$scratch/three.csv"
+reports fit "$scratch/three.csv" --column x -- ' lognormal 3, .* need four values$'
 reports table "$scratch/six.csv" --column x --proportions x -- ' expected < 5 +3$'
 reports two-sample "$scratch/six.csv" --column x --with w -- '^  x +6 ' '^  w +5 '
 printf 'x,y\n5,\n5,0\n' >"$scratch/five.csv"

@@ -38,38 +38,43 @@ namespace {
 
 using frame::kNA;
 
-// The number of values in a lower triangle. dimension < 2^32, so that nothing overflows.
-std::size_t TriangleSize(std::size_t dimension) {
-    return dimension % 2 == 0 ? dimension / 2 * (dimension + 1) : (dimension + 1) / 2 * dimension;
-}
-
-double InnerProduct(const double* x, const double* y, std::size_t count) {
+// The sum of x[-k] y[-k], and of x[-k] y[k], for k < count, in this order.
+double ProductBackwards(const double* x, const double* y, std::size_t count) {
     double sum = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        sum += x[i] * y[i];
+    for (std::size_t k = 0; k < count; ++k)
+        sum += *(x - k) * *(y - k);
     return sum;
 }
 
-// Replaces the lower triangle of a symmetric matrix, row by row, by its Cholesky factor; false where there is
-// none. Source: G. H. Golub and C. F. Van Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
-bool FactorInPlace(double* triangle, std::size_t dimension) {
-    double* row = triangle;
-    for (std::size_t i = 0; i < dimension; ++i) {
-        const double* above = triangle;
+double ProductOfBoth(const double* x, const double* y, std::size_t count) {
+    double sum = 0;
+    for (std::size_t k = 0; k < count; ++k)
+        sum += *(x - k) * y[k];
+    return sum;
+}
+
+// Replaces the upper triangle of a symmetric matrix, whose variables stand in reverse order, by its factor u with
+// u u'; false where there is none. In the order of the variables that is Cholesky's. Source: G. H. Golub and C. F. Van
+// Loan, Matrix Computations, 4th ed., 2013, 4.2.5 and 4.2.8.
+bool FactorInPlace(numerics::UTmatrix<double>& u) {
+    const std::size_t last = u.Size() - 1;
+    for (std::size_t i = 0; i < u.Size(); ++i) {
+        double* const row = &u(last - i, last);
         for (std::size_t j = 0; j < i; ++j) {
-            if (!std::isfinite(row[j])) return false;
-            const double pivot = above[j];
-            row[j] = pivot == 0 ? 0 : (row[j] - InnerProduct(row, above, j)) / pivot;
-            above += j + 1;
+            double& element = *(row - j);
+            if (!std::isfinite(element)) return false;
+            const double* const above = &u(last - j, last);
+            const double pivot = *(above - j);
+            element = pivot == 0 ? 0 : (element - ProductBackwards(row, above, j)) / pivot;
         }
-        const double variance = row[i];
-        const double rest = variance - InnerProduct(row, row, i);
+        double& diagonal = *(row - i);
+        const double variance = diagonal;
+        const double rest = variance - ProductBackwards(row, row, i);
         if (!std::isfinite(rest)) return false;
         // Each step of the elimination rounds once.
         const double rounding = 8 * static_cast<double>(i + 1) * DBL_EPSILON * std::abs(variance);
         if (rest < -rounding) return false;
-        row[i] = rest <= rounding ? 0 : std::sqrt(rest);
-        row += i + 1;
+        diagonal = rest <= rounding ? 0 : std::sqrt(rest);
     }
     return true;
 }
@@ -77,18 +82,21 @@ bool FactorInPlace(double* triangle, std::size_t dimension) {
 }  // namespace
 
 CmDistMVNormal::CmDistMVNormal(std::size_t dimension, const double* mean, const double* covariance)
-    : dimension_(dimension),
-      mean_(mean),
-      covariance_(covariance),
-      factor_(new (std::nothrow) double[TriangleSize(dimension)]) {}
+    : dimension_(dimension), mean_(mean), covariance_(covariance) {
+    try {
+        factor_.Resize(dimension);
+    } catch (const std::bad_alloc&) {
+        // Obtained() tells.
+    }
+}
 
 void CmDistMVNormal::SetGenerator(UniformSource* generator) {
     CmDist::SetGenerator(generator);
     normal_.SetGenerator(generator);
-    double* row = factor_.get();
     for (std::size_t i = 0; i < dimension_; ++i)
-        row = std::copy_n(covariance_ + i * dimension_, i + 1, row);
-    isFactored_ = FactorInPlace(factor_.get(), dimension_);
+        for (std::size_t j = 0; j <= i; ++j)
+            factor_(dimension_ - 1 - i, dimension_ - 1 - j) = covariance_[i * dimension_ + j];
+    isFactored_ = FactorInPlace(factor_);
 }
 
 void CmDistMVNormal::DrawVector(double* out) {
@@ -99,11 +107,8 @@ void CmDistMVNormal::DrawVector(double* out) {
     for (std::size_t i = 0; i < dimension_; ++i)
         out[i] = normal_.DrawStandard();
     // From the last value on, since each one needs the deviates before it.
-    const double* row = factor_.get() + TriangleSize(dimension_);
-    for (std::size_t i = dimension_; i-- > 0;) {
-        row -= i + 1;
-        out[i] = mean_[i] + InnerProduct(row, out, i + 1);
-    }
+    for (std::size_t i = dimension_; i-- > 0;)
+        out[i] = mean_[i] + ProductOfBoth(&factor_(dimension_ - 1 - i, dimension_ - 1), out, i + 1);
 }
 
 double CmDistMVNormal::Pdf(double) {

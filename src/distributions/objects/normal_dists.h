@@ -3,13 +3,13 @@
 
 #include <cmath>
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 #include "distributions/normal/normal.h"
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
 #include "elementary/logarithm.h"
+#include "numerics/dense.h"
 
 namespace zul::objects {
 
@@ -70,7 +70,7 @@ public:
     // The arrays, dimension and dimension x dimension values, have to outlive the object.
     CmDistMVNormal(std::size_t dimension, const double* mean, const double* covariance);
     // False: memory could not be obtained, and there is nothing to draw from.
-    bool Obtained() const { return factor_ != nullptr; }
+    bool Obtained() const { return factor_.Size() == dimension_; }
 
     // Factors the covariance matrix.
     void SetGenerator(UniformSource* generator) override;
@@ -88,7 +88,7 @@ private:
     std::size_t dimension_;
     const double* mean_;
     const double* covariance_;
-    std::unique_ptr<double[]> factor_;  // the lower triangle, row by row
+    numerics::UTmatrix<double> factor_;  // L with rows and columns in reverse order
     bool isFactored_ = false;
     CmDistNormal normal_{0.0, 1.0};
 };
