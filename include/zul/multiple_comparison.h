@@ -15,9 +15,9 @@
 /// df > 0 need not be whole and may be infinite; more than 1e10 count as infinite. NaN is the result where an argument
 /// is NaN, df <= 0, there are too few groups or alpha is outside (0, 1).
 ///
-/// The tails are sums of positive terms, never 1 less another tail. Their relative error is below 1e-10 for tails down
-/// to 1e-14, 3000 groups and df >= 0.5. In the frame of frame.h; a call allocates nothing, takes some 100 kilobytes of
-/// the stack and may be made from any thread at any time.
+/// The tails are sums of positive terms, never 1 less another tail. Their relative error is below 1e-11 for tails down
+/// to 1e-200; those of the range for up to 3000 groups. In the frame of frame.h; a call allocates nothing, takes some
+/// 100 kilobytes of the stack and may be made from any thread at any time.
 ///
 /// Sources: J. W. Tukey, The problem of multiple comparisons, 1953; M. D. Copenhaver and B. Holland, Computation of the
 /// distribution of the maximum studentized range statistic with application to multiple significance testing of

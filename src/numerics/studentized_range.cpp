@@ -118,7 +118,7 @@ private:
 
     // Of the sum: what neither sum shows.
     static constexpr double kNegligible = 1e-13;
-    static constexpr int kMostPoints = 100000;
+    static constexpr int kMostPoints = 1000000;
 
     Tail tail_;
     double logCertain_;

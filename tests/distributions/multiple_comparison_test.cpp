@@ -50,8 +50,8 @@ TEST(MultipleComparison, CriticalValuesHaveTheirLevel) {
         EXPECT_TRUE(test::IsNear(tail(x, groups, df), alpha, 2e-12))
             << alpha << " " << groups << " " << df << " " << x;
     };
-    for (const double df : kDfs)
-        for (const unsigned groups : kGroups)
+    for (const double df : {0.02, 0.5, 8.0, 1e4, kInf})
+        for (const unsigned groups : {2U, 21U, 1001U, 4294967295U})
             for (const double alpha : {1e-14, 1e-3, 0.05, 0.5, 0.99, 1 - 1e-9, 1 - 1e-16}) {
                 if (df < 0.1 && alpha < 0.5) continue;  // the value may be no double
                 check(GetStudentizedRangeCritValue, GetStudentizedRangePValue, alpha, groups, df);
