@@ -37,5 +37,6 @@ void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
+void AddContingencyBenchmarks();
 
 }  // namespace zul::bench
