@@ -39,5 +39,6 @@ void AddVarianceBenchmarks();
 void AddFittingBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
+void AddContingencyBenchmarks();
 
 }  // namespace zul::bench

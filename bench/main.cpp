@@ -5,5 +5,6 @@ int main(int argc, char** argv) {
     return Run(
         argc, argv,
         {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks, AddHypothesisBenchmarks,
-         AddVarianceBenchmarks, AddFittingBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
+         AddVarianceBenchmarks, AddFittingBenchmarks, AddContingencyBenchmarks, AddSamplerBenchmarks,
+         AddClusteringBenchmarks});
 }

@@ -8,10 +8,10 @@
 /// @defgroup contingency Contingency tables
 /// Contingency tables: tests, residuals and measures of association of two-way tables of counts.
 ///
-/// The caller makes a table with MakeIContingencyTable(), from counts or from the classes of observations, asks it
-/// for what is wanted and releases it with DeleteIContingencyTable(). A count is any finite number from 0 on; it need
-/// not be whole. Below, x is the count of a cell, r and c are the totals of its row and of its column, n is the total
-/// of the table and E = r c / n the count to expect if rows and columns are independent.
+/// The caller makes a table with MakeIContingencyTable(), from counts or from the classes of observations, asks
+/// it for what is wanted and releases it with DeleteIContingencyTable(). A count is any finite number from 0
+/// on; it need not be whole. Below, x is the count of a cell, r and c are the totals of its row and of its
+/// column, n is the total of the table and E = r c / n the count to expect if rows and columns are independent.
 ///
 /// A row or column without counts stays in the table, but counts neither in the degrees of freedom nor among the
 /// expected counts nor in q, the smaller of the numbers of rows and of columns that have counts.
@@ -28,8 +28,8 @@
 /// | 30011 | the test is not defined for the shape of the table or for its counts; all NaN |
 ///
 /// A field whose value is 0/0 is NaN, with status 0. Of 30002 and 30007 the larger is returned. Chi-square p-values
-/// are upper tails. Products of up to two totals are formed, and for 0/0 alone is looked after: beyond totals of 1e150
-/// results may be infinite or NaN.
+/// are upper tails. Products of two totals are formed as they are: beyond totals of 1e150 results may be infinite
+/// or NaN.
 ///
 /// The operations set no floating-point mode but around the distribution functions that they call, which leave the
 /// thread in the default mode; they throw nothing when called in that mode. Any thread may read a table, several at
@@ -55,9 +55,10 @@ struct ZUL_API TableChiSquare {
     TableChiSquare();
 };
 
-/// Measures of association. All fields are outputs. "Column" says that the column is what depends on the row. C and D
-/// are the numbers of concordant and of discordant pairs. The standard errors are asymptotic, by the delta method, and
-/// hold whether or not there is an association; where a measure is 1 or -1 they are 0 within 1e-7.
+/// Measures of association. All fields are outputs. "Column" says that the column is what depends on the row. C
+/// and D are the numbers of concordant and of discordant pairs. The standard errors are asymptotic, by the
+/// delta method, and hold whether or not there is an association; where a measure is 1 or -1 they are 0 within
+/// 1e-7.
 struct ZUL_API TableAssociation {
     double phi;  ///< 2 x 2: with the sign of a d - b c; else sqrt(X2 / n), X2 being Pearson's
     double contingencyCoefficient;      ///< sqrt(X2 / (X2 + n))
@@ -211,20 +212,21 @@ public:
 
     /// Pearson's test of independence, that of the likelihood ratio, and Yates' correction
     /// max(0, |a d - b c| - n / 2)^2 n / (r1 r2 c1 c2). Without degrees of freedom the statistics are 0.
-    /// Sources: K. Pearson, On the criterion that a given system of deviations ..., 1900; F. Yates, Contingency tables
-    /// involving small numbers and the chi-square test, 1934.
+    /// Sources: K. Pearson, On the criterion that a given system of deviations from the probable in the case of
+    /// a correlated system of variables is such that it can be reasonably supposed to have arisen from random
+    /// sampling, 1900; F. Yates, Contingency tables involving small numbers and the chi-square test, 1934.
     /// @param out out: the record
     /// @return 0; 30000
     virtual int GetChiSquare(TableChiSquare* out) const = 0;
 
     /// All measures of association. In a time in proportion to the number of cells, and twice the table's memory.
-    /// Sources: L. A. Goodman and W. H. Kruskal, Measures of association for cross classifications, 1954 (gamma,
-    /// lambda, tau); A. Stuart, The estimation and comparison of strengths of association in contingency tables, 1953;
-    /// R. H. Somers, A new asymmetric measure of association for ordinal variables, 1962; H. Theil, On the estimation
-    /// of relationships involving qualitative variables, 1970; J. Cohen, A coefficient of agreement for nominal
-    /// scales, 1960; M. B. Brown and J. K. Benedetti, Sampling behavior of tests for correlation in two-way
-    /// contingency tables, 1977, and J. L. Fleiss, J. Cohen and B. S. Everitt, Large sample standard errors of kappa
-    /// and weighted kappa, 1969 (the standard errors).
+    /// Sources: L. A. Goodman and W. H. Kruskal, Measures of association for cross classifications, 1954
+    /// (gamma, lambda, tau); A. Stuart, The estimation and comparison of strengths of association in
+    /// contingency tables, 1953; R. H. Somers, A new asymmetric measure of association for ordinal variables,
+    /// 1962; H. Theil, On the estimation of relationships involving qualitative variables, 1970; J. Cohen, A
+    /// coefficient of agreement for nominal scales, 1960; M. B. Brown and J. K. Benedetti, Sampling behavior of
+    /// tests for correlation in two-way contingency tables, 1977, and J. L. Fleiss, J. Cohen and B. S. Everitt,
+    /// Large sample standard errors of kappa and weighted kappa, 1969 (the standard errors).
     /// @param out out: the record
     /// @return 0; 30000; 30001
     virtual int GetAssociation(TableAssociation* out) const = 0;
@@ -237,28 +239,30 @@ public:
     /// @return 0; 30000; 30011 for another shape, fractions, or a total above 2147483647
     virtual int GetFisher(TableFisher* out) const = 0;
 
-    /// The test of symmetry of a square table: McNemar's (b - c)^2 / (b + c) for 2 x 2, for more classes Bowker's sum of
-    /// (x_ij - x_ji)^2 / (x_ij + x_ji) over all pairs of cells, with rows (rows - 1) / 2 degrees of freedom; a pair
-    /// without counts adds 0. For 2 x 2 also max(0, |b - c| - 1)^2 / (b + c) and twice the binomial tail of the
-    /// smaller of b and c, at most 1; b = c = 0 gives the statistics 0 and the p-values 1.
+    /// The test of symmetry of a square table: McNemar's (b - c)^2 / (b + c) for 2 x 2, for more classes
+    /// Bowker's sum of (x_ij - x_ji)^2 / (x_ij + x_ji) over all pairs of cells, with rows (rows - 1) / 2
+    /// degrees of freedom; a pair without counts adds 0. For 2 x 2 also max(0, |b - c| - 1)^2 / (b + c) and
+    /// twice the binomial tail of the smaller of b and c, at most 1; b = c = 0 gives the statistics 0 and the
+    /// p-values 1.
     /// Sources: Q. McNemar, Note on the sampling error of the difference between correlated proportions or
     /// percentages, 1947; A. H. Bowker, A test for symmetry in contingency tables, 1948.
     /// @param out out: the record
     /// @return 0; 30000; 30011 unless there are as many rows as columns
     virtual int GetMcNemar(TableTest* out) const = 0;
 
-    /// The test of linear by linear association, (n - 1) r^2 with 1 degree of freedom, r being the correlation of the
-    /// positions in the table as it stands.
-    /// Source: N. Mantel, Chi-square tests with one degree of freedom; extensions of the Mantel-Haenszel procedure, 1963.
+    /// The test of linear by linear association, (n - 1) r^2 with 1 degree of freedom, r being the correlation
+    /// of the positions in the table as it stands.
+    /// Source: N. Mantel, Chi-square tests with one degree of freedom; extensions of the Mantel-Haenszel
+    /// procedure, 1963.
     /// @param out out: the record; the fields from correctedStatistic on are NaN
     /// @return 0; 30000; 30007 if one row or one column has all counts
     virtual int GetLinearByLinear(TableTest* out) const = 0;
 
-    /// The test for a trend of the share of the first of two classes over the scores 1, 2, ..., without a correction for
-    /// continuity. In a table of two columns these are the classes and its rows the scores, as they stand; otherwise
-    /// its two rows are the classes.
-    /// Sources: W. G. Cochran, Some methods for strengthening the common chi-square tests, 1954; P. Armitage, Tests for
-    /// linear trends in proportions and frequencies, 1955.
+    /// The test for a trend of the share of the first of two classes over the scores 1, 2, ..., without a
+    /// correction for continuity. In a table of two columns these are the classes and its rows the scores, as
+    /// they stand; otherwise its two rows are the classes.
+    /// Sources: W. G. Cochran, Some methods for strengthening the common chi-square tests, 1954; P. Armitage,
+    /// Tests for linear trends in proportions and frequencies, 1955.
     /// @param out out: the record
     /// @return 0; 30000; 30007 if one class or one score has all counts; 30011 unless a side is 2
     virtual int GetTrend(TableTrend* out) const = 0;
@@ -275,8 +279,8 @@ public:
 };
 
 /// A table of counts, to be released with DeleteIContingencyTable().
-/// @param status out: 0; 30000 if rows or columns is 0, a count is negative, NaN or infinite, or their sum is infinite;
-///   30001
+/// @param status out: 0; 30000 if rows or columns is 0, a count is negative, NaN or infinite, or their sum is
+///   infinite; 30001
 /// @param counts in: rows * columns values, row by row; copied
 /// @param rows number of rows
 /// @param columns number of columns
@@ -299,13 +303,14 @@ ZUL_API IContingencyTable* MakeIContingencyTable(int* status, const int* rowClas
 /// @param table in and out: the table
 ZUL_API void DeleteIContingencyTable(IContingencyTable** table);
 
-/// The Mantel-Haenszel test that the odds ratio of every stratum is 1, (max(0, |sum (a - E)| - k))^2 / sum V, k = 1/2
-/// with the correction for continuity and else 0, V = r1 r2 c1 c2 / (N^2 (N - 1)) and N the total of a stratum; and the
-/// common odds ratio R / S, R = sum a d / N, S = sum b c / N, with bounds exp(log(R / S) -+ q e). Strata with a total
-/// of at most 1 are left out. The open bounds are 0 and infinity. If R or S is 0 both bounds are NaN.
-/// Sources: N. Mantel and W. Haenszel, Statistical aspects of the analysis of data from retrospective studies of
-/// disease, 1959; J. Robins, N. Breslow and S. Greenland, Estimators of the Mantel-Haenszel variance consistent in both
-/// sparse data and large-strata limiting models, 1986 (the standard error e).
+/// The Mantel-Haenszel test that the odds ratio of every stratum is 1, (max(0, |sum (a - E)| - k))^2 / sum V, k
+/// = 1/2 with the correction for continuity and else 0, V = r1 r2 c1 c2 / (N^2 (N - 1)) and N the total of a
+/// stratum; and the common odds ratio R / S, R = sum a d / N, S = sum b c / N, with bounds exp(log(R / S) -+ q
+/// e). Strata with a total of at most 1 are left out. The open bounds are 0 and infinity. If R or S is 0 both
+/// bounds are NaN.
+/// Sources: N. Mantel and W. Haenszel, Statistical aspects of the analysis of data from retrospective studies
+/// of disease, 1959; J. Robins, N. Breslow and S. Greenland, Estimators of the Mantel-Haenszel variance
+/// consistent in both sparse data and large-strata limiting models, 1986 (the standard error e).
 /// @param record in: strata; out: all other fields
 /// @param counts in: strata * 4 values, stratum by stratum, row by row
 /// @param continuity whether to correct the statistic for continuity

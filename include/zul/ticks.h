@@ -7,8 +7,8 @@
 /// @defgroup ticks Axis ticks
 /// Axis ticks: round numbers at equal distances that cover a range.
 ///
-/// The functions compute in the floating-point mode of the caller, keep nothing between calls and throw nothing in the
-/// default mode.
+/// The functions compute in the floating-point mode of the caller, keep nothing between calls and throw nothing
+/// in the default mode.
 
 namespace zul {
 
@@ -32,11 +32,12 @@ struct ZUL_API TickCalculationResult {
     TickCalculationResult();
 };
 
-/// The ticks low, low + step, ..., high that enclose a range. The step is (high - low) / (wanted - 1), as m times a power
-/// of ten, with m rounded to 1, 2, 5 or 10 at 1.5, 3 and 7, each of which is reached at 1 - 1e-10 of itself already; the
-/// ticks are the multiples of the step, and an end of the range within 1e-10 of a step (and 4 last places) of one lies
-/// on it. Ends in reverse order are exchanged. Ends within 1e-12 of the larger magnitude count as equal: their midpoint
-/// is widened to both sides by a tenth of its magnitude, 0 by 1. Steps are 1e-307 or more.
+/// The ticks low, low + step, ..., high that enclose a range. The step is (high - low) / (wanted - 1), as m
+/// times a power of ten, with m rounded to 1, 2, 5 or 10 at 1.5, 3 and 7, each of which is reached at 1 - 1e-10
+/// of itself already; the ticks are the multiples of the step, and an end of the range within 1e-10 of a step
+/// (and 4 last places) of one lies on it. Ends in reverse order are exchanged. Ends within 1e-12 of the larger
+/// magnitude count as equal: their midpoint is widened to both sides by a tenth of its magnitude, 0 by 1. Steps
+/// are 1e-307 or more.
 /// Source: P. S. Heckbert, Nice numbers for graph labels, 1990.
 /// @param out out: all fields, as constructed if the status is not 0
 /// @param low an end of the range

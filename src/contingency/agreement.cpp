@@ -31,7 +31,7 @@ void MeasureAgreement(const Table& table, double* kappa, double* standardError) 
     const double relative = disagreement / chanceNot;
     const double ofChance = 2 * (1 - chanceNot) * relative;
     const double ofTotals = relative / n;
-    const double error = StandardError(table, [&](std::size_t i, std::size_t j) {
+    const auto [error] = StandardErrors(table, [&](std::size_t i, std::size_t j) {
         const double observed = i == j ? disagreement : -agreement;
         return observed - ((table.ColumnTotal(i) + table.RowTotal(j)) * ofTotals - ofChance);
     });

@@ -46,6 +46,7 @@ void AddStrip(const Table& table, std::size_t i, std::size_t first, std::size_t 
     // Beside the expected count that of such a cell is as good as 0, as is its logarithm times it.
     constexpr double kLeastDeviation = -1 + std::numeric_limits<double>::epsilon() / 2;
     const double n = table.Total();
+    const double scale = 1 / n;
     const double rowTotal = table.RowTotal(i);
     const double* const counts = table.Row(i) + first;
     const double* const columnTotals = table.ColumnTotals() + first;
@@ -55,7 +56,7 @@ void AddStrip(const Table& table, std::size_t i, std::size_t first, std::size_t 
     for (std::size_t j = 0; j < width; ++j) {
         const double product = rowTotal * columnTotals[j];
         const double excess = counts[j] * n - product;
-        residual[j] = excess / n;
+        residual[j] = excess * scale;
         deviation[j] = product > 0 ? excess / product : 0;
         logarithm[j] = std::max(deviation[j], kLeastDeviation);
     }
@@ -73,9 +74,10 @@ double LeastPositive(const double* from, std::size_t n) {
     return least;
 }
 
-unsigned CountSmallExpected(const Table& table) {
+unsigned CountSmallExpected(const Table& table, double minimum) {
     constexpr double kSmall = 5;
     unsigned count = 0;
+    if (minimum >= kSmall) return count;
     for (std::size_t i = 0; i < table.Rows(); ++i) {
         for (std::size_t j = 0; j < table.Columns(); ++j) {
             const double expected = table.Expected(i, j);
@@ -139,7 +141,7 @@ int TestIndependence(const Table& table, TableChiSquare* out) {
     }
     out->minimumExpected = LeastPositive(table.RowTotals(), table.Rows()) *
                            LeastPositive(table.ColumnTotals(), table.Columns()) / table.Total();
-    out->cellsBelowFive = CountSmallExpected(table);
+    out->cellsBelowFive = CountSmallExpected(table, out->minimumExpected);
     return kSuccess;
 }
 

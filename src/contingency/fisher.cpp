@@ -3,6 +3,7 @@
 #include <climits>
 #include <cmath>
 
+#include "distributions/counts/hypergeometric.h"
 #include "distributions/reference_distributions.h"
 #include "frame/call_frame.h"
 #include "frame/missing_value.h"
@@ -80,19 +81,15 @@ private:
 };
 
 // Runs in the call frame.
-double TwoSidedPValue(double observed, double population, double successes, double sample) {
+double TwoSidedPValue(int observed, int population, int successes, int sample) {
     const HypergeometricShape shape(population, successes, sample);
     double below = 0;
     double above = 0;
     NotMoreProbable(observed, shape).Find(&below, &above);
     if (below >= above) return 1;
-    double lowerTail = 0;
-    double upperTail = 0;
-    double beyond = 0;
-    double mass = 0;
-    if (below >= shape.First()) numerics::hypergeo_df(below, shape, &lowerTail, &beyond, &mass);
-    if (above <= shape.Last()) numerics::hypergeo_df(above - 1, shape, &beyond, &upperTail, &mass);
-    return std::min(lowerTail + upperTail, 1.0);
+    const double lower = kernels::HypergeometricCdfKernel(population, successes, sample, false)(below);
+    const double upper = kernels::HypergeometricCdfKernel(population, successes, sample, true)(above);
+    return lower == frame::kNA || upper == frame::kNA ? frame::kNA : std::min(lower + upper, 1.0);
 }
 
 bool HasSmallWholeCounts(const Table& table) {
@@ -115,7 +112,9 @@ int TestExactly(const Table& table, TableFisher* out) {
     const double sample = table.RowTotal(0);
     out->lessPValue = reference::HypergeometricTail(observed, population, successes, sample, false);
     out->greaterPValue = reference::HypergeometricTail(observed, population, successes, sample, true);
-    out->twoSidedPValue = frame::FramedCall(&TwoSidedPValue, observed, population, successes, sample);
+    out->twoSidedPValue =
+        frame::FramedCall(&TwoSidedPValue, static_cast<int>(observed), static_cast<int>(population),
+                          static_cast<int>(successes), static_cast<int>(sample));
     return kSuccess;
 }
 

@@ -132,9 +132,9 @@ TEST(ContingencyTable, FisherAddsUpWhatIsNotMoreProbable) {
     std::mt19937 engine(7);
     for (int n = 0; n < 400; ++n) {
         const unsigned size = n % 2 == 0 ? 12 : 60;
-        std::vector<double> cells;
-        for (int i = 0; i < 4; ++i)
-            cells.push_back(static_cast<unsigned>(engine()) % size);
+        std::vector<double> cells(4);
+        for (double& cell : cells)
+            cell = static_cast<unsigned>(engine()) % size;
         if (n % 5 == 0) cells[3] = cells[0] + cells[1] - std::min(cells[2], cells[0] + cells[1]);
         cells[3] += 1;
         const Counts counts{2, 2, cells};

@@ -24,7 +24,7 @@ public:
         const unsigned rows = tables_ % 3 == 0 ? 2 : 2 + Below(6);
         const unsigned columns = tables_ % 3 == 0 ? 2 : 2 + Below(6);
         int status = -1;
-        const TablePtr made = MakeTable(Counts(rows * columns), rows, columns, &status);
+        const TablePtr made = MakeTable(Counts(std::size_t{rows} * columns), rows, columns, &status);
         const IContingencyTable& table = *made;
         Fill<TableChiSquare>("ChiSquare", 8, [&](auto* r) { return table.GetChiSquare(r); });
         Fill<TableAssociation>("Association", 27, [&](auto* r) { return table.GetAssociation(r); });
@@ -33,15 +33,13 @@ public:
         Fill<TableTest>("LinearByLinear", 3, [&](auto* r) { return table.GetLinearByLinear(r); });
         Fill<TableTrend>("Trend", 4, [&](auto* r) { return table.GetTrend(r); });
         Fill<TableRisk>("Risk", 6, [&](auto* r) { return table.GetRisk(r, 0.9375); });
-        Record("Residuals", 0,
-               {table.Expected(1, 1), table.Residual(1, 1), table.StandardizedResidual(1, 1),
-                table.AdjustedResidual(1, 1), table.Contribution(1, 1)});
+        Record("Residuals", 0, {table.AdjustedResidual(1, 1), table.Contribution(1, 1)});
     }
 
     void Strata() {
         MantelHaenszel r;
         r.strata = 1 + Below(5);
-        const std::vector<double> counts = Counts(4 * r.strata);
+        const std::vector<double> counts = Counts(std::size_t{4} * r.strata);
         const bool continuity = Below(2) == 0;
         const auto type = static_cast<IntervalType>(static_cast<int>(Below(3)) - 1);
         const int status = RunMantelHaenszel(&r, counts.data(), continuity, 0.90625, type);
