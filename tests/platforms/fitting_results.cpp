@@ -49,14 +49,14 @@ private:
         family.plot(&plot, data.data(), position, 0.9, &points[0], &points[n], &points[std::size_t{2} * n],
                     percent.data(), &lines[0], &lines[2], &lines[4]);
         for (const auto& values : {Doubles(plot, 5), points, lines})
-            Record("ProbabilityPlot" + family.name, values, 1);
+            Record("Plot" + family.name, values, 1);
     }
 
     void Curve(const FittedFamily& family, const v2::DistributionFit& fit) {
         std::vector<double> curve(std::size_t{2} * kPoints);
         v2::RunKelGrCurveFit(&fit, family.family, fit.n, numbers_.Below(3), 8, 64, kPoints, &curve[0],
                              &curve[kPoints]);
-        Record("FittedCurve" + family.name, curve, 1);
+        Record("Curve" + family.name, curve, 1);
     }
 
     void Record(const std::string& group, const std::vector<double>& values, double scale) {

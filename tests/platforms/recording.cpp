@@ -43,8 +43,8 @@ constexpr double kSearched = 4096;
 // A search ends by the probability, near 1 at quantiles that are farther apart [23450].
 constexpr double kSearchedInT = 0x1p18;
 constexpr const char* kOthers =
-    "AndersonDarling Beta Binomial ChiSq F Fit FittedCurve Gamma Hypergeometric Lambda NegBinomial "
-    "OneProportion OneSampleT OneVariance PairedT Poisson ProbabilityPlot SampleT T ";
+    "AndersonDarling Beta Binomial ChiSq Curve F Fit Gamma Hypergeometric Lambda NegBinomial "
+    "OneProportion OneSampleT OneVariance PairedT Plot Poisson SampleT T ";
 
 bool IsAmong(std::string_view group, const char* prefixes) {
     std::istringstream words(prefixes);
