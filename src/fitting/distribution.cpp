@@ -176,6 +176,28 @@ double DensityAtThreshold(const Distribution& d) {
     }
 }
 
+// Of each family in the order of their numbers; the threshold by its place among the parameters.
+struct Form {
+    Standard standard;
+    bool isOfLogarithm;
+    std::size_t threshold;
+};
+constexpr std::size_t kNone = 3;
+constexpr Form kForms[] = {{Standard::Normal, false, kNone},
+                           {Standard::Normal, true, kNone},
+                           {Standard::Normal, true, 2},
+                           {Standard::Exponential, false, kNone},
+                           {Standard::Exponential, false, 1},
+                           {Standard::SmallestExtremeValue, true, kNone},
+                           {Standard::SmallestExtremeValue, true, 2},
+                           {Standard::Gamma, false, kNone},
+                           {Standard::Gamma, false, 2},
+                           {Standard::SmallestExtremeValue, false, kNone},
+                           {Standard::LargestExtremeValue, false, kNone},
+                           {Standard::Logistic, false, kNone},
+                           {Standard::Logistic, true, kNone},
+                           {Standard::Logistic, true, 2}};
+
 }  // namespace
 
 bool IsFamily(DistributionFamily family) {
@@ -183,61 +205,21 @@ bool IsFamily(DistributionFamily family) {
 }
 
 bool MakeDistribution(DistributionFamily family, const double* parameter, Distribution* distribution) {
-    Distribution d{Standard::Normal, false, 1, parameter[0], parameter[1], 0};
-    bool isProper = true;
-    switch (family) {
-        case DistributionFamily::LogNormal3:
-            d.threshold = parameter[2];
-            [[fallthrough]];
-        case DistributionFamily::LogNormal:
-            d.isOfLogarithm = true;
-            break;
-        case DistributionFamily::Exponential2:
-        case DistributionFamily::Exponential:
-            d = {Standard::Exponential,
-                 false,
-                 1,
-                 0,
-                 parameter[0],
-                 family == DistributionFamily::Exponential2 ? parameter[1] : 0};
-            break;
-        case DistributionFamily::Weibull3:
-        case DistributionFamily::Weibull:
-            isProper = parameter[0] > 0 && parameter[1] > 0 && std::isfinite(parameter[1]);
-            if (!isProper) break;
-            d = {Standard::SmallestExtremeValue,
-                 true,
-                 1,
-                 elementary::Log(parameter[1]),
-                 1 / parameter[0],
-                 family == DistributionFamily::Weibull3 ? parameter[2] : 0};
-            break;
-        case DistributionFamily::Gamma3:
-        case DistributionFamily::Gamma:
-            d = {Standard::Gamma, false,
-                 parameter[0],    0,
-                 parameter[1],    family == DistributionFamily::Gamma3 ? parameter[2] : 0};
-            break;
-        case DistributionFamily::SmallestExtremeValue:
-            d.standard = Standard::SmallestExtremeValue;
-            break;
-        case DistributionFamily::LargestExtremeValue:
-            d.standard = Standard::LargestExtremeValue;
-            break;
-        case DistributionFamily::LogLogistic3:
-            d.threshold = parameter[2];
-            [[fallthrough]];
-        case DistributionFamily::LogLogistic:
-            d.isOfLogarithm = true;
-            [[fallthrough]];
-        case DistributionFamily::Logistic:
-            d.standard = Standard::Logistic;
-            break;
-        default:
-            break;
+    const Form& form = kForms[static_cast<std::size_t>(family)];
+    const double threshold = form.threshold == kNone ? 0 : parameter[form.threshold];
+    Distribution d{form.standard, form.isOfLogarithm, 1, parameter[0], parameter[1], threshold};
+    if (form.standard == Standard::Exponential) {
+        d.location = 0;
+        d.scale = parameter[0];
+    } else if (form.standard == Standard::Gamma) {
+        d.shape = parameter[0];
+        d.location = 0;
+    } else if (form.standard == Standard::SmallestExtremeValue && form.isOfLogarithm) {
+        d.location = parameter[1] > 0 ? elementary::Log(parameter[1]) : frame::kQuietNaN;
+        d.scale = 1 / parameter[0];
     }
     *distribution = d;
-    return isProper && d.shape > 0 && std::isfinite(d.shape) && std::isfinite(d.location) && d.scale > 0 &&
+    return d.shape > 0 && std::isfinite(d.shape) && std::isfinite(d.location) && d.scale > 0 &&
            std::isfinite(d.scale) && std::isfinite(d.threshold);
 }
 
