@@ -122,15 +122,16 @@ void AddTwoVariances() {
 }
 
 void AddSeveralVariances() {
-    constexpr unsigned kGroups = 20;
+    constexpr std::size_t kGroups = 20;
+    constexpr std::size_t kEach = kCount / kGroups;
     const Sample data = NormalSample(kCount, 3);
-    const std::vector<unsigned> sizes(kGroups, kCount / kGroups);
+    const std::vector<unsigned> sizes(kGroups, kEach);
     std::vector<Sample> groups;
-    for (unsigned i = 0; i < kGroups; ++i)
-        groups.emplace_back(&data[i * sizes[0]], &data[i * sizes[0]] + sizes[0]);
+    for (std::size_t i = 0; i < kGroups; ++i)
+        groups.emplace_back(&data[i * kEach], &data[i * kEach] + kEach);
     const std::string workload = "20 variances, 1000 values";
     AddBenchmark(workload, kOurs, kCount, [=, record = v0::VariancesTest(), out = Sample(kGroups)]() mutable {
-        record.groups = kGroups;
+        record.groups = static_cast<unsigned>(kGroups);
         benchmark::DoNotOptimize(v0::RunVariancesTest(&record, data.data(), sizes.data(), kConfidence,
                                                       nullptr, nullptr, nullptr, out.data(), nullptr));
     });

@@ -146,7 +146,7 @@ double NormalRange::UpperTail(double w) const {
     constexpr double kWidest = 2 * (kGreatestMaximum - 4 - kReach);
     if (w > kWidest) return 0;
     const double steps = w * perUnit_;
-    const int shift = static_cast<int>(steps + 0.5);
+    const int shift = static_cast<int>(std::floor(steps + 0.5));
     // Phi(z - w) is its series about z less the nearest multiple of the step.
     const double displacement = (shift - steps) / perUnit_;
     const int first = std::max({firstMaximum_, kLeast * perUnit_ + shift,

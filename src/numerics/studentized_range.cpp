@@ -5,12 +5,12 @@
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <numbers>
 
 #include "elementary/error_function.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
-#include "elementary/special.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "numerics/normal_range.h"
@@ -249,7 +249,8 @@ double Converged(double result) {
 
 // By the bits: comparisons would trap.
 bool IsNaN(double x) {
-    return elementary::IsNaNBits(std::bit_cast<std::uint64_t>(x));
+    constexpr auto kInfinity = std::bit_cast<std::uint64_t>(std::numeric_limits<double>::infinity());
+    return (std::bit_cast<std::uint64_t>(x) & ~(std::uint64_t{1} << 63)) > kInfinity;
 }
 
 bool IsDomain(double x, unsigned count, unsigned leastCount, double df) {

@@ -142,6 +142,7 @@ TEST(Variances, OfRealDataAreThoseOfR) {
         for (const test::Row& value : test::ReadTable("../../examples/data/" + row.at(0) + ".csv", ','))
             groups[value.back()].push_back(test::Number(value.front()));
         std::vector<Values> samples;
+        samples.reserve(groups.size());
         for (const auto& [name, values] : groups)
             samples.push_back(values);
         const Fields fields = SeveralSamples(samples, 0.95);

@@ -21,9 +21,9 @@ void RecordVariances(Recording& recording, unsigned seed) {
     constexpr int kCases = 120;
     ExactNumbers numbers(seed);
     const auto sample = [&numbers] {
-        const auto n = static_cast<std::size_t>(2 + numbers.Below(30));
+        const int n = 2 + numbers.Below(30);
         const int spread = 1 + numbers.Below(6);
-        return numbers.Data(n, 6, spread);
+        return numbers.Data(static_cast<std::size_t>(n), 6, spread);
     };
     for (int i = 0; i < kCases; ++i) {
         const std::vector<double> samples[] = {sample(), sample(), sample()};
