@@ -82,23 +82,22 @@ void SeveralSamples(Input& input) {
         const Data group = Values(input, sizes[i]);
         data.insert(data.end(), group.begin(), group.end());
     }
-    std::array<std::array<double, kMostGroups>, 5> out;
-    for (auto& array : out)
-        array.fill(kUnwritten);
+    Data out(5 * kMostGroups, kUnwritten);
+    const auto array = [&out](std::size_t k) { return out.data() + k * kMostGroups; };
     int status = -1;
     const auto name = [&] { return Call("RunVariancesTest", r.groups, confidence, status); };
     const auto run = [&] {
-        status = RunVariancesTest(&r, data.data(), sizes.data(), confidence, out[0].data(), out[1].data(),
-                                  out[2].data(), out[3].data(), out[4].data());
+        status = RunVariancesTest(&r, data.data(), sizes.data(), confidence, array(0), array(1), array(2),
+                                  array(3), array(4));
     };
     Checked(Mode::Bare, run, name);
     Expect(IsStatus(status) && status != 30002, name, "undocumented status");
     ExpectPValues(name, {r.comparisonPValue, r.levenePValue, r.bartlettPValue});
-    for (std::size_t i = 0; i < kMostGroups; ++i)
-        for (std::size_t k = 0; k < out.size(); ++k) {
-            Expect(IsWritten(out[k][i]) == (i < r.groups), name, "an array is not written as documented");
-            Expect(k != 2 || !(out[1][i] > out[2][i]), name, "the bounds are not in order");
-        }
+    for (std::size_t i = 0; i < out.size(); ++i)
+        Expect(IsWritten(out[i]) == (i % kMostGroups < r.groups), name,
+               "an array is not written as documented");
+    for (std::size_t i = 0; i < r.groups; ++i)
+        Expect(!(array(1)[i] > array(2)[i]), name, "the bounds are not in order");
 }
 
 // The level returns from its critical value, but for the rounding of tails next to 1.

@@ -22,6 +22,8 @@
 /// used again shows nothing of what was before. A confidence that is NaN or outside (0, 1) gives NaN bounds, an
 /// alternative that is none of the three the p-value 0, both with status 0.
 ///
+/// Where the squares of values overflow, what rests on them is infinite or NaN, with status 0.
+///
 /// Relative errors are below 1e-8 for bounds and p-values and 1e-11 for all else. The routines set no floating-point
 /// mode but around the distribution functions that they call, which leave the thread in the default mode; called in that
 /// mode they do not throw. Time: n log n for the trimmed means and medians, and for several groups one square root for

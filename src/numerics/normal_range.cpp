@@ -1,6 +1,7 @@
 #include "numerics/normal_range.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -57,6 +58,36 @@ Fineness FinenessFor(unsigned count) {
     if (count <= 20) return {4, 20, 8};
     if (count <= 1000) return {8, 16, 8};
     return {16, 13, 12};
+}
+
+// The tables at the points of a block.
+struct Block {
+    const double* series;
+    std::size_t stride;  // from one term to the next
+    int terms;
+    const double* reciprocals;
+    const double* weights;
+};
+
+// Adds the integrand at each point to its sum.
+inline void AddTo(Points (&sums)[kVectors], const Block& block, double displacement, unsigned power) {
+    const double* term = block.series + static_cast<std::size_t>(block.terms - 1) * block.stride;
+    Points ratio[kVectors];
+    ForEachVector([&](std::size_t k) { ratio[k] = Load(term + k * kLanes); });
+    for (int n = 1; n < block.terms; ++n) {
+        term -= block.stride;
+        ForEachVector([&](std::size_t k) { ratio[k] = ratio[k] * displacement + Load(term + k * kLanes); });
+    }
+    ForEachVector([&](std::size_t k) { ratio[k] = ratio[k] * Load(block.reciprocals + k * kLanes); });
+    // 1 - (1 - ratio)^power by the bits of the power, from positive terms alone.
+    Points tail[kVectors];
+    ForEachVector([&](std::size_t k) { tail[k] = ratio[k]; });
+    for (unsigned bit = std::bit_floor(power) / 2; bit != 0; bit /= 2) {
+        ForEachVector([&](std::size_t k) { tail[k] = tail[k] * (2.0 - tail[k]); });
+        if ((power & bit) != 0)
+            ForEachVector([&](std::size_t k) { tail[k] = tail[k] + ratio[k] * (1.0 - tail[k]); });
+    }
+    ForEachVector([&](std::size_t k) { sums[k] = sums[k] + Load(block.weights + k * kLanes) * tail[k]; });
 }
 
 }  // namespace
@@ -143,7 +174,8 @@ void NormalRange::FillWeights(const Tails& tails) {
 double NormalRange::UpperTail(double w) const {
     // The integrand is largest near w / 2, and its logarithm falls from there like the square.
     constexpr double kReach = 6;
-    constexpr double kWidest = 2 * (kGreatestMaximum - 4 - kReach);
+    constexpr double kLongestBlock = 4;
+    constexpr double kWidest = 2 * (kGreatestMaximum - kLongestBlock - kReach);
     if (w > kWidest) return 0;
     const double steps = w * perUnit_;
     const int shift = static_cast<int>(std::floor(steps + 0.5));
@@ -152,32 +184,12 @@ double NormalRange::UpperTail(double w) const {
     const int first = std::max({firstMaximum_, kLeast * perUnit_ + shift,
                                 static_cast<int>(std::floor((w / 2 - kReach) * perUnit_))});
     const int last = std::max(lastMaximum_, static_cast<int>((w / 2 + kReach) * perUnit_));
-    unsigned topBit = 1;
-    while (topBit <= power_ / 2)
-        topBit *= 2;
-
     Points sums[kVectors] = {};
     for (int z = first; z <= last; z += static_cast<int>(kBlock)) {
-        const double* term = &series_[At(z - shift, kLeast) + static_cast<std::size_t>(terms_ - 1) * stride_];
-        Points ratio[kVectors];
-        ForEachVector([&](std::size_t k) { ratio[k] = Load(term + k * kLanes); });
-        for (int n = 1; n < terms_; ++n) {
-            term -= stride_;
-            ForEachVector(
-                [&](std::size_t k) { ratio[k] = ratio[k] * displacement + Load(term + k * kLanes); });
-        }
-        const double* const reciprocals = &reciprocals_[At(z, kLeastMaximum)];
-        ForEachVector([&](std::size_t k) { ratio[k] = ratio[k] * Load(reciprocals + k * kLanes); });
-        // 1 - (1 - ratio)^power by the bits of the power, from positive terms alone.
-        Points tail[kVectors];
-        ForEachVector([&](std::size_t k) { tail[k] = ratio[k]; });
-        for (unsigned bit = topBit / 2; bit != 0; bit /= 2) {
-            ForEachVector([&](std::size_t k) { tail[k] = tail[k] * (2.0 - tail[k]); });
-            if ((power_ & bit) != 0)
-                ForEachVector([&](std::size_t k) { tail[k] = tail[k] + ratio[k] * (1.0 - tail[k]); });
-        }
-        const double* const weights = &weights_[At(z, kLeastMaximum)];
-        ForEachVector([&](std::size_t k) { sums[k] = sums[k] + Load(weights + k * kLanes) * tail[k]; });
+        const std::size_t maximum = At(z, kLeastMaximum);
+        const Block block{&series_[At(z - shift, kLeast)], stride_, terms_, &reciprocals_[maximum],
+                          &weights_[maximum]};
+        AddTo(sums, block, displacement, power_);
     }
     double values[kBlock];
     ForEachVector([&](std::size_t k) { Store(values + k * kLanes, sums[k]); });

