@@ -1,6 +1,9 @@
 #include "fitting/sample.h"
 
+#include <bit>
+#include <cfloat>
 #include <cmath>
+#include <cstdint>
 
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
@@ -34,7 +37,10 @@ namespace {
 
 // The largest power of two that is not above a positive finite range.
 double UnitOf(double range) {
-    return std::ldexp(1, std::ilogb(range));
+    constexpr std::uint64_t kExponent = 0x7FF0'0000'0000'0000;
+    constexpr double kRaise = 0x1p60;
+    if (range < DBL_MIN) return UnitOf(range * kRaise) / kRaise;
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(range) & kExponent);
 }
 
 }  // namespace
