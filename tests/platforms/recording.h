@@ -69,6 +69,7 @@ std::vector<Recorded> ReadTable(const std::string& file);
 // All of them, in the order of the table. The seed is that of the data.
 void RecordDistributions(Recording& recording, unsigned seed);
 void RecordTests(Recording& recording, unsigned seed);
+void RecordRankTests(Recording& recording, unsigned seed);
 void RecordDescriptive(Recording& recording, unsigned seed);
 void RecordBoxplots(Recording& recording, unsigned seed);
 void RecordSamplers(Recording& recording);

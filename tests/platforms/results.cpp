@@ -15,6 +15,7 @@ namespace {
 void RecordAll(zul::test::Recording& recording) {
     RecordDistributions(recording, 20240301);
     RecordTests(recording, 20240302);
+    RecordRankTests(recording, 20240306);
     RecordDescriptive(recording, 20240303);
     RecordBoxplots(recording, 20240305);
     RecordSamplers(recording);

@@ -104,6 +104,7 @@ std::vector<Work> Works() {
                                Recorder(test::RecordDescriptive),
                                Recorder(test::RecordClustering),
                                Recorder(test::RecordTests),
+                               Recorder(test::RecordRankTests),
                                Recorder(test::RecordBoxplots),
                                Recorder(test::RecordDistributions)};
     for (const auto& [name, slot] : test::Slots())
