@@ -280,8 +280,8 @@ ZUL_API int RunMoodMedian(MoodMedian* record, const double* data, const unsigned
 ///
 /// The effect of a treatment is the mean, over all treatments, of the median difference from it within blocks
 /// (K. Doksum, Robust procedures for some linear models with one observation per cell, 1967).
-/// Source: M. Friedman, The use of ranks to avoid the assumption of normality implicit in the analysis of variance,
-/// 1937.
+/// Source: M. Friedman, The use of ranks to avoid the assumption of normality implicit in the analysis of
+/// variance, 1937.
 /// @param record in: blocks, treatments; out: all other fields
 /// @param data in: record->blocks times record->treatments values, block by block
 /// @param rankSums out: the treatments' rank sums

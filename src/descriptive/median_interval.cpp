@@ -64,11 +64,12 @@ double Weight(double n, double d, double share) {
     return (n - d) * share / (d + (n - 2 * d) * share);
 }
 
-// The difference of two huge values overflows.
+// The difference of two huge values overflows, and rounding may pass the end of the way.
 double Interpolated(double from, double to, double weight) {
     const double step = to - from;
     const bool isHuge = std::isinf(step) && std::isfinite(from) && std::isfinite(to);
-    return isHuge ? from * (1 - weight) + to * weight : from + weight * step;
+    const double value = isHuge ? from * (1 - weight) + to * weight : from + weight * step;
+    return from < to ? std::min(value, to) : std::max(value, to);
 }
 
 }  // namespace
@@ -78,7 +79,8 @@ MedianDepth FindMedianDepth(unsigned n, double confidence) {
 }
 
 bool ReachesMiddle(const MedianDepth& depth, unsigned n) {
-    return depth.d >= n / 2;
+    const unsigned half = n / 2;
+    return depth.d >= half;
 }
 
 MedianBounds InterpolatedInterval(const double* sorted, unsigned n, double median, double confidence,
