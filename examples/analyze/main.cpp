@@ -14,9 +14,11 @@
 #include "csv_table.h"
 #include "distribution.h"
 #include "fit_tests.h"
+#include "group_tests.h"
 #include "mean_tests.h"
 #include "options.h"
 #include "proportion_tests.h"
+#include "rank_tests.h"
 #include "report.h"
 #include "runs_test.h"
 #include "sample.h"
@@ -119,6 +121,8 @@ int Run(int argc, char** argv) {
     analyze::AddProportionTests(app);
     analyze::AddVarianceTest(app);
     analyze::AddRunsTest(app);
+    analyze::AddRankTests(app);
+    analyze::AddGroupTests(app);
     analyze::AddFitTests(app);
     analyze::AddTableTest(app);
     AddCluster(app);

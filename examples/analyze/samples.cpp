@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <set>
 #include <utility>
 #include <vector>
@@ -76,6 +77,19 @@ std::array<Sample, 2> ReadTwoSamples(const CsvTable& table, const TestOptions& o
     for (std::size_t i = 0; i < cells.size(); ++i)
         for (Sample& sample : samples)
             if (keys[i].text == sample.label) sample.cells.push_back(cells[i]);
+    return samples;
+}
+
+std::vector<Sample> ReadGroups(const CsvTable& table, const std::string& column, const std::string& by) {
+    const CsvRow cells = table.ReadCells(column);
+    const CsvRow keys = table.ReadCells(by);
+    std::map<std::string, CsvRow> groups;
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        if (!cells[i].text.empty()) groups[keys[i].text].push_back(cells[i]);
+    std::vector<Sample> samples;
+    for (auto& [label, row] : groups)
+        samples.push_back({label, column, std::move(row)});
+    std::ranges::sort(samples, Precedes, &Sample::label);
     return samples;
 }
 

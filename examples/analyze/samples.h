@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 #include "csv_table.h"
 #include "options.h"
@@ -19,5 +20,9 @@ struct Sample {
 /// The samples that the options choose. Of two columns the blank cells are passed over, so that the samples
 /// may differ in size. Throws InputError.
 std::array<Sample, 2> ReadTwoSamples(const CsvTable& table, const TestOptions& options);
+
+/// All groups of the column that the column `by` tells apart, ascending: numbers by their value, other texts by
+/// their characters. Blank cells are passed over. Throws InputError.
+std::vector<Sample> ReadGroups(const CsvTable& table, const std::string& column, const std::string& by);
 
 }  // namespace analyze
