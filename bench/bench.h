@@ -35,6 +35,7 @@ void AddFrameBenchmarks();
 void AddDistributionBenchmarks();
 void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
+void AddRankTestBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
 

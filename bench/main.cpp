@@ -2,7 +2,8 @@
 
 int main(int argc, char** argv) {
     using namespace zul::bench;
-    return Run(argc, argv,
-               {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks,
-                AddHypothesisBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
+    return Run(
+        argc, argv,
+        {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks, AddHypothesisBenchmarks,
+         AddRankTestBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
 }

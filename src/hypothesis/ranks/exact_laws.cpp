@@ -39,15 +39,23 @@ Ranks UntiedRanks(unsigned n) {
     return ranks;
 }
 
+unsigned MakeWhole(Ranks* doubled) {
+    if (std::any_of(doubled->begin(), doubled->end(), [](unsigned rank) { return rank % 2 == 1; })) return 2;
+    for (unsigned& rank : *doubled)
+        rank /= 2;
+    return 1;
+}
+
 // The law is symmetric: of each number of ranks one half is counted and the other is mirrored as it is needed.
-RankLaw SignedRankLaw(const Ranks& ranks, std::size_t last) {
+RankLaw SignedRankLaw(const Ranks& ranks) {
+    const std::size_t last = SumOfFirst(ranks, ranks.size()) / 2;
     RankLaw law{std::vector<double>(last + 1), PowerOfTwo(ranks.size())};
     std::vector<double>& ways = law.ways;
     ways[0] = 1;
     std::size_t all = 0;      // the sum of the ranks so far
     std::size_t counted = 0;  // up to the middle of it
     for (const std::size_t rank : ranks) {
-        const std::size_t middle = std::min((all + rank) / 2, last);
+        const std::size_t middle = (all + rank) / 2;
         for (std::size_t sum = counted + 1; sum <= middle; ++sum)
             ways[sum] = sum <= all ? ways[all - sum] : 0;
         for (std::size_t sum = middle; sum >= rank; --sum)
@@ -59,13 +67,12 @@ RankLaw SignedRankLaw(const Ranks& ranks, std::size_t last) {
 }
 
 // The law is symmetric: of the two tails the one beyond the middle is the complement of one before it.
-kernels::TailPair SignedRankTails(const Ranks& ranks, std::size_t value) {
+kernels::TailPair SignedRankTails(const RankLaw& law, const Ranks& ranks, std::size_t value) {
     const std::size_t mirrored = SumOfFirst(ranks, ranks.size()) - value;
-    const std::size_t last = std::min(value, mirrored);
-    const RankLaw law = SignedRankLaw(ranks, last);
-    const double upTo = law.LowerTail(last);
-    const double from = last == 0 ? 1 : 1 - law.LowerTail(last - 1);
-    return value == last ? kernels::TailPair{upTo, from} : kernels::TailPair{from, upTo};
+    const std::size_t nearer = std::min(value, mirrored);
+    const double upTo = law.LowerTail(nearer);
+    const double from = nearer == 0 ? 1 : 1 - law.LowerTail(nearer - 1);
+    return value == nearer ? kernels::TailPair{upTo, from} : kernels::TailPair{from, upTo};
 }
 
 // The ways to choose j of the first ranks, row by row of j, each from the least sum on. Only those are kept that can
@@ -95,8 +102,7 @@ RankLaw RankSumLaw(const Ranks& ranks, unsigned chosen) {
     return law;
 }
 
-kernels::TailPair RankSumTails(const Ranks& ranks, unsigned chosen, std::size_t value) {
-    const RankLaw law = RankSumLaw(ranks, chosen);
+kernels::TailPair RankSumTails(const RankLaw& law, const Ranks& ranks, unsigned chosen, std::size_t value) {
     const std::size_t t = value - SumOfFirst(ranks, chosen);
     return {law.LowerTail(t), Sum(law.ways.data() + t, law.ways.size() - t) / law.total};
 }

@@ -25,16 +25,19 @@ using Ranks = std::vector<unsigned>;
 // 1 to n.
 Ranks UntiedRanks(unsigned n);
 
-// The sum over a random subset of ranks, each of them in it with probability 1/2. Values above `last` are not counted.
-RankLaw SignedRankLaw(const Ranks& ranks, std::size_t last);
+// Halves doubled ranks if all of them are even; how many times as large as the ranks they are then.
+unsigned MakeWhole(Ranks* doubled);
 
-// Both tails of that sum at its value.
-kernels::TailPair SignedRankTails(const Ranks& ranks, std::size_t value);
+// The sum over a random subset of ranks, each of them in it with probability 1/2, up to the middle of its values.
+RankLaw SignedRankLaw(const Ranks& ranks);
+
+// Both tails of that sum at a value.
+kernels::TailPair SignedRankTails(const RankLaw& law, const Ranks& ranks, std::size_t value);
 
 // The sum over a random subset of so many of the ranks, which ascend. The least value is that of the first ones.
 RankLaw RankSumLaw(const Ranks& ranks, unsigned chosen);
 
-// Both tails of that sum at its value.
-kernels::TailPair RankSumTails(const Ranks& ranks, unsigned chosen, std::size_t value);
+// Both tails of that sum at a value.
+kernels::TailPair RankSumTails(const RankLaw& law, const Ranks& ranks, unsigned chosen, std::size_t value);
 
 }  // namespace zul::hypothesis

@@ -35,6 +35,7 @@ namespace {
 
 using descriptive::SortedValues;
 using hypothesis::NormalLaw;
+using hypothesis::RankLaw;
 using hypothesis::Ranks;
 using hypothesis::Tie;
 
@@ -65,41 +66,36 @@ NormalLaw UntiedLaw(double n1, double n2) {
     return {n1 * n2 / 2, std::sqrt(n1 * n2 * (n1 + n2 + 1) / 12)};
 }
 
-int SetPairInterval(MannWhitney* record, Samples* samples, double confidence, IntervalType type) {
+// untied: the exact law of untied ranks, if that is the one.
+int SetPairInterval(MannWhitney* record, Samples* samples, double confidence, IntervalType type,
+                    const RankLaw& untied) {
     const unsigned n1 = record->n1;
     const unsigned n2 = record->n2;
     std::array<double, hypothesis::kOwnRoom> ownRoom;
     const hypothesis::Differences pairs(samples->first.Items(), n1, samples->second.Items(), n2);
     return hypothesis::SetInterval(record, pairs, samples->Room(ownRoom), confidence, type, [&](double tail) {
-        if (record->exact == 0) return hypothesis::DepthAt(tail, UntiedLaw(n1, n2), pairs.Count());
-        return hypothesis::DepthAt(
-            tail, hypothesis::RankSumLaw(hypothesis::UntiedRanks(n1 + n2), std::min(n1, n2)), pairs.Count());
+        return record->exact == 1 ? hypothesis::DepthAt(tail, untied, pairs.Count())
+                                  : hypothesis::DepthAt(tail, UntiedLaw(n1, n2), pairs.Count());
     });
 }
 
 // By the smaller sample, whose sums are fewer.
-kernels::TailPair ExactTails(const Samples& samples, double rankSum) {
+kernels::TailPair ExactTails(const Samples& samples, double rankSum, const RankLaw& untied) {
     const unsigned N = samples.n1 + samples.n2;
+    const unsigned chosen = std::min(samples.n1, samples.n2);
     Ranks ranks;
     ranks.reserve(N);
-    bool hasHalves = false;
     samples.ForEachTie([&](const Tie& tie) {
         ranks.insert(ranks.end(), tie.size, static_cast<unsigned>(tie.DoubledRank()));
-        hasHalves = hasHalves || tie.size % 2 == 0;
     });
-    double sum = 2 * rankSum;
-    double total = N * (N + 1.0);
-    if (!hasHalves) {
-        for (unsigned& rank : ranks)
-            rank /= 2;
-        sum /= 2;
-        total /= 2;
-    }
-    if (samples.n1 <= samples.n2)
-        return hypothesis::RankSumTails(ranks, samples.n1, static_cast<std::size_t>(sum));
-    const auto [lower, upper] =
-        hypothesis::RankSumTails(ranks, samples.n2, static_cast<std::size_t>(total - sum));
-    return {upper, lower};
+    const unsigned unit = hypothesis::MakeWhole(&ranks);
+    const double sum = samples.n1 == chosen ? rankSum : N * (N + 1.0) / 2 - rankSum;
+    const auto value = static_cast<std::size_t>(sum * unit);
+    const kernels::TailPair tails =
+        ranks == hypothesis::UntiedRanks(N)
+            ? hypothesis::RankSumTails(untied, ranks, chosen, value)
+            : hypothesis::RankSumTails(hypothesis::RankSumLaw(ranks, chosen), ranks, chosen, value);
+    return samples.n1 == chosen ? tails : kernels::TailPair{tails.upper, tails.lower};
 }
 
 // Medians, rank sum and its u; the share that ties leave of the variance.
@@ -118,10 +114,10 @@ double Summarise(MannWhitney* record, const Samples& samples) {
     return share.Of(1, n1 + record->n2);
 }
 
-int Test(MannWhitney* record, const Samples& samples, double tieShare, Side side) {
+int Test(MannWhitney* record, const Samples& samples, double tieShare, const RankLaw& untied, Side side) {
     if (tieShare == 0) return kNoRankSumTest;
     if (record->exact == 1) {
-        record->pValue = hypothesis::PValueOf(ExactTails(samples, record->rankSum), side);
+        record->pValue = hypothesis::PValueOf(ExactTails(samples, record->rankSum, untied), side);
         record->pValueTies = record->pValue;
         return kSuccess;
     }
@@ -140,7 +136,7 @@ void Clear(MannWhitney* record) {
     record->n2 = n2;
 }
 
-// test(samples, tieShare) is the test part.
+// test(samples, tieShare, untied) is the test part.
 template <typename TestPart>
 int Run(MannWhitney* record, const double* sample1, const double* sample2, bool normal, double confidence,
         IntervalType type, TestPart test) {
@@ -154,8 +150,11 @@ int Run(MannWhitney* record, const double* sample1, const double* sample2, bool 
         if (!samples.first.Obtained() || !samples.second.Obtained()) return kOutOfMemory;
         record->exact = !normal && std::uint64_t{n1} + n2 <= kLastExactCount ? 1 : 0;
         const double tieShare = Summarise(record, samples);
-        const int status = SetPairInterval(record, &samples, confidence, type);
-        return std::max(status, test(samples, tieShare));
+        const RankLaw untied =
+            record->exact == 1 ? hypothesis::RankSumLaw(hypothesis::UntiedRanks(n1 + n2), std::min(n1, n2))
+                               : RankLaw{};
+        const int status = SetPairInterval(record, &samples, confidence, type, untied);
+        return std::max(status, test(samples, tieShare, untied));
     } catch (const std::bad_alloc&) {
         Clear(record);
         return kOutOfMemory;
@@ -167,14 +166,14 @@ int Run(MannWhitney* record, const double* sample1, const double* sample2, bool 
 int RunMannWhitney(MannWhitney* record, const double* sample1, const double* sample2, bool normal,
                    double confidence, IntervalType type) {
     return Run(record, sample1, sample2, normal, confidence, type,
-               [](const Samples&, double) { return kSuccess; });
+               [](const Samples&, double, const RankLaw&) { return kSuccess; });
 }
 
 int RunMannWhitney(MannWhitney* record, const double* sample1, const double* sample2, bool normal,
                    double confidence, IntervalType type, AlternativeHypothesis alternative) {
     return Run(record, sample1, sample2, normal, confidence, type,
-               [=](const Samples& samples, double tieShare) {
-                   return Test(record, samples, tieShare, SideOf(alternative));
+               [=](const Samples& samples, double tieShare, const RankLaw& untied) {
+                   return Test(record, samples, tieShare, untied, SideOf(alternative));
                });
 }
 

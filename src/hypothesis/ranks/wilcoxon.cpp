@@ -30,6 +30,7 @@ Wilcoxon::Wilcoxon()
 namespace {
 
 using hypothesis::NormalLaw;
+using hypothesis::RankLaw;
 using hypothesis::Ranks;
 using hypothesis::Tie;
 
@@ -40,8 +41,9 @@ NormalLaw UntiedLaw(double n) {
     return {n * (n + 1) / 4, std::sqrt(n * (n + 1) * (2 * n + 1) / 24)};
 }
 
-int SetPairInterval(Wilcoxon* record, descriptive::SortedValues* sorted, double confidence,
-                    IntervalType type) {
+// untied: the exact law of untied ranks, if that is the one.
+int SetPairInterval(Wilcoxon* record, descriptive::SortedValues* sorted, double confidence, IntervalType type,
+                    const RankLaw& untied) {
     const unsigned n = record->n;
     const double* const x = sorted->Items();
     std::array<double, hypothesis::kOwnRoom> ownRoom;
@@ -49,10 +51,8 @@ int SetPairInterval(Wilcoxon* record, descriptive::SortedValues* sorted, double 
         sorted->Room() == nullptr ? std::span<double>(ownRoom) : std::span<double>(sorted->Room(), n);
     const auto setBy = [&](const auto& pairs) {
         return hypothesis::SetInterval(record, pairs, room, confidence, type, [&](double tail) {
-            const std::uint64_t count = pairs.Count();
-            if (record->exact == 0) return hypothesis::DepthAt(tail, UntiedLaw(n), count);
-            return hypothesis::DepthAt(
-                tail, hypothesis::SignedRankLaw(hypothesis::UntiedRanks(n), count / 2 + 1), count);
+            return record->exact == 1 ? hypothesis::DepthAt(tail, untied, pairs.Count())
+                                      : hypothesis::DepthAt(tail, UntiedLaw(n), pairs.Count());
         });
     };
     const bool mayOverflow = std::max(-x[0], x[n - 1]) > DBL_MAX / 2;
@@ -70,22 +70,21 @@ void ForEachDistance(const double* x, unsigned n, double median0, Visit visit) {
         visit);
 }
 
-// The ranks of the values that are used, whole ones, and twice the statistic.
-kernels::TailPair ExactTails(const double* x, unsigned n, double median0, double statistic) {
+kernels::TailPair ExactTails(const double* x, unsigned n, double median0, double statistic,
+                             const RankLaw& untied) {
     Ranks ranks;
     ranks.reserve(n);
-    bool hasHalves = false;
     ForEachDistance(x, n, median0, [&](const Tie& tie) {
         ranks.insert(ranks.end(), tie.size, static_cast<unsigned>(tie.DoubledRank()));
-        hasHalves = hasHalves || tie.size % 2 == 0;
     });
-    if (hasHalves) return hypothesis::SignedRankTails(ranks, static_cast<std::size_t>(2 * statistic));
-    for (unsigned& rank : ranks)
-        rank /= 2;
-    return hypothesis::SignedRankTails(ranks, static_cast<std::size_t>(statistic));
+    const unsigned unit = hypothesis::MakeWhole(&ranks);
+    const auto value = static_cast<std::size_t>(statistic * unit);
+    return ranks == hypothesis::UntiedRanks(n)
+               ? hypothesis::SignedRankTails(untied, ranks, value)
+               : hypothesis::SignedRankTails(hypothesis::SignedRankLaw(ranks), ranks, value);
 }
 
-void Test(Wilcoxon* record, const double* x, Side side, double median0) {
+void Test(Wilcoxon* record, const double* x, const RankLaw& untied, Side side, double median0) {
     if (std::isnan(median0)) return;
     double statistic = 0;
     double tied = 0;
@@ -100,7 +99,7 @@ void Test(Wilcoxon* record, const double* x, Side side, double median0) {
     record->used = static_cast<unsigned>(used);
     kernels::TailPair tails{1, 1};
     if (used > 0 && record->exact == 1) {
-        tails = ExactTails(x, record->n, median0, statistic);
+        tails = ExactTails(x, record->n, median0, statistic, untied);
     } else if (used > 0) {
         NormalLaw law = UntiedLaw(record->used);
         law.sd = std::sqrt(law.sd * law.sd - tied / 48);
@@ -115,7 +114,7 @@ void Clear(Wilcoxon* record) {
     record->n = n;
 }
 
-// test(record, sorted) is the test part.
+// test(sorted, untied) is the test part.
 template <typename TestPart>
 int Run(Wilcoxon* record, const double* data, bool normal, double confidence, IntervalType type,
         TestPart test) {
@@ -126,8 +125,10 @@ int Run(Wilcoxon* record, const double* data, bool normal, double confidence, In
         descriptive::SortedValues sorted(data, n);
         if (!sorted.Obtained()) return kOutOfMemory;
         record->exact = !normal && n <= kLastExactCount ? 1 : 0;
-        const int status = SetPairInterval(record, &sorted, confidence, type);
-        test(sorted.Items());
+        const RankLaw untied =
+            record->exact == 1 ? hypothesis::SignedRankLaw(hypothesis::UntiedRanks(n)) : RankLaw{};
+        const int status = SetPairInterval(record, &sorted, confidence, type, untied);
+        test(sorted.Items(), untied);
         return status;
     } catch (const std::bad_alloc&) {
         Clear(record);
@@ -138,13 +139,14 @@ int Run(Wilcoxon* record, const double* data, bool normal, double confidence, In
 }  // namespace
 
 int RunWilcoxon(Wilcoxon* record, const double* data, bool normal, double confidence, IntervalType type) {
-    return Run(record, data, normal, confidence, type, [](const double*) {});
+    return Run(record, data, normal, confidence, type, [](const double*, const RankLaw&) {});
 }
 
 int RunWilcoxon(Wilcoxon* record, const double* data, bool normal, double confidence, IntervalType type,
                 AlternativeHypothesis alternative, double median0) {
-    return Run(record, data, normal, confidence, type,
-               [=](const double* sorted) { Test(record, sorted, SideOf(alternative), median0); });
+    return Run(record, data, normal, confidence, type, [=](const double* sorted, const RankLaw& untied) {
+        Test(record, sorted, untied, SideOf(alternative), median0);
+    });
 }
 
 }  // namespace zul::v0
