@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <new>
 #include <numeric>
-#include <span>
 #include <vector>
 
 #include "descriptive/compensated_sum.h"
@@ -46,11 +45,12 @@ double TakeMedian(std::vector<double>* values) {
 class Layout {
 public:
     Layout(const double* data, unsigned blocks, unsigned treatments)
-        : data_(data),
-          blocks_(blocks),
-          treatments_(treatments),
-          rankSums_(treatments),
-          effects_(treatments) {}
+        : data_(data), blocks_(blocks), treatments_(treatments), rankSums_(treatments), effects_(treatments) {
+        constexpr double kHuge = 0x1p1000;
+        const bool hasHuge = std::any_of(data, data + std::size_t{blocks} * treatments,
+                                         [](double x) { return std::abs(x) > kHuge; });
+        if (hasHuge) scale_ = 0x1p-64;
+    }
 
     void Rank() {
         std::vector<unsigned> order(treatments_);
@@ -102,7 +102,7 @@ public:
 
 private:
     double At(std::size_t block, std::size_t treatment) const {
-        return data_[block * treatments_ + treatment];
+        return data_[block * treatments_ + treatment] * scale_;
     }
 
     const double* data_;

@@ -162,5 +162,14 @@ TEST(RankTests, MirrorImagesAndShifts) {
     }
 }
 
+TEST(RankTests, GroupsOfMoreValuesThanACount) {
+    const unsigned sizes[] = {3'000'000'000, 3'000'000'000};
+    v0::KruskalWallis kruskal;
+    v0::MoodMedian mood;
+    kruskal.groups = mood.groups = 2;
+    EXPECT_EQ(RunKruskalWallis(&kruskal, nullptr, sizes, nullptr, nullptr, nullptr), 30011);
+    EXPECT_EQ(RunMoodMedian(&mood, nullptr, sizes, nullptr, nullptr, nullptr, nullptr), 30011);
+}
+
 }  // namespace
 }  // namespace zul
