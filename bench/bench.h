@@ -37,6 +37,7 @@ void AddDescriptiveBenchmarks();
 void AddHypothesisBenchmarks();
 void AddVarianceBenchmarks();
 void AddFittingBenchmarks();
+void AddRankTestBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
 void AddContingencyBenchmarks();

@@ -15,9 +15,11 @@
 #include "csv_table.h"
 #include "distribution.h"
 #include "fits.h"
+#include "group_tests.h"
 #include "mean_tests.h"
 #include "options.h"
 #include "proportion_tests.h"
+#include "rank_tests.h"
 #include "report.h"
 #include "runs_test.h"
 #include "sample.h"
@@ -122,6 +124,8 @@ int Run(int argc, char** argv) {
     analyze::AddVarianceTest(app);
     analyze::AddVarianceComparisons(app);
     analyze::AddRunsTest(app);
+    analyze::AddRankTests(app);
+    analyze::AddGroupTests(app);
     analyze::AddFits(app);
     analyze::AddTableTest(app);
     analyze::AddCrosstab(app);

@@ -87,6 +87,7 @@ std::vector<Sample> ReadGroups(const CsvTable& table, const std::string& column,
     for (std::size_t i = 0; i < cells.size(); ++i)
         if (!cells[i].text.empty()) groups[keys[i].text].push_back(cells[i]);
     std::vector<Sample> samples;
+    samples.reserve(groups.size());
     for (auto& [label, row] : groups)
         samples.push_back({label, column, std::move(row)});
     std::ranges::sort(samples, Precedes, &Sample::label);

@@ -1,5 +1,6 @@
 #include "descriptive/median_interval.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -17,14 +18,6 @@ using frame::kQuietNaN;
 // Deliberate: the exact rule ends here, though it could go on.
 constexpr unsigned kLastExactCount = 50;
 
-// The depth d of an order statistic, counted from either end, and the coverage of the interval between the
-// values of depth d and of that between the values of depth d + 1.
-struct Depth {
-    double d;
-    double coverage;
-    double coverageOfNext;
-};
-
 // The smallest number with a lower tail of p or more.
 double BinomialQuantile(double p, const numerics::BinomialShape& shape) {
     // The quantile routine goes one up where the tail just reaches p: then none of the atom is used.
@@ -36,9 +29,10 @@ double BinomialQuantile(double p, const numerics::BinomialShape& shape) {
     return share <= kVanishingShare ? k - 1 : k;
 }
 
-Depth ExactDepth(unsigned n, double confidence) {
+MedianDepth ExactDepth(unsigned n, double confidence) {
     const numerics::BinomialShape shape(n, 0.5);
-    const double d = BinomialQuantile((1 - confidence) / 2, shape);
+    const double d = std::max(BinomialQuantile((1 - confidence) / 2, shape), 0.0);
+    if (d == 0) return {0, 1, 1 - 2 * numerics::BinomialMass(0, shape)};
     double below = kQuietNaN;
     double above = kQuietNaN;
     numerics::binomial_df(d - 1, shape, &below, &above);
@@ -55,13 +49,13 @@ double NormalCoverage(double d, double half, double sd) {
     return ErrorState().Failed() ? kQuietNaN : 1 - 2 * lower;
 }
 
-Depth NormalDepth(double n, double confidence) {
+MedianDepth NormalDepth(double n, double confidence) {
     const double half = n / 2;
     const double sd = std::sqrt(n) / 2;
     double z = 0;
     numerics::inv_normal_df((1 - confidence) / 2, &z);
     if (ErrorState().Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};
-    const double d = std::floor(half + z * sd + 0.5);
+    const double d = std::max(std::floor(half + z * sd + 0.5), 0.0);
     return {d, NormalCoverage(d, half, sd), NormalCoverage(d + 1, half, sd)};
 }
 
@@ -70,24 +64,45 @@ double Weight(double n, double d, double share) {
     return (n - d) * share / (d + (n - 2 * d) * share);
 }
 
+// The difference of two huge values overflows, and rounding may pass the end of the way.
+double Interpolated(double from, double to, double weight) {
+    const double step = to - from;
+    const bool isHuge = std::isinf(step) && std::isfinite(from) && std::isfinite(to);
+    const double value = isHuge ? from * (1 - weight) + to * weight : from + weight * step;
+    return from < to ? std::min(value, to) : std::max(value, to);
+}
+
 }  // namespace
 
-MedianBounds MedianInterval(const double* sorted, unsigned n, double median, double confidence) {
-    if (n == 0) return {kQuietNaN, kQuietNaN};
-    if (n == 1) return {sorted[0], sorted[0]};
-    const Depth depth = n <= kLastExactCount ? ExactDepth(n, confidence) : NormalDepth(n, confidence);
-    if (!(depth.d >= 1 && depth.d <= n)) return {kQuietNaN, kQuietNaN};
+MedianDepth FindMedianDepth(unsigned n, double confidence) {
+    return n <= kLastExactCount ? ExactDepth(n, confidence) : NormalDepth(n, confidence);
+}
+
+bool ReachesMiddle(const MedianDepth& depth, unsigned n) {
+    const unsigned half = n / 2;
+    return depth.d >= half;
+}
+
+MedianBounds InterpolatedInterval(const double* sorted, unsigned n, double median, double confidence,
+                                  const MedianDepth& depth) {
     const auto d = static_cast<std::size_t>(depth.d);
     const double low = sorted[d - 1];
     const double high = sorted[n - d];
     const double beyond = depth.coverage - confidence;
-    if (d < n / 2) {
+    if (!ReachesMiddle(depth, n)) {
         const double weight = Weight(n, depth.d, beyond / (depth.coverage - depth.coverageOfNext));
-        return {low + weight * (sorted[d] - low), high - weight * (high - sorted[n - d - 1])};
+        return {Interpolated(low, sorted[d], weight), Interpolated(high, sorted[n - d - 1], weight)};
     }
-    // The depth reaches the middle: the median stands for the inner values.
     const double weight = Weight(n, depth.d, beyond / depth.coverage);
-    return {low + weight * (median - low), high + weight * (median - high)};
+    return {Interpolated(low, median, weight), Interpolated(high, median, weight)};
+}
+
+MedianBounds MedianInterval(const double* sorted, unsigned n, double median, double confidence) {
+    if (n == 0) return {kQuietNaN, kQuietNaN};
+    if (n == 1) return {sorted[0], sorted[0]};
+    const MedianDepth depth = FindMedianDepth(n, confidence);
+    if (!(depth.d >= 1 && depth.d <= n)) return {kQuietNaN, kQuietNaN};
+    return InterpolatedInterval(sorted, n, median, confidence, depth);
 }
 
 }  // namespace zul::descriptive

@@ -41,13 +41,12 @@ double ValueAt(const double* sorted, unsigned n, double position) {
     return sorted[static_cast<std::size_t>(std::clamp(position, 1.0, static_cast<double>(n))) - 1];
 }
 
-// The sum of two huge values overflows.
-double Average(double a, double b) {
-    const double sum = a + b;
-    return std::isinf(sum) ? a / 2 + b / 2 : sum / 2;
-}
-
 }  // namespace
+
+double SortedMedian(const double* sorted, unsigned n) {
+    const unsigned middle = n / 2;
+    return n % 2 == 1 ? sorted[middle] : Average(sorted[middle - 1], sorted[middle]);
+}
 
 double SortedQuantile(const double* sorted, unsigned n, int method, double p) {
     if (n == 0 || !(p >= 0 && p <= 1)) return frame::kQuietNaN;

@@ -94,6 +94,7 @@ Sorted<Item>::Sorted(const double* x, unsigned n) {
         Take(x[i], i, &items[i]);
     if (radix) {
         items_ = RadixSort(items, items + n, n);
+        room_ = items_ == items ? items + n : items;
         return;
     }
     std::sort(items, items + n, [](const Item& a, const Item& b) { return Before(a, b); });

@@ -21,10 +21,14 @@ public:
     // False: memory could not be obtained, and there are no items.
     bool Obtained() const { return items_ != nullptr; }
     const Item* Items() const { return items_; }
+    Item* Items() { return items_; }
+    // Space for n more items, the room that the sort has done with; null where it needed none.
+    Item* Room() { return room_; }
 
 private:
     std::unique_ptr<Item[]> memory_;
-    const Item* items_ = nullptr;
+    Item* items_ = nullptr;
+    Item* room_ = nullptr;
 };
 
 extern template class Sorted<double>;

@@ -23,7 +23,7 @@ done
 for command in demo docs accuracy coverage memcheck format lint help; do
     expect 2 "$command: unexpected 'now'" "$command" now
 done
-expect 2 "sampler or variances, not 'bogus'" fuzz bogus
+expect 2 "fuzz: clustering, contingency, " fuzz bogus
 expect 2 "fuzz: a number of executions, not 'many'" fuzz numerics many
 expect 2 "fuzz: unexpected '3'" fuzz numerics 1 3
 FUZZ_PRESET=asan expect 2 "FUZZ_PRESET: fuzz or fuzz-quick, not 'asan'" fuzz

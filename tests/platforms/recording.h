@@ -30,6 +30,7 @@ private:
 void RecordDistributions(Recording& recording, unsigned seed);
 void RecordTests(Recording& recording, unsigned seed);
 void RecordVariances(Recording& recording, unsigned seed);
+void RecordRankTests(Recording& recording, unsigned seed);
 void RecordDescriptive(Recording& recording, unsigned seed);
 void RecordBoxplots(Recording& recording, unsigned seed);
 void RecordFits(Recording& recording, unsigned seed);

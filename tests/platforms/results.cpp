@@ -26,6 +26,7 @@ Recording RecordAll() {
     Recording recording;
     RecordDistributions(recording, 20240301);
     RecordTests(recording, 20240302);
+    RecordRankTests(recording, 20240306);
     RecordDescriptive(recording, 20240303);
     RecordBoxplots(recording, 20240305);
     RecordFits(recording, 20240306);

@@ -105,6 +105,7 @@ std::vector<Work> Works() {
                                Recorder(test::RecordClustering),
                                Recorder(test::RecordTests),
                                Recorder(test::RecordVariances),
+                               Recorder(test::RecordRankTests),
                                Recorder(test::RecordBoxplots),
                                Recorder(test::RecordTables),
                                Recorder(test::RecordFits),

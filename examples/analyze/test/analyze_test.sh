@@ -146,9 +146,32 @@ reports crosstab "$cars" --rows cyl --columns gear -- '^  cyl +3 +4 +5 +total$' 
 refuses 'strata need two rows and two columns' crosstab "$cars" --rows cyl --columns gear --strata am
 refuses 'a count is negative' crosstab "$sleep" --rows drug1 --columns drug2 --counts drug1
 prints 'for one column against another: crosstab' table --help
+# Values of R 4.2: binom.test, wilcox.test with exact = FALSE, kruskal.test, chisq.test, friedman.test. The exact p are
+# 2 / 512, by counting, and the library's.
+darwin=(wilcoxon "$2/darwin_maize.csv" --column difference)
+reports sign "$2/darwin_maize.csv" --column difference -- '^Sign test .*, exact$' ' 2, 0, 13$' ' p +0\.00738525$' \
+    ' next outer confidence +96\.4844 %$'
+reports "${darwin[@]}" --normal -- '^Wilcoxon .*, normal approximation$' ' W +96$' ' p +0\.0437723$'
+reports "${darwin[@]}" -- 'difference., exact$' ' from +4\.0000000$' ' achieved confidence +95\.2087 %$'
+reports wilcoxon "$sleep" --column drug1 --with drug2 -- ' values used +9$' ' W +0$' ' p +0\.00390625$'
+reports wilcoxon "$sleep" --column drug1 --with drug2 --normal -- ' p +0\.00909070$'
+ozone=(mann-whitney "$2/airquality.csv" --column Ozone --by Month --groups 5,8)
+reports "${ozone[@]}" --normal -- '^Mann-Whitney test, normal' '^  5, n +26$' ' u +127\.5$' ' the ties +0\.000120808$'
+reports "${ozone[@]}" --alternative less -- ', exact$' ' at most ' ' H1: shift < 0$' ' achieved confidence +95\.'
+reports kruskal-wallis "$2/airquality.csv" --column Ozone --by Month -- ' ties +29\.2666$' ' p, .* 6\.90071e-06$'
+reports kruskal-wallis "$2/insectsprays.csv" --column count --by spray -- ' ties +54\.6913$' ' p, .* 1\.51084e-10$'
+reports mood "$2/insectsprays.csv" --column count --by spray -- ' chi-square +60\.9915$' ' p, .* 7\.58171e-12$'
+orchard=(friedman "$2/orchardsprays.csv" --column decrease --by treatment)
+reports "${orchard[@]}" --blocks rowpos -- ' ties +45\.8087$' ' p, .* 9\.52426e-08$' '^  H +58\.5 '
+refuses "line 15, column 'treatment': block '2' has a second value of 'A'" "${orchard[@]}" --blocks decrease
+printf 'x,g\n5,a\n5,b\n,b\n5,b\n' >"$scratch/equal.csv"
+refuses 'values that differ' mann-whitney "$scratch/equal.csv" --column x --by g
+refuses 'the Kruskal-Wallis test needs values that differ' kruskal-wallis "$scratch/equal.csv" --column x --by g
+refuses "column 'x' has fewer than two groups" mood "$scratch/equal.csv" --column x --by x
 
 # Exact p by counting: of the C(6, 3) = 20 orders of three values on each side 2 have two runs.
 printf 'x,g,w\n1,a,0.5\n2,b,1\n3,a,\n7,b,2\n8,c,3\n9,a,4\n' >"$scratch/six.csv"
+refuses "block '1' has no value of 'b'" friedman "$scratch/six.csv" --column x --by g --blocks x
 reports runs "$scratch/six.csv" --column x --k 5 --exact -- ' p +0\.200000$'
 reports fit "$scratch/six.csv" --column x -- 'Weibull .* p > 0\.25 '
 printf 'x\n1\n2\n4\n' >"$scratch/three.csv"
