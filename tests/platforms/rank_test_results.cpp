@@ -9,21 +9,16 @@
 #include "zul/rank_tests.h"
 
 namespace zul::test {
-namespace {
-
-constexpr int kCases = 60;
-
-void Record(Recording& recording, const std::string& group, int call, const std::vector<double>& values) {
-    for (std::size_t i = 0; i < values.size(); ++i)
-        recording.Value({group, "call " + std::to_string(call) + ", value " + std::to_string(i)}, values[i]);
-}
-
-}  // namespace
 
 void RecordRankTests(Recording& recording, unsigned seed) {
     using namespace v0;
+    constexpr int kCases = 60;
     ExactNumbers numbers(seed);
     for (int call = 0; call < kCases; ++call) {
+        const auto record = [&recording, call](const std::string& group, const std::vector<double>& values) {
+            for (const double value : values)
+                recording.Value({group, "call " + std::to_string(call)}, value);
+        };
         const double level = 0.5 + numbers.Fraction() / 2;
         const auto type = static_cast<IntervalType>(numbers.Below(3) - 1);
         const auto alternative = static_cast<AlternativeHypothesis>(numbers.Below(3) - 1);
@@ -36,14 +31,14 @@ void RecordRankTests(Recording& recording, unsigned seed) {
         Wilcoxon wilcoxon;
         sign.n = wilcoxon.n = n;
         RunSignTest(&sign, x.data(), level, type, alternative, 1);
-        Record(recording, "SignTest", call, Doubles(sign, 10));
+        record("SignTest", Doubles(sign, 10));
         RunWilcoxon(&wilcoxon, x.data(), normal, level, type, alternative, 1);
-        Record(recording, "Wilcoxon", call, Doubles(wilcoxon, 6));
+        record("Wilcoxon", Doubles(wilcoxon, 6));
         MannWhitney mannWhitney;
         mannWhitney.n1 = n;
         mannWhitney.n2 = n - 5;
         RunMannWhitney(&mannWhitney, x.data(), y.data(), normal, level, type, alternative);
-        Record(recording, "MannWhitney", call, Doubles(mannWhitney, 10));
+        record("MannWhitney", Doubles(mannWhitney, 10));
 
         const unsigned sizes[] = {4, n - 9, 5};
         std::vector<double> out(9);
@@ -51,17 +46,17 @@ void RecordRankTests(Recording& recording, unsigned seed) {
         MoodMedian mood;
         kruskalWallis.groups = mood.groups = 3;
         RunKruskalWallis(&kruskalWallis, x.data(), sizes, &out[0], &out[3], &out[6]);
-        Record(recording, "KruskalWallis", call, Doubles(kruskalWallis, 5));
-        Record(recording, "KruskalWallis", call, out);
+        record("KruskalWallis", Doubles(kruskalWallis, 5));
+        record("KruskalWallis", out);
         RunMoodMedian(&mood, x.data(), sizes, nullptr, nullptr, &out[0], &out[3]);
-        Record(recording, "MoodMedian", call, Doubles(mood, 4));
-        Record(recording, "MoodMedian", call, out);
+        record("MoodMedian", Doubles(mood, 4));
+        record("MoodMedian", out);
         Friedman friedman;
         friedman.blocks = n / 4;
         friedman.treatments = 4;
         RunFriedman(&friedman, y.data(), &out[0], &out[4]);
-        Record(recording, "Friedman", call, Doubles(friedman, 7));
-        Record(recording, "Friedman", call, out);
+        record("Friedman", Doubles(friedman, 7));
+        record("Friedman", out);
     }
 }
 
