@@ -46,10 +46,10 @@ v0::MannWhitney RankSum(const Values& x, const Values& y, bool normal = false, d
 // Twice the mean rank of each value by its size.
 std::vector<int> DoubledRanks(const Values& x) {
     std::vector<int> ranks;
-    for (const double a : x)
-        ranks.push_back(static_cast<int>(std::count_if(x.begin(), x.end(), [a](double b) { return b < a; }) +
-                                         std::count_if(x.begin(), x.end(), [a](double b) { return b <= a; }) +
-                                         1));
+    for (const double a : x) {
+        const auto smaller = std::count_if(x.begin(), x.end(), [a](double b) { return b < a; });
+        ranks.push_back(static_cast<int>(2 * smaller + std::count(x.begin(), x.end(), a) + 1));
+    }
     return ranks;
 }
 
