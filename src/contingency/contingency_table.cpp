@@ -3,10 +3,10 @@
 #include <cmath>
 #include <new>
 
-#include "contingency/association.h"
 #include "contingency/chi_square.h"
 #include "contingency/fisher.h"
 #include "contingency/mcnemar.h"
+#include "contingency/measures/association.h"
 #include "contingency/risk.h"
 #include "contingency/scores.h"
 #include "frame/missing_value.h"

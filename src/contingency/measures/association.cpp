@@ -1,8 +1,8 @@
-#include "contingency/association.h"
+#include "contingency/measures/association.h"
 
-#include "contingency/agreement.h"
-#include "contingency/nominal_measures.h"
-#include "contingency/ordinal_measures.h"
+#include "contingency/measures/agreement.h"
+#include "contingency/measures/nominal_measures.h"
+#include "contingency/measures/ordinal_measures.h"
 #include "contingency/scores.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"

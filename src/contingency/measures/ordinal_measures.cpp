@@ -1,7 +1,7 @@
-#include "contingency/ordinal_measures.h"
+#include "contingency/measures/ordinal_measures.h"
 
-#include "contingency/pair_counts.h"
-#include "contingency/standard_error.h"
+#include "contingency/measures/pair_counts.h"
+#include "contingency/measures/standard_error.h"
 #include "descriptive/compensated_sum.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"

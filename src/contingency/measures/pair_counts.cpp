@@ -1,4 +1,4 @@
-#include "contingency/pair_counts.h"
+#include "contingency/measures/pair_counts.h"
 
 #include <new>
 

@@ -1,6 +1,6 @@
-#include "contingency/agreement.h"
+#include "contingency/measures/agreement.h"
 
-#include "contingency/standard_error.h"
+#include "contingency/measures/standard_error.h"
 #include "descriptive/compensated_sum.h"
 #include "frame/missing_value.h"
 

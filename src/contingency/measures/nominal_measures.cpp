@@ -1,4 +1,4 @@
-#include "contingency/nominal_measures.h"
+#include "contingency/measures/nominal_measures.h"
 
 #include <cmath>
 #include <memory>
