@@ -74,8 +74,10 @@ int StoreErrors(DistributionFit* record, const numerics::Smatrix<double>& inform
         double column[3] = {};
         for (std::size_t i = 0; i < count; ++i)
             sizes[p] = std::max(sizes[p], std::abs(jacobian(p, i) * units[i]));
+        // A parameter that underflows or overflows has an error that does.
+        const bool hasSize = sizes[p] > 0 && std::isfinite(sizes[p]);
         for (std::size_t i = 0; i < count; ++i)
-            column[i] = jacobian(p, i) * units[i] / sizes[p];
+            column[i] = hasSize ? jacobian(p, i) * units[i] / sizes[p] : 1;
         numerics::SolveTransposed(factor, column);
         for (std::size_t i = 0; i < count; ++i)
             roots(i, p) = column[i];
