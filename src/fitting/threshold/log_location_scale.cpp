@@ -12,7 +12,7 @@
 #include "fitting/families.h"
 #include "fitting/logistic.h"
 #include "fitting/logistic_terms.h"
-#include "fitting/threshold.h"
+#include "fitting/threshold/threshold.h"
 #include "frame/status.h"
 
 namespace zul {

@@ -1,4 +1,4 @@
-#include "fitting/threshold.h"
+#include "fitting/threshold/threshold.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include "elementary/logarithm.h"
 #include "fitting/families.h"
 #include "fitting/gamma.h"
-#include "fitting/threshold.h"
+#include "fitting/threshold/threshold.h"
 #include "frame/status.h"
 #include "numerics/gamma/gamma.h"
 #include "numerics/gamma/trigamma.h"
