@@ -171,6 +171,28 @@ std::array<BetaFraction, Count> Fractions(Make make) {
     return FractionArray<Count>(make, std::make_index_sequence<Count>());
 }
 
+// The sums with their terms at the start.
+template <std::size_t Count>
+bool BeginUpper(const BetaMixture<Count>& mixture, double start, std::array<Running, Count>* sums) {
+    const double b = mixture.b;
+    const std::array<MixtureLane, Count>& lanes = mixture.lanes;
+    const UnitArgument mirrored = mixture.at.Mirrored();
+    if (IsNearEnd(b, lanes.back().a + start, mirrored, kTinyShape)) {
+        for (std::size_t i = 0; i < Count; ++i)
+            (*sums)[i].ratio = EndRatio(b, lanes[i].a + start, mirrored);
+    } else if (!Begin<Count>(Fractions<Count>([&](std::size_t i) {
+                                 return BetaFraction(b, lanes[i].a + start, mirrored);
+                             }),
+                             sums)) {
+        return false;
+    }
+    for (std::size_t i = 0; i < Count; ++i) {
+        (*sums)[i].ratio *= (lanes[i].a + start) / b;
+        (*sums)[i].Add();
+    }
+    return true;
+}
+
 }  // namespace
 
 template <std::size_t Count>
@@ -227,20 +249,7 @@ bool MixtureUpper(const BetaMixture<Count>& mixture, std::array<double, Count>* 
     const double mean = mixture.mean;
     const double start = UpperStart(at.x, b, mean, lanes[0]);
     std::array<Running, Count> sums;
-    const UnitArgument mirrored = at.Mirrored();
-    if (IsNearEnd(b, lanes.back().a + start, mirrored, kTinyShape)) {
-        for (std::size_t i = 0; i < Count; ++i)
-            sums[i].ratio = EndRatio(b, lanes[i].a + start, mirrored);
-    } else if (!Begin<Count>(Fractions<Count>([&](std::size_t i) {
-                                 return BetaFraction(b, lanes[i].a + start, mirrored);
-                             }),
-                             &sums)) {
-        return false;
-    }
-    for (std::size_t i = 0; i < Count; ++i) {
-        sums[i].ratio *= (lanes[i].a + start) / b;
-        sums[i].Add();
-    }
+    if (!BeginUpper(mixture, start, &sums)) return false;
     for (double j = start; !AllFinished(sums); ++j) {
         if (j - start > kTermLimit) return false;
         for (std::size_t i = 0; i < Count; ++i) {
