@@ -66,7 +66,9 @@ double TriangularInvCdfKernel::operator()(double p) const {
     if (p < belowMode) return lower + RootOfProduct(range, mode - lower, p);
     const double rest = RootOfProduct(range, upper - mode, 1 - p);
     const double x = upper - rest;
-    const bool isFromLower = mode >= lower && rest > range / 2 && std::abs(x) < kCancelled * std::abs(upper);
+    if (std::abs(x) >= kCancelled * std::abs(upper)) [[likely]]
+        return x;
+    const bool isFromLower = mode >= lower && rest > range / 2;
     return isFromLower ? lower + DistanceFromLower(range, mode - lower, upper - mode, p) : x;
 }
 
