@@ -208,9 +208,10 @@ double Quantile(const Studentized<Tail>& law, double alpha) {
     Point b = a;
     int left = kMostEvaluations;
     for (; (b.f > 0) == (a.f > 0); step *= 2) {
-        if (--left == 0 || b.x + step > kLargestLogarithm || b.x + step < -kLargestLogarithm) return kNA;
+        const double next = std::clamp(b.x + step, -kLargestLogarithm, kLargestLogarithm);
+        if (--left == 0 || next == b.x) return kNA;
         a = {b.x, b.f};
-        b = evaluate(b.x + step);
+        b = evaluate(next);
     }
     while (--left > 0) {
         const double share = left > kBisections ? b.f / (b.f - a.f) : 0.5;
