@@ -27,8 +27,7 @@ Moments MomentsOf(const Column& column, double divisor) {
     const double mean = MeanOf(column.values);
     const double sd = std::sqrt(SquaresAround(column.values, mean) / divisor);
     const double logSd = elementary::Log(sd) + elementary::Log(column.unit);
-    return {column.origin + column.unit * mean, column.unit * sd,
-            -n * (logSd + kHalfLogTwoPi) - 0.5 * divisor};
+    return {column.At(mean), column.unit * sd, -n * (logSd + kHalfLogTwoPi) - 0.5 * divisor};
 }
 
 int StoreNormal(DistributionFit* record, const Moments& moments, double divisor) {

@@ -66,6 +66,12 @@ LogTails LogGammaTails(double shape, double x) {
             tails.upper > kLeast ? elementary::Log(tails.upper) : LogUpperGamma(shape, x)};
 }
 
+double LowerGamma(double shape, double x) {
+    numerics::GammaTails tails{};
+    if (std::isinf(x)) return 1;
+    return numerics::FineGammaTails(x, shape, &tails) ? tails.lower : frame::kQuietNaN;
+}
+
 // Of the standard normal tail beyond z >= 0; far out by its asymptotic series: M. Abramowitz and I. A. Stegun,
 // Handbook of Mathematical Functions, 1964, 26.2.12.
 double LogNormalTail(double z) {
@@ -143,7 +149,7 @@ double LowerTailOf(Standard standard, double shape, double z) {
         case Standard::Exponential:
             return -elementary::Expm1(-z);
         case Standard::Gamma:
-            return std::isinf(z) ? 1 : elementary::Exp(LogGammaTails(shape, z).lower);
+            return LowerGamma(shape, z);
     }
     return frame::kQuietNaN;
 }

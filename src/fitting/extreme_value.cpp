@@ -127,7 +127,7 @@ int FitExtremeValueOf(DistributionFit* record, const double* data, double sign, 
     const ExtremeValueFit fit = FitExtremeValue(column.values, ScaleByMoments(column.values), cap);
     const double n = record->n;
     const double scale = column.unit * fit.scale;
-    record->parameter[0] = column.origin + sign * column.unit * fit.location;
+    record->parameter[0] = column.At(sign * fit.location);
     record->parameter[1] = scale;
     record->logLikelihood = fit.logLikelihood - n * elementary::Log(column.unit);
     record->iterations = fit.iterations;

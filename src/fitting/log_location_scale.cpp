@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
+#include <type_traits>
 #include <vector>
 
 #include "elementary/exponential.h"
@@ -87,77 +87,89 @@ struct Logistic : LogisticTerms {
     }
 };
 
-// The sums of a block that the derivatives are made of: a and b are the first two derivatives of the log-density of z,
-// r the reciprocal distance from the threshold, d = a / scale - 1.
+// The sums of a block that the derivatives are made of. With M the mean distance from the threshold, w = log(distance
+// / M): a and b are the first two derivatives of the log-density of z = (w - location) / scale, u = 1 - M / distance,
+// h = z - u / scale.
 struct Sums {
-    enum { A, Az, B, Bz, Bzz, Dr, Drr, Br, Brr, Bzr, Ar, Y };
-    static constexpr std::size_t kCount = Y + 1;
+    enum { A, Az, B, Bz, Bzz, Ahu, Abh, Abzh, Rest, W };
+    static constexpr std::size_t kCount = W + 1;
     double values[kCount] = {};
 };
 
+// The variables are the location of w, and the logarithm of M times the scale: far above a threshold these two are what
+// the data tell of location and scale in their own units, whatever the threshold is, so that the three variables are
+// nearly independent and no digits are lost between them.
 template <typename Density>
 class Model final : public ThresholdModel {
 public:
     Model(const std::vector<double>& distances, unsigned cap)
-        : distances_(distances), logs_(distances.size()), cap_(cap) {}
+        : distances_(distances), mean_(MeanOf(distances)), logs_(distances.size()), cap_(cap) {}
 
-    // The variables are location and log(scale).
     double Profile(double margin, double* variables) override {
-        for (std::size_t i = 0; i < logs_.size(); ++i)
-            logs_[i] = distances_[i] + margin;
-        elementary::CurrentColumns().log(logs_.data(), logs_.data(), logs_.size());
-        const double sum = MeanOf(logs_) * static_cast<double>(logs_.size());
+        const double n = static_cast<double>(logs_.size());
+        const double logMean = elementary::Log(mean_ + margin);
+        ForEachBlock(logs_.size(), [&](std::size_t begin, std::size_t count) {
+            FillLogs(&distances_[begin], margin, &logs_[begin], count);
+        });
+        const double sum = MeanOf(logs_) * n;
         const Maximum maximum = Density::Fit(logs_, scale_, cap_);
         converged_ = converged_ && maximum.converged;
         scale_ = maximum.scale;
         variables[0] = maximum.location;
-        variables[1] = elementary::Log(maximum.scale);
-        return maximum.logLikelihood - sum;
+        variables[1] = elementary::Log(maximum.scale) + logMean;
+        return maximum.logLikelihood - sum - n * logMean;
     }
 
     double Derivatives(const double* variables, double* gradient,
                        numerics::Smatrix<double>* curvature) override {
-        const double location = variables[0];
-        const double scale = elementary::Exp(variables[1]);
+        const double n = static_cast<double>(distances_.size());
         const double margin = elementary::Exp(variables[2]);
+        const double scale = elementary::Exp(variables[1]) / (mean_ + margin);
+        const double share = margin / (mean_ + margin);
         std::array<descriptive::CompensatedSum, Sums::kCount> sums;
         descriptive::CompensatedSum logDensities;
         ForEachBlock(distances_.size(), [&](std::size_t begin, std::size_t count) {
             Sums block;
-            logDensities.Add(FillBlock(begin, count, {location, scale, margin}, &block));
+            logDensities.Add(FillBlock(begin, count, {variables[0], scale, margin}, &block));
             for (std::size_t k = 0; k < sums.size(); ++k)
                 sums[k].Add(block.values[k]);
         });
         const auto sum = [&](int k) { return sums[static_cast<std::size_t>(k)].Value(); };
-        const double ratio = margin / scale;
         gradient[0] = -sum(Sums::A) / scale;
-        gradient[1] = -(sum(Sums::Az) + static_cast<double>(distances_.size()));
-        gradient[2] = margin * sum(Sums::Dr);
+        gradient[1] = -(sum(Sums::Az) + n);
+        gradient[2] = share * sum(Sums::Ahu);
         numerics::Smatrix<double>& c = *curvature;
         c(0, 0) = -sum(Sums::B) / (scale * scale);
         c(0, 1) = -(sum(Sums::A) + sum(Sums::Bz)) / scale;
         c(1, 1) = -(sum(Sums::Az) + sum(Sums::Bzz));
-        c(0, 2) = ratio * sum(Sums::Br) / scale;
-        c(1, 2) = ratio * (sum(Sums::Ar) + sum(Sums::Bzr));
-        c(2, 2) = margin * margin * sum(Sums::Drr) - ratio * ratio * sum(Sums::Brr) - gradient[2];
-        return logDensities.Value() - static_cast<double>(distances_.size()) * variables[1] - sum(Sums::Y);
+        c(0, 2) = share * sum(Sums::Abh) / scale;
+        c(1, 2) = share * sum(Sums::Abzh);
+        c(2, 2) = -share * share * sum(Sums::Rest) - gradient[2];
+        return logDensities.Value() - n * variables[1] - sum(Sums::W);
     }
 
-    void Store(const double* variables, double unit, DistributionFit* record, double* derivatives,
-               int* order) override {
-        const double scale = elementary::Exp(variables[1]);
-        if constexpr (std::is_same_v<Density, ExtremeValue>) {
-            record->parameter[0] = 1 / scale;
-            record->parameter[1] = unit * elementary::Exp(variables[0]);
-            derivatives[0] = -record->parameter[0];
-            derivatives[1] = record->parameter[1];
-            std::swap(order[0], order[1]);
-        } else {
-            record->parameter[0] = variables[0] + elementary::Log(unit);
-            record->parameter[1] = scale;
-            derivatives[0] = 1;
-            derivatives[1] = scale;
+    void Store(const double* variables, double unit, DistributionFit* record,
+               numerics::matrix<double>* derivatives) override {
+        const double margin = elementary::Exp(variables[2]);
+        const double mean = mean_ + margin;
+        const double scale = elementary::Exp(variables[1]) / mean;
+        const double share = margin / mean;
+        constexpr bool kIsWeibull = std::is_same_v<Density, ExtremeValue>;
+        // The location and the scale of the logarithms, and what they are multiplied by in their derivatives.
+        const std::size_t ofLocation = kIsWeibull ? 1 : 0;
+        double byLocation = 1;
+        double byScale = scale;
+        if constexpr (kIsWeibull) {
+            byLocation = unit * mean * elementary::Exp(variables[0]);
+            byScale = -1 / scale;
         }
+        record->parameter[ofLocation] =
+            kIsWeibull ? byLocation : variables[0] + elementary::Log(mean) + elementary::Log(unit);
+        record->parameter[1 - ofLocation] = std::abs(byScale);
+        (*derivatives)(ofLocation, 0) = byLocation;
+        (*derivatives)(ofLocation, 2) = byLocation * share;
+        (*derivatives)(1 - ofLocation, 1) = byScale;
+        (*derivatives)(1 - ofLocation, 2) = -byScale * share;
     }
 
 private:
@@ -167,42 +179,47 @@ private:
         double margin;
     };
 
+    // log((distance + margin) / M); where all are near M by what they differ from it.
+    void FillLogs(const double* distances, double margin, double* out, std::size_t count) const {
+        const double mean = mean_ + margin;
+        const bool isFar = margin >= mean_;
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = isFar ? (distances[i] - mean_) / mean : (distances[i] + margin) / mean;
+        const elementary::Columns& columns = elementary::CurrentColumns();
+        (isFar ? columns.log1p : columns.log)(out, out, count);
+    }
+
     double FillBlock(std::size_t begin, std::size_t count, const Place& at, Sums* sums) const {
-        double r[kBlock];
         double z[kBlock];
         Density density;
-        for (std::size_t i = 0; i < count; ++i)
-            r[i] = distances_[begin + i] + at.margin;
-        elementary::CurrentColumns().log(z, r, count);
         double* const s = sums->values;
+        FillLogs(&distances_[begin], at.margin, z, count);
         for (std::size_t i = 0; i < count; ++i) {
-            s[Sums::Y] += z[i];
+            s[Sums::W] += z[i];
             z[i] = (z[i] - at.location) / at.scale;
-            r[i] = 1 / r[i];
         }
         const double logDensity = density.Fill(z, count);
         for (std::size_t i = 0; i < count; ++i) {
             const double a = density.slope[i];
             const double b = density.curvature[i];
+            const double u = (distances_[begin + i] - mean_) / (distances_[begin + i] + at.margin);
+            const double h = z[i] - u / at.scale;
             const double bz = b * z[i];
-            const double br = b * r[i];
-            const double dr = (a / at.scale - 1) * r[i];
             s[Sums::A] += a;
             s[Sums::Az] += a * z[i];
             s[Sums::B] += b;
             s[Sums::Bz] += bz;
             s[Sums::Bzz] += bz * z[i];
-            s[Sums::Dr] += dr;
-            s[Sums::Drr] += dr * r[i];
-            s[Sums::Br] += br;
-            s[Sums::Brr] += br * r[i];
-            s[Sums::Bzr] += bz * r[i];
-            s[Sums::Ar] += a * r[i];
+            s[Sums::Ahu] += a * h + u;
+            s[Sums::Abh] += b * h + a;
+            s[Sums::Abzh] += (a + bz) * h;
+            s[Sums::Rest] += b * h * h - u * (a * u / at.scale + 2 - u);
         }
         return logDensity;
     }
 
     const std::vector<double>& distances_;
+    double mean_;
     std::vector<double> logs_;
     unsigned cap_;
     double scale_ = 0;  // of the last profile: where the next one starts

@@ -130,7 +130,7 @@ int Store(DistributionFit* record, const Column& column, unsigned cap) {
     const LogisticStart start = LogisticByMoments(column.values);
     const LogisticFit fit = FitLogistic(column.values, start.location, start.scale, cap);
     const double scale = column.unit * fit.scale;
-    record->parameter[0] = column.origin + column.unit * fit.location;
+    record->parameter[0] = column.At(fit.location);
     record->parameter[1] = scale;
     record->logLikelihood = fit.logLikelihood - static_cast<double>(record->n) * elementary::Log(column.unit);
     record->iterations = fit.iterations;

@@ -41,27 +41,53 @@ void StoreErrors(DistributionFit* record, double error0, double error1, double c
     record->covariance[0] = covariance01;
 }
 
-int StoreErrors(DistributionFit* record, const numerics::Smatrix<double>& information,
-                const double* derivatives) {
+numerics::Smatrix<double> Standardised(const numerics::Smatrix<double>& information, double* units) {
     const std::size_t count = information.Size();
-    // Of variables with variances of their own: units must not make a matrix look singular.
-    numerics::Smatrix<double> scaled(count);
-    double units[3] = {};
+    numerics::Smatrix<double> standardised(count);
     for (std::size_t i = 0; i < count; ++i)
         units[i] = 1 / std::sqrt(information(i, i));
     for (std::size_t i = 0; i < count; ++i)
         for (std::size_t j = i; j < count; ++j)
-            scaled(i, j) = i == j && information(i, i) > 0 ? 1 : information(i, j) * units[i] * units[j];
+            standardised(i, j) =
+                i == j && information(i, i) > 0 ? 1 : information(i, j) * units[i] * units[j];
+    return standardised;
+}
+
+int StoreErrors(DistributionFit* record, const numerics::Smatrix<double>& information,
+                const double* derivatives) {
+    numerics::matrix<double> jacobian(information.Size(), information.Size());
+    for (std::size_t i = 0; i < information.Size(); ++i)
+        jacobian(i, i) = derivatives[i];
+    return StoreErrors(record, information, jacobian);
+}
+
+int StoreErrors(DistributionFit* record, const numerics::Smatrix<double>& information,
+                const numerics::matrix<double>& jacobian) {
+    const std::size_t count = information.Size();
+    double units[3] = {};
     numerics::UTmatrix<double> factor;
-    if (!numerics::Factor(scaled, factor)) return kNoVariation;
-    const numerics::Smatrix<double> covariance = numerics::Inverse(factor);
-    for (std::size_t i = 0; i < count; ++i)
-        units[i] *= derivatives[i];
-    for (std::size_t i = 0; i < count; ++i)
-        record->standardError[i] = std::abs(units[i]) * std::sqrt(covariance(i, i));
-    for (std::size_t i = 0; i < count; ++i)
-        for (std::size_t j = i + 1; j < count; ++j)
-            record->covariance[i + j - 1] = covariance(i, j) * units[i] * units[j];
+    if (!numerics::Factor(Standardised(information, units), factor)) return kNoVariation;
+    // The covariance of parameters of variances of 1 or so, which neither overflow nor underflow.
+    numerics::matrix<double> roots(count, count);
+    double sizes[3] = {};
+    for (std::size_t p = 0; p < count; ++p) {
+        double column[3] = {};
+        for (std::size_t i = 0; i < count; ++i)
+            sizes[p] = std::max(sizes[p], std::abs(jacobian(p, i) * units[i]));
+        // A parameter that underflows or overflows has an error that does.
+        const bool hasSize = sizes[p] > 0 && std::isfinite(sizes[p]);
+        for (std::size_t i = 0; i < count; ++i)
+            column[i] = hasSize ? jacobian(p, i) * units[i] / sizes[p] : 1;
+        numerics::SolveTransposed(factor, column);
+        for (std::size_t i = 0; i < count; ++i)
+            roots(i, p) = column[i];
+    }
+    const numerics::Smatrix<double> covariance = numerics::TransposeProduct(roots);
+    for (std::size_t p = 0; p < count; ++p)
+        record->standardError[p] = sizes[p] * std::sqrt(covariance(p, p));
+    for (std::size_t p = 0; p < count; ++p)
+        for (std::size_t q = p + 1; q < count; ++q)
+            record->covariance[p + q - 1] = covariance(p, q) * sizes[p] * sizes[q];
     return kSuccess;
 }
 

@@ -28,6 +28,10 @@ struct Column {
     std::vector<double> values;
     double origin = 0;
     double unit = 1;
+    // The number of a value; in halves where a product could overflow that the sum does not.
+    double At(double value) const {
+        return unit < 0x1p1022 ? origin + unit * value : 2 * (0.5 * origin + 0.5 * unit * value);
+    }
 };
 
 Column DistancesFrom(const Sample& sample, double origin);

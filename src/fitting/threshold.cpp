@@ -89,16 +89,19 @@ bool Climb(ThresholdModel* model, const Bracket& bracket, unsigned cap, ProfileP
     numerics::UTmatrix<double> factor;
     while (*iterations < cap) {
         ++*iterations;
+        std::array<double, 3> gradient{};
+        std::array<double, 3> units{};
+        at->logLikelihood = model->Derivatives(at->variables.data(), gradient.data(), &curvature);
+        if (!numerics::Factor(Standardised(curvature, units.data()), factor)) return false;
         std::array<double, 3> step{};
-        at->logLikelihood = model->Derivatives(at->variables.data(), step.data(), &curvature);
-        const std::array<double, 3> gradient = step;
-        if (!numerics::Factor(curvature, factor)) return false;
+        for (std::size_t i = 0; i < step.size(); ++i)
+            step[i] = gradient[i] * units[i];
         numerics::SolveTransposed(factor, step.data());
         numerics::Solve(factor, step.data());
         double squared = 0;
         for (std::size_t i = 0; i < step.size(); ++i) {
-            at->variables[i] += step[i];
-            squared += step[i] * gradient[i];
+            at->variables[i] += step[i] * units[i];
+            squared += step[i] * units[i] * gradient[i];
         }
         if (!(at->Place() > bracket.low && at->Place() < bracket.high)) return false;
         if (squared <= kLastStep * kLastStep) return true;
@@ -131,17 +134,11 @@ int StoreMaximum(DistributionFit* record, const Column& column, ThresholdModel* 
     const double margin = elementary::Exp(variables[2]);
     record->logLikelihood =
         model->Derivatives(variables, unused, &curvature) - n * elementary::Log(column.unit);
-    double derivatives[3] = {};
-    int order[3] = {0, 1, 2};
-    model->Store(variables, column.unit, record, derivatives, order);
+    numerics::matrix<double> derivatives(3, 3);
+    model->Store(variables, column.unit, record, &derivatives);
     record->parameter[2] = column.origin - column.unit * margin;
-    derivatives[2] = -column.unit * margin;
-    numerics::Smatrix<double> information(3);
-    for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = i; j < 3; ++j)
-            information(i, j) =
-                curvature(static_cast<std::size_t>(order[i]), static_cast<std::size_t>(order[j]));
-    return StoreErrors(record, information, derivatives);
+    derivatives(2, 2) = -column.unit * margin;
+    return StoreErrors(record, curvature, derivatives);
 }
 
 }  // namespace

@@ -27,10 +27,9 @@ public:
                                numerics::Smatrix<double>* curvature) = 0;
 
     // Parameters of the record but for the threshold, from the variables, which are for values of that unit; and
-    // their derivatives by the variables of their places. `order` names the variables: the first parameter belongs to
-    // variables[order[0]].
-    virtual void Store(const double* variables, double unit, v2::DistributionFit* record, double* derivatives,
-                       int* order) = 0;
+    // their derivatives, in the rows of the parameters, by the variables and the logarithm of the margin.
+    virtual void Store(const double* variables, double unit, v2::DistributionFit* record,
+                       numerics::matrix<double>* derivatives) = 0;
 
     // Whether all iterations for a profile came to their end.
     bool Converged() const { return converged_; }

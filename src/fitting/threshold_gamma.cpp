@@ -62,12 +62,12 @@ public:
                ((shape - 1) * (above - h) - (means - shape) - variables[1] - numerics::StirlingTerm(shape));
     }
 
-    void Store(const double* variables, double unit, DistributionFit* record, double* derivatives,
-               int*) override {
+    void Store(const double* variables, double unit, DistributionFit* record,
+               numerics::matrix<double>* derivatives) override {
         record->parameter[0] = elementary::Exp(variables[0]);
         record->parameter[1] = unit * elementary::Exp(variables[1]);
-        derivatives[0] = record->parameter[0];
-        derivatives[1] = record->parameter[1];
+        (*derivatives)(0, 0) = record->parameter[0];
+        (*derivatives)(1, 1) = record->parameter[1];
     }
 
 private:
