@@ -1,6 +1,7 @@
 #include "contingency/table.h"
 
 #include <cmath>
+#include <limits>
 #include <new>
 
 #include "descriptive/compensated_sum.h"
@@ -32,11 +33,14 @@ std::size_t CountUsed(const double* totals, std::size_t n) {
 
 }  // namespace
 
-// One block of memory, whose size does not wrap: (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1.
+// One block of memory, whose number of doubles does not wrap: (2^32 - 1)^2 + 2 (2^32 - 1) = 2^64 - 1. One whose bytes
+// would is refused: new throws there, for all its std::nothrow.
 bool Table::Allocate(unsigned rows, unsigned columns) {
+    constexpr std::size_t kMost = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
     rows_ = rows;
     columns_ = columns;
     const std::size_t cells = rows_ * columns_;
+    if (cells + rows_ + columns_ > kMost) return false;
     memory_.reset(new (std::nothrow) double[cells + rows_ + columns_]);
     if (memory_ == nullptr) return false;
     counts_ = memory_.get();

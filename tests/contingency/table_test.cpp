@@ -180,6 +180,8 @@ TEST(ContingencyTable, WithoutRowsOrAFiniteTotalIsNotMade) {
     EXPECT_EQ(status, 30000);
     EXPECT_EQ(MakeIContingencyTable(&status, nullptr, nullptr, 0, 2, 0), nullptr);
     EXPECT_EQ(status, 30000);
+    EXPECT_EQ(MakeIContingencyTable(&status, nullptr, nullptr, 0, ~0U, ~0U), nullptr);
+    EXPECT_EQ(status, 30001);
     DeleteIContingencyTable(nullptr);
     IContingencyTable* none = nullptr;
     DeleteIContingencyTable(&none);
