@@ -17,10 +17,6 @@ using Data = std::vector<double>;
 
 constexpr std::size_t kMaxCount = 100;
 
-unsigned Count(const Data& x) {
-    return static_cast<unsigned>(x.size());
-}
-
 double Largest(const Data& x) {
     double largest = 0;
     for (const double value : x)
@@ -41,8 +37,7 @@ bool HasFiniteRange(const Data& x) {
     return !HasNaN(x) && Largest(x) < 8e307;
 }
 
-void Sums(Input&, const Data& x) {
-    const unsigned n = Count(x);
+void Sums(Input&, const Data& x, unsigned n) {
     Data running(n, kUnwritten);
     Data shares(n, kUnwritten);
     double sum = 0;
@@ -55,8 +50,7 @@ void Sums(Input&, const Data& x) {
     Expect(Same(sum, sumOfShares) && (n == 0 || Same(running.back(), sum)), "the sums differ");
 }
 
-void Moments(Input& input, const Data& x) {
-    const unsigned n = Count(x);
+void Moments(Input& input, const Data& x, unsigned n) {
     const double given = input.Flag() ? AnyReal(input) : 0;
     const auto k = static_cast<unsigned>(input.Choice(8));
     const Data y = Values(input, n);
@@ -84,8 +78,7 @@ void Moments(Input& input, const Data& x) {
     Expect(!(std::abs(spearman) > 1 + 1e-12), "correlation");
 }
 
-void Ranks(Input&, const Data& x) {
-    const unsigned n = Count(x);
+void Ranks(Input&, const Data& x, unsigned n) {
     std::vector<unsigned> order(n, 0xABABABABU);
     Data ranks(n, kUnwritten);
     int status = -1;
@@ -101,13 +94,12 @@ void Ranks(Input&, const Data& x) {
     }
 }
 
-void Quantiles(Input& input, const Data& x) {
-    const unsigned n = Count(x);
+void Quantiles(Input& input, const Data& x, unsigned n) {
     const int method = input.Byte() < 8 ? input.Integer() : static_cast<int>(input.Choice(11));
-    Data probabilities(input.Choice(6));
+    const auto count = static_cast<unsigned>(input.Choice(6));
+    Data probabilities(count);
     for (double& p : probabilities)
         p = input.Byte() < 8 ? AnyReal(input) : input.Fraction();
-    const unsigned count = Count(probabilities);
     Data out(count, kUnwritten);
     int status = -1;
     Run("quantiles", [&] {
@@ -121,8 +113,7 @@ void Quantiles(Input& input, const Data& x) {
                "a quantile is outside the data");
 }
 
-void TrimmedMeans(Input& input, const Data& x) {
-    const unsigned n = Count(x);
+void TrimmedMeans(Input& input, const Data& x, unsigned n) {
     const double fraction = input.Flag() ? AnyReal(input) : input.Fraction() / 2;
     std::array statuses = {-1, -1};
     double usual = 0;
@@ -137,8 +128,7 @@ void TrimmedMeans(Input& input, const Data& x) {
            "a trimmed mean is outside");
 }
 
-void Modes(Input& input, const Data& x) {
-    const unsigned n = Count(x);
+void Modes(Input& input, const Data& x, unsigned n) {
     const auto room = static_cast<unsigned>(input.Choice(8));
     Data out(room, kUnwritten);
     unsigned count = 77;
@@ -160,8 +150,7 @@ void Modes(Input& input, const Data& x) {
         Expect(next == frequencies.end() ? mode != mode : mode == next++->first, "wrong mode");
 }
 
-void Summaries(Input& input, const Data& x) {
-    const unsigned n = Count(x);
+void Summaries(Input& input, const Data& x, unsigned n) {
     const double confidence = input.Byte() < 200 ? input.Fraction() : AnyReal(input);
     v1::FiveNumberSummary five;
     v1::FiveNumberSummary extended;
@@ -186,8 +175,7 @@ void Summaries(Input& input, const Data& x) {
         Expect(IsBetween(number, x, 1e-15), "a summary is outside the data");
 }
 
-void GeometricMean(Input&, const Data& x) {
-    const unsigned n = Count(x);
+void GeometricMean(Input&, const Data& x, unsigned n) {
     double mean = 0;
     Run("geometric mean", [&] { mean = v2::GetGeometricMean(x.data(), n); });
     Expect(!(mean < 0), "negative geometric mean");
@@ -202,7 +190,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                      Quantiles, TrimmedMeans, Modes,   Summaries, GeometricMean};
     Input input(data, size);
     const auto target = kTargets[input.Choice(kTargets.size())];
-    const std::size_t count = input.Choice(kMaxCount + 1);
-    target(input, Values(input, count));
+    const auto n = static_cast<unsigned>(input.Choice(kMaxCount + 1));
+    target(input, Values(input, n), n);
     return 0;
 }

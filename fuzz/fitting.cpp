@@ -18,9 +18,6 @@ using Data = std::vector<double>;
 
 constexpr std::size_t kMaxCount = 40;
 
-bool IsAmong(int status, std::initializer_list<int> statuses) {
-    return std::ranges::find(statuses, status) != statuses.end();
-}
 bool AllNaN(const Data& values) {
     return std::ranges::all_of(values, [](double x) { return x != x; });
 }

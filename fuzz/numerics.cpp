@@ -146,9 +146,7 @@ void CheckPair(Input& input) {
     const double x = pair.argument == 'f' && input.Flag()
                          ? input.Fraction()
                          : Around(pair.centre(a), std::sqrt(std::abs(a[0])), input);
-    Numbers arguments = parameters;
-    arguments.insert(arguments.begin(), x);
-    const Evaluation evaluation(pair.name, arguments);
+    const Evaluation evaluation(pair.name, x, parameters);
     Tails t;
     evaluation.Run(input, [&] { pair.evaluate(x, a, &t); });
     const bool mayFail = MayFail(pair.parameters, a);
@@ -238,9 +236,7 @@ void CheckQuantile(Input& input) {
     const A a = parameters.data();
     const double p = input.Flag() ? input.Fraction() : input.Real();
     const bool upper = input.Flag();
-    Numbers arguments = parameters;
-    arguments.insert(arguments.begin(), p);
-    const Evaluation evaluation(quantile.names[upper], arguments);
+    const Evaluation evaluation(quantile.names[upper], p, parameters);
     double x = 0;
     double second = 0;
     evaluation.Run(input, [&] { quantile.evaluate(upper, p, a, &x, &second); });

@@ -3,6 +3,7 @@
 #include "zul/sampler.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 
@@ -165,19 +166,8 @@ void Seeds(Input& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace zul::fuzz;
+    constexpr std::array kTargets = {Table, Rows, Seeds, Deviates, Deviates, Deviates, Deviates, Deviates};
     Input input(data, size);
-    switch (input.Byte() % 8) {
-        case 0:
-            Table(input);
-            break;
-        case 1:
-            Rows(input);
-            break;
-        case 2:
-            Seeds(input);
-            break;
-        default:
-            Deviates(input);
-    }
+    input.OneOf(kTargets)(input);
     return 0;
 }

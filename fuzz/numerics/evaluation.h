@@ -21,6 +21,9 @@ using Numbers = std::vector<double>;
 class Evaluation {
 public:
     Evaluation(const char* name, Numbers arguments) : name_(name), arguments_(std::move(arguments)) {}
+    Evaluation(const char* name, double x, const Numbers& parameters) : Evaluation(name, {x}) {
+        arguments_.insert(arguments_.end(), parameters.begin(), parameters.end());
+    }
 
     template <typename Evaluate>
     void Run(Input& input, Evaluate evaluate) const {

@@ -2,7 +2,9 @@
 // thread in the documented floating-point mode.
 #pragma once
 
+#include <algorithm>
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <sstream>
 #include <string>
@@ -32,6 +34,10 @@ void Expect(bool condition, const Where& where, const char* what) {
 
 inline void Expect(bool condition, const char* what) {
     Require(condition, [what] { return std::string(what); });
+}
+
+inline bool IsAmong(int status, std::initializer_list<int> statuses) {
+    return std::find(statuses.begin(), statuses.end(), status) != statuses.end();
 }
 
 // "Name(1, 2.5)"
