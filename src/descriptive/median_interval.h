@@ -15,7 +15,7 @@ struct MedianDepth {
     double coverageOfNext;
 };
 
-// The largest depth whose coverage of the median of the population, by n > 0 values, is not below the confidence: by
+// The largest depth whose coverage of the median of the population, by n > 0 values, is above the confidence: by
 // the exact binomial coverage up to n = 50, by its normal approximation beyond. 0: even the extremes cover less.
 MedianDepth FindMedianDepth(unsigned n, double confidence);
 
