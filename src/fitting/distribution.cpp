@@ -264,7 +264,7 @@ double NormalScore(double p) {
 double LogGammaQuantile(double shape, double p) {
     constexpr double kLeast = 1e-290;
     if (shape > numerics::kShapeLimit) {
-        // Source: E. A. Cornish and R. A. Fisher, Moments and cumulants in the specification of distributions, 1937.
+        // Source: E. A. Cornish and R. A. Fisher, Revue de l'Institut International de Statistique 5, 1937.
         const double z = NormalScore(p);
         const double v = 1 / std::sqrt(shape);
         return elementary::Log1p(v * (z + v * ((z * z - 1) / 3 + v * (z * z - 7) * z / 36)));
