@@ -164,7 +164,7 @@ ZUL_INLINE D Gather(const double* table, BitsOf<D> index) {
         if constexpr (kLanesOf<D> == 8)
             return __builtin_bit_cast(D, GatherEight(table, __builtin_bit_cast(__m512i, place)));
 #endif
-        D values;
+        D values = {};
         for (int k = 0; k < kLanesOf<D>; ++k)
             values[k] = table[place[k]];
         return values;
