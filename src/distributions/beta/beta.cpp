@@ -1,6 +1,7 @@
 #include "distributions/beta/beta.h"
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -61,6 +62,10 @@ double BetaCdfKernel::operator()(double x) const {
     numerics::beta_df(x, shapes_, &lower, &upper, nullptr);
     if (ErrorState().Failed()) return kNA;
     return upper_ ? upper : lower;
+}
+
+numerics::BetaTailPlan BetaCdfKernel::Plan() const {
+    return {numerics::PlanBeta(shapes_), upper_};
 }
 
 double BetaInvCdfKernel::operator()(double p) const {

@@ -3,8 +3,10 @@
 
 #include <optional>
 
+#include "distributions/lanes/forward.h"
 #include "frame/call_frame.h"
 #include "numerics/beta/beta_shapes.h"
+#include "numerics/beta/lanes/plan.h"
 
 namespace zul::kernels {
 
@@ -28,9 +30,12 @@ private:
 // Either tail at x by "beta_df"; 0 and 1 for x <= 0, 1 and 0 for x >= 1.
 class BetaCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
     BetaCdfKernel(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
     double operator()(double x) const;
+    // For lanes.
+    numerics::BetaTailPlan Plan() const;
 
 private:
     numerics::BetaShapes shapes_;

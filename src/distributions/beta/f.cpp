@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/error_function.h"
 #include "elementary/logarithm.h"
@@ -96,6 +97,11 @@ double FCdfKernel::operator()(double x) const {
     TailPair tails;
     FTails(x, halfDf_, noncentrality_, &tails);
     return tails.Tail(upper_);
+}
+
+numerics::BetaTailPlan FCdfKernel::Plan() const {
+    if (noncentrality_ == 0) return {numerics::PlanBeta(halfDf_), upper_};
+    return {};
 }
 
 double FInvCdfKernel::operator()(double p) const {

@@ -4,9 +4,11 @@
 #include <optional>
 
 #include "distributions/inversion.h"
+#include "distributions/lanes/forward.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
 #include "numerics/beta/beta_shapes.h"
+#include "numerics/beta/lanes/plan.h"
 
 namespace zul::kernels {
 
@@ -36,10 +38,13 @@ bool FTails(double x, const numerics::BetaShapes& halfDf, double noncentrality, 
 // Either tail at x.
 class FCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double, bool>;
     FCdfKernel(double df1, double df2, double noncentrality, bool upper)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
+    // For lanes.
+    numerics::BetaTailPlan Plan() const;
 
 private:
     numerics::BetaShapes halfDf_;

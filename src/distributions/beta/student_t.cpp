@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
@@ -168,6 +169,11 @@ double TCdfKernel::operator()(double x) const {
     TailPair tails;
     TTails(x, shape_, noncentrality_, &tails);
     return tails.Tail(upper_);
+}
+
+numerics::BetaTailPlan TCdfKernel::Plan() const {
+    if (noncentrality_ == 0) return {numerics::PlanBeta(shape_.Square()), upper_};
+    return {};
 }
 
 double TInvCdfKernel::operator()(double p) const {

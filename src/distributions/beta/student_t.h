@@ -4,8 +4,10 @@
 #include <optional>
 
 #include "distributions/inversion.h"
+#include "distributions/lanes/forward.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
+#include "numerics/beta/lanes/plan.h"
 #include "numerics/beta/student_t.h"
 
 namespace zul::kernels {
@@ -41,10 +43,13 @@ bool TTails(double x, const numerics::TShape& shape, double noncentrality, TailP
 // Either tail at x.
 class TCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
     TCdfKernel(double df, double noncentrality, bool upper)
         : shape_(df), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
+    // For lanes.
+    numerics::BetaTailPlan Plan() const;
 
 private:
     numerics::TShape shape_;

@@ -1,6 +1,9 @@
 // The kernels that compute several elements at a time, and the functions that do so, for each level of processors.
 #pragma once
 
+#include "distributions/beta/beta.h"
+#include "distributions/beta/f.h"
+#include "distributions/beta/student_t.h"
 #include "distributions/closed_forms/cauchy.h"
 #include "distributions/closed_forms/exponential.h"
 #include "distributions/closed_forms/laplace.h"
@@ -25,8 +28,8 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 
 struct Lanes
     : LaneFunctions<
-          CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
-          ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
+          BetaCdfKernel, FCdfKernel, TCdfKernel, CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel,
+          EitherTail<CauchyInvCdfKernel>, ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
           EitherTail<ExponentialInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel,
           EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel,
           LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel,
