@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "distributions/beta/lanes/tails.h"
+#include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"
 #include "distributions/closed_forms/lanes/exponential.h"
 #include "distributions/closed_forms/lanes/laplace.h"

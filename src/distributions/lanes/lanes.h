@@ -4,6 +4,7 @@
 #include "distributions/beta/beta.h"
 #include "distributions/beta/f.h"
 #include "distributions/beta/student_t.h"
+#include "distributions/bounded/triangular.h"
 #include "distributions/closed_forms/cauchy.h"
 #include "distributions/closed_forms/exponential.h"
 #include "distributions/closed_forms/laplace.h"
@@ -26,18 +27,22 @@ struct LaneFunction {
 template <class... Kernels>
 struct LaneFunctions : LaneFunction<Kernels>... {};
 
-struct Lanes
-    : LaneFunctions<
-          BetaCdfKernel, FCdfKernel, TCdfKernel, CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel,
-          EitherTail<CauchyInvCdfKernel>, ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
-          EitherTail<ExponentialInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel,
-          EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel,
-          LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel,
-          LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
-          LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
-          SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel,
-          EitherTail<SmallestExtremeValueInvCdfKernel>, WeibullPdfKernel, WeibullCdfKernel,
-          WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
+// A family to a line.
+// clang-format off
+struct Lanes : LaneFunctions<
+    BetaCdfKernel,
+    CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
+    FCdfKernel,
+    LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
+    LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
+    LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
+    LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
+    SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
+    TCdfKernel,
+    TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
+    WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
+    // clang-format on
     // At the current level.
     template <class Kernel>
     static frame::FillInLanes<Kernel> FillOf();
