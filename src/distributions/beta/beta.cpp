@@ -29,7 +29,7 @@ double DensityAtEnd(double shape, double other) {
 
 }  // namespace
 
-double BetaPdfKernel::LogBeta() {
+double BetaPdfKernel::LogBeta() const {
     return logBeta_.Get([this] {
         numerics::RequireGammaArgument(a_);
         numerics::RequireGammaArgument(b_);
@@ -37,6 +37,12 @@ double BetaPdfKernel::LogBeta() {
         largeShapes_.emplace(a_, b_);
         return -largeShapes_->MinusLogBeta();
     });
+}
+
+BetaDensityPlan BetaPdfKernel::Plan() const {
+    if (!numerics::AreOrdinaryShapes(a_, b_)) return {};
+    const double logBeta = LogBeta();
+    return {true, !largeShapes_, a_, b_, logBeta, largeShapes_ ? largeShapes_->DensityConstant() : 0};
 }
 
 double BetaPdfKernel::Density(BetaPdfKernel* at, double x) {

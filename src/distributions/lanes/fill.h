@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "distributions/beta/lanes/densities.h"
 #include "distributions/beta/lanes/tails.h"
 #include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"

@@ -30,16 +30,16 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // A family to a line.
 // clang-format off
 struct Lanes : LaneFunctions<
-    BetaCdfKernel,
+    BetaPdfKernel, BetaCdfKernel,
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
-    FCdfKernel,
+    FPdfKernel, FCdfKernel,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
     LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
     SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
-    TCdfKernel,
+    TPdfKernel, TCdfKernel,
     TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
     WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
     // clang-format on

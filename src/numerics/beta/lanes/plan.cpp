@@ -5,9 +5,6 @@
 namespace zul::numerics {
 namespace {
 
-constexpr double kLeastShape = 1e-3;
-constexpr double kLargestSum = 1e5;
-
 BetaSidePlan PlanSide(const BetaOrientation& shapes) {
     BetaSidePlan plan{shapes.P(), shapes.Q(), shapes.MedianSplit(), shapes.LogQ(), 0, 0, 0};
     if (plan.p < 1) {
@@ -20,14 +17,19 @@ BetaSidePlan PlanSide(const BetaOrientation& shapes) {
 
 }  // namespace
 
+bool AreOrdinaryShapes(double a, double b) {
+    constexpr double kLeastShape = 1e-3;
+    constexpr double kLargestSum = 1e5;
+    // Quiet comparisons: a NaN is the scalar routine's to refuse.
+    return std::isgreaterequal(a, kLeastShape) && std::isgreaterequal(b, kLeastShape) &&
+           std::islessequal(a + b, kLargestSum);
+}
+
 BetaPlan PlanBeta(const BetaShapes& shapes) {
     const double a = shapes.A();
     const double b = shapes.B();
     const double sum = a + b;
-    // Quiet comparisons: a NaN is beta_df's to refuse.
-    const bool ordinary = std::isgreaterequal(a, kLeastShape) && std::isgreaterequal(b, kLeastShape) &&
-                          std::islessequal(sum, kLargestSum);
-    if (!ordinary) return {};
+    if (!AreOrdinaryShapes(a, b)) return {};
     return {true,
             {PlanSide(shapes.Direct()), PlanSide(shapes.Mirrored())},
             sum <= kBetaMediumSum ? shapes.MinusLogBeta() : 0,

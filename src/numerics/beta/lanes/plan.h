@@ -33,8 +33,10 @@ struct BetaTailPlan {
     bool upper = false;
 };
 
-// Ordinary: shapes from 1e-3 up to a sum of 1e5, for which nothing that the shapes keep overflows and few series are
-// too long for the lanes.
+// Shapes from 1e-3 up to a sum of 1e5, for which nothing that they keep overflows and few series are too long for the
+// lanes; not NaN.
+bool AreOrdinaryShapes(double a, double b);
+
 BetaPlan PlanBeta(const BetaShapes& shapes);
 
 }  // namespace zul::numerics
