@@ -204,15 +204,19 @@ std::vector<Family> GammaFamilies() {
     };
 }
 
+Family Beta(const std::string& name, const std::vector<Parameters>& parameters) {
+    return {name,
+            parameters,
+            {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
+             ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
+                                  gsl_cdf_beta_Pinv(x, p[0], p[1])),
+             ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
+                                qbeta(x, p[0], p[1], 1, 0))}};
+}
+
 std::vector<Family> BetaFamilies() {
     return {
-        {"Beta",
-         {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
-         {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
-          ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
-                               gsl_cdf_beta_Pinv(x, p[0], p[1])),
-          ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
-                             qbeta(x, p[0], p[1], 1, 0))}},
+        Beta("Beta", {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}}),
         {"T",
          {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
          {ZUL_BENCH_BOOST_FAMILY(students_t_distribution, p[0]),
@@ -236,6 +240,12 @@ std::vector<Family> BetaFamilies() {
           ZUL_BENCH_R_FAMILY(dbinom(x, p[0], p[1], 0), pbinom(x, p[0], p[1], 1, 0),
                              qbinom(x, p[0], p[1], 1, 0))}},
     };
+}
+
+// One shape each, from few terms to many, for their tails alone.
+std::vector<Family> SingleShapes() {
+    return {Beta("(2, 5) Beta", {{2, 5}}), Beta("(30, 4) Beta", {{30, 4}}),
+            Beta("(400, 600) Beta", {{400, 600}})};
 }
 
 // Without the densities, which ours are of the central distributions or nobody's.
@@ -332,8 +342,10 @@ void AddFunction(const Family& family, const std::string& function, Evaluate Fun
     add(" scalar", Ours(family, &test::Function::loop));
 }
 
+enum class Rows { All, Tails };
+
 // Densities and tails at values drawn from the distribution, quantiles at uniform probabilities.
-void AddFamily(const Family& family, std::size_t count) {
+void AddFamily(const Family& family, std::size_t count, Rows rows = Rows::All) {
     std::mt19937_64 generator(20);
     std::uniform_real_distribution<> uniform;
     Inputs probabilities;
@@ -348,8 +360,10 @@ void AddFamily(const Family& family, std::size_t count) {
         values.emplace_back(parameters, std::move(x));
     }
     const auto at = std::make_shared<const Inputs>(std::move(values));
-    if (!family.name.starts_with("noncentral")) AddFunction(family, "Pdf", &Functions::pdf, at);
+    const bool hasDensity = !family.name.starts_with("noncentral");
+    if (rows == Rows::All && hasDensity) AddFunction(family, "Pdf", &Functions::pdf, at);
     AddFunction(family, "Cdf", &Functions::cdf, at);
+    if (rows == Rows::Tails) return;
     AddFunction(family, "InvCdf", &Functions::invCdf,
                 std::make_shared<const Inputs>(std::move(probabilities)));
 }
@@ -364,6 +378,8 @@ void AddDistributionBenchmarks() {
     add(ClosedForms(), kManyValues);
     add(GammaFamilies(), kSomeValues);
     add(BetaFamilies(), kSomeValues);
+    for (const Family& family : SingleShapes())
+        AddFamily(family, kSomeValues, Rows::Tails);
     add(NoncentralFamilies(), kFewValues);
     add(UpperQuantiles(), kSomeValues);
     add(NoncentralUpperQuantiles(), kFewValues);
