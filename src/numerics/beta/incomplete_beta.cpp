@@ -50,6 +50,8 @@ enum class SeriesEnd { Converged, Alternating, Failed };
 struct SeriesTerms {
     double count;
     SeriesEnd end;
+    double last;
+    double lastRatio;
 };
 
 // The terms t = 1, t = t r_n of the series with r_n = (q - n) / (n + p) odds, until one is below the
@@ -72,8 +74,9 @@ SeriesTerms CountTerms(const BetaOrientation& shapes, double odds) {
         n += 1;
         goOn = advance(shapes.Ratio(n));
     }
-    if (n > kTermLimit || t >= kTermRise) return {n, SeriesEnd::Failed};
-    return {n, std::abs(t) < kSeriesTolerance ? SeriesEnd::Converged : SeriesEnd::Alternating};
+    if (n > kTermLimit || t >= kTermRise) return {n, SeriesEnd::Failed, t, ratio};
+    const bool converged = std::abs(t) < kSeriesTolerance;
+    return {n, converged ? SeriesEnd::Converged : SeriesEnd::Alternating, t, ratio};
 }
 
 // 1 + r_1 (1 + r_2 (... (1 + r_n sum))), from the smallest term on.
@@ -114,7 +117,7 @@ int PositiveSeries(const BetaOrientation& shapes, const Point& at, double* facto
 
 int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) {
     const double odds = at.y / at.rest;
-    const auto [n, end] = CountTerms(shapes, odds);
+    const auto [n, end, last, lastRatio] = CountTerms(shapes, odds);
     ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Iabx"_routine);
     if (end == SeriesEnd::Converged) {
@@ -155,7 +158,7 @@ int UpperFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
     const double p = shapes.P();
     const BetaOrientation mirrored = shapes.Mirrored();
     const double odds = at.rest / at.y;
-    auto [n, end] = CountTerms(mirrored, odds);
+    auto [n, end, last, lastRatio] = CountTerms(mirrored, odds);
     double f = 0;
     ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Jabx"_routine);
@@ -307,6 +310,25 @@ void SetLimit(double lowerTail, double upperTail, double* lower, double* upper, 
 }
 
 }  // namespace
+
+// What the last call counted was a series that converged, or the count of another expansion that happens to be the
+// same. The latter is excluded where the last term here is below the tolerance, and its ratio above the one at which
+// the series changes over, by more than they differ from those there.
+bool RepeatsBetaTerms(double x, double complement, const BetaShapes& shapes) {
+    constexpr double kSurelyConverged = 0.99 * kSeriesTolerance;
+    constexpr double kSurelyFalling = 0.98 * kFallingRatio;
+
+    const bool mirrored = complement < x;
+    const BetaOrientation side = mirrored ? shapes.Mirrored() : shapes.Direct();
+    const double y = mirrored ? complement : x;
+    const double rest = mirrored ? x : complement;
+    const bool lowerSide = y <= side.MedianSplit();
+    if (ErrorState().method != (lowerSide ? BetaLower : BetaUpper)) return false;
+    if (!lowerSide && side.P() < 1 && y * side.Q() < 1) return false;
+    const SeriesTerms terms = lowerSide ? CountTerms(side, y / rest) : CountTerms(side.Mirrored(), rest / y);
+    return terms.count == ErrorState().count && terms.end == SeriesEnd::Converged &&
+           std::abs(terms.last) < kSurelyConverged && terms.lastRatio > kSurelyFalling;
+}
 
 double BetaLogDensity(const BetaOrientation& shapes, double y) {
     return LogDensity(shapes, y, 1 - y, elementary::Log1p(-y));
