@@ -50,6 +50,18 @@ const BinomialShape& Prepared(std::optional<BinomialShape>& shape, double n, dou
 
 }  // namespace
 
+// Where both outcomes are possible and expected often enough for the saddle-point mass, of not too many trials.
+bool IsOrdinaryBinomial(double n, double prob) {
+    constexpr double kLeast = 1e-200;
+    constexpr double kMost = 1e9;
+    return std::isgreaterequal(prob, kLeast) && std::isless(prob, 1.0) && std::isgreaterequal(n, 1.0) &&
+           std::islessequal(n, kMost);
+}
+
+CountRange BinomialPdfKernel::Counts() const {
+    return IsOrdinaryBinomial(n_, prob_) ? CountRange{0, n_} : CountRange{};
+}
+
 double BinomialPdfKernel::operator()(double x) {
     const WholeArgument at(x);
     if (!at.isWhole) return 0;
@@ -88,6 +100,12 @@ double BinomialPdfKernel::MassByLogarithms(double k) const {
 
 BinomialCdfKernel::BinomialCdfKernel(double n, double prob, bool upper)
     : n_(WholeArgument(n).value), prob_(prob), upper_(upper) {}
+
+// Beyond these the tails are 0 and 1, and the error state is left alone.
+CountRange BinomialCdfKernel::Counts() const {
+    if (!IsOrdinaryBinomial(n_, prob_)) return {};
+    return upper_ ? CountRange{1, n_} : CountRange{0, n_ - 1};
+}
 
 // The upper tail is the lower tail of the number of failures, which decides what lies outside; the tail itself
 // needs no 1 - prob, which would round.

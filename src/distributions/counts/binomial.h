@@ -4,19 +4,25 @@
 
 #include <optional>
 
+#include "distributions/counts/repeated_counts.h"
 #include "frame/call_frame.h"
 #include "numerics/counts/binomial.h"
 
 namespace zul::kernels {
 
+// Whether trials and probability are neither at their ends nor far out.
+bool IsOrdinaryBinomial(double n, double prob);
+
 // C(n, k) prob^k (1 - prob)^(n - k) at k = x; x between whole numbers gives 0. prob = 0 and prob = 1 put the
 // mass on 0 and on n. Elsewhere in 0 <= k <= n a prob outside [0, 1] is a logarithm that fails.
 class BinomialPdfKernel {
 public:
+    using Table = RepeatedCounts;
     using Parameters = frame::ParameterList<int, double>;
     BinomialPdfKernel(int n, double prob) : BinomialPdfKernel(static_cast<double>(n), prob) {}
     BinomialPdfKernel(double n, double prob) : n_(n), prob_(prob) {}
     double operator()(double x);
+    CountRange Counts() const;
 
 private:
     double Mass(double k);
@@ -32,9 +38,11 @@ private:
 // and for larger n the incomplete beta pair, whose shapes end at kShapeLimit: NA.
 class BinomialCdfKernel {
 public:
+    using Table = RepeatedCounts;
     using Parameters = frame::ParameterList<double, double, bool>;
     BinomialCdfKernel(double n, double prob, bool upper);
     double operator()(double x);
+    CountRange Counts() const;
 
 private:
     bool Tails(double k, double* lower, double* above);

@@ -73,7 +73,23 @@ double GeometricQuantileAtUpperTail(double q, double prob) {
     return 1 + FirstOnTheWay(start - 1, 0, [&](double k) { return !isBeyond(k); });
 }
 
+// Of a whole r. The largest number of trials is far below what a tail takes.
+CountRange TrialsFrom(double first, double prob, double r) {
+    constexpr double kMost = 1e9;
+    const bool isCount = std::isgreaterequal(r, 1.0) && std::isless(r, kMost) && std::floor(r) == r;
+    return isCount && IsOrdinaryBinomial(1, prob) ? CountRange{first, kMost} : CountRange{};
+}
+
 }  // namespace
+
+CountRange NegBinomialPdfKernel::Counts() const {
+    return TrialsFrom(r, prob, r);
+}
+
+// Before these the tails are 0 and 1, and the error state is left alone.
+CountRange NegBinomialCdfKernel::Counts() const {
+    return TrialsFrom(upper ? r + 1 : r, prob, r);
+}
 
 double NegBinomialPdfKernel::operator()(double x) const {
     const WholeArgument at(x);
