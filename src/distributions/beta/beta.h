@@ -13,6 +13,7 @@ namespace zul::kernels {
 class BetaPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaPdfKernel(double a, double b) : a_(a), b_(b) {}
     double operator()(double x);
 
@@ -29,6 +30,7 @@ private:
 class BetaCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaCdfKernel(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
     double operator()(double x) const;
 
@@ -41,6 +43,7 @@ private:
 class BetaInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

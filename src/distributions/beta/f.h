@@ -16,6 +16,7 @@ namespace zul::kernels {
 class FPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FPdfKernel(double df1, double df2) : df1_(df1), df2_(df2) {}
     double operator()(double x);
 
@@ -37,6 +38,7 @@ bool FTails(double x, const numerics::BetaShapes& halfDf, double noncentrality, 
 class FCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     FCdfKernel(double df1, double df2, double noncentrality, bool upper)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
@@ -52,6 +54,7 @@ private:
 class FInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;

@@ -17,6 +17,7 @@ namespace zul::kernels {
 class TPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     TPdfKernel(double df, double noncentrality) : df_(df), noncentrality_(noncentrality) {}
     double operator()(double x);
 
@@ -42,6 +43,7 @@ bool TTails(double x, const numerics::TShape& shape, double noncentrality, TailP
 class TCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     TCdfKernel(double df, double noncentrality, bool upper)
         : shape_(df), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
@@ -56,6 +58,7 @@ private:
 class TInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     TInvCdfKernel(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

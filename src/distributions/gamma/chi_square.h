@@ -15,6 +15,7 @@ namespace zul::kernels {
 class ChiSqPdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
+    static constexpr bool kKeptBetweenCalls = true;
     explicit ChiSqPdfKernel(double df) : half_(df / 2) {}
     double operator()(double x);
 
@@ -33,6 +34,7 @@ bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrali
 class ChiSqCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     ChiSqCdfKernel(double df, double noncentrality, bool upper)
         : halfDf_(df / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
@@ -47,6 +49,7 @@ private:
 class ChiSqInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     ChiSqInvCdfKernel(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

@@ -14,6 +14,7 @@ namespace zul::kernels {
 class GammaPdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     GammaPdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double x);
@@ -31,6 +32,7 @@ private:
 class GammaCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     GammaCdfKernel(double shape, double scale, double threshold, bool upper)
         : shape_(shape), scale_(scale), threshold_(threshold), upper_(upper) {}
     double operator()(double x) const;
@@ -47,6 +49,7 @@ private:
 class GammaInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     GammaInvCdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double p) const;
