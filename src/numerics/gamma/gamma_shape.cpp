@@ -1,8 +1,10 @@
 #include "numerics/gamma/gamma_shape.h"
 
+#include <algorithm>
 #include <numbers>
 
 #include "elementary/exponential.h"
+#include "elementary/power.h"
 #include "frame/platform.h"
 #include "numerics/gamma/gamma_tails.h"
 #include "numerics/gamma/incomplete_gamma_pair.h"
@@ -105,6 +107,53 @@ OneHalf::OneHalf() {
         const double x = kPairCells / static_cast<double>(i);
         double mean = 0;
         leastPairs_[i] = static_cast<unsigned char>(incomplete_gamma::FirstClosePair(x, a, 1, &mean));
+    }
+    FindStretches();
+}
+
+namespace {
+
+OneHalf::Stretch Trimmed(double low, double high) {
+    return {low * (1 + OneHalf::kStretchMargin), high * (1 - OneHalf::kStretchMargin)};
+}
+
+// The smallest x from 1 to `high` at which so many pairs of convergents do, to much less than the margin; `high` if none
+// is.
+double FirstOfPairs(int pairs, double a, double high) {
+    double lo = 1;
+    double hi = high;
+    double mean = 0;
+    while (hi - lo > OneHalf::kStretchMargin / 20 * lo) {
+        const double middle = (lo + hi) / 2;
+        const int needed = incomplete_gamma::FirstClosePair(middle, a, 1, &mean);
+        (needed > 0 && needed <= pairs ? hi : lo) = middle;
+    }
+    return hi;
+}
+
+}  // namespace
+
+void OneHalf::FindStretches() {
+    constexpr double a = Value();
+    for (std::size_t n = 1; n < termStarts_.size(); ++n) {
+        const double low = std::max(termStarts_[n - 1], kTinyArgument);
+        stretches_[0][n] = Trimmed(low, std::min(termStarts_[n], medianSplit_));
+    }
+    // A term c x^(n + a) is the first of at most the tolerance up to where it is that.
+    double coefficient = 1 / (a + 1);
+    double low = medianSplit_;
+    for (std::size_t n = 1; n <= FractionalShape::kSeriesLimit && low < 1; ++n) {
+        const auto k = static_cast<double>(n);
+        if (n > 1) coefficient *= termRatios_[n] / k;
+        const double high = elementary::Pow(kSeriesTolerance / coefficient, 1 / (k + a));
+        stretches_[1][n] = Trimmed(low, std::min(high, 1.0));
+        low = std::max(low, high);
+    }
+    double high = kLargestStretched;
+    for (std::size_t k = 1; k < stretches_[2].size() && high > 1; ++k) {
+        const double first = FirstOfPairs(static_cast<int>(k), a, high);
+        stretches_[2][k] = Trimmed(first, high);
+        high = first <= 1 + kStretchMargin ? 1 : first;
     }
 }
 
