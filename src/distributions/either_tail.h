@@ -18,6 +18,18 @@ inline double LowerTailOf(double p) {
 template <typename InvCdfKernel, typename Parameters = typename InvCdfKernel::Parameters>
 class EitherTail;
 
+// The table of lanes of a kernel that has one is that of its either tail, too.
+template <typename InvCdfKernel>
+struct TableOfEitherTail {};
+
+template <typename InvCdfKernel>
+requires requires {
+    typename InvCdfKernel::Table;
+}
+struct TableOfEitherTail<InvCdfKernel> {
+    using Table = typename InvCdfKernel::Table;
+};
+
 template <typename InvCdfKernel>
 concept TakesEveryTail = requires {
     InvCdfKernel::kTakesEveryTail;
@@ -28,7 +40,7 @@ concept TakesEveryTail = requires {
 // branch on the size of q, which is as good as random, would double its time, has a constant kTakesEveryTail
 // and takes 0 < q < 1.
 template <typename InvCdfKernel, typename... Types>
-class EitherTail<InvCdfKernel, frame::ParameterList<Types...>> {
+class EitherTail<InvCdfKernel, frame::ParameterList<Types...>> : public TableOfEitherTail<InvCdfKernel> {
 public:
     using Parameters = frame::ParameterList<Types..., bool>;
     EitherTail(Types... parameters, bool upper) : inverse_{parameters...}, upper_(upper) {}
@@ -38,6 +50,8 @@ public:
         const bool isDirect = std::isgreater(p, 0.0) && std::isless(p, kEnd);
         return isDirect ? inverse_.AtUpperTail(p) : inverse_(LowerTailOf(p));
     }
+    const InvCdfKernel& Inverse() const { return inverse_; }
+    bool IsUpper() const { return upper_; }
 
 private:
     static constexpr double kEnd = TakesEveryTail<InvCdfKernel> ? 1 : 0.5;

@@ -20,13 +20,11 @@
 // across the two ends of the frame.
 #pragma once
 
-#include <bit>
 #include <concepts>
 #include <cstddef>
-#include <cstdint>
 #include <type_traits>
 
-#include "frame/missing_value.h"
+#include "frame/in_blocks.h"
 #include "frame/platform.h"
 
 namespace zul::frame {
@@ -39,12 +37,6 @@ struct ParameterList {};
 template <typename Kernel, typename... Types>
 concept KernelOf = std::same_as<typename Kernel::Parameters, ParameterList<Types...>> &&
     std::is_trivially_destructible_v<Kernel>;
-
-// By the bits: a signalling NaN that a kernel returns as it came would trap in a comparison.
-inline double NaToNaN(double result) {
-    constexpr auto kBits = std::bit_cast<std::uint64_t>(kNA);
-    return std::bit_cast<std::uint64_t>(result) == kBits ? kQuietNaN : result;
-}
 
 // One call of any function.
 template <typename Result, typename... Types>
@@ -71,8 +63,7 @@ template <typename Kernel, typename... Types>
 void BuildAndApplyEach(double* out, const double* in, std::size_t count, Types... parameters) {
     if (count == 0) return;  // nor may bad parameters throw
     Kernel kernel{parameters...};
-    for (std::size_t i = 0; i < count; ++i)
-        out[i] = NaToNaN(kernel(in[i]));
+    ApplyToArray(kernel, out, in, count);
 }
 
 template <typename Kernel, typename... Types>

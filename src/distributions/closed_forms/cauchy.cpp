@@ -5,6 +5,7 @@
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/trigonometric.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -17,8 +18,6 @@ using std::numbers::pi;
 
 double CauchyPdfKernel::operator()(double x) const {
     const double distance = x - location;
-    // The 1 beside z^2 is lost, which itself might overflow.
-    constexpr double kOneOverFarZ = 1e-9;
     if (std::abs(distance) * kOneOverFarZ > std::abs(scale) && scale != 0)
         return scale / distance / distance / pi;
     const double z = distance / scale;

@@ -31,9 +31,9 @@ inline bool IsOrdinaryDeviate(double x, double location, double scale) {
 }
 
 // Whether p tolerantly equals 0.5.
+inline constexpr double kNearHalf = 1e-11;  // spares most p the comparison
 inline bool IsTolerantlyHalf(double p) {
-    constexpr double kNear = 1e-11;  // spares most p the comparison
-    return std::abs(p - 0.5) < kNear && frame::CompareTolerant(p, 0.5, 0) == 0;
+    return std::abs(p - 0.5) < kNearHalf && frame::CompareTolerant(p, 0.5, 0) == 0;
 }
 
 // The symmetric families' quantile for the upper tail q, 0 < q < 1, from that of the standard member for the
@@ -51,10 +51,11 @@ inline double LogOfComplement(double p) {
     return 1 - p > 0 ? elementary::Log1p(-p) : frame::SafeLog(1 - p);
 }
 
-// Whether x to the y, and that times or over x, is far from overflow and underflow.
+// Whether x to the y, and that times or over x, is far from overflow and underflow: (14.9 + 1) * 64 log(2) = 705 is
+// within the bound of the exponential.
+inline constexpr double kOrdinaryExponent = 14.9;
 inline bool IsOrdinaryPower(double x, double y) {
-    // (14.9 + 1) * 64 log(2) = 705 is within the bound of the exponential.
-    return x > 0x1p-64 && x < 0x1p64 && std::abs(y) < 14.9;
+    return x > 0x1p-64 && x < 0x1p64 && std::abs(y) < kOrdinaryExponent;
 }
 
 // SafePow, without its logarithm where there is nothing to guard.

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "distributions/gamma/chi_square.h"
+#include "distributions/lanes/forward.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 
@@ -14,6 +15,7 @@ namespace zul::kernels {
 // degrees of freedom. t <= 0 gives 0 and 1.
 class StandardExponentialTail {
 public:
+    static constexpr double kCancels = 0.999;  // 1 - e would lose three digits from here on
     explicit StandardExponentialTail(bool upper) : upper_(upper) {}
     double operator()(double t) {
         if (t <= 0) return upper_ ? 1 : 0;
@@ -25,10 +27,7 @@ public:
         return upper_ ? e : LowerTail(t, e);
     }
     // The lower tail at t when e is known.
-    double LowerTail(double t, double e) {
-        constexpr double kCancels = 0.999;  // 1 - e would lose three digits from here on
-        return e > kCancels ? SmallLowerTail(t) : 1 - e;
-    }
+    double LowerTail(double t, double e) { return e > kCancels ? SmallLowerTail(t) : 1 - e; }
 
 private:
     double SmallLowerTail(double t);
@@ -39,6 +38,7 @@ private:
 // exp(-(x - threshold) / scale) / scale for x >= threshold, else 0. An exponent below the bound of the guarded
 // exponential gives 0, one above it throws "float overflow".
 struct ExponentialPdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;
@@ -48,6 +48,7 @@ struct ExponentialPdfKernel {
 // The tail of the standard family at (x - threshold) / scale, with the same bounds. x <= threshold gives 0
 // and 1.
 struct ExponentialCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
     double scale;
     double threshold;
@@ -58,6 +59,7 @@ struct ExponentialCdfKernel {
 
 // threshold - log(1 - p) scale. p = 1 throws "float overflow".
 struct ExponentialInvCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double scale;
     double threshold;

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "distributions/closed_forms/exponential.h"
+#include "distributions/lanes/forward.h"
 #include "frame/call_frame.h"
 
 namespace zul::kernels {
 
 // e exp(-e) / scale with e = exp(-(x - location) / scale); 0 where e overflows.
 struct LargestExtremeValuePdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -16,6 +18,7 @@ struct LargestExtremeValuePdfKernel {
 
 // The other tail of the standard exponential family at e; 0 and 1 where e overflows.
 struct LargestExtremeValueCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -26,6 +29,7 @@ struct LargestExtremeValueCdfKernel {
 
 // location - scale log(-log(p)). p = 0 and p = 1 throw "float overflow".
 struct LargestExtremeValueInvCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;

@@ -2,6 +2,7 @@
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"

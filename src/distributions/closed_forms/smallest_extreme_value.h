@@ -3,12 +3,14 @@
 #pragma once
 
 #include "distributions/closed_forms/largest_extreme_value.h"
+#include "distributions/lanes/forward.h"
 #include "frame/call_frame.h"
 
 namespace zul::kernels {
 
 // The density of the mirrored family at -x.
 struct SmallestExtremeValuePdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;
@@ -17,6 +19,7 @@ struct SmallestExtremeValuePdfKernel {
 
 // The other tail of the mirrored family at -x.
 struct SmallestExtremeValueCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
     double location;
     double scale;
@@ -27,6 +30,7 @@ struct SmallestExtremeValueCdfKernel {
 
 // The negative of the mirrored family's inverse at 1 - p; the sign is changed only when that is below NA.
 struct SmallestExtremeValueInvCdfKernel {
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     double location;
     double scale;

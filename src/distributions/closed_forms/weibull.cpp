@@ -4,6 +4,7 @@
 
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/logarithm.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"

@@ -6,10 +6,11 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "processor/processor.h"
 
-#if defined(__AVX512F__)
+#if defined(__GNUC__)
 #include <immintrin.h>
 #endif
 
@@ -136,11 +137,27 @@ ZUL_INLINE bool AnyTopBit(U bits) {
         if constexpr (sizeof(U) == sizeof(__m512i))
             return _mm512_movepi64_mask(__builtin_bit_cast(__m512i, bits)) != 0;
 #endif
-        std::uint64_t any = 0;
-        for (unsigned k = 0; k < sizeof(U) / sizeof any; ++k)
-            any |= bits[k];
-        return (any & kSignBit) != 0;
+#if defined(__AVX__)
+        if constexpr (sizeof(U) == sizeof(__m256d))
+            return _mm256_movemask_pd(__builtin_bit_cast(__m256d, bits)) != 0;
+#endif
+#if defined(__GNUC__)
+        if constexpr (sizeof(U) == sizeof(__m128d))
+            return _mm_movemask_pd(__builtin_bit_cast(__m128d, bits)) != 0;
+#endif
     }
+}
+
+template <class D>
+ZUL_INLINE D Load(const double* from) {
+    D value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+template <class D>
+ZUL_INLINE void Store(double* to, D value) {
+    std::memcpy(to, &value, sizeof value);
 }
 
 #if defined(__AVX512F__)

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 
 #include "elementary/core/error_function.h"
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
 #include "elementary/core/power.h"
 #include "elementary/core/trigonometric.h"
+#include "elementary/core/value.h"
 #include "elementary/error_function.h"
 #include "elementary/exponential.h"
 #include "elementary/lanes/columns.h"
@@ -18,18 +18,6 @@
 
 namespace zul::elementary {
 namespace {
-
-template <class D>
-ZUL_INLINE D Load(const double* from) {
-    D value;
-    std::memcpy(&value, from, sizeof value);
-    return value;
-}
-
-template <class D>
-ZUL_INLINE void Store(double* to, D value) {
-    std::memcpy(to, &value, sizeof value);
-}
 
 // A vector with any argument outside of what the core takes goes to the scalar function value by value, so that its
 // flags are raised, and its traps happen, in their order.

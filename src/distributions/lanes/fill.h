@@ -1,0 +1,96 @@
+// The functions of one level: included by the source of each.
+#pragma once
+
+#include <cstddef>
+#include <type_traits>
+
+#include "distributions/closed_forms/lanes/cauchy.h"
+#include "distributions/closed_forms/lanes/exponential.h"
+#include "distributions/closed_forms/lanes/laplace.h"
+#include "distributions/closed_forms/lanes/largest_extreme_value.h"
+#include "distributions/closed_forms/lanes/log_logistic.h"
+#include "distributions/closed_forms/lanes/logistic.h"
+#include "distributions/closed_forms/lanes/smallest_extreme_value.h"
+#include "distributions/closed_forms/lanes/weibull.h"
+#include "distributions/lanes/lanes.h"
+#include "distributions/lanes/text.h"
+
+namespace zul::kernels {
+namespace {
+
+// The text with Evaluate of a kernel.
+template <class Kernel>
+ZUL_INLINE auto FunctionOf(const Kernel& kernel) {
+    const auto text = TextOf(kernel);
+    using Text = std::remove_const_t<decltype(text)>;
+    if constexpr (std::is_base_of_v<OfNumbers, Text>)
+        return text;
+    else
+        return LowerQuantile<Text>{{text}};
+}
+
+template <class Kernel>
+ZUL_INLINE auto FunctionOf(const EitherTail<Kernel>& kernel) {
+    const auto text = TextOf(kernel.Inverse());
+    return EitherQuantile<std::remove_const_t<decltype(text)>>{{text}, kernel.IsUpper()};
+}
+
+// Whether none is left.
+template <class D, class Text>
+ZUL_INLINE bool FillVector(const Text& text, double* out, const double* in) {
+    constexpr double kInside = 0.5;  // of every domain
+    D x = elementary::Load<D>(in);
+    Left<D> left{Text::GateOf(x)};
+    if (AnyTopBit(left.marks)) [[unlikely]] {
+        for (int k = 0; k < kLanesOf<D>; ++k)
+            if (left.marks[k] >> 63) x[k] = kInside;
+    }
+    D y = text.Evaluate(x, &left);
+    const bool all = !AnyTopBit(left.marks);
+    if (!all) [[unlikely]] {
+        for (int k = 0; k < kLanesOf<D>; ++k)
+            if (left.marks[k] >> 63) y[k] = frame::kNA;
+    }
+    elementary::Store(out, y);
+    return all;
+}
+
+template <class D, class Text>
+ZUL_INLINE bool FillVectors(const Text& text, double* out, const double* in, std::size_t n) {
+    constexpr std::size_t kCount = kLanesOf<D>;
+    bool all = true;
+    std::size_t done = 0;
+    for (; n - done >= kCount; done += kCount)
+        all &= FillVector<D>(text, out + done, in + done);
+    if (done == n) return all;
+    double results[kCount];
+    double rest[kCount];
+    for (std::size_t k = 0; k < kCount; ++k)
+        rest[k] = in[k < n - done ? done + k : done];
+    all &= FillVector<D>(text, results, rest);
+    for (std::size_t k = done; k < n; ++k)
+        out[k] = results[k - done];
+    return all;
+}
+
+template <class D, class Kernel>
+bool Fill(Kernel& kernel, double* out, const double* in, std::size_t n) {
+    const auto text = FunctionOf(kernel);
+    if (text.Takes()) return FillVectors<D>(text, out, in, n);
+    for (std::size_t k = 0; k < n; ++k)
+        out[k] = frame::kNA;
+    return false;
+}
+
+template <class D, class... Kernels>
+constexpr Lanes MakeLanes(const LaneFunctions<Kernels...>*) {
+    return {{{Fill<D, Kernels>}...}};
+}
+
+template <class D>
+constexpr Lanes MakeLanes() {
+    return MakeLanes<D>(static_cast<const Lanes*>(nullptr));
+}
+
+}  // namespace
+}  // namespace zul::kernels

@@ -1,0 +1,56 @@
+// The kernels that compute several elements at a time, and the functions that do so, for each level of processors.
+#pragma once
+
+#include "distributions/closed_forms/cauchy.h"
+#include "distributions/closed_forms/exponential.h"
+#include "distributions/closed_forms/laplace.h"
+#include "distributions/closed_forms/largest_extreme_value.h"
+#include "distributions/closed_forms/log_logistic.h"
+#include "distributions/closed_forms/logistic.h"
+#include "distributions/closed_forms/smallest_extreme_value.h"
+#include "distributions/closed_forms/weibull.h"
+#include "distributions/either_tail.h"
+#include "distributions/lanes/forward.h"
+#include "frame/in_blocks.h"
+
+namespace zul::kernels {
+
+template <class Kernel>
+struct LaneFunction {
+    frame::FillInLanes<Kernel> fill;
+};
+
+template <class... Kernels>
+struct LaneFunctions : LaneFunction<Kernels>... {};
+
+struct Lanes
+    : LaneFunctions<
+          CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+          ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
+          EitherTail<ExponentialInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel,
+          EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel,
+          LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel,
+          LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
+          LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
+          SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel,
+          EitherTail<SmallestExtremeValueInvCdfKernel>, WeibullPdfKernel, WeibullCdfKernel,
+          WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
+    // At the current level.
+    template <class Kernel>
+    static frame::FillInLanes<Kernel> FillOf();
+};
+
+// Null where the level has no vectors.
+const Lanes* CurrentLanes();
+
+extern const Lanes kLanesOfTwo;
+extern const Lanes kLanesOfFour;
+extern const Lanes kLanesOfEight;
+
+template <class Kernel>
+frame::FillInLanes<Kernel> Lanes::FillOf() {
+    const Lanes* lanes = CurrentLanes();
+    return lanes == nullptr ? nullptr : static_cast<const LaneFunction<Kernel>*>(lanes)->fill;
+}
+
+}  // namespace zul::kernels
