@@ -11,6 +11,9 @@
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
 #include "distributions/lanes/forward.h"
+#include "distributions/normal/half_normal.h"
+#include "distributions/normal/log_normal.h"
+#include "distributions/normal/normal.h"
 #include "frame/in_blocks.h"
 
 namespace zul::kernels {
@@ -27,12 +30,16 @@ struct Lanes
     : LaneFunctions<
           CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
           ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
-          EitherTail<ExponentialInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel,
-          EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel,
-          LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel,
-          LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
-          LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
-          SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel,
+          EitherTail<ExponentialInvCdfKernel>, HalfNormalPdfKernel, HalfNormalCdfKernel,
+          HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel,
+          LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel,
+          LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel,
+          EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel, LogLogisticCdfKernel,
+          LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>, LogNormalPdfKernel,
+          LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>, LogisticPdfKernel,
+          LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>, NormalPdfKernel,
+          NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>, SmallestExtremeValuePdfKernel,
+          SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel,
           EitherTail<SmallestExtremeValueInvCdfKernel>, WeibullPdfKernel, WeibullCdfKernel,
           WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
     // At the current level.

@@ -1,6 +1,8 @@
 #include "numerics/gamma/gamma_shape.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <numbers>
 
 #include "elementary/exponential.h"
@@ -159,18 +161,64 @@ void OneHalf::FindStretches() {
 
 namespace {
 
+// The end of a cell.
+double EndOfCell(int cell) {
+    const auto bits = std::bit_cast<std::uint64_t>(OneHalfTable::kLeast);
+    const auto place = static_cast<std::uint64_t>(cell) + 1;
+    return std::bit_cast<double>(bits + (place << OneHalfTable::kCellShift));
+}
+
+}  // namespace
+
+OneHalfTable OneHalf::Table() const {
+    using Byte = unsigned char;
+    OneHalfTable table{};
+    table.log = log_;
+    table.stirlingTerm = stirlingTerm_;
+    table.gamma = gamma_;
+    table.medianSplit = medianSplit_;
+    table.gammaQuotient = gammaQuotient_;
+    std::copy(termStarts_.begin(), termStarts_.end(), table.termStarts);
+    std::copy(termRatios_.begin(), termRatios_.end(), table.termRatios);
+    for (int k = 0; k < 13; ++k)
+        table.seriesReciprocals[k] = 1 / (k + Value());
+    for (int n = 1; n <= FractionalShape::kSeriesLimit; ++n)
+        table.reciprocals[n] = 1.0 / n;
+
+    double low = OneHalfTable::kLeast;
+    for (int cell = 0; low < OneHalfTable::kMost; ++cell) {
+        const double high = EndOfCell(cell);
+        Byte* const rank = table.ranks + cell;
+        const double lowest = std::min(low, medianSplit_);
+        *rank = static_cast<Byte>(SeriesTerms(lowest));
+        const auto most = static_cast<Byte>(SeriesTerms(std::min(high, medianSplit_)));
+        table.mostTerms[*rank] = std::max(table.mostTerms[*rank], most);
+        // Below 1 a little less than the cell, as SureTerms does.
+        rank[OneHalfTable::kCellsBelow] =
+            static_cast<Byte>(low < 1 ? OneHalfTable::kFirstSmall + SureTerms(low)
+                                      : OneHalfTable::kFirstFraction + std::max(1, ExpectedPairs(high) - 1));
+        low = high;
+    }
+    table.ranks[OneHalfTable::kOutside] = OneHalfTable::kRanks;
+    return table;
+}
+
+namespace {
+
 // In the default mode, whatever the mode of the thread that loads the library.
-OneHalf PrepareOneHalf() {
-    OneHalf (*volatile prepare)() = []() { return OneHalf(); };
+template <typename Value>
+Value Prepared(Value (*compute)()) {
+    Value (*volatile prepare)() = compute;
     const unsigned control = frame::GetControl();
     frame::SetControl(frame::kDefaultControl);
-    const OneHalf prepared = prepare();
+    const Value prepared = prepare();
     frame::SetControl(control);
     return prepared;
 }
 
 }  // namespace
 
-const OneHalf kOneHalf = PrepareOneHalf();
+const OneHalf kOneHalf = Prepared<OneHalf>([] { return OneHalf(); });
+const OneHalfTable kOneHalfTable = Prepared<OneHalfTable>([] { return kOneHalf.Table(); });
 
 }  // namespace zul::numerics

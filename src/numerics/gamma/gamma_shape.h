@@ -9,6 +9,7 @@
 
 #include "elementary/logarithm.h"
 #include "numerics/gamma/gamma.h"
+#include "numerics/gamma/one_half_table.h"
 
 namespace zul::numerics {
 
@@ -147,6 +148,8 @@ public:
     }
     static constexpr double kStretchMargin = 1e-5;
     static constexpr double kLargestStretched = 30;
+
+    OneHalfTable Table() const;
 
 private:
     void FindStretches();
