@@ -12,6 +12,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench.h"
+#include "processor/level.h"
 
 namespace zul::bench {
 namespace {
@@ -42,7 +43,10 @@ public:
         PrintLine({"---", "---:", "---:", "---:"});
         for (const Workload& workload : Workloads())
             PrintLine(Cells(workload));
-        GetOutputStream() << "\nMedians of the CPU time. The ratio is ours / peer: below 1 we are faster.\n";
+        constexpr int kLanes[] = {1, 2, 4, 8};
+        GetOutputStream()
+            << "\nMedians of the CPU time. The ratio is ours / peer: below 1 we are faster. Lanes: "
+            << kLanes[static_cast<int>(processor::HighestLevel())] << ".\n";
     }
 
 private:

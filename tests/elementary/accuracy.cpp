@@ -17,7 +17,7 @@
 namespace {
 
 using namespace zul::elementary;
-using zul::test::Arguments;
+using zul::test::RandomArguments;
 
 long double Place(long double x) {
     int exponent = 0;
@@ -35,7 +35,7 @@ struct Range {
     double limit;
     double (*function)(Pair);
     long double (*reference)(Pair);
-    Pair (*argument)(Arguments&);
+    Pair (*argument)(RandomArguments&);
 };
 
 #define FUNCTION(own, exact)         \
@@ -45,7 +45,7 @@ struct Range {
     [](Pair p) { return Pow(p.x, p.y); }, [](Pair p) -> long double {                  \
         return std::pow(static_cast<long double>(p.x), static_cast<long double>(p.y)); \
     }
-#define FROM(expression) [](Arguments& a) { return Pair{expression, 0}; }
+#define FROM(expression) [](RandomArguments& a) { return Pair{expression, 0}; }
 
 Pair PowerWithLog(double x, double logOfPower) {
     return {x, logOfPower / std::log(x)};
@@ -70,15 +70,15 @@ const Range kRanges[] = {
     {"log1p, any large double", 0.505, FUNCTION(Log1p, std::log1p),
      FROM(a.AnyDouble(1, 0x1.fffffffffffffp1023))},
     {"pow, results -690 to 690", 0.51, POWER,
-     [](Arguments& a) { return PowerWithLog(a.AnyDouble(0x1p-60, 0x1p60), a.Uniform(-690, 690)); }},
+     [](RandomArguments& a) { return PowerWithLog(a.AnyDouble(0x1p-60, 0x1p60), a.Uniform(-690, 690)); }},
     {"pow near 1", 0.51, POWER,
-     [](Arguments& a) {
+     [](RandomArguments& a) {
          return PowerWithLog(1 + a.Signed(a.AnyDouble(0x1p-40, 0.25)), a.Uniform(-690, 690));
      }},
     {"pow, denormal results", 0.51, POWER,
-     [](Arguments& a) { return PowerWithLog(a.AnyDouble(0x1p-1074, 0.9), a.Uniform(-745, -690)); }},
+     [](RandomArguments& a) { return PowerWithLog(a.AnyDouble(0x1p-1074, 0.9), a.Uniform(-745, -690)); }},
     {"pow, small exponents", 0.51, POWER,
-     [](Arguments& a) {
+     [](RandomArguments& a) {
          return Pair{a.AnyDouble(0x1p-1074, 0x1p1023), a.Uniform(-0.9, 0.9)};
      }},
     {"sin -4 to 4", 1, FUNCTION(Sin, std::sin), FROM(a.Uniform(-4, 4))},
@@ -107,7 +107,7 @@ const Range kRanges[] = {
 };
 
 bool Measure(const Range& range, long count) {
-    Arguments arguments;
+    RandomArguments arguments;
     double worst = 0;
     Pair at{};
     for (long k = 0; k < count; ++k) {

@@ -6,7 +6,7 @@
 
 namespace zul::test {
 
-class Arguments {
+class RandomArguments {
 public:
     // Source: G. L. Steele, D. Lea, C. H. Flood, Fast splittable pseudorandom number generators, 2014.
     std::uint64_t Bits() {

@@ -46,7 +46,7 @@ struct PowerArguments {
 };
 
 PowerArguments MakePowerArguments() {
-    Arguments arguments;
+    RandomArguments arguments;
     PowerArguments made;
     for (std::size_t k = 0; k < kCount; ++k) {
         made.x.push_back(k % 2 ? arguments.Uniform(0.99, 1.01) : arguments.AnyDouble(0x1p-10, 0x1p10));
@@ -62,7 +62,7 @@ TEST(Columns, BitsOfAllLevels) {
         0xa23dfb9f679c68eb, 0x4b832b10dbe8e251, 0x9a10b0e65f91e468, 0x4949e16a969958af};
     constexpr std::uint64_t kHashOfPow = 0x438ae47592aa6d9c;
     for (int f = 0; f < kElementaryFunctions; ++f) {
-        Arguments arguments;
+        RandomArguments arguments;
         std::vector<double> x;
         std::vector<double> scalar;
         for (std::size_t k = 0; k < kCount; ++k) {

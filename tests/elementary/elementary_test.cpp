@@ -220,7 +220,7 @@ void ExpectReasons(const Outcome& outcome, bool allFinite, double x, double y) {
 }
 
 TEST(ElementaryFunctionsDomain, FlagsOfAnyArgument) {
-    Arguments arguments;
+    RandomArguments arguments;
     for (int k = 0; k < 50'000 && !testing::Test::HasFailure(); ++k) {
         const double x = std::bit_cast<double>(arguments.Bits());
         const double y = std::bit_cast<double>(arguments.Bits());

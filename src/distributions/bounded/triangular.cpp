@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "frame/errors.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
@@ -46,9 +47,6 @@ double RootOfProduct(double range, double side, double p) {
     return range == 0 ? 0 : std::abs(range) * frame::SafeSqrt(side / range * p);
 }
 
-// What is left of the upper end when its difference with the root has lost three bits.
-constexpr double kCancelled = 0.125;
-
 // range - sqrt(range above (1 - p)) without the difference, above the mode: its product with the sum of both is
 // range (below + above p).
 double DistanceFromLower(double range, double below, double above, double p) {
@@ -76,8 +74,7 @@ double TriangularInvCdfKernel::AtUpperTail(double q) const {
     // The parameters in another order are the lower tail's to refuse.
     if (!(lower <= mode && mode <= upper)) return (*this)(1 - q);
     // Of 1 - q less than a rounding is missing: below the mode that is the mode, to a rounding of the range.
-    constexpr double kLost = 0x1p-54;
-    if (q < kLost && q >= (upper - mode) / (upper - lower)) return mode;
+    if (q < kLostInComplement && q >= (upper - mode) / (upper - lower)) return mode;
     return 0 - TriangularInvCdfKernel{-upper, -mode, -lower}(q);
 }
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"
 #include "distributions/closed_forms/lanes/exponential.h"
 #include "distributions/closed_forms/lanes/laplace.h"

@@ -1,6 +1,7 @@
 // The kernels that compute several elements at a time, and the functions that do so, for each level of processors.
 #pragma once
 
+#include "distributions/bounded/triangular.h"
 #include "distributions/closed_forms/cauchy.h"
 #include "distributions/closed_forms/exponential.h"
 #include "distributions/closed_forms/laplace.h"
@@ -26,22 +27,22 @@ struct LaneFunction {
 template <class... Kernels>
 struct LaneFunctions : LaneFunction<Kernels>... {};
 
-struct Lanes
-    : LaneFunctions<
-          CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
-          ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel,
-          EitherTail<ExponentialInvCdfKernel>, HalfNormalPdfKernel, HalfNormalCdfKernel,
-          HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>, LaplacePdfKernel, LaplaceCdfKernel,
-          LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>, LargestExtremeValuePdfKernel,
-          LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel,
-          EitherTail<LargestExtremeValueInvCdfKernel>, LogLogisticPdfKernel, LogLogisticCdfKernel,
-          LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>, LogNormalPdfKernel,
-          LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>, LogisticPdfKernel,
-          LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>, NormalPdfKernel,
-          NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>, SmallestExtremeValuePdfKernel,
-          SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel,
-          EitherTail<SmallestExtremeValueInvCdfKernel>, WeibullPdfKernel, WeibullCdfKernel,
-          WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
+// A family to a line.
+// clang-format off
+struct Lanes : LaneFunctions<
+    CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
+    HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
+    LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
+    LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
+    LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
+    LogNormalPdfKernel, LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>,
+    LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
+    NormalPdfKernel, NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>,
+    SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
+    TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
+    WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
+    // clang-format on
     // At the current level.
     template <class Kernel>
     static frame::FillInLanes<Kernel> FillOf();

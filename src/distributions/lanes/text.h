@@ -38,6 +38,19 @@ struct Left {
     ZUL_INLINE void ByTopBit(BitsOf<D> bits) { marks |= bits; }
 };
 
+template <class D>
+ZUL_INLINE D Sqrt(D x) {
+    if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
+#if defined(__AVX__)
+    if constexpr (kLanesOf<D> == 4)
+        return __builtin_bit_cast(D, _mm256_sqrt_pd(__builtin_bit_cast(__m256d, x)));
+#endif
+#if defined(__AVX512F__)
+    if constexpr (kLanesOf<D> == 8)
+        return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
+#endif
+}
+
 // Numbers of which neither a distance nor its ratio to an ordinary scale overflows; not NaN.
 inline constexpr double kOrdinary = 1e150;
 

@@ -8,12 +8,6 @@
 namespace zul::kernels {
 namespace {
 
-// log(x - threshold) of x above it.
-template <class D>
-ZUL_INLINE D LogDistance(D distance, Left<D>* left) {
-    return Log(distance, left);
-}
-
 struct LogNormalPdfText : OfNumbers {
     double location;
     double scale;
@@ -23,7 +17,7 @@ struct LogNormalPdfText : OfNumbers {
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x <= threshold;
         const D distance = Select(below, Splat<D>(1), x - threshold);
-        const D density = NormalDensity(LogDistance(distance, left), location, scale, left) / distance;
+        const D density = NormalDensity(Log(distance, left), location, scale, left) / distance;
         return Select(below, D{}, density);
     }
 };
@@ -39,7 +33,7 @@ struct LogNormalCdfText : OfTails {
     bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
     template <class D>
     ZUL_INLINE D DeviateOf(D x, Left<D>* left) const {
-        return (LogDistance(x - threshold, left) - location) / scale;
+        return (Log(x - threshold, left) - location) / scale;
     }
     template <class D>
     ZUL_INLINE D Of(D tail) const {

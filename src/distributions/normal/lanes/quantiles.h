@@ -1,8 +1,10 @@
 // The normal quantiles in lanes: numerics/normal.h.
 #pragma once
 
+#include <cstddef>
 #include <type_traits>
 
+#include "distributions/lanes/text.h"
 #include "distributions/normal/lanes/order.h"
 #include "distributions/normal/lanes/pair.h"
 
@@ -10,18 +12,7 @@ namespace zul::kernels {
 namespace {
 
 template <class D>
-inline constexpr int kNewtonWidth = kLanesOf<D> == 8 ? 2 : 2;
-
-template <class D>
-ZUL_INLINE D Root(D x) {
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8) return (D)_mm512_maskz_sqrt_pd(0xFF, (__m512d)x);
-#endif
-#if defined(__AVX__)
-    if constexpr (kLanesOf<D> == 4) return (D)_mm256_sqrt_pd((__m256d)x);
-#endif
-    if constexpr (kLanesOf<D> == 2) return (D)_mm_sqrt_pd((__m128d)x);
-}
+inline constexpr int kNewtonWidth = 2;
 
 // As StartingDeviate, but for its sign, of 1e-100 <= q <= 0.5.
 template <class D>
@@ -34,7 +25,7 @@ ZUL_INLINE D StartingSize(D q) {
         ((((3.13082909833 * s - 21.06224101826) * s + 23.08336743743) * s - 8.4735109309) * s + 1.0);
     const auto isFar = Absolute(r) > kCentre;
     if (!AnyTopBit((BitsOf<D>)isFar)) return near;
-    const D t = Root(-elementary::CoreLog(q));
+    const D t = Sqrt(-elementary::CoreLog(q));
     const D far = (((2.32121276858 * t + 4.85014127135) * t - 2.29796479134) * t - 2.78718931138) /
                   ((1.63706781897 * t + 3.54388924762) * t + 1.0);
     return Select(isFar, far, near);
@@ -148,7 +139,7 @@ ZUL_INLINE void InvertGroup(const Order& order, std::size_t place, Results* resu
         const D x = newton.x.of[w];
         const BitsOf<D> left = newton.isLeft.of[w] | ~newton.isDone.of[w];
         elementary::Store(deviates + w * kLanesOf<D>,
-                          Select((left >> 63) != 0, Splat<D>(frame::kNA), Root(x + x)));
+                          Select((left >> 63) != 0, Splat<D>(frame::kNA), Sqrt(x + x)));
     }
 }
 

@@ -1,0 +1,207 @@
+// Array calls at every level of lanes against the calls of one element after the other: results, exceptions, what is
+// written before these, the control register and the error state.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <exception>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "distributions/families.h"
+#include "elementary/arguments.h"
+#include "frame/error_state.h"
+#include "processor/level.h"
+#include "support/float_mode.h"
+
+namespace zul::test {
+namespace {
+
+using processor::Level;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+// What no function gives, for elements not written.
+constexpr double kUntouched = -7.25e77;
+
+// All that a caller may see of a call.
+struct Outcome {
+    std::vector<std::uint64_t> written;
+    std::string exception;
+    unsigned mode = 0;
+    int level = 0;
+    std::string routine;
+    int method = 0;
+    int count = 0;
+    bool operator==(const Outcome&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
+    return out << outcome.exception << " mode " << outcome.mode << ' ' << outcome.routine << " level "
+               << outcome.level << " method " << outcome.method << " count " << outcome.count;
+}
+
+Outcome Call(const Applied& function, double* out, const double* in, std::size_t count, Level level) {
+    processor::LimitLevel(level);
+    frame::ErrorState() = {};
+    Outcome outcome;
+    try {
+        function(out, in, count);
+    } catch (const std::exception& error) {
+        outcome.exception = error.what();
+    }
+    outcome.mode = ModeWithoutFlags();
+    _mm_setcsr(kDefaultMode);
+    processor::LimitLevel(Level::Eight);
+    const auto& state = frame::ErrorState();
+    outcome.level = state.level;
+    outcome.routine = state.routine.View();
+    outcome.method = state.method;
+    outcome.count = state.count;
+    for (std::size_t i = 0; i < count; ++i)
+        outcome.written.push_back(std::bit_cast<std::uint64_t>(out[i]));
+    return outcome;
+}
+
+Outcome Apart(const Applied& function, const std::vector<double>& in, Level level) {
+    std::vector<double> out(in.size(), kUntouched);
+    return Call(function, out.data(), in.data(), in.size(), level);
+}
+
+Outcome InPlace(const Applied& function, std::vector<double> values, Level level) {
+    return Call(function, values.data(), values.data(), values.size(), level);
+}
+
+// The output one element before or behind the input.
+Outcome Overlapping(const Applied& function, std::vector<double> values, bool behind, Level level) {
+    double* first = values.data();
+    return Call(function, first + behind, first + !behind, values.size() - 1, level);
+}
+
+void ExpectAlike(const Applied& function, const std::vector<double>& in) {
+    const Outcome expected = Apart(function, in, Level::One);
+    const Outcome expectedInPlace = InPlace(function, in, Level::One);
+    for (const Level level : {Level::Two, Level::Four, Level::Eight}) {
+        if (level > processor::HighestLevel()) break;
+        const Outcome actual = Apart(function, in, level);
+        const auto difference =
+            std::mismatch(actual.written.begin(), actual.written.end(), expected.written.begin()).first;
+        ASSERT_EQ(actual, expected) << function.Name() << " at level " << static_cast<int>(level)
+                                    << ", element " << difference - actual.written.begin() << " of "
+                                    << in.size();
+        ASSERT_EQ(InPlace(function, in, level), expectedInPlace) << function.Name();
+    }
+}
+
+class Data {
+public:
+    Data(const Distribution& distribution, const Applied& function) {
+        const bool ofProbabilities = IsQuantile(distribution, function);
+        for (const double p :
+             {1e-300, 1e-20, 1e-9, 1e-4, 0.01, 0.2, 0.25, 0.4999999, 0.5, 0.6, 0.75, 0.9, 0.999, 1 - 1e-9})
+            Add(ofProbabilities ? p : Quietly(distribution.quantile, p));
+        if (ofProbabilities) return;
+        for (const double end : {distribution.lowest, distribution.highest})
+            if (std::isfinite(end))
+                for (const double beside :
+                     {end - 1, std::nextafter(end, -kInfinity), end, std::nextafter(end, kInfinity)})
+                    Add(beside);
+    }
+
+    // Most between two of the chosen points, the others at one of them or beside it.
+    std::vector<double> Make(std::size_t count) {
+        std::vector<double> values(count);
+        for (double& value : values) {
+            const std::size_t k = random_.Bits() % (points_.size() - 1);
+            value = random_.Bits() % 8 ? random_.Uniform(points_[k], points_[k + 1]) : points_[k];
+        }
+        return values;
+    }
+    std::size_t Place(std::size_t count) { return random_.Bits() % count; }
+
+private:
+    static bool IsQuantile(const Distribution& distribution, const Applied& function) {
+        return function.function == distribution.quantile.function ||
+               function.function == distribution.upperQuantile.function;
+    }
+    static double Quietly(const Applied& quantile, double p) {
+        try {
+            return quantile(p);
+        } catch (const std::exception&) {
+            _mm_setcsr(kDefaultMode);
+            return kNaN;
+        }
+    }
+    void Add(double point) {
+        if (!std::isfinite(point)) return;
+        points_.insert(std::lower_bound(points_.begin(), points_.end(), point), point);
+    }
+    std::vector<double> points_;
+    RandomArguments random_;
+};
+
+template <typename Check>
+void ForEachFunction(Check check) {
+    for (const Family& family : Families())
+        for (const Parameters& parameters : family.parameters) {
+            const Distribution distribution = family.With(parameters);
+            for (const Applied& function : distribution.Functions()) {
+                SCOPED_TRACE(function.Name());
+                check(function, Data(distribution, function));
+                if (testing::Test::HasFatalFailure()) return;
+            }
+        }
+}
+
+TEST(Arrays, AreTheirElementsAtAnySize) {
+    ForEachFunction([](const Applied& function, Data data) {
+        for (const std::size_t count : {0U, 1U, 31U, 32U, 33U, 1023U, 1024U, 1025U})
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike(function, data.Make(count)));
+        for (const Level level : {Level::Two, Level::Eight})
+            for (const bool behind : {false, true}) {
+                const std::vector<double> values = data.Make(100);
+                if (level > processor::HighestLevel()) continue;
+                ASSERT_EQ(Overlapping(function, values, behind, level),
+                          Overlapping(function, values, behind, Level::One));
+            }
+    });
+}
+
+constexpr double kSpecial[] = {kNaN,    kInfinity, -kInfinity, 1e200, -1e200, 5e-324,
+                               -1e-310, 0.0,       -0.0,       1.0,   2.0,    1.23456e30};
+
+// Alone among ordinary values, and in every other place.
+TEST(Arrays, MeetSpecialElementsInTheirOrder) {
+    ForEachFunction([](const Applied& function, Data data) {
+        for (const double special : kSpecial) {
+            std::vector<double> values = data.Make(50);
+            for (const std::size_t place : {data.Place(50), std::size_t{49}})
+                values[place] = special;
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike(function, values));
+        }
+        std::vector<double> values = data.Make(1100);
+        std::size_t k = 0;
+        for (std::size_t place = 900; place < values.size(); place += 2)
+            values[place] = kSpecial[k++ % std::size(kSpecial)];
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike(function, values));
+    });
+}
+
+TEST(Arrays, TakeTheParametersThatTheirElementsTake) {
+    ForEachFunction([](const Applied& function, Data data) {
+        const std::vector<double> values = data.Make(40);
+        for (std::size_t k = 0; k < function.parameters.size(); ++k)
+            for (const double special : {kNaN, kInfinity, 0.0, -1.0, 1e200, 1e-200, 5e-324}) {
+                Applied changed = function;
+                if (changed.function->types[k + 1] != Type::Real) continue;
+                changed.parameters[k] = special;
+                ASSERT_NO_FATAL_FAILURE(ExpectAlike(changed, values));
+            }
+    });
+}
+
+}  // namespace
+}  // namespace zul::test
