@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -11,43 +10,12 @@
 
 #include "frame/error_state.h"
 #include "numerics/gamma/incomplete_gamma_pair.h"
+#include "numerics/half_pair.h"
 
 namespace zul::numerics {
 namespace {
 
 using frame::ErrorState;
-
-struct Tails {
-    double lower;
-    double upper;
-    double density;
-};
-
-Tails PairAt(double x) {
-    Tails tails{};
-    incomplete_gamma::Pair(x, kOneHalf, &tails.lower, &tails.upper, &tails.density);
-    return tails;
-}
-
-// The branch and the number of terms.
-std::pair<int, int> OperationsAt(double x) {
-    PairAt(x);
-    return {ErrorState().method, ErrorState().count};
-}
-
-// The arguments of quantiles at which the pair goes over to other operations.
-std::vector<double> SwitchPoints() {
-    std::vector<double> points;
-    for (double x = 1e-10; x < 250; x *= 1.0005) {
-        double lo = x;
-        double hi = x * 1.0005;
-        if (OperationsAt(lo) == OperationsAt(hi)) continue;
-        for (double middle = (lo + hi) / 2; middle > lo && middle < hi; middle = (lo + hi) / 2)
-            (OperationsAt(middle) == OperationsAt(lo) ? lo : hi) = middle;
-        points.push_back(hi);
-    }
-    return points;
-}
 
 // What a refinement leaves.
 auto Outcome(double x) {
@@ -67,14 +35,14 @@ void ExpectTheFullLoop(double target, double start, Side side) {
 
 TEST(NormalQuantile, LeavesOutNothingThatMatters) {
     std::vector<double> roots = {1.2e-9, 0.1, 0.495, 0.505, 0.7, 0.98, 2, 10, 29.9999, 30, 30.0001, 200};
-    const std::vector<double> points = SwitchPoints();
+    const std::vector<double> points = test::SwitchPoints();
     EXPECT_GT(points.size(), 30u);
     for (const double point : points)
         for (const double distance : {0.0, 3e-16, 1e-9, 5e-7, 1e-6, 2e-6, 9e-6, 1e-5, 1.1e-5, 3e-5})
             for (const double sign : {-1, 1})
                 roots.push_back(point * (1 + sign * distance));
     for (const double root : roots) {
-        const Tails tails = PairAt(root);
+        const test::Tails tails = test::PairAt(root);
         for (const double distance : {0.0, 1e-12, 9e-10, 1e-9, 1e-8, 3e-7, 9.9e-7, 1e-6, 1.1e-6, 1e-4, 0.02})
             for (const double sign : {-1, 1}) {
                 ExpectTheFullLoop(tails.lower, root * (1 + sign * distance), Side::Lower);
