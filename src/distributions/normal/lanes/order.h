@@ -29,7 +29,9 @@ ZUL_INLINE int RankOf(double x) {
     return kOneHalfTable.ranks[CellsOf(x)];
 }
 
-enum Branch { kLowerSide, kSmallUpperSide, kFractionSide, kBranches };
+enum Branch { OnLowerSide, OnSmallUpperSide, OnFractionSide };
+
+inline constexpr int kBranches = 3;
 
 // Room for a vector and a group of them behind the last element.
 inline constexpr std::size_t kSpare = 32;

@@ -11,7 +11,7 @@
 namespace zul::kernels {
 namespace {
 
-template <class D>
+// The vectors of a group.
 inline constexpr int kNewtonWidth = 2;
 
 // As StartingDeviate, but for its sign, of 1e-100 <= q <= 0.5.
@@ -38,7 +38,7 @@ ZUL_INLINE void Start(D q, Left<D>* left, D* x, D* target) {
     constexpr double kCentre = 1e-5;
     left->Where(q < kSmallestProbability);
     left->Where(1.0 - 2.0 * q <= kCentre);
-    const D ordinary = Select((left->marks >> 63) != 0, Splat<D>(0.25), q);
+    const D ordinary = Select(left->Are(), Splat<D>(0.25), q);
     const D size = StartingSize(ordinary);
     const D argument = size * size * 0.5;
     const auto isUpper = ordinary <= 0.25;
@@ -46,16 +46,16 @@ ZUL_INLINE void Start(D q, Left<D>* left, D* x, D* target) {
     // The lower side has lower targets, and the fraction upper ones.
     left->Where(isUpper & (argument <= kOneHalfTable.medianSplit));
     left->Where((ordinary > 0.25) & (argument >= 1.0));
-    *x = Select((left->marks >> 63) != 0, D{}, argument);
+    *x = Select(left->Are(), D{}, argument);
 }
 
 // One evaluation of the pair.
 template <Branch kBranch, class D, int W>
-ZUL_INLINE void Evaluate(const Group<D, W>& x, int first, int last, Tails<D, W>* tails) {
-    if constexpr (kBranch == kLowerSide) {
+ZUL_INLINE void EvaluatePair(const Group<D, W>& x, int first, int last, Tails<D, W>* tails) {
+    if constexpr (kBranch == OnLowerSide) {
         const int most = kOneHalfTable.mostTerms[last] + 1;
         LowerTails<true>(x, first > 0 ? first - 1 : 0, most < 12 ? most : 12, tails);
-    } else if constexpr (kBranch == kSmallUpperSide) {
+    } else if constexpr (kBranch == OnSmallUpperSide) {
         const int sure = first - OneHalfTable::kFirstSmall - 1;
         SmallUpperTails<true>(x, sure > 1 ? sure : 1, tails);
     } else {
@@ -69,9 +69,9 @@ template <Branch kBranch, class D>
 ZUL_INLINE auto StaysBy(D x, D start) {
     constexpr double kStay = 0.003;
     const auto stays = Absolute(x - start) <= kStay * start;
-    if constexpr (kBranch == kLowerSide)
+    if constexpr (kBranch == OnLowerSide)
         return stays & (x <= kOneHalfTable.medianSplit);
-    else if constexpr (kBranch == kSmallUpperSide)
+    else if constexpr (kBranch == OnSmallUpperSide)
         return stays & (x > kOneHalfTable.medianSplit) & (x < 1.0);
     else
         return stays & (x > 1.0);
@@ -93,8 +93,8 @@ ZUL_INLINE void TakeStep(const Tails<D, W>& tails, D start, D target, int w, New
     const D density = tails.density.of[w];
     D tail = tails.tail.of[w];
     newton->isLeft.of[w] |= (BitsOf<D>)(tail == frame::kNA) & ~newton->isDone.of[w];
-    D beyond = kBranch == kLowerSide ? -target - tail : tail - target;
-    if constexpr (kBranch == kSmallUpperSide) {
+    D beyond = kBranch == OnLowerSide ? -target - tail : tail - target;
+    if constexpr (kBranch == OnSmallUpperSide) {
         const auto isLower = target < 0.0;
         tail = Select(isLower, 1.0 - tail, tail);
         beyond = Select(isLower, -target - tail, tail - target);
@@ -126,7 +126,7 @@ ZUL_INLINE void InvertGroup(const Order& order, std::size_t place, Results* resu
     NewtonGroup<D, W> newton{start, {}, {}, {}};
     for (int k = 0; k < kEvaluations; ++k) {
         Tails<D, W> tails;
-        Evaluate<kBranch>(newton.x, first, last, &tails);
+        EvaluatePair<kBranch>(newton.x, first, last, &tails);
         BitsOf<D> any{};
         ZUL_UNROLLED for (int w = 0; w < W; ++w) {
             TakeStep<kBranch>(tails, start.of[w], target.of[w], w, &newton);
@@ -159,6 +159,24 @@ struct OfDeviates {
     }
 };
 
+// The signs of the deviates, the arguments from which Newton's steps start, 0 for those that are left, and their targets.
+template <class D, class Text>
+ZUL_INLINE void Prepare(const Text& text, const double* in, std::size_t n, Column* signs, Column* x,
+                        Column* targets) {
+    for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
+        const D p = LoadUpTo<D>(in, i, n);
+        Left<D> left{Text::GateOf(p)};
+        BitsOf<D> sign{};
+        const D q = text.TailOf(Select(left.Are(), Splat<D>(0.5), p), &sign);
+        D argument;
+        D target;
+        Start(q, &left, &argument, &target);
+        elementary::Store(signs->of + i, FromBits<D>(sign & elementary::kSignBit));
+        elementary::Store(x->of + i, argument);
+        elementary::Store(targets->of + i, target);
+    }
+}
+
 template <class D, class Text>
 requires std::is_base_of_v<OfDeviates, Text> ZUL_INLINE bool FillVectors(const Text& text, double* out,
                                                                          const double* in, std::size_t n) {
@@ -166,36 +184,23 @@ requires std::is_base_of_v<OfDeviates, Text> ZUL_INLINE bool FillVectors(const T
     Column x;
     Column targets;
     Order order;
-    Results results;
-    for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D p = LoadUpTo<D>(in, i, n);
-        Left<D> left{Text::GateOf(p)};
-        const auto isOutside = (left.marks >> 63) != 0;
-        BitsOf<D> sign{};
-        const D q = text.TailOf(Select(isOutside, Splat<D>(0.5), p), &sign);
-        D argument;
-        D target;
-        Start(q, &left, &argument, &target);
-        elementary::Store(signs.of + i, FromBits<D>(sign));
-        elementary::Store(x.of + i, argument);
-        elementary::Store(targets.of + i, target);
-    }
+    Results sizes;
+    Prepare<D>(text, in, n, &signs, &x, &targets);
     Arrange<D>(x, &targets, n, &order);
-    InvertBranch<kLowerSide, D, kNewtonWidth<D>>(order, &results);
-    InvertBranch<kSmallUpperSide, D, kNewtonWidth<D>>(order, &results);
-    InvertBranch<kFractionSide, D, kNewtonWidth<D>>(order, &results);
-    results.of[Order::kNowhere] = frame::kNA;
+    InvertBranch<OnLowerSide, D, kNewtonWidth>(order, &sizes);
+    InvertBranch<OnSmallUpperSide, D, kNewtonWidth>(order, &sizes);
+    InvertBranch<OnFractionSide, D, kNewtonWidth>(order, &sizes);
+    sizes.of[Order::kNowhere] = frame::kNA;
     BitsOf<D> any{};
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D size = ResultsOf<D>(results, order, i);
+        const D size = ResultsOf<D>(sizes, order, i);
         Left<D> left{};
         left.Where(size == frame::kNA);
-        const BitsOf<D> sign = Bits(elementary::Load<D>(signs.of + i)) & elementary::kSignBit;
-        const auto isLeft = (left.marks >> 63) != 0;
-        const D deviate = FromBits<D>(Bits(Select(isLeft, D{}, size)) | sign);
+        const D deviate =
+            elementary::WithSignOf(Select(left.Are(), D{}, size), elementary::Load<D>(signs.of + i));
         const D result = text.Of(deviate, &left);
         any |= left.marks;
-        StoreUpTo(out, i, n, Select((left.marks >> 63) != 0, Splat<D>(frame::kNA), result));
+        StoreUpTo(out, i, n, Select(left.Are(), Splat<D>(frame::kNA), result));
     }
     return !AnyTopBit(any);
 }
