@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "frame/call_frame.h"
+#include "processor/processor.h"
 
 namespace zul::kernels {
 
@@ -51,8 +52,8 @@ public:
         const bool isDirect = std::isgreater(p, 0.0) && std::isless(p, kEnd);
         return isDirect ? inverse_.AtUpperTail(p) : inverse_(LowerTailOf(p));
     }
-    const InvCdfKernel& Inverse() const { return inverse_; }
-    bool IsUpper() const { return upper_; }
+    ZUL_INLINE const InvCdfKernel& Inverse() const { return inverse_; }
+    ZUL_INLINE bool IsUpper() const { return upper_; }
 
 private:
     static constexpr double kEnd = TakesEveryTail<InvCdfKernel> ? 1 : 0.5;

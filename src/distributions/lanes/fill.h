@@ -15,6 +15,9 @@
 #include "distributions/closed_forms/lanes/weibull.h"
 #include "distributions/lanes/lanes.h"
 #include "distributions/lanes/text.h"
+#include "distributions/normal/lanes/half_normal.h"
+#include "distributions/normal/lanes/log_normal.h"
+#include "distributions/normal/lanes/normal.h"
 
 namespace zul::kernels {
 namespace {

@@ -12,6 +12,9 @@
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
 #include "distributions/lanes/forward.h"
+#include "distributions/normal/half_normal.h"
+#include "distributions/normal/log_normal.h"
+#include "distributions/normal/normal.h"
 #include "frame/in_blocks.h"
 
 namespace zul::kernels {
@@ -29,10 +32,13 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 struct Lanes : LaneFunctions<
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
+    HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
+    LogNormalPdfKernel, LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>,
     LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
+    NormalPdfKernel, NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>,
     SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
     TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
     WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
