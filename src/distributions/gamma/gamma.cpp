@@ -3,6 +3,7 @@
 #include <cfloat>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -31,14 +32,32 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 
 }  // namespace
 
-double GammaPdfKernel::LogDensity(double z) {
-    if (shape_ <= numerics::kFastLimit) {
-        const double logGamma = logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
-        return (shape_ - 1) * elementary::Log(z) - z - logGamma;
-    }
-    if (z < numerics::kTinyArgument) return -DBL_MAX;
+double GammaPdfKernel::LogGamma() {
+    return logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
+}
+
+const GammaShape& GammaPdfKernel::LargeShape() {
     if (!largeShape_) largeShape_.emplace(shape_);
-    return numerics::GammaLogDensity(*largeShape_, z);
+    return *largeShape_;
+}
+
+double GammaPdfKernel::LogDensity(double z) {
+    if (shape_ <= numerics::kFastLimit) return (shape_ - 1) * elementary::Log(z) - z - LogGamma();
+    return z < numerics::kTinyArgument ? -DBL_MAX : numerics::GammaLogDensity(LargeShape(), z);
+}
+
+GammaDensityInLanes GammaPdfKernel::InLanes() {
+    GammaDensityInLanes lanes{};
+    lanes.ordinary = shape_ >= kLeastShapeInLanes && shape_ <= numerics::kShapeLimit;
+    lanes.shape = shape_;
+    lanes.scale = scale_;
+    lanes.threshold = threshold_;
+    if (!lanes.ordinary) return lanes;
+    if (shape_ <= numerics::kFastLimit)
+        lanes.logNorm = LogGamma();
+    else
+        lanes.larger = numerics::DensityConstantsOf(LargeShape());
+    return lanes;
 }
 
 double GammaPdfKernel::operator()(double x) {
@@ -60,6 +79,10 @@ double GammaCdfKernel::operator()(double x) const {
     numerics::gamma_df(distance / scale_, shape_, &lower, &upper, nullptr);
     if (ErrorState().Failed()) return kNA;
     return upper_ ? upper : lower;
+}
+
+GammaTailInLanes GammaCdfKernel::InLanes() const {
+    return {numerics::PairConstantsOf(shape_), scale_, threshold_, upper_};
 }
 
 double GammaInvCdfKernel::operator()(double p) const {

@@ -4,22 +4,47 @@
 #include <optional>
 
 #include "distributions/inversion.h"
+#include "distributions/lanes/forward.h"
 #include "frame/call_frame.h"
 #include "numerics/gamma/gamma_shape.h"
+#include "numerics/gamma/lanes/pair_constants.h"
 
 namespace zul::kernels {
+
+// What the lanes of densities and tails take from the parameters: the shape, by its logarithmic density or what that
+// takes, and z = (x - threshold) / scale.
+inline constexpr double kLeastShapeInLanes = 1e-14;  // the domain of log-gamma begins below it
+struct GammaDensityInLanes {
+    bool ordinary;
+    double shape;
+    double logNorm;                          // for shapes up to kFastLimit
+    numerics::GammaDensityConstants larger;  // for the others
+    double scale;
+    double threshold;
+};
+
+struct GammaTailInLanes {
+    numerics::GammaPairConstants shape;
+    double scale;
+    double threshold;
+    bool upper;
+};
 
 // The density of the standard gamma distribution at z = (x - threshold) / scale, divided by the scale, for
 // x > threshold, else 0. NA for a shape outside (0, kShapeLimit], and for z < 0.
 class GammaPdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double>;
     GammaPdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double x);
+    GammaDensityInLanes InLanes();
 
 private:
     double LogDensity(double z);
+    double LogGamma();
+    const numerics::GammaShape& LargeShape();
     double shape_;
     double scale_;
     double threshold_;
@@ -30,10 +55,12 @@ private:
 // Either tail at x: "gamma_df" at (x - threshold) / scale for x >= threshold, else 0 and 1.
 class GammaCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double, bool>;
     GammaCdfKernel(double shape, double scale, double threshold, bool upper)
         : shape_(shape), scale_(scale), threshold_(threshold), upper_(upper) {}
     double operator()(double x) const;
+    GammaTailInLanes InLanes() const;
 
 private:
     numerics::GammaShape shape_;

@@ -11,6 +11,8 @@
 #include "distributions/closed_forms/smallest_extreme_value.h"
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
+#include "distributions/gamma/chi_square.h"
+#include "distributions/gamma/gamma.h"
 #include "distributions/lanes/forward.h"
 #include "frame/in_blocks.h"
 
@@ -28,7 +30,9 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // clang-format off
 struct Lanes : LaneFunctions<
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ChiSqPdfKernel, ChiSqCdfKernel,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
+    GammaPdfKernel, GammaCdfKernel,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
