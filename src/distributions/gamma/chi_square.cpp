@@ -88,6 +88,12 @@ GammaTailInLanes ChiSqCdfKernel::InLanes() const {
     return lanes;
 }
 
+GammaTailInLanes ChiSqInvCdfKernel::InLanes() const {
+    GammaTailInLanes lanes{numerics::PairConstantsOf(halfDf_), 2, 0, false};
+    lanes.shape.ordinary &= noncentrality_ == 0;
+    return lanes;
+}
+
 double ChiSqInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     if (p == 1) return kNA;

@@ -54,10 +54,13 @@ private:
 // The quantile at p. p = 0 gives 0, p = 1 gives NA.
 class ChiSqInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     ChiSqInvCdfKernel(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    GammaTailInLanes InLanes() const;
+    const numerics::GammaShape& Shape() const { return halfDf_; }
 
 private:
     double Central(double p) const;

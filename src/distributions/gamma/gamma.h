@@ -1,6 +1,7 @@
 // The gamma family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 #include "distributions/inversion.h"
@@ -73,11 +74,14 @@ private:
 // distribution is an exact 0.
 class GammaInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double>;
     GammaInvCdfKernel(double shape, double scale, double threshold)
         : shape_(shape), scale_(scale), threshold_(threshold) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    GammaTailInLanes InLanes() const;
+    const numerics::GammaShape& Shape() const { return shape_; }
 
 private:
     double Standard(double p) const;
@@ -85,6 +89,12 @@ private:
     double scale_;
     double threshold_;
 };
+
+// Quantiles of the standard gamma distribution before they are verified. Each p, of the lower tail or the upper one,
+// becomes the lower tail to verify the quantile by, below 0 for none; the quantile is NA outside 0 < p < 1, where the
+// tail is some number, and where it is not found. The error state stays as it is.
+void FindStandardQuantiles(const numerics::GammaShape& shape, bool upper, double* p, double* z,
+                           std::size_t n);
 
 // The lower tail of the standard gamma distribution at t minus p; the shape has to outlive it.
 class CmGammaCdf : public CmInversion {

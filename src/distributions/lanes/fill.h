@@ -15,6 +15,7 @@
 #include "distributions/closed_forms/lanes/weibull.h"
 #include "distributions/gamma/lanes/chi_square.h"
 #include "distributions/gamma/lanes/gamma.h"
+#include "distributions/gamma/lanes/quantiles.h"
 #include "distributions/lanes/lanes.h"
 #include "distributions/lanes/text.h"
 
@@ -34,8 +35,13 @@ ZUL_INLINE auto FunctionOf(Kernel& kernel) {
 
 template <class Kernel>
 ZUL_INLINE auto FunctionOf(EitherTail<Kernel>& kernel) {
-    const auto text = TextOf(kernel.Inverse());
-    return EitherQuantile<std::remove_const_t<decltype(text)>>{{text}, kernel.IsUpper()};
+    auto text = TextOf(kernel.Inverse());
+    if constexpr (requires { text.byUpperTail; }) {
+        text.byUpperTail = kernel.IsUpper();
+        return text;
+    } else {
+        return EitherQuantile<decltype(text)>{{text}, kernel.IsUpper()};
+    }
 }
 
 // Whether none is left.

@@ -30,9 +30,9 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // clang-format off
 struct Lanes : LaneFunctions<
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
-    ChiSqPdfKernel, ChiSqCdfKernel,
+    ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
-    GammaPdfKernel, GammaCdfKernel,
+    GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
