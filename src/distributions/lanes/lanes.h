@@ -11,6 +11,8 @@
 #include "distributions/closed_forms/smallest_extreme_value.h"
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
+#include "distributions/gamma/chi_square.h"
+#include "distributions/gamma/gamma.h"
 #include "distributions/lanes/forward.h"
 #include "distributions/normal/half_normal.h"
 #include "distributions/normal/log_normal.h"
@@ -31,8 +33,10 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // clang-format off
 struct Lanes : LaneFunctions<
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
     HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
+    GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
