@@ -204,15 +204,19 @@ std::vector<Family> GammaFamilies() {
     };
 }
 
+Family Beta(const std::string& name, const std::vector<Parameters>& parameters) {
+    return {name,
+            parameters,
+            {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
+             ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
+                                  gsl_cdf_beta_Pinv(x, p[0], p[1])),
+             ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
+                                qbeta(x, p[0], p[1], 1, 0))}};
+}
+
 std::vector<Family> BetaFamilies() {
     return {
-        {"Beta",
-         {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
-         {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
-          ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
-                               gsl_cdf_beta_Pinv(x, p[0], p[1])),
-          ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
-                             qbeta(x, p[0], p[1], 1, 0))}},
+        Beta("Beta", {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}}),
         {"T",
          {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
          {ZUL_BENCH_BOOST_FAMILY(students_t_distribution, p[0]),
@@ -236,6 +240,12 @@ std::vector<Family> BetaFamilies() {
           ZUL_BENCH_R_FAMILY(dbinom(x, p[0], p[1], 0), pbinom(x, p[0], p[1], 1, 0),
                              qbinom(x, p[0], p[1], 1, 0))}},
     };
+}
+
+// One shape each, from few terms to many, for their tails alone.
+std::vector<Family> BetaShapes() {
+    return {Beta("(2, 5) Beta", {{2, 5}}), Beta("(30, 4) Beta", {{30, 4}}),
+            Beta("(400, 600) Beta", {{400, 600}})};
 }
 
 // Without the densities, which ours are of the central distributions or nobody's.
@@ -388,6 +398,8 @@ void AddDistributionBenchmarks() {
     for (const Family& family : GammaShapes())
         AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(BetaFamilies(), kSomeValues);
+    for (const Family& family : BetaShapes())
+        AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(NoncentralFamilies(), kFewValues);
     add(UpperQuantiles(), kSomeValues);
     add(NoncentralUpperQuantiles(), kFewValues);

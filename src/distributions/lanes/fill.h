@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "distributions/beta/lanes/densities.h"
+#include "distributions/beta/lanes/tails.h"
 #include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"
 #include "distributions/closed_forms/lanes/exponential.h"
@@ -105,9 +107,20 @@ bool Fill(Kernel& kernel, double* out, const double* in, std::size_t n) {
     return false;
 }
 
+// Null where lanes gain nothing.
+template <class D, class Kernel>
+constexpr frame::FillInLanes<Kernel> FillOfKernel() {
+    if constexpr (!RestsOnBetaPair<Kernel>)
+        return Fill<D, Kernel>;
+    else if constexpr (kLanesOf<D> > 2)
+        return FillByBetaPair<D, Kernel>;
+    else
+        return nullptr;
+}
+
 template <class D, class... Kernels>
 constexpr Lanes MakeLanes(const LaneFunctions<Kernels...>*) {
-    return {{{Fill<D, Kernels>}...}};
+    return {{{FillOfKernel<D, Kernels>()}...}};
 }
 
 template <class D>
