@@ -7,6 +7,7 @@
 
 #include "clustering/distances/term_sums.h"
 #include "elementary/core/value.h"
+#include "processor/prefetch.h"
 
 #if defined(__clang__)
 #pragma clang fp exceptions(ignore)
@@ -27,6 +28,9 @@ ZUL_INLINE D TermOf(D d, D divisor) {
 // So many rows at a time as the registers hold the sums of.
 template <class D>
 inline constexpr std::size_t kRowsAtOnce = sizeof(D) > 16 ? kTile : 1;
+
+// So far ahead of what is written the next lines of memory are fetched: several rows are written in turn.
+inline constexpr std::size_t kAhead = 40;
 
 template <Term kTerm, class D>
 ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* panel, double* const* out,
@@ -50,6 +54,7 @@ ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* pa
             for (double& s : sums)
                 s = std::sqrt(s);
         std::memcpy(out[row] + place, sums, sizeof sums);
+        processor::Prefetch(out[row] + place + kAhead);
     }
 }
 
