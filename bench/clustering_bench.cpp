@@ -56,7 +56,7 @@ void AddDistances(int columns) {
                  [=, out = std::vector<double>(kPairs)]() mutable { FillPlainly(table, out); });
 }
 
-// A run overwrites its matrix, so each is after a computation of the distances.
+// A run uses its matrix up, so each is after a computation of the distances.
 void AddLinkage(const std::string& name, LinkageEnums linkage) {
     const Table table = DrawTable(6);
     const Matrix matrix(MakeDistanceMatrix(kObjects));

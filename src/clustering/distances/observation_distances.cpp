@@ -46,50 +46,55 @@ struct Panels {
     std::vector<double> values;
 };
 
-// Where the distances of rows go: the rows of the library's own matrix, or a buffer of which each row is handed
-// over to the host's matrix.
-class Target {
-public:
-    Target(DistanceMatrix& out, std::size_t rows)
-        : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)), rows_(rows) {
-        if (own_ == nullptr) buffer_.resize(std::min(rows, kGroup) * rows);
-    }
-    double* Row(std::size_t row) { return own_ != nullptr ? own_->Row(row) : &buffer_[row % kGroup * rows_]; }
-    // The row is complete; called in ascending order.
-    void Finish(std::size_t row) {
-        if (own_ != nullptr) return;
-        const double* const distances = Row(row);
-        for (std::size_t other = 0; other < row; ++other)
-            out_.Set(static_cast<int>(row), static_cast<int>(other), distances[other]);
-    }
-
-private:
-    DistanceMatrix& out_;
-    DistanceMatrixImpl* own_;
-    std::size_t rows_;
-    std::vector<double> buffer_;
-};
-
-// The distances of rows `first` to `end` - 1 from the rows before them.
-void FillGroup(const Panels& data, std::size_t first, std::size_t end, SumTerms sumTerms, const TermSum& sum,
-               Target& target) {
+// The distances of rows `first` to `end` - 1 from the rows before them, in rows of a buffer.
+void FillLowerGroup(const Panels& data, std::size_t first, std::size_t end, SumTerms sumTerms,
+                    const TermSum& sum, double* buffer) {
     double distances[kLanes];
     for (std::size_t start = 0; start + 1 < end; start += kLanes) {
         for (std::size_t row = std::max(first, start + 1); row < end; ++row) {
             sumTerms(sum, data.At(row), data.At(start), distances);
-            std::copy_n(distances, std::min(kLanes, row - start), target.Row(row) + start);
+            std::copy_n(distances, std::min(kLanes, row - start), &buffer[(row - first) * data.rows + start]);
+        }
+    }
+}
+
+// The host's matrix is told the distances row by row, in ascending order.
+void FillHostMatrix(const Panels& data, SumTerms sumTerms, const TermSum& sum, DistanceMatrix& out) {
+    std::vector<double> buffer(std::min(data.rows, kGroup) * data.rows);
+    for (std::size_t first = 0; first < data.rows; first += kGroup) {
+        const std::size_t end = std::min(first + kGroup, data.rows);
+        FillLowerGroup(data, first, end, sumTerms, sum, buffer.data());
+        for (std::size_t row = first; row < end; ++row)
+            for (std::size_t other = 0; other < row; ++other)
+                out.Set(static_cast<int>(row), static_cast<int>(other),
+                        buffer[(row - first) * data.rows + other]);
+    }
+}
+
+// The distances of rows `first` to `end` - 1 from the rows after them, in the rows of the library's own matrix.
+// `first` begins a panel. A difference and its negative have the same terms.
+void FillUpperGroup(const Panels& data, std::size_t first, std::size_t end, SumTerms sumTerms,
+                    const TermSum& sum, DistanceMatrixImpl& out) {
+    double distances[kLanes];
+    for (std::size_t start = first; start < data.rows; start += kLanes) {
+        const std::size_t after = std::min(start + kLanes, data.rows);
+        for (std::size_t row = first; row < std::min(end, after - 1); ++row) {
+            const std::size_t from = std::max(start, row + 1);
+            sumTerms(sum, data.At(row), data.At(start), distances);
+            std::copy_n(distances + (from - start), after - from, out.UpperRow(row) + (from - row));
         }
     }
 }
 
 void FillDistances(const Panels& data, SumTerms sumTerms, const TermSum& sum, DistanceMatrix& out) {
-    Target target(out, data.rows);
-    for (std::size_t first = 0; first < data.rows; first += kGroup) {
-        const std::size_t end = std::min(first + kGroup, data.rows);
-        FillGroup(data, first, end, sumTerms, sum, target);
-        for (std::size_t row = first; row < end; ++row)
-            target.Finish(row);
+    auto* const own = dynamic_cast<DistanceMatrixImpl*>(&out);
+    if (own == nullptr) {
+        FillHostMatrix(data, sumTerms, sum, out);
+        return;
     }
+    static_assert(kGroup % kLanes == 0);
+    for (std::size_t first = 0; first < data.rows; first += kGroup)
+        FillUpperGroup(data, first, std::min(first + kGroup, data.rows), sumTerms, sum, *own);
 }
 
 StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standardize, DistanceMatrix& out) {
