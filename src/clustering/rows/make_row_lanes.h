@@ -46,6 +46,16 @@ ZUL_INLINE D Smaller(D a, D b) {
     return a < b ? a : b;
 }
 
+// Of so many lanes, in pairs: a chain of them would take longer than many a row.
+template <std::size_t kFirst, std::size_t kCount, class D>
+ZUL_INLINE double SmallestLane(D lanes) {
+    if constexpr (kCount == 1)
+        return lanes[kFirst];
+    else
+        return Smaller(SmallestLane<kFirst, kCount / 2>(lanes),
+                       SmallestLane<kFirst + kCount / 2, kCount / 2>(lanes));
+}
+
 // The smallest of value(i) for i < n; value(i, D()) is a vector of them.
 template <class D, class Value>
 ZUL_INLINE double SmallestOf(Value value, std::size_t n) {
@@ -60,8 +70,7 @@ ZUL_INLINE double SmallestOf(Value value, std::size_t n) {
             for (std::size_t chain = 0; chain < kChains; ++chain)
                 leasts[chain] = Smaller(value(i + chain * kLanesOf<D>, D()), leasts[chain]);
         const D lanes = Smaller(Smaller(leasts[0], leasts[1]), Smaller(leasts[2], leasts[3]));
-        for (std::size_t lane = 0; lane < kLanesOf<D>; ++lane)
-            least = Smaller(lanes[lane], least);
+        least = SmallestLane<0, kLanesOf<D>>(lanes);
     }
     for (; i < n; ++i)
         least = Smaller(value(i, double()), least);

@@ -205,50 +205,57 @@ void RowAgglomeration::SearchRow(int cluster) {
         }
         to = from;
     }
-    if (!KeepHighest(cluster, nearest, begin, end)) Keep(cluster, kInfinity, cluster);
-    if (!isAlone) isAlone_[Index(cluster)] = false;
+    const std::size_t found = FindHighest(cluster, nearest, begin, end);
+    if (found == begin) {
+        Keep(cluster, kInfinity, cluster, true);
+        return;
+    }
+    isAlone = isAlone && FindHighest(cluster, nearest, begin, found - 1) == begin;
+    Keep(cluster, rows_[Index(cluster)][found - 1], static_cast<int>(found - 1), isAlone);
 }
 
 void RowAgglomeration::SearchChunks(int cluster) {
     constexpr std::size_t kChunk = ChunkBounds::kChunk;
     const std::size_t first = Index(cluster) + 1;
+    const std::size_t firstChunk = first / kChunk;
     double* const bounds = bounds_.Row(Index(cluster));
-    const std::size_t chunks = bounds_.Chunks();
+    std::size_t looked = bounds_.Chunks();  // the chunk whose bound is its smallest distance
     for (;;) {
         // Of the chunks that may hold the nearest the highest.
-        const double nearest = lanes_.smallest(bounds + first / kChunk, chunks - first / kChunk);
-        std::size_t chunk = chunks;
-        while (chunk > first / kChunk && bounds[chunk - 1] != nearest)
+        const double nearest = lanes_.smallest(bounds + firstChunk, bounds_.Chunks() - firstChunk);
+        std::size_t chunk = bounds_.Chunks();
+        while (chunk > firstChunk && bounds[chunk - 1] != nearest)
             --chunk;
-        if (chunk-- == first / kChunk) break;
+        if (chunk-- == firstChunk) break;
         const std::size_t begin = std::max(first, chunk * kChunk);
         const std::size_t end = std::min(rows_.size(), (chunk + 1) * kChunk);
-        const double smallest = Smallest(cluster, begin, end);
-        if (smallest == nearest && KeepHighest(cluster, nearest, begin, end)) {
-            isAlone_[Index(cluster)] = false;  // others are not looked for
-            return;
+        const double smallest = chunk == looked ? nearest : Smallest(cluster, begin, end);
+        if (smallest == nearest) {
+            const std::size_t found = FindHighest(cluster, nearest, begin, end);
+            // Whether others are as near is not looked for.
+            if (found > begin) {
+                Keep(cluster, rows_[Index(cluster)][found - 1], static_cast<int>(found - 1), false);
+                return;
+            }
         }
         bounds[chunk] = smallest == nearest ? kNaN : smallest;
+        looked = chunk;
     }
-    Keep(cluster, kInfinity, cluster);
+    Keep(cluster, kInfinity, cluster, true);
 }
 
-bool RowAgglomeration::KeepHighest(int cluster, double distance, std::size_t begin, std::size_t end) {
+std::size_t RowAgglomeration::FindHighest(int cluster, double distance, std::size_t begin,
+                                          std::size_t end) const {
     const double* const row = rows_[Index(cluster)];
-    const auto isThere = [&](std::size_t i) { return row[i] + absent_[i] == distance; };
-    while (end > begin && !isThere(end - 1))
+    while (end > begin && row[end - 1] + absent_[end - 1] != distance)
         --end;
-    if (end == begin) return false;
-    Keep(cluster, row[end - 1], static_cast<int>(end - 1));
-    for (std::size_t i = begin; i + 1 < end && isAlone_[Index(cluster)] != 0; ++i)
-        isAlone_[Index(cluster)] = !isThere(i);
-    return true;
+    return end;
 }
 
-void RowAgglomeration::Keep(int cluster, double distance, int found) {
+void RowAgglomeration::Keep(int cluster, double distance, int found, bool isAlone) {
     distances_[Index(cluster)] = outcomes_[Index(cluster)] = distance;
     links_[Index(cluster)] = {found, found};
-    isAlone_[Index(cluster)] = true;
+    isAlone_[Index(cluster)] = isAlone;
 }
 
 double RowAgglomeration::Smallest(int cluster, std::size_t begin, std::size_t end) const {

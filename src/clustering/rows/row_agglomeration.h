@@ -46,10 +46,10 @@ private:
     void Search(int cluster);
     void SearchRow(int cluster);
     void SearchChunks(int cluster);
-    // Keeps the highest of the clusters at positions from `begin` to `end` - 1 that are at the distance; whether
-    // there is one.
-    bool KeepHighest(int cluster, double distance, std::size_t begin, std::size_t end);
-    void Keep(int cluster, double distance, int found);
+    // One more than the highest of the positions from `begin` to `end` - 1 that is at the distance; `begin`: none.
+    std::size_t FindHighest(int cluster, double distance, std::size_t begin, std::size_t end) const;
+    // Keeps what a search has found, at this distance.
+    void Keep(int cluster, double distance, int found, bool isAlone);
     double Smallest(int cluster, std::size_t begin, std::size_t end) const;
     void Compact();
 
