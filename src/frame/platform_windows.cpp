@@ -1,6 +1,7 @@
 #include "frame/platform.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <new>
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -17,6 +18,7 @@
 
 #include "frame/clock.h"
 #include "frame/errors.h"
+#include "frame/large_pages.h"
 #include "frame/platform_thread.h"
 #include "frame/trap_choice.h"
 
@@ -76,6 +78,7 @@ public:
         recordSlot = TLS_OUT_OF_INDEXES;
         for (KeptRecord* kept = first_.exchange(nullptr); kept != nullptr;) {
             KeptRecord* const next = kept->next;
+            Free(kept->record.blocks);
             HeapFree(GetProcessHeap(), 0, kept);
             kept = next;
         }
@@ -97,7 +100,14 @@ public:
         TlsSetValue(recordSlot, record);
         return *record;
     }
-    // When the thread ends.
+    // Where the record is shared there are none: they serve one thread at a time.
+    KeptBlocks* BlocksOfThisThread() {
+        ThreadRecord& own = OfThisThread();
+        if (own.blocks == nullptr && &own != &spare_)
+            own.blocks = static_cast<KeptBlocks*>(std::calloc(1, sizeof(KeptBlocks)));
+        return own.blocks;
+    }
+    // When the thread ends. The blocks stay with the record.
     void GiveBack() {
         ThreadRecord* const own = InSlot();
         if (own == nullptr || own == &spare_) return;
@@ -119,7 +129,7 @@ private:
             if (kept->thread != thread && !kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
             kept->isUsed = true;
             kept->thread = thread;
-            kept->record = ThreadRecord();
+            kept->record = ThreadRecord{.blocks = kept->record.blocks};
             return &kept->record;
         }
         void* const memory = HeapAlloc(GetProcessHeap(), 0, sizeof(KeptRecord));
@@ -237,6 +247,10 @@ ThreadRecord& RecordOfThisThread() {
     return Records().OfThisThread();
 }
 
+KeptBlocks* BlocksOfThisThread() {
+    return Records().BlocksOfThisThread();
+}
+
 static void GiveBackRecordOfThisThread() {
     if (recordSlot != TLS_OUT_OF_INDEXES) Records().GiveBack();
 }
@@ -246,6 +260,9 @@ TimeOfDay LocalTimeOfDay() {
     GetLocalTime(&now);
     return {now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
 }
+
+// This system gives large pages to privileged programs only.
+void PreferLargePages(void*, std::size_t) {}
 
 void TranslateTrapsOfThisThread() {
 #if defined(_MSC_VER)

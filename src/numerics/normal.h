@@ -2,6 +2,8 @@
 // the incomplete gamma pair with shape 1/2, so that quantile and tails agree to its tolerance.
 #pragma once
 
+#include "frame/side.h"
+
 namespace zul::numerics {
 
 // The complementary error function: Q(1/2, x^2) for x >= 0, 1 + P(1/2, x^2) below. Relative error about
@@ -13,6 +15,10 @@ double Erfc(double x);
 // Both tails of the standard normal at z; the one away from the centre is computed directly. On failure (z is
 // NaN, LevelDomain) both are DBL_MAX.
 void normal_df(double z, double* lower, double* upper);
+
+// gamma_newton with the shape 1/2, to the bit and with the error state that it leaves, but without the evaluation that
+// would only confirm the last step: one for most targets in place of two.
+void NewtonOfOneHalf(double target, double* x, Side side);
 
 // *z >= 0 with the upper tail q in [1e-100, 0.5]. LevelDomain: q outside, *z = -DBL_MAX. LevelNoConvergence:
 // the refinement failed. Source of the start: J. D. Beasley and S. G. Springer, Algorithm AS 111, 1977; the

@@ -6,7 +6,7 @@
 #include "clustering/distances/distance_matrix.h"
 #include "clustering/distances/term_sums.h"
 #include "frame/recover.h"
-#include "processor/processor.h"
+#include "processor/level.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::clustering {
@@ -14,8 +14,9 @@ namespace {
 
 using Data = types::IRectangularArray<double>;
 
-// So many rows go through a panel while it is in the cache.
+// So many rows go through panels of so many values while these are in the first cache.
 constexpr std::size_t kGroup = 16;
+constexpr std::size_t kBlockValues = 2048;
 
 // The data as the distances see them: rows in panels, the last one filled up with zeros.
 struct Panels {
@@ -46,51 +47,119 @@ struct Panels {
     std::vector<double> values;
 };
 
-// Where the distances of rows go: the rows of the library's own matrix, or a buffer of which each row is handed
-// over to the host's matrix.
+// Rows `from` to `to` - 1, none if `to` is not above.
+struct Others {
+    std::size_t from;
+    std::size_t to;
+};
+
+// Where the distances of rows go. The library's own matrix has a row's distances from those after it; a host's is told
+// those from the rows before it, row by row in ascending order, out of a buffer.
 class Target {
 public:
-    Target(DistanceMatrix& out, std::size_t rows)
-        : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)), rows_(rows) {
+    explicit Target(DistanceMatrix& out) : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)) {}
+    // What the library's own matrix holds is left alone: all of it will be written.
+    StatlibraryErrorCode Init(int rows) { return own_ != nullptr ? own_->Resize(rows) : out_.Init(rows, 0); }
+    void ObtainBuffer(std::size_t rows) {
+        rows_ = rows;
         if (own_ == nullptr) buffer_.resize(std::min(rows, kGroup) * rows);
     }
-    double* Row(std::size_t row) { return own_ != nullptr ? own_->Row(row) : &buffer_[row % kGroup * rows_]; }
-    // The row is complete; called in ascending order.
+    Others OthersOf(std::size_t row) const {
+        return own_ != nullptr ? Others{row + 1, rows_} : Others{0, row};
+    }
+    // The place of the distance from one of these; those from the next ones follow.
+    double* Place(std::size_t row, std::size_t other) {
+        return own_ != nullptr ? own_->UpperRow(row) + (other - row) : &buffer_[row % kGroup * rows_ + other];
+    }
+    // The row has all its distances, and so have those before.
     void Finish(std::size_t row) {
-        if (own_ != nullptr) return;
-        const double* const distances = Row(row);
+        if (own_ != nullptr) {
+            *own_->UpperRow(row) = 0;
+            return;
+        }
         for (std::size_t other = 0; other < row; ++other)
-            out_.Set(static_cast<int>(row), static_cast<int>(other), distances[other]);
+            out_.Set(static_cast<int>(row), static_cast<int>(other), *Place(row, other));
     }
 
 private:
     DistanceMatrix& out_;
     DistanceMatrixImpl* own_;
-    std::size_t rows_;
+    std::size_t rows_ = 0;
     std::vector<double> buffer_;
 };
 
-// The distances of rows `first` to `end` - 1 from the rows before them.
-void FillGroup(const Panels& data, std::size_t first, std::size_t end, SumTerms sumTerms, const TermSum& sum,
-               Target& target) {
-    double distances[kLanes];
-    for (std::size_t start = 0; start + 1 < end; start += kLanes) {
-        for (std::size_t row = std::max(first, start + 1); row < end; ++row) {
-            sumTerms(sum, data.At(row), data.At(start), distances);
-            std::copy_n(distances, std::min(kLanes, row - start), target.Row(row) + start);
+class DistanceFill {
+public:
+    DistanceFill(const Panels& data, SumTerms sumTerms, const TermSum& sum, Target& target)
+        : data_(data),
+          sumTerms_(sumTerms),
+          sum_(sum),
+          target_(target),
+          blockPanels_(std::max(std::size_t{1}, kBlockValues / (kLanes * data.columns))) {}
+
+    void Fill() {
+        for (std::size_t first = 0; first < data_.rows; first += kGroup) {
+            const std::size_t end = std::min(first + kGroup, data_.rows);
+            const std::size_t firstPanel = target_.OthersOf(first).from / kLanes;
+            const std::size_t endPanel = (target_.OthersOf(end - 1).to + kLanes - 1) / kLanes;
+            for (std::size_t panel = firstPanel; panel < endPanel; panel += blockPanels_)
+                for (std::size_t row = first; row < end; row += kTile)
+                    FillTile(row, panel, std::min(panel + blockPanels_, endPanel));
+            for (std::size_t row = first; row < end; ++row)
+                target_.Finish(row);
         }
     }
-}
 
-void FillDistances(const Panels& data, SumTerms sumTerms, const TermSum& sum, DistanceMatrix& out) {
-    Target target(out, data.rows);
-    for (std::size_t first = 0; first < data.rows; first += kGroup) {
-        const std::size_t end = std::min(first + kGroup, data.rows);
-        FillGroup(data, first, end, sumTerms, sum, target);
-        for (std::size_t row = first; row < end; ++row)
-            target.Finish(row);
+private:
+    // The distances of kTile rows from those in some panels. The panels between, of which all rows are others of all
+    // rows of the tile, go straight to the target.
+    void FillTile(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        std::size_t from = endPanel;
+        std::size_t to = endPanel;
+        if (first + kTile <= data_.rows) {
+            from = (target_.OthersOf(first + kTile - 1).from + kLanes - 1) / kLanes;
+            to = target_.OthersOf(first).to / kLanes;
+        }
+        from = std::clamp(from, panel, endPanel);
+        to = std::clamp(to, from, endPanel);
+        for (; panel < from; ++panel)
+            FillPart(first, panel * kLanes);
+        if (from < to) FillWhole(first, from, to);
+        for (panel = to; panel < endPanel; ++panel)
+            FillPart(first, panel * kLanes);
     }
-}
+
+    void FillWhole(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        double* out[kTile];
+        for (std::size_t i = 0; i < kTile; ++i)
+            out[i] = target_.Place(first + i, panel * kLanes);
+        sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), endPanel - panel, out);
+    }
+
+    // The distances of kTile rows, or fewer at the end of the data, from those in one panel that are others of each.
+    void FillPart(std::size_t first, std::size_t start) {
+        double sums[kTile][kLanes];
+        double* const out[kTile] = {sums[0], sums[1], sums[2], sums[3]};
+        bool isSummed = false;
+        const std::size_t end = std::min(first + kTile, data_.rows);
+        for (std::size_t row = first; row < end; ++row) {
+            const Others others = target_.OthersOf(row);
+            const std::size_t from = std::max(others.from, start);
+            const std::size_t to = std::min(others.to, start + kLanes);
+            if (from >= to) continue;
+            if (!isSummed) sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+            isSummed = true;
+            std::copy(sums[row - first] + (from - start), sums[row - first] + (to - start),
+                      target_.Place(row, from));
+        }
+    }
+
+    const Panels& data_;
+    SumTerms sumTerms_;
+    TermSum sum_;
+    Target& target_;
+    std::size_t blockPanels_;
+};
 
 StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standardize, DistanceMatrix& out) {
     const int rows = data.RowCount();
@@ -100,7 +169,8 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
         return types::Success;
     }
     if (measure < Euclidean || measure > SquaredPearson) return types::Failure;
-    const StatlibraryErrorCode status = out.Init(rows, 0);
+    Target target(out);
+    const StatlibraryErrorCode status = target.Init(rows);
     if (status != types::Success) return status;
     const bool pearson = measure == Pearson || measure == SquaredPearson;
     ColumnStatistics statistics;
@@ -109,12 +179,13 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
     if (standardize) panels.Standardize(statistics);
     for (double& s : statistics.deviations)
         s *= s;
-    const Term term = measure == Manhattan      ? Term::Absolute
-                      : pearson && !standardize ? Term::DividedSquare
-                                                : Term::Square;
+    const TermSums& sums = TermSumsOf(processor::CurrentLevel());
+    const SumTerms sumTerms = measure == Manhattan      ? sums.absolutes
+                              : pearson && !standardize ? sums.dividedSquares
+                                                        : sums.squares;
     const bool isRoot = measure == Euclidean || measure == Pearson;
-    const SumTerms sumTerms = FindSumTerms(term, processor::HasWideVectors());
-    FillDistances(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, out);
+    target.ObtainBuffer(panels.rows);
+    DistanceFill(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, target).Fill();
     return types::Success;
 }
 

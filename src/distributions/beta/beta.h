@@ -26,6 +26,7 @@ class BetaPdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaPdfKernel(double a, double b) : a_(a), b_(b) {}
     double operator()(double x);
     // For lanes.
@@ -45,6 +46,7 @@ class BetaCdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaCdfKernel(double a, double b, bool upper) : shapes_(a, b), upper_(upper) {}
     double operator()(double x) const;
     // For lanes.
@@ -59,6 +61,7 @@ private:
 class BetaInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

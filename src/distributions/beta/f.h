@@ -27,6 +27,7 @@ class FPdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FPdfKernel(double df1, double df2) : df1_(df1), df2_(df2) {}
     double operator()(double x);
     // For lanes.
@@ -51,6 +52,7 @@ class FCdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     FCdfKernel(double df1, double df2, double noncentrality, bool upper)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
@@ -68,6 +70,7 @@ private:
 class FInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;

@@ -27,6 +27,7 @@ class TPdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     TPdfKernel(double df, double noncentrality) : df_(df), noncentrality_(noncentrality) {}
     double operator()(double x);
     // For lanes.
@@ -55,6 +56,7 @@ class TCdfKernel {
 public:
     using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     TCdfKernel(double df, double noncentrality, bool upper)
         : shape_(df), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
@@ -71,6 +73,7 @@ private:
 class TInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     TInvCdfKernel(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

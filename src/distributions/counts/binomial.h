@@ -19,6 +19,7 @@ class BinomialPdfKernel {
 public:
     using Table = RepeatedCounts;
     using Parameters = frame::ParameterList<int, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialPdfKernel(int n, double prob) : BinomialPdfKernel(static_cast<double>(n), prob) {}
     BinomialPdfKernel(double n, double prob) : n_(n), prob_(prob) {}
     double operator()(double x);
@@ -40,6 +41,7 @@ class BinomialCdfKernel {
 public:
     using Table = RepeatedCounts;
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialCdfKernel(double n, double prob, bool upper);
     double operator()(double x);
     CountRange Counts() const;
@@ -56,6 +58,7 @@ private:
 class BinomialInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<int, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialInvCdfKernel(int n, double prob) : n_(n), prob_(prob) {}
     double operator()(double p);
     double AtUpperTail(double q);

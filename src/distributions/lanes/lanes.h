@@ -14,7 +14,12 @@
 #include "distributions/closed_forms/smallest_extreme_value.h"
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
+#include "distributions/gamma/chi_square.h"
+#include "distributions/gamma/gamma.h"
 #include "distributions/lanes/forward.h"
+#include "distributions/normal/half_normal.h"
+#include "distributions/normal/log_normal.h"
+#include "distributions/normal/normal.h"
 #include "frame/in_blocks.h"
 
 namespace zul::kernels {
@@ -32,12 +37,17 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 struct Lanes : LaneFunctions<
     BetaPdfKernel, BetaCdfKernel,
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
     FPdfKernel, FCdfKernel,
+    GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
+    HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
-    LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
     LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
+    LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
+    LogNormalPdfKernel, LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>,
+    NormalPdfKernel, NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>,
     SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
     TPdfKernel, TCdfKernel,
     TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,

@@ -36,6 +36,9 @@ struct Left {
         marks |= (BitsOf<D>)holds;
     }
     ZUL_INLINE void ByTopBit(BitsOf<D> bits) { marks |= bits; }
+    // A condition to select by, and all bits of the elements that are not left.
+    ZUL_INLINE auto Are() const { return (marks >> 63) != 0; }
+    ZUL_INLINE BitsOf<D> Others() const { return (marks >> 63) - 1; }
 };
 
 template <class D>

@@ -1,6 +1,7 @@
 #include "distributions/normal/half_normal.h"
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/normal/normal.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"

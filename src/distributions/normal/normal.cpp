@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/tail_pair.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"

@@ -1,8 +1,12 @@
 #include "numerics/gamma/gamma_shape.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <numbers>
 
 #include "elementary/exponential.h"
+#include "elementary/power.h"
 #include "frame/platform.h"
 #include "numerics/gamma/gamma_tails.h"
 #include "numerics/gamma/incomplete_gamma_pair.h"
@@ -106,22 +110,115 @@ OneHalf::OneHalf() {
         double mean = 0;
         leastPairs_[i] = static_cast<unsigned char>(incomplete_gamma::FirstClosePair(x, a, 1, &mean));
     }
+    FindStretches();
+}
+
+namespace {
+
+OneHalf::Stretch Trimmed(double low, double high) {
+    return {low * (1 + OneHalf::kStretchMargin), high * (1 - OneHalf::kStretchMargin)};
+}
+
+// The smallest x from 1 to `high` at which so many pairs of convergents do, to much less than the margin; `high` if none
+// is.
+double FirstOfPairs(int pairs, double a, double high) {
+    double lo = 1;
+    double hi = high;
+    double mean = 0;
+    while (hi - lo > OneHalf::kStretchMargin / 20 * lo) {
+        const double middle = (lo + hi) / 2;
+        const int needed = incomplete_gamma::FirstClosePair(middle, a, 1, &mean);
+        (needed > 0 && needed <= pairs ? hi : lo) = middle;
+    }
+    return hi;
+}
+
+}  // namespace
+
+void OneHalf::FindStretches() {
+    constexpr double a = Value();
+    for (std::size_t n = 1; n < termStarts_.size(); ++n) {
+        const double low = std::max(termStarts_[n - 1], kTinyArgument);
+        stretches_[0][n] = Trimmed(low, std::min(termStarts_[n], medianSplit_));
+    }
+    // A term c x^(n + a) is the first of at most the tolerance up to where it is that.
+    double coefficient = 1 / (a + 1);
+    double low = medianSplit_;
+    for (std::size_t n = 1; n <= FractionalShape::kSeriesLimit && low < 1; ++n) {
+        const auto k = static_cast<double>(n);
+        if (n > 1) coefficient *= termRatios_[n] / k;
+        const double high = elementary::Pow(kSeriesTolerance / coefficient, 1 / (k + a));
+        stretches_[1][n] = Trimmed(low, std::min(high, 1.0));
+        low = std::max(low, high);
+    }
+    double high = kLargestStretched;
+    for (std::size_t k = 1; k < stretches_[2].size() && high > 1; ++k) {
+        const double first = FirstOfPairs(static_cast<int>(k), a, high);
+        stretches_[2][k] = Trimmed(first, high);
+        high = first <= 1 + kStretchMargin ? 1 : first;
+    }
+}
+
+namespace {
+
+// The end of a cell.
+double EndOfCell(int cell) {
+    const auto bits = std::bit_cast<std::uint64_t>(OneHalfTable::kLeast);
+    const auto place = static_cast<std::uint64_t>(cell) + 1;
+    return std::bit_cast<double>(bits + (place << OneHalfTable::kCellShift));
+}
+
+}  // namespace
+
+OneHalfTable OneHalf::Table() const {
+    using Byte = unsigned char;
+    OneHalfTable table{};
+    table.log = log_;
+    table.stirlingTerm = stirlingTerm_;
+    table.gamma = gamma_;
+    table.medianSplit = medianSplit_;
+    table.gammaQuotient = gammaQuotient_;
+    std::copy(termStarts_.begin(), termStarts_.end(), table.termStarts);
+    std::copy(termRatios_.begin(), termRatios_.end(), table.termRatios);
+    for (int k = 0; k < 13; ++k)
+        table.seriesReciprocals[k] = 1 / (k + Value());
+    for (int n = 1; n <= FractionalShape::kSeriesLimit; ++n)
+        table.reciprocals[n] = 1.0 / n;
+
+    double low = OneHalfTable::kLeast;
+    for (int cell = 0; low < OneHalfTable::kMost; ++cell) {
+        const double high = EndOfCell(cell);
+        Byte* const rank = table.ranks + cell;
+        const double lowest = std::min(low, medianSplit_);
+        *rank = static_cast<Byte>(SeriesTerms(lowest));
+        const auto most = static_cast<Byte>(SeriesTerms(std::min(high, medianSplit_)));
+        table.mostTerms[*rank] = std::max(table.mostTerms[*rank], most);
+        // Below 1 a little less than the cell, as SureTerms does.
+        rank[OneHalfTable::kCellsBelow] =
+            static_cast<Byte>(low < 1 ? OneHalfTable::kFirstSmall + SureTerms(low)
+                                      : OneHalfTable::kFirstFraction + std::max(1, ExpectedPairs(high) - 1));
+        low = high;
+    }
+    table.ranks[OneHalfTable::kOutside] = OneHalfTable::kRanks;
+    return table;
 }
 
 namespace {
 
 // In the default mode, whatever the mode of the thread that loads the library.
-OneHalf PrepareOneHalf() {
-    OneHalf (*volatile prepare)() = []() { return OneHalf(); };
+template <typename Value>
+Value Prepared(Value (*compute)()) {
+    Value (*volatile prepare)() = compute;
     const unsigned control = frame::GetControl();
     frame::SetControl(frame::kDefaultControl);
-    const OneHalf prepared = prepare();
+    const Value prepared = prepare();
     frame::SetControl(control);
     return prepared;
 }
 
 }  // namespace
 
-const OneHalf kOneHalf = PrepareOneHalf();
+const OneHalf kOneHalf = Prepared<OneHalf>([] { return OneHalf(); });
+const OneHalfTable kOneHalfTable = Prepared<OneHalfTable>([] { return kOneHalf.Table(); });
 
 }  // namespace zul::numerics

@@ -4,11 +4,13 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 
 #include "elementary/logarithm.h"
 #include "numerics/gamma/gamma.h"
+#include "numerics/gamma/one_half_table.h"
 
 namespace zul::numerics {
 
@@ -22,6 +24,8 @@ public:
     double Get(Compute compute) {
         if (!known_) {
             value_ = compute();
+            // A trap may end it anywhere: the compiler must not tell first that the value is known.
+            std::atomic_signal_fence(std::memory_order_release);
             known_ = true;
         }
         return value_;
@@ -133,7 +137,25 @@ public:
     int SureTerms(double x) const { return sureTerms_[static_cast<std::size_t>(x * kCellsPerUnit)]; }
     int ExpectedPairs(double x) const { return leastPairs_[static_cast<std::size_t>(kPairCells / x)]; }
 
+    // Arguments of the pair at all of which it takes the same branch and the same number of terms.
+    struct Stretch {
+        double low = 1;
+        double high = 0;
+        bool Holds(double x) const { return x > low && x < high; }
+    };
+    // That around x, at which the pair took so many terms. A relative kStretchMargin at its ends is left out, within which
+    // rounding may decide; an empty one also stands for what is beyond kLargestStretched.
+    const Stretch& StretchOf(double x, int count) const {
+        const auto branch = static_cast<std::size_t>(x > medianSplit_) + static_cast<std::size_t>(x > 1);
+        return stretches_[branch][static_cast<std::size_t>(count)];
+    }
+    static constexpr double kStretchMargin = 1e-5;
+    static constexpr double kLargestStretched = 30;
+
+    OneHalfTable Table() const;
+
 private:
+    void FindStretches();
     double log_;
     double stirlingTerm_;
     double gamma_;
@@ -151,6 +173,8 @@ private:
     // The pairs of the continued fraction at the upper end of each cell; the cells are those of 1 / x.
     static constexpr int kPairCells = 256;
     std::array<unsigned char, kPairCells + 1> leastPairs_;
+    // Of the lower series, UpperGammaSmall and the continued fraction, by the terms or pairs.
+    std::array<std::array<Stretch, 81>, 3> stretches_{};
 };
 
 extern const OneHalf kOneHalf;
