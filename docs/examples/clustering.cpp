@@ -7,6 +7,7 @@ using namespace zul::dax;
 
 namespace {
 
+//! [data]
 // Arrests for murder, assault and rape per 100,000 inhabitants, 1973.
 const struct {
     const char* name;
@@ -17,6 +18,7 @@ const struct {
                {"Connecticut", {3.3, 110, 11.1}}, {"Delaware", {5.9, 238, 15.8}},
                {"Florida", {15.4, 335, 31.9}},    {"Georgia", {17.4, 211, 25.8}}};
 constexpr int kCount = 10;
+//! [data]
 
 }  // namespace
 
