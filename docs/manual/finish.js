@@ -19,7 +19,7 @@ function plain(text) {
 // Doxygen leaves \(formula\) and \[formula\] to a script of the reader, which is not needed then.
 function typeset(text) {
     const render = (formula, displayMode) =>
-        katex.renderToString(plain(formula), {displayMode, output: 'html', strict: 'error'});
+        katex.renderToString('\\displaystyle ' + plain(formula), {displayMode, output: 'html', strict: 'error'});
     return text.replace(/\\\(([\s\S]*?)\\\)/g, (_, formula) => render(formula, false))
         .replace(/\\\[([\s\S]*?)\\\]/g, (_, formula) => render(formula, true));
 }
