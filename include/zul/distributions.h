@@ -67,7 +67,7 @@ enum EAlternative : int {
 /// | variance | @f$\frac{ab}{(a+b)^2 (a+b+1)}@f$ |
 /// | mode | @f$\frac{a-1}{a+b-2}@f$ for a, b > 1 |
 ///
-/// @see ISampler::SampleBeta(), @ref f, @ref binomial, whose tails are those of beta
+/// @see ISampler::SampleBeta(), @ref f, @ref binomial
 /// @{
 
 /// The density x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0,
@@ -302,7 +302,7 @@ ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, doubl
 /// | mode | @f$\tau@f$ |
 ///
 /// @see ISampler::SampleExponential(), v2::FitExponential(), v2::RunKelExponentialPPlot(),
-/// v1::RunKelExponentialADTest(), @ref weibull, @ref gamma
+/// v0::RunKelExponentialADTest(), @ref weibull, @ref gamma
 /// @{
 
 /// The density exp(-t) / scale for x >= threshold, and 0 for x < threshold and for t > 709.78.
@@ -427,7 +427,7 @@ ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df
 /// | mode | @f$\tau + \max(\alpha - 1, 0)\, \beta@f$ |
 ///
 /// @see ISampler::SampleGamma(), v2::FitGamma(), v2::FitGamma3(), v2::RunKelGammaPPlot(), @ref chi_square,
-/// @ref poisson, whose tails are those of gamma
+/// @ref poisson
 /// @{
 
 /// The density z^(shape - 1) exp(-z) / (gamma(shape) scale), z = (x - threshold) / scale, for x > threshold,
@@ -1453,7 +1453,7 @@ ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, dou
 /// | mode | @f$\tau + \beta \left(1 - 1/k\right)^{1/k}@f$ for shape > 1, else the threshold |
 ///
 /// @see ISampler::SampleWeibull(), v2::FitWeibull(), v2::FitWeibull3(), v2::RunKelWeibullPPlot(),
-/// v1::RunKelWeibullADTest(), @ref exponential, @ref smallest_extreme_value
+/// v0::RunKelWeibullADTest(), @ref exponential, @ref smallest_extreme_value
 /// @{
 
 /// The density z^(shape - 1) exp(-z^shape) shape / scale for x > threshold, else 0, also at the threshold
