@@ -24,13 +24,14 @@ function typeset(text) {
         .replace(/\\\[([\s\S]*?)\\\]/g, (_, formula) => render(formula, true));
 }
 
-function head(text, isSearch) {
+function linked(text, isSearch) {
     const own = ['<link href="formulas/katex.min.css" rel="stylesheet" type="text/css"/>'];
     if (isSearch) own.push('<script src="search/lunr.min.js"></script>', '<script src="search/index.js"></script>');
     return text.replace(/<div id="main-nav"><\/div>\s*<input[\s\S]*?<\/ul>\s*<\/div>/, '<div id="main-nav"></div>')
         .replace(/<script type="text\/javascript">\s*window\.MathJax[\s\S]*?<\/script>\s*/, '')
         .replace(/<script[^>]*[Mm]ath[Jj]ax[^>]*><\/script>\s*/g, '')
         .replace(/<link rel="search"[^>]*>\s*/, '')
+        .replace(/<dt>((?:Source|Method)[^<]*)<\/dt>/g, '<dt><a href="sources_page.html">$1</a></dt>')
         .replace('</head>', own.join('\n') + '\n</head>');
 }
 
@@ -73,7 +74,7 @@ function main() {
     for (const file of fs.readdirSync(html).filter((name) => name.endsWith('.html'))) {
         const text = fs.readFileSync(path.join(html, file), 'utf8');
         if (isContent(file)) documents.push(...sections(file, text));
-        fs.writeFileSync(path.join(html, file), typeset(head(text, file === 'search.html')));
+        fs.writeFileSync(path.join(html, file), typeset(linked(text, file === 'search.html')));
     }
     fs.writeFileSync(path.join(html, 'search/index.js'),
         `var manual = ${JSON.stringify({documents, index: makeIndex(require(lunrFile), documents)})};\n`);

@@ -624,8 +624,8 @@ ZUL_API double GetKelCorrelationPValue(double r, unsigned n);
 ///
 /// @f[A^2 = -n - \frac{1}{n} \sum_{i=1}^{n} \left((2i - 1) \ln F(x_i) + (2n + 1 - 2i) \ln (1 - F(x_i))\right)@f]
 ///
-/// A value where F is 0 or 1 makes A^2 infinite or NaN,
-/// NaN among the values make it NaN; the p-value of a NaN is NaN with status 0.
+/// A value where F is 0 or 1 makes A^2 infinite or NaN, NaN among the values make it NaN; the p-value of a NaN is NaN
+/// with status 0.
 /// Source: R. B. D'Agostino and M. A. Stephens, Goodness-of-fit techniques, 1986, chapter 4.
 /// @{
 

@@ -70,5 +70,18 @@ for (const file of fs.readdirSync('docs/examples').filter((name) => name.endsWit
     const missing = lines(`docs/examples/${file}`).findIndex((_, i) => !shown.get(`docs/examples/${file}`)?.has(i + 1));
     if (missing >= 0) faults.push(`docs/examples/${file}: no page shows line ${missing + 1}`);
 }
+// Who is named in a header as a source, with initials, stands on the page of the sources; an ISBN has its check digit.
+const sources = fs.readFileSync('docs/sources.md', 'utf8');
+for (const header of fs.readdirSync('include/zul').map((name) => `include/zul/${name}`)) {
+    const comments = lines(header).map((line) => (/\/\/\/<?(.*)/.exec(line) || ['', ''])[1]).join(' ');
+    for (const [, name] of comments.matchAll(/(?:[A-Z]\. )+((?:Van )?[A-Z][\w'-]{2,})(?=,? and\b|, [A-Z])/g))
+        if (!sources.includes(` ${name}`)) faults.push(`${header}: no ${name} among the sources`);
+}
+for (const [, isbn] of sources.matchAll(/ISBN ([\dX-]+)/g)) {
+    const digits = isbn.replace(/-/g, '').split('').map((digit) => (digit === 'X' ? 10 : Number(digit)));
+    const weights = digits.length === 10 ? [10, 9, 8, 7, 6, 5, 4, 3, 2, 1] : [1, 3, 1, 3, 1, 3, 1, 3, 1, 3, 1, 3, 1];
+    const sum = digits.reduce((total, digit, i) => total + digit * weights[i], 0);
+    if (sum % (digits.length === 10 ? 11 : 10) !== 0) faults.push(`docs/sources.md: ISBN ${isbn}`);
+}
 for (const fault of faults) console.error(fault);
 process.exit(faults.length === 0 ? 0 : 1);
