@@ -64,4 +64,18 @@ int main() {
         std::printf("\n");
     }
     //! [members]
+
+    //! [ties]
+    // Three objects in a row at the same distance: which of the two near pairs is joined?
+    const std::unique_ptr<clustering::DistanceMatrix> row(clustering::MakeDistanceMatrix(3));
+    if (!row) return 1;
+    row->Set(0, 1, 1);
+    row->Set(1, 2, 1);
+    row->Set(0, 2, 2);
+    const std::unique_ptr<types::IReadableVector<clustering::ClusterStep>> tied(
+        clustering::RunClustering(clustering::Average, 2, *row));
+    if (!tied) return 1;
+    for (std::size_t i = 0; i < tied->size(); ++i)
+        std::printf("%d + %d at %g\n", (*tied)[i].cluster1, (*tied)[i].cluster2, (*tied)[i].distance);
+    //! [ties]
 }
