@@ -85,6 +85,9 @@ function main() {
     fs.copyFileSync(`${katexFolder}/katex.min.css`, path.join(html, 'formulas/katex.min.css'));
     for (const font of fs.readdirSync(`${katexFolder}/fonts`).filter((name) => name.endsWith('.woff2')))
         fs.copyFileSync(`${katexFolder}/fonts/${font}`, path.join(fonts, font));
+    // The licences of what stands in the manual beside the text.
+    for (const [packageName, folder] of [['doxygen', '.'], ['libjs-katex', 'formulas'], ['libjs-lunr', 'search']])
+        fs.copyFileSync(`/usr/share/doc/${packageName}/copyright`, path.join(html, folder, 'copyright'));
 }
 
 main();
