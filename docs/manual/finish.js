@@ -38,6 +38,7 @@ function linked(text, isSearch) {
 // What a reader sees, without formulas, code and the declarations.
 function words(text) {
     return plain(text.replace(/<(script|style)[\s\S]*?<\/\1>/g, ' ').replace(/\\[([][\s\S]*?\\[)\]]/g, ' ')
+        .replace(/<div class="fragment">[\s\S]*?<!-- fragment -->|<pre[\s\S]*?<\/pre>/g, ' ')
         .replace(/<(br|p|li|td|th|tr|div|dd|dt|h\d)\b[^>]*>/g, ' ').replace(/<[^>]*>/g, '')).replace(/\s+/g, ' ').trim();
 }
 
@@ -65,7 +66,7 @@ function sections(file, text) {
 
 function isContent(file) {
     return file.endsWith('.html') &&
-        !/^(annotated|classes|files|functions|globals|hierarchy|modules|namespaces|namespacemembers|pages|search)(_|\.)/
+        !/^(annotated|classes|files|functions|globals|hierarchy|modules|namespace.*|pages|search)(_|\.)/
             .test(file) && !/(-members|_8h|^dir_.*)\.html$/.test(file);
 }
 

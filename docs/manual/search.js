@@ -17,8 +17,9 @@ function makeIndex(lunr, documents) {
         this.field('text');
         documents.forEach((section, number) => {
             // A page that tells of a subject comes before the single declarations.
-            const boost = /^(class|struct)zul/.test(section.url) ? 0.5 :
-                /^group__/.test(section.url) ? (section.page === '' ? 2 : 1) : 2;
+            const {url} = section;
+            const boost = /^(class|struct|group_.*#)/.test(url) ? 0.4 :
+                /^(coming_from|performance|accuracy|limits)_page.html#/.test(url) ? 0.7 : 2;
             this.add({number, title: searchable(section.title), page: searchable(section.page),
                 text: searchable(section.text)}, {boost});
         });

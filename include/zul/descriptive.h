@@ -64,9 +64,9 @@ struct ZUL_API KelBoxplotHelper {
     KelBoxplotHelper();        ///< all NaN
 };
 
-/// @defgroup moments Sums and moments
+/// @defgroup moments Sums, mean, variance and moments
 /// @ingroup descriptive
-/// Sum, mean, variance, skewness, kurtosis and geometric mean, each in one pass.
+/// Sum, mean, variance (the standard deviation is its root), skewness, kurtosis and geometric mean, each in one pass.
 ///
 /// @f[\bar x = \frac{1}{n} \sum x_i, \qquad s^2 = \frac{1}{n-1} \sum (x_i - \bar x)^2@f]
 ///
