@@ -56,7 +56,7 @@ function excerpt(text, query) {
 function showResults() {
     const query = new URLSearchParams(location.search).get('query') || '';
     const results = document.getElementById('searchresults');
-    if (results === null) return;
+    if (results === null || query === '') return;
     const numbers = find(lunr, lunr.Index.load(manual.index), query);
     const add = (parent, kind, text) => {
         const element = parent.appendChild(document.createElement(kind));
