@@ -56,7 +56,8 @@ function checkLinks(page, text) {
 }
 
 const pages = fs.readdirSync('docs').filter((name) => name.endsWith('.md')).map((name) => `docs/${name}`);
-for (const page of [...pages, 'README.md', 'CONTRIBUTING.md', 'CHANGELOG.md', 'examples/data/README.md']) {
+for (const page of [...pages, 'README.md', 'CONTRIBUTING.md', 'CHANGELOG.md', 'examples/data/README.md', 'fuzz/README.md',
+    'tests/data/README.md']) {
     const text = fs.readFileSync(page, 'utf8');
     const expected = withParts(page, text);
     if (expected !== text && process.argv[2] === 'write') fs.writeFileSync(page, expected);
