@@ -1,4 +1,4 @@
-# What cpack builds: on Linux an archive with everything and Debian packages of the two components, for Windows a
+# What cpack builds: on Linux an archive with everything and Debian packages of the components, for Windows a
 # zip with everything. Debian's layout has its libraries in lib/<triplet>, others in lib: `./dev package`
 # configures for the one and for the other.
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
@@ -14,13 +14,16 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_COMPONENTS_ALL ${ZUL_COMPONENTS})
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The shared library: probability distributions, hypothesis tests, descriptive
 statistics, random deviates and clustering on plain arrays.")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "Headers, and the files by which CMake and pkg-config find the library, for
 building programs that use it.")
+set(CPACK_COMPONENT_MANUAL_DESCRIPTION
+    "The reference manual, with a search and worked examples, to be read without a
+network: every function, the conventions, the limits and the accuracy.")
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -37,5 +40,10 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzul-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS zul-doc)
+
+set(CPACK_DEBIAN_MANUAL_PACKAGE_NAME zul-doc)
+set(CPACK_DEBIAN_MANUAL_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_MANUAL_PACKAGE_ARCHITECTURE all)
 
 include(CPack)

@@ -7,6 +7,7 @@ using namespace zul::dax;
 
 namespace {
 
+//! [data]
 // Arrests for murder, assault and rape per 100,000 inhabitants, 1973.
 const struct {
     const char* name;
@@ -17,6 +18,7 @@ const struct {
                {"Connecticut", {3.3, 110, 11.1}}, {"Delaware", {5.9, 238, 15.8}},
                {"Florida", {15.4, 335, 31.9}},    {"Georgia", {17.4, 211, 25.8}}};
 constexpr int kCount = 10;
+//! [data]
 
 }  // namespace
 
@@ -62,4 +64,18 @@ int main() {
         std::printf("\n");
     }
     //! [members]
+
+    //! [ties]
+    // Three objects in a row at the same distance: which of the two near pairs is joined?
+    const std::unique_ptr<clustering::DistanceMatrix> row(clustering::MakeDistanceMatrix(3));
+    if (!row) return 1;
+    row->Set(0, 1, 1);
+    row->Set(1, 2, 1);
+    row->Set(0, 2, 2);
+    const std::unique_ptr<types::IReadableVector<clustering::ClusterStep>> tied(
+        clustering::RunClustering(clustering::Average, 2, *row));
+    if (!tied) return 1;
+    for (std::size_t i = 0; i < tied->size(); ++i)
+        std::printf("%d + %d at %g\n", (*tied)[i].cluster1, (*tied)[i].cluster2, (*tied)[i].distance);
+    //! [ties]
 }

@@ -8,12 +8,14 @@ namespace {
 using zul::v2::DistributionFamily;
 using zul::v2::DistributionFit;
 
+//! [data]
 // Millions of revolutions to failure of 23 ball bearings (J. Lieblein and M. Zelen, Statistical investigation of the
 // fatigue life of deep-groove ball bearings, 1956).
 constexpr unsigned kCount = 23;
 constexpr double kRevolutions[kCount] = {17.88, 28.92, 33.00,  41.52,  42.12,  45.60,  48.40, 51.84,
                                          51.96, 54.12, 55.56,  67.80,  68.64,  68.64,  68.88, 84.12,
                                          93.12, 98.64, 105.12, 105.84, 127.92, 128.04, 173.40};
+//! [data]
 
 //! [fit]
 void Fit(const char* name, int (*fitted)(DistributionFit*, const double*)) {

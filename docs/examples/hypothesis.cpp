@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 
@@ -25,6 +26,28 @@ void CompareMeans() {
                 test.pValue);
 }
 //! [means]
+
+//! [summary]
+void TestFromSummary() {
+    // Michelson's 100 measurements of the speed of light in air, 1000 km/s, 1879: what is published is enough.
+    zul::v0::OneSampleT test;
+    test.n = 100;
+    test.mean = 299.8524;
+    test.standardDeviation = 0.0790105478190518;
+    zul::v0::RunOneSampleT(&test, 0.95, IntervalType::TwoSided, AlternativeHypothesis::NotEqual, 299.85);
+    std::printf("mean in [%.5f, %.5f], t = %.5f, p = %.5f\n", test.lowerBound, test.upperBound,
+                test.tStatistic, test.pValue);
+
+    zul::v0::OneVariance variance;
+    variance.n = 100;
+    variance.variance = test.standardDeviation * test.standardDeviation;
+    zul::v0::RunOneVariance(&variance, 0.95, IntervalType::UpperBound);
+    std::printf("standard deviation at most %.5f\n", std::sqrt(variance.chiSquareUpperBound));
+
+    // Miles per gallon and weight of 32 cars, whose correlation is known.
+    std::printf("correlation: p = %.4g\n", zul::v0::GetKelCorrelationPValue(-0.8676594, 32));
+}
+//! [summary]
 
 //! [proportions]
 void CompareIntervals() {
@@ -77,6 +100,7 @@ void TestFit() {
 int main() {
     zul::RegisterKelSigfpeHandler();
     CompareMeans();
+    TestFromSummary();
     CompareIntervals();
     TestFit();
 }

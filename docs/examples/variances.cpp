@@ -8,12 +8,14 @@
 int main() {
     zul::RegisterKelSigfpeHandler();
 
+    //! [data]
     // Insects on plots with six sprays, 12 plots each (G. Beall, 1942): those of the sprays C, E and F.
     const double counts[] = {0,  1, 7,  2,  3,  1,  2,  1,  3,  0,  1,  4,    //
                              3,  5, 3,  5,  3,  6,  1,  1,  3,  2,  6,  4,    //
                              11, 9, 15, 22, 15, 16, 13, 10, 26, 26, 24, 13};  //
     const double* const sprayC = counts;
     const double* const sprayF = counts + 24;
+    //! [data]
 
     //! [two]
     // Do the counts of spray F vary more than those of spray C?

@@ -64,8 +64,14 @@ struct ZUL_API KelBoxplotHelper {
     KelBoxplotHelper();        ///< all NaN
 };
 
-/// @defgroup moments Sums and moments
+/// @defgroup moments Sums, mean, variance and moments
 /// @ingroup descriptive
+/// Sum, mean, variance (the standard deviation is its root), skewness, kurtosis and geometric mean, each in one pass.
+///
+/// @f[\bar x = \frac{1}{n} \sum x_i, \qquad s^2 = \frac{1}{n-1} \sum (x_i - \bar x)^2@f]
+///
+/// @see GetSampleVariance(const double *, unsigned, double), by a given mean, for values that differ little
+/// from each other; @ref summaries
 /// @{
 
 /// The sum of x. An infinite value before the last gives NaN.
@@ -119,6 +125,12 @@ ZUL_API void GetSampleMeanAndVariance(const double* x, unsigned n, double* mean,
 
 /// @defgroup correlation Covariance and correlation
 /// @ingroup descriptive
+/// Covariance, and the correlations of Pearson and of Spearman.
+///
+/// @f[\operatorname{cov} = \frac{1}{n-1} \sum (x_i - \bar x)(y_i - \bar y), \qquad r = \frac{\operatorname{cov}}{s_x s_y}@f]
+///
+/// @see v0::GetKelCorrelationPValue(), IContingencyTable::GetAssociation() for classes,
+/// dax::clustering::CreateForClusterVariables() for the matrix of a table
 /// @{
 
 /// The sample covariance of x and y, the sum of (x - mean x) (y - mean y) / (n - 1), and their variances, in
@@ -189,6 +201,10 @@ ZUL_API void GetKelSkewnessAndKurtosis(const double* x, unsigned n, double* skew
 
 /// @defgroup order Order, ranks and quantiles
 /// @ingroup descriptive
+/// What rests on the order of the values: the order itself, ranks with ties, quantiles (percentiles,
+/// quartiles, the median) by the nine definitions in use.
+///
+/// @see @ref summaries, @ref rank_tests
 /// @{
 
 /// The order of the values: x[order[0]], x[order[1]], ... ascend, NaN last. Which of tied values comes first
@@ -231,6 +247,10 @@ ZUL_API int GetSampleQuantiles(const double* x, unsigned n, int method, double* 
 
 /// @defgroup summaries Trimmed means, modes and summaries
 /// @ingroup descriptive
+/// Median and quartiles, trimmed means, modes, the five-number summary, and a boxplot with a confidence
+/// interval for the median.
+///
+/// @see @ref order, @ref moments, @ref sign_test
 /// @{
 
 /// The mean without the five percent smallest and the five percent largest values, as many at each end as

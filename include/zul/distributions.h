@@ -58,6 +58,16 @@ enum EAlternative : int {
 /// @defgroup beta Beta distribution
 /// @ingroup distributions
 /// a, b: the shapes, 0 < a, b <= 94906265. The support is [0, 1].
+///
+/// | | |
+/// |---|---|
+/// | density | @f$\frac{x^{a-1} (1-x)^{b-1}}{B(a, b)}, \quad B(a, b) = \frac{\Gamma(a) \Gamma(b)}{\Gamma(a+b)}@f$ |
+/// | support | @f$0 \le x \le 1@f$ |
+/// | mean | @f$\frac{a}{a+b}@f$ |
+/// | variance | @f$\frac{ab}{(a+b)^2 (a+b+1)}@f$ |
+/// | mode | @f$\frac{a-1}{a+b-2}@f$ for a, b > 1 |
+///
+/// @see ISampler::SampleBeta(), @ref f, @ref binomial
 /// @{
 
 /// The density x^(a - 1) (1 - x)^(b - 1) gamma(a + b) / (gamma(a) gamma(b)) for 0 < x < 1, and 0 outside [0,
@@ -106,6 +116,18 @@ ZUL_API void BetaInvCdf(double* out, const double* in, std::size_t count, double
 /// The number of successes in n independent trials. n: trials, 0 <= n <= 2147000000 (for the cumulative
 /// probability also given as a double, of which the whole number below it counts). prob: the probability of
 /// success of a trial, 0 <= prob <= 1. A whole number is one within 1e-12 of its size.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$p@f$ prob |
+/// | probability | @f$\binom{n}{x} p^x (1-p)^{n-x}@f$ |
+/// | support | @f$x = 0, 1, \ldots, n@f$ |
+/// | mean | @f$np@f$ |
+/// | variance | @f$np(1-p)@f$ |
+/// | mode | @f$\lfloor (n+1) p \rfloor@f$, and the number below it where @f$(n+1) p@f$ is whole |
+///
+/// @see BinomialPValue(), ISampler::SampleBinomial(), @ref one_proportion, @ref sign_test,
+/// @ref negative_binomial
 /// @{
 
 /// The probability P(X = x) = n! / (x! (n - x)!) prob^x (1 - prob)^(n - x); relative error as of the tails.
@@ -156,6 +178,17 @@ ZUL_API void BinomialInvCdf(double* out, const double* in, std::size_t count, in
 /// @ingroup distributions
 /// location: the median; scale: half the distance between the quartiles, scale > 0. z = (x - location) /
 /// scale.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale |
+/// | density | @f$\frac{1}{\pi \sigma (1 + z^2)}, \quad z = \frac{x-\mu}{\sigma}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | none |
+/// | variance | none |
+/// | mode | @f$\mu@f$ |
+///
+/// @see ISampler::SampleCauchy(), @ref t, of which it is the case of one degree of freedom
 /// @{
 
 /// The density 1 / ((z^2 + 1) scale pi); relative error some roundings.
@@ -195,6 +228,18 @@ ZUL_API void CauchyInvCdf(double* out, const double* in, std::size_t count, doub
 /// @ingroup distributions
 /// df: degrees of freedom, 0 < df <= 189812530. noncentrality: the sum of the squared means of the normals
 /// that are squared and added, 0 <= noncentrality <= 2e10; 0 is the central distribution.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\nu@f$ df, @f$\lambda@f$ noncentrality |
+/// | density | @f$\frac{x^{\nu/2-1} e^{-x/2}}{2^{\nu/2} \Gamma(\nu/2)}@f$, central |
+/// | support | @f$x > 0@f$ |
+/// | mean | @f$\nu + \lambda@f$ |
+/// | variance | @f$2 (\nu + 2 \lambda)@f$ |
+/// | mode | @f$\max(\nu - 2, 0)@f$, central |
+///
+/// @see ChiSqPValue(), ChiSqCritValue(), ISampler::SampleChiSquare(), @ref gamma, @ref one_variance,
+/// @ref contingency
 /// @{
 
 /// The density x^(df/2 - 1) exp(-x/2) / (2^(df/2) gamma(df/2)) of the central distribution for x > 0, and 0
@@ -246,6 +291,18 @@ ZUL_API void ChiSqInvCdf(double* out, const double* in, std::size_t count, doubl
 /// @ingroup distributions
 /// scale: the mean of X - threshold (not the rate), scale > 0; threshold: where the distribution begins. t
 /// = (x - threshold) / scale.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\beta@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{1}{\beta} e^{-(x-\tau)/\beta}@f$ |
+/// | support | @f$x \ge \tau@f$ |
+/// | mean | @f$\tau + \beta@f$ |
+/// | variance | @f$\beta^2@f$ |
+/// | mode | @f$\tau@f$ |
+///
+/// @see ISampler::SampleExponential(), v2::FitExponential(), v2::RunKelExponentialPPlot(),
+/// v0::RunKelExponentialADTest(), @ref weibull, @ref gamma
 /// @{
 
 /// The density exp(-t) / scale for x >= threshold, and 0 for x < threshold and for t > 709.78.
@@ -289,6 +346,17 @@ ZUL_API void ExponentialInvCdf(double* out, const double* in, std::size_t count,
 /// df1, df2: degrees of freedom of the numerator and the denominator, 0 < df1, df2 <= 189812530.
 /// noncentrality: that of the numerator's chi-square, the sum of the squared means, 0 <= noncentrality <=
 /// 6e9; 0 is the central distribution.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\nu_1, \nu_2@f$ df1, df2, @f$\lambda@f$ noncentrality |
+/// | density | @f$\frac{1}{B(\nu_1/2, \nu_2/2)} \left(\frac{\nu_1}{\nu_2}\right)^{\nu_1/2} x^{\nu_1/2-1} \left(1 + \frac{\nu_1 x}{\nu_2}\right)^{-(\nu_1+\nu_2)/2}@f$, central |
+/// | support | @f$x > 0@f$ |
+/// | mean | @f$\frac{\nu_2 (\nu_1 + \lambda)}{\nu_1 (\nu_2 - 2)}@f$ for df2 > 2 |
+/// | variance | @f$2 \left(\frac{\nu_2}{\nu_1}\right)^2 \frac{(\nu_1+\lambda)^2 + (\nu_1+2\lambda)(\nu_2-2)}{(\nu_2-2)^2 (\nu_2-4)}@f$ for df2 > 4 |
+/// | mode | @f$\frac{\nu_2 (\nu_1-2)}{\nu_1 (\nu_2+2)}@f$ for df1 > 2, central, else 0 |
+///
+/// @see FPValue(), FCritValue(), ISampler::SampleF(), @ref beta, @ref chi_square, @ref variances
 /// @{
 
 /// The density x^(a - 1) (df1/df2)^a gamma(a + b) / (gamma(a) gamma(b)) (1 + df1 x / df2)^-(a + b), a = df1/2
@@ -348,6 +416,18 @@ ZUL_API void FInvCdf(double* out, const double* in, std::size_t count, double df
 /// @ingroup distributions
 /// shape: 0 < shape <= 94906265. scale: a scale, not a rate, scale > 0. threshold: the lower end of the
 /// support.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\alpha@f$ shape, @f$\beta@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{z^{\alpha-1} e^{-z}}{\beta\, \Gamma(\alpha)}, \quad z = \frac{x-\tau}{\beta}@f$ |
+/// | support | @f$x > \tau@f$ |
+/// | mean | @f$\tau + \alpha\beta@f$ |
+/// | variance | @f$\alpha\beta^2@f$ |
+/// | mode | @f$\tau + \max(\alpha - 1, 0)\, \beta@f$ |
+///
+/// @see ISampler::SampleGamma(), v2::FitGamma(), v2::FitGamma3(), v2::RunKelGammaPPlot(), @ref chi_square,
+/// @ref poisson
 /// @{
 
 /// The density z^(shape - 1) exp(-z) / (gamma(shape) scale), z = (x - threshold) / scale, for x > threshold,
@@ -405,6 +485,17 @@ ZUL_API void GammaInvCdf(double* out, const double* in, std::size_t count, doubl
 /// @ingroup distributions
 /// The number of trials up to and including the first success: 1, 2, ... prob: the probability of success of
 /// a trial, 0 <= prob <= 1.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$p@f$ prob |
+/// | probability | @f$(1-p)^{x-1} p@f$ |
+/// | support | @f$x = 1, 2, \ldots@f$ |
+/// | mean | @f$1/p@f$ |
+/// | variance | @f$(1-p)/p^2@f$ |
+/// | mode | 1 |
+///
+/// @see ISampler::SampleNegBinomialTrials(), @ref negative_binomial, of which it is the case of one success
 /// @{
 
 /// The probability P(X = x) = (1 - prob)^(x - 1) prob; relative error some roundings of its logarithm.
@@ -449,6 +540,17 @@ ZUL_API void GeometricInvCdf(double* out, const double* in, std::size_t count, d
 /// @ingroup distributions
 /// X = threshold + |Z| with Z normal of mean 0 and standard deviation scale, scale > 0; threshold: where
 /// the distribution begins.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\sigma@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{1}{\sigma} \sqrt{\frac{2}{\pi}}\, e^{-(x-\tau)^2 / 2\sigma^2}@f$ |
+/// | support | @f$x \ge \tau@f$ |
+/// | mean | @f$\tau + \sigma \sqrt{2/\pi}@f$ |
+/// | variance | @f$\sigma^2 (1 - 2/\pi)@f$ |
+/// | mode | @f$\tau@f$ |
+///
+/// @see @ref normal
 /// @{
 
 /// The density 2 NormalPdf(x, threshold, scale) for x >= threshold, and 0 for x < threshold. Failures as
@@ -491,6 +593,17 @@ ZUL_API void HalfNormalInvCdf(double* out, const double* in, std::size_t count, 
 /// The number of successes in a sample drawn without replacement. N: size of the population. M: successes in
 /// it. n: size of the sample. 0 <= M <= N and 0 <= n <= N. X takes the whole numbers from max(0, M - N + n)
 /// to min(M, n). A whole number is one within 1e-12 of its size.
+///
+/// | | |
+/// |---|---|
+/// | probability | @f$\binom{M}{x} \binom{N-M}{n-x} \Big/ \binom{N}{n}@f$ |
+/// | support | @f$x = \max(0, M-N+n), \ldots, \min(M, n)@f$ |
+/// | mean | @f$\frac{nM}{N}@f$ |
+/// | variance | @f$n\, \frac{M}{N} \left(1 - \frac{M}{N}\right) \frac{N-n}{N-1}@f$ |
+/// | mode | @f$\left\lfloor \frac{(n+1)(M+1)}{N+2} \right\rfloor@f$, and the number below it where the quotient is whole |
+///
+/// @see HypergeometricPValue(), ISampler::SampleHypergeometric(), IContingencyTable::GetFisher(),
+/// @ref two_proportions, @ref binomial
 /// @{
 
 /// The probability P(X = x) = C(M, x) C(N - M, n - x) / C(N, n) with the binomial coefficients C; relative
@@ -543,6 +656,16 @@ ZUL_API void HypergeometricInvCdf(double* out, const double* in, std::size_t cou
 /// @ingroup distributions
 /// The whole numbers from a to b with equal probabilities, a <= b. "Whole" allows a relative error of
 /// 1e-12.
+///
+/// | | |
+/// |---|---|
+/// | probability | @f$\frac{1}{b-a+1}@f$ |
+/// | support | @f$x = a, a+1, \ldots, b@f$ |
+/// | mean | @f$\frac{a+b}{2}@f$ |
+/// | variance | @f$\frac{(b-a+1)^2 - 1}{12}@f$ |
+/// | mode | none: all are equally probable |
+///
+/// @see ISampler::SampleIntegerUniform(), @ref uniform, @ref discrete
 /// @{
 
 /// The probability 1 / (b - a + 1) of a whole x from a to b; other x give 0.
@@ -585,6 +708,17 @@ ZUL_API void IntegerUniformInvCdf(double* out, const double* in, std::size_t cou
 /// 1e-12 is the logistic distribution; lambda within 1e-12 of 1 or 2 is uniform.
 /// Source: J. W. Tukey, The practical relationship between the common transformations of percentages or
 /// fractions and of amounts, 1960.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale, @f$\lambda@f$ lambda |
+/// | quantile | @f$\mu + \sigma\, \frac{p^\lambda - (1-p)^\lambda}{\lambda}@f$ |
+/// | support | @f$\lvert x - \mu \rvert \le \sigma / \lambda@f$ for lambda > 0, else every x |
+/// | mean | @f$\mu@f$ for lambda > -1 |
+/// | variance | @f$\frac{2\sigma^2}{\lambda^2} \left(\frac{1}{2\lambda+1} - \frac{\Gamma(\lambda+1)^2}{\Gamma(2\lambda+2)}\right)@f$ for lambda > -1/2; @f$\pi^2 \sigma^2 / 3@f$ for lambda = 0 |
+/// | mode | @f$\mu@f$ for lambda < 1 and lambda > 2; both ends of the support for 1 < lambda < 2 |
+///
+/// @see ISampler::SampleLambda(), @ref logistic, @ref uniform
 /// @{
 
 /// The density 1 / (u^(lambda - 1) + (1 - u)^(lambda - 1)) / scale with u = LambdaCdf(x, ..., false).
@@ -640,6 +774,17 @@ ZUL_API void LambdaInvCdf(double* out, const double* in, std::size_t count, doub
 /// @defgroup laplace Laplace distribution
 /// @ingroup distributions
 /// location: the median; scale: the mean of |X - location|, scale > 0. z = (x - location) / scale.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale |
+/// | density | @f$\frac{1}{2\sigma} e^{-\lvert x-\mu \rvert / \sigma}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\mu@f$ |
+/// | variance | @f$2\sigma^2@f$ |
+/// | mode | @f$\mu@f$ |
+///
+/// @see ISampler::SampleLaplace(), @ref exponential
 /// @{
 
 /// The density exp(-|z|) / (2 scale); 0 for |z| > 709.78.
@@ -679,6 +824,18 @@ ZUL_API void LaplaceInvCdf(double* out, const double* in, std::size_t count, dou
 /// @defgroup largest_extreme_value Largest extreme value distribution
 /// @ingroup distributions
 /// The Gumbel distribution of maxima. location: the mode; scale > 0. e = exp(-(x - location) / scale).
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale |
+/// | density | @f$\frac{1}{\sigma} e^{-z - e^{-z}}, \quad z = \frac{x-\mu}{\sigma}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\mu + \gamma\sigma@f$, @f$\gamma = 0.5772\ldots@f$ |
+/// | variance | @f$\pi^2 \sigma^2 / 6@f$ |
+/// | mode | @f$\mu@f$ |
+///
+/// @see ISampler::SampleLargestExtremeValue(), v2::FitLargestExtremeValue(),
+/// v2::RunKelLargestExtremeValuePPlot(), @ref smallest_extreme_value
 /// @{
 
 /// The density e exp(-e) / scale; 0 where e overflows.
@@ -720,6 +877,17 @@ ZUL_API void LargestExtremeValueInvCdf(double* out, const double* in, std::size_
 /// @ingroup distributions
 /// location: the mean; scale: the standard deviation times sqrt(3) / pi, scale > 0. e = exp(-(x - location)
 /// / scale).
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale |
+/// | density | @f$\frac{e^{-z}}{\sigma (1 + e^{-z})^2}, \quad z = \frac{x-\mu}{\sigma}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\mu@f$ |
+/// | variance | @f$\pi^2 \sigma^2 / 3@f$ |
+/// | mode | @f$\mu@f$ |
+///
+/// @see ISampler::SampleLogistic(), v2::FitLogistic(), v2::RunKelLogisticPPlot(), @ref log_logistic
 /// @{
 
 /// The density 1 / (1/e + 2 + e) / scale; 0 where an exponential overflows.
@@ -760,6 +928,18 @@ ZUL_API void LogisticInvCdf(double* out, const double* in, std::size_t count, do
 /// @ingroup distributions
 /// log(X - threshold) is logistic with this location and scale, scale > 0; threshold: where the
 /// distribution begins.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{e^{-z}}{\sigma (x-\tau) (1 + e^{-z})^2}, \quad z = \frac{\ln(x-\tau)-\mu}{\sigma}@f$ |
+/// | support | @f$x > \tau@f$ |
+/// | mean | @f$\tau + e^\mu \frac{\pi\sigma}{\sin \pi\sigma}@f$ for scale < 1 |
+/// | variance | @f$e^{2\mu} \left(\frac{2\pi\sigma}{\sin 2\pi\sigma} - \left(\frac{\pi\sigma}{\sin \pi\sigma}\right)^2\right)@f$ for scale < 1/2 |
+/// | mode | @f$\tau + e^\mu \left(\frac{1-\sigma}{1+\sigma}\right)^\sigma@f$ for scale < 1, else the threshold |
+///
+/// @see ISampler::SampleLogLogistic(), v2::FitLogLogistic(), v2::FitLogLogistic3(),
+/// v2::RunKelLogLogisticPPlot(), @ref logistic
 /// @{
 
 /// The density LogisticPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else
@@ -800,6 +980,18 @@ ZUL_API void LogLogisticInvCdf(double* out, const double* in, std::size_t count,
 /// @ingroup distributions
 /// log(X - threshold) is normal; location, scale: the mean and the standard deviation of that logarithm,
 /// scale > 0; threshold: where the distribution begins.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{1}{\sqrt{2\pi}\, \sigma (x-\tau)} e^{-z^2/2}, \quad z = \frac{\ln(x-\tau)-\mu}{\sigma}@f$ |
+/// | support | @f$x > \tau@f$ |
+/// | mean | @f$\tau + e^{\mu + \sigma^2/2}@f$ |
+/// | variance | @f$(e^{\sigma^2} - 1)\, e^{2\mu + \sigma^2}@f$ |
+/// | mode | @f$\tau + e^{\mu - \sigma^2}@f$ |
+///
+/// @see ISampler::SampleLognormal(), v2::FitLogNormal(), v2::FitLogNormal3(), v2::RunKelLogNormalPPlot(),
+/// @ref normal
 /// @{
 
 /// The density NormalPdf(log(x - threshold), location, scale) / (x - threshold) for x > threshold, else 0.
@@ -840,6 +1032,18 @@ ZUL_API void LogNormalInvCdf(double* out, const double* in, std::size_t count, d
 /// @ingroup distributions
 /// The number of trials up to and including the r-th success: r, r + 1, ... (not the number of failures).
 /// prob: the probability of success of a trial, 0 < prob <= 1. r: successes, a whole number of 1 or more.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$p@f$ prob |
+/// | probability | @f$\binom{x-1}{r-1} p^r (1-p)^{x-r}@f$ |
+/// | support | @f$x = r, r+1, \ldots@f$ |
+/// | mean | @f$r/p@f$ |
+/// | variance | @f$r(1-p)/p^2@f$ |
+/// | mode | @f$1 + \lfloor (r-1)/p \rfloor@f$, and the number below it where @f$(r-1)/p@f$ is whole and r > 1 |
+///
+/// @see ISampler::SampleNegBinomialTrials(), ISampler::SampleNegBinomial(), which counts the failures,
+/// @ref geometric, @ref binomial
 /// @{
 
 /// The probability P(X = x) = C(x - 1, r - 1) prob^r (1 - prob)^(x - r) with the binomial coefficient C;
@@ -890,6 +1094,19 @@ ZUL_API void NegBinomialInvCdf(double* out, const double* in, std::size_t count,
 /// @defgroup normal Normal distribution
 /// @ingroup distributions
 /// mean, sd: mean and standard deviation (not the variance), sd > 0.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ mean, @f$\sigma@f$ sd |
+/// | density | @f$\frac{1}{\sqrt{2\pi}\, \sigma} e^{-(x-\mu)^2 / 2\sigma^2}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\mu@f$ |
+/// | variance | @f$\sigma^2@f$ |
+/// | mode | @f$\mu@f$ |
+///
+/// @see NormalPValue(), NormalCritValue(), ISampler::SampleNormal(), ISampler::SampleMVNormal(),
+/// v2::FitNormal(), v2::RunKelNormalPPlot(), v1::RunKelNormalADTest(), @ref log_normal, @ref half_normal,
+/// @ref t
 /// @{
 
 /// The density exp(-z^2 / 2) / (sqrt(2 pi) sd) with z = (x - mean) / sd; relative error about z^2 roundings.
@@ -937,6 +1154,17 @@ ZUL_API void NormalInvCdf(double* out, const double* in, std::size_t count, doub
 /// @defgroup poisson Poisson distribution
 /// @ingroup distributions
 /// mean: the expected number, 0 < mean <= 94906265. A whole number is one within 1e-12 of its size.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ mean |
+/// | probability | @f$\frac{\mu^x e^{-\mu}}{x!}@f$ |
+/// | support | @f$x = 0, 1, \ldots@f$ |
+/// | mean | @f$\mu@f$ |
+/// | variance | @f$\mu@f$ |
+/// | mode | @f$\lfloor \mu \rfloor@f$, and the number below it where the mean is whole |
+///
+/// @see ISampler::SamplePoisson(), @ref gamma, @ref binomial
 /// @{
 
 /// The probability P(X = x) = mean^x exp(-mean) / x!; relative error a few roundings of its logarithm.
@@ -985,6 +1213,18 @@ ZUL_API void PoissonInvCdf(double* out, const double* in, std::size_t count, dou
 /// @ingroup distributions
 /// The Gumbel distribution of minima: -X has the largest extreme value distribution with the location
 /// negated. location: the mode; scale > 0. e = exp((x - location) / scale).
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\mu@f$ location, @f$\sigma@f$ scale |
+/// | density | @f$\frac{1}{\sigma} e^{z - e^z}, \quad z = \frac{x-\mu}{\sigma}@f$ |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\mu - \gamma\sigma@f$, @f$\gamma = 0.5772\ldots@f$ |
+/// | variance | @f$\pi^2 \sigma^2 / 6@f$ |
+/// | mode | @f$\mu@f$ |
+///
+/// @see ISampler::SampleSmallestExtremeValue(), v2::FitSmallestExtremeValue(),
+/// v2::RunKelSmallestExtremeValuePPlot(), @ref largest_extreme_value, @ref weibull, whose logarithm it is
 /// @{
 
 /// The density e exp(-e) / scale; 0 where e overflows.
@@ -1030,6 +1270,18 @@ ZUL_API void SmallestExtremeValueInvCdf(double* out, const double* in, std::size
 /// df: degrees of freedom, df > 0; the central tails and quantiles take infinity too, the normal
 /// distribution. noncentrality: the mean of the normal numerator; 0 is the central distribution. With a
 /// noncentrality d: df/2 + d^2/2 + 4.3656 |d| <= 94906265.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$\nu@f$ df, @f$\delta@f$ noncentrality |
+/// | density | @f$\frac{\Gamma((\nu+1)/2)}{\sqrt{\nu\pi}\, \Gamma(\nu/2)} \left(1 + \frac{x^2}{\nu}\right)^{-(\nu+1)/2}@f$, central |
+/// | support | @f$-\infty < x < \infty@f$ |
+/// | mean | @f$\delta \sqrt{\frac{\nu}{2}}\, \frac{\Gamma((\nu-1)/2)}{\Gamma(\nu/2)}@f$ for df > 1 |
+/// | variance | @f$\frac{\nu (1 + \delta^2)}{\nu - 2} - \text{mean}^2@f$ for df > 2 |
+/// | mode | 0, central |
+///
+/// @see TPValue(), TCritValue(), TSidakCritValue(), ISampler::SampleT(), @ref one_sample_t,
+/// @ref two_sample_t, @ref normal, @ref cauchy
 /// @{
 
 /// The density. For noncentrality 0 or x = 0: gamma((df + 1)/2) / (gamma(df/2) sqrt(df pi)) (1 +
@@ -1091,6 +1343,17 @@ ZUL_API void TInvCdf(double* out, const double* in, std::size_t count, double df
 /// @ingroup distributions
 /// The density is a triangle over [lower, upper] with its peak at mode, lower <= mode <= upper, lower <
 /// upper.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$a@f$ lower, @f$c@f$ mode, @f$b@f$ upper |
+/// | density | @f$\frac{2(x-a)}{(c-a)(b-a)}@f$ up to the mode, @f$\frac{2(b-x)}{(b-c)(b-a)}@f$ above it |
+/// | support | @f$a \le x \le b@f$ |
+/// | mean | @f$\frac{a+b+c}{3}@f$ |
+/// | variance | @f$\frac{a^2+b^2+c^2-ab-ac-bc}{18}@f$ |
+/// | mode | @f$c@f$ |
+///
+/// @see ISampler::SampleTriangular(), @ref uniform
 /// @{
 
 /// The density 2 (x - lower) / ((mode - lower) (upper - lower)) up to the mode, 2 (upper - x) / ((upper -
@@ -1138,6 +1401,16 @@ ZUL_API void TriangularInvCdf(double* out, const double* in, std::size_t count, 
 /// The interval [a, b], a < b. These functions run without the floating-point frame, in the mode of the
 /// caller: in the default mode nothing is thrown, a NaN x gives 0 as a density and NaN as a tail, a NaN p
 /// gives NaN, a division by zero is infinite or NaN, and 1.23456e30 is a number like any other.
+///
+/// | | |
+/// |---|---|
+/// | density | @f$\frac{1}{b-a}@f$ |
+/// | support | @f$a \le x \le b@f$ |
+/// | mean | @f$\frac{a+b}{2}@f$ |
+/// | variance | @f$\frac{(b-a)^2}{12}@f$ |
+/// | mode | none: the density is the same everywhere |
+///
+/// @see ISampler::SampleUniform(), @ref integer_uniform, @ref triangular, @ref beta
 /// @{
 
 /// The density 1 / (b - a) for a <= x <= b, else 0.
@@ -1169,6 +1442,18 @@ ZUL_API void UniformInvCdf(double* out, const double* in, std::size_t count, dou
 /// @ingroup distributions
 /// shape > 0; scale: the 63.2 % quantile of X - threshold, scale > 0; threshold: where the distribution
 /// begins. z = (x - threshold) / scale.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$k@f$ shape, @f$\beta@f$ scale, @f$\tau@f$ threshold |
+/// | density | @f$\frac{k}{\beta} z^{k-1} e^{-z^k}, \quad z = \frac{x-\tau}{\beta}@f$ |
+/// | support | @f$x > \tau@f$ |
+/// | mean | @f$\tau + \beta\, \Gamma(1 + 1/k)@f$ |
+/// | variance | @f$\beta^2 \left(\Gamma(1 + 2/k) - \Gamma(1 + 1/k)^2\right)@f$ |
+/// | mode | @f$\tau + \beta \left(1 - 1/k\right)^{1/k}@f$ for shape > 1, else the threshold |
+///
+/// @see ISampler::SampleWeibull(), v2::FitWeibull(), v2::FitWeibull3(), v2::RunKelWeibullPPlot(),
+/// v0::RunKelWeibullADTest(), @ref exponential, @ref smallest_extreme_value
 /// @{
 
 /// The density z^(shape - 1) exp(-z^shape) shape / scale for x > threshold, else 0, also at the threshold
@@ -1220,6 +1505,17 @@ ZUL_API void WeibullInvCdf(double* out, const double* in, std::size_t count, dou
 /// These functions run without the floating-point frame, in the mode of the caller, and 1.23456e30 is a
 /// number like any other. Each call builds a sorted copy of the table, an array call once: std::bad_alloc
 /// when there is no memory.
+///
+/// | | |
+/// |---|---|
+/// | symbols | @f$v_i@f$ the values, @f$p_i@f$ their probabilities |
+/// | probability | @f$p_i@f$ at @f$x = v_i@f$ |
+/// | support | the values |
+/// | mean | @f$\sum p_i v_i@f$ |
+/// | variance | @f$\sum p_i (v_i - \text{mean})^2@f$ |
+/// | mode | the value with the largest probability |
+///
+/// @see ISampler::SampleDiscrete(), @ref integer_uniform
 /// @{
 
 /// The probability of x: that of the value equal to x, and 0 when there is none.

@@ -175,6 +175,12 @@ struct ZUL_API OneVariance {
 
 /// @defgroup one_sample_t One-sample t test
 /// @ingroup hypothesis
+/// Is the mean of a population mu0? From a sample whose standard deviation s stands for the unknown one; for
+/// normal values, or many.
+///
+/// @f[t = \frac{\bar x - \mu_0}{s / \sqrt n}, \qquad \bar x \pm q\, \frac{s}{\sqrt n}, \qquad \text{df} = n - 1@f]
+///
+/// @see @ref one_sample_z, @ref paired_t, @ref wilcoxon, @ref sign_test
 /// @{
 
 /// Confidence bounds of a mean, mean -+ q s / sqrt(n) with the t quantile q at n - 1 degrees of freedom, and
@@ -206,6 +212,12 @@ ZUL_API int RunOneSampleT(OneSampleT* record, double confidence, IntervalType ty
 
 /// @defgroup one_sample_z One-sample z test
 /// @ingroup hypothesis
+/// Is the mean of a population mu0, where the standard deviation sigma of a value is known? With that of the
+/// sample take @ref one_sample_t.
+///
+/// @f[z = \frac{\bar x - \mu_0}{\sigma / \sqrt n}, \qquad \bar x \pm q\, \frac{\sigma}{\sqrt n}@f]
+///
+/// @see @ref one_sample_t, NormalPValue()
 /// @{
 
 /// Confidence bounds of a normal mean, mean -+ q sigma / sqrt(n) with the standard normal quantile q, and the
@@ -236,6 +248,12 @@ ZUL_API int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, I
 
 /// @defgroup paired_t Paired t test
 /// @ingroup hypothesis
+/// Is the mean difference of two values of the same subject difference0? The one-sample t test of the
+/// differences d.
+///
+/// @f[t = \frac{\bar d - d_0}{s_d / \sqrt n}, \qquad \bar d \pm q\, \frac{s_d}{\sqrt n}, \qquad \text{df} = n - 1@f]
+///
+/// @see @ref two_sample_t for independent samples, @ref wilcoxon, @ref sign_test
 /// @{
 
 /// Confidence bounds of the mean difference of pairs and the test of the hypothesis that it is difference0: the
@@ -269,6 +287,12 @@ ZUL_API int RunPairedT(PairedT* record, double confidence, IntervalType type);
 
 /// @defgroup two_sample_t Two-sample t test
 /// @ingroup hypothesis
+/// Is the difference of the means of two independent samples difference0? With the pooled standard deviation
+/// of equal variances, or by Welch's test without that assumption, whose degrees of freedom are rounded down.
+///
+/// @f[t = \frac{\bar x_1 - \bar x_2 - d_0}{\text{se}}, \qquad \text{se}^2 = s_p^2 \left(\frac{1}{n_1} + \frac{1}{n_2}\right) \text{ or } \frac{s_1^2}{n_1} + \frac{s_2^2}{n_2}@f]
+///
+/// @see @ref paired_t, @ref mann_whitney, @ref variances, @ref multiple_comparison for more than two groups
 /// @{
 
 /// Confidence bounds of the difference of two means, difference -+ q se with the t quantile q, and the test of
@@ -407,6 +431,10 @@ ZUL_API int RunOneProportionMidP(OneProportion* record, AlternativeHypothesis al
 
 /// @defgroup one_proportion One proportion
 /// @ingroup hypothesis
+/// Is the probability of an event p0, after x events in n trials? Bounds and test in one call, normal or
+/// exact; the methods behind it, and others, are @ref one_proportion_methods.
+///
+/// @see @ref binomial, BinomialPValue(), @ref two_proportions
 /// @{
 
 /// The sample proportion, its bounds and the test of the hypothesis that the proportion is p0. From data.
@@ -464,6 +492,12 @@ ZUL_API int RunKelOneProportion(OneProportion* record, bool normal, double confi
 
 /// @defgroup two_proportions Two proportions
 /// @ingroup hypothesis
+/// Do the probabilities of an event in two populations differ, by difference0? The normal test, Fisher's
+/// exact test, and bounds of the difference.
+///
+/// @f[z = \frac{\hat p_1 - \hat p_2 - d_0}{\text{se}}, \qquad \text{se}^2 = \hat p (1 - \hat p) \left(\frac{1}{n_1} + \frac{1}{n_2}\right) \text{ or } \frac{\hat p_1 (1 - \hat p_1)}{n_1} + \frac{\hat p_2 (1 - \hat p_2)}{n_2}@f]
+///
+/// @see HypergeometricPValue(), IContingencyTable::GetFisher(), IContingencyTable::GetRisk() for ratios
 /// @{
 
 /// The proportions, the bounds of their difference and the tests of the hypothesis that it is difference0:
@@ -523,6 +557,12 @@ ZUL_API int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, d
 
 /// @defgroup one_variance One variance
 /// @ingroup hypothesis
+/// Is the variance of a population variance0? By the chi-square distribution, for normal values, and by
+/// Bonett's method, for others.
+///
+/// @f[\chi^2 = \frac{(n-1)\, s^2}{\sigma_0^2}, \qquad \text{df} = n - 1@f]
+///
+/// @see @ref chi_square, @ref variances for two and more samples
 /// @{
 
 /// Confidence bounds of a variance and the test of the hypothesis that it is variance0, by two methods. From
@@ -579,9 +619,13 @@ ZUL_API double GetKelCorrelationPValue(double r, unsigned n);
 
 /// @defgroup anderson_darling Anderson-Darling tests
 /// @ingroup hypothesis
-/// A^2 = -n - sum((2 i - 1) log(F(x_i)) + (2 n + 1 - 2 i) log(1 - F(x_i))) / n of ascending values, and its
-/// p-value for parameters that were estimated from them. A value where F is 0 or 1 makes A^2 infinite or NaN,
-/// NaN among the values make it NaN; the p-value of a NaN is NaN with status 0.
+/// Do the values come from a distribution of this family? A^2 of ascending values, with the distribution function F,
+/// and its p-value for parameters that were estimated from them.
+///
+/// @f[A^2 = -n - \frac{1}{n} \sum_{i=1}^{n} \left((2i - 1) \ln F(x_i) + (2n + 1 - 2i) \ln (1 - F(x_i))\right)@f]
+///
+/// A value where F is 0 or 1 makes A^2 infinite or NaN, NaN among the values make it NaN; the p-value of a NaN is NaN
+/// with status 0.
 /// Source: R. B. D'Agostino and M. A. Stephens, Goodness-of-fit techniques, 1986, chapter 4.
 /// @{
 
@@ -640,6 +684,8 @@ ZUL_API int RunKelLogNormalADTest(const double* data, const double* parameters, 
 
 /// @defgroup runs Runs tests
 /// @ingroup hypothesis
+/// Do values above and below K follow each other at random? By the number of runs, sequences of values on one
+/// side.
 /// @{
 
 /// Runs test for randomness.

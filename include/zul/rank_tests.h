@@ -137,6 +137,10 @@ struct ZUL_API Friedman {
 
 /// @defgroup sign_test Sign test
 /// @ingroup rank_tests
+/// Is the median of a population median0? For any continuous distribution, by the signs of x - median0.
+///
+/// @see @ref wilcoxon, which a symmetric distribution makes sharper; @ref binomial,
+/// v1::RunKelBoxplotHelper()
 /// @{
 
 /// Confidence bounds of a median, and the test of the hypothesis that it is median0, by the number of values above it
@@ -167,6 +171,12 @@ ZUL_API int RunSignTest(SignTest* record, const double* data, double confidence,
 
 /// @defgroup wilcoxon Wilcoxon signed rank test
 /// @ingroup rank_tests
+/// Is the centre of a symmetric distribution median0? Of paired data, whose differences are the sample: does
+/// the second value differ from the first?
+///
+/// @f[W = \sum_{x_i > m_0} \operatorname{rank} \lvert x_i - m_0 \rvert@f]
+///
+/// @see @ref sign_test, @ref paired_t, @ref mann_whitney for independent samples
 /// @{
 
 /// Estimate and confidence bounds of the centre of a symmetric distribution, and the test of the hypothesis that it is
@@ -199,6 +209,12 @@ ZUL_API int RunWilcoxon(Wilcoxon* record, const double* data, bool normal, doubl
 
 /// @defgroup mann_whitney Mann-Whitney test
 /// @ingroup rank_tests
+/// Are the values of one sample larger than those of another, by a shift? Also called the Wilcoxon rank sum
+/// test, or U test.
+///
+/// @f[U = \sum_{i=1}^{n_1} \operatorname{rank} x_i - \frac{n_1 (n_1 + 1)}{2}@f]
+///
+/// @see @ref wilcoxon for pairs, @ref two_sample_t, @ref kruskal_wallis for more than two samples
 /// @{
 
 /// Estimate and confidence bounds of the shift between two samples, and the test of the hypothesis that there is none,
@@ -230,6 +246,11 @@ ZUL_API int RunMannWhitney(MannWhitney* record, const double* sample1, const dou
 
 /// @defgroup kruskal_wallis Kruskal-Wallis test
 /// @ingroup rank_tests
+/// Do several independent groups come from one distribution? The analysis of variance of their ranks.
+///
+/// @f[H = \frac{12}{N (N+1)} \sum_i n_i \left(\bar R_i - \frac{N+1}{2}\right)^2@f]
+///
+/// @see @ref mann_whitney, @ref mood_median, @ref friedman for blocks, @ref chi_square
 /// @{
 
 /// The test of the hypothesis that all groups come from one distribution, by h = 12 / (N (N + 1)) times the sum of
@@ -251,6 +272,10 @@ ZUL_API int RunKruskalWallis(KruskalWallis* record, const double* data, const un
 
 /// @defgroup mood_median Mood's median test
 /// @ingroup rank_tests
+/// Do several independent groups have one median? By a table of counts on either side of it: outliers count
+/// no more than other values.
+///
+/// @see @ref kruskal_wallis, which is sharper without outliers; @ref contingency
 /// @{
 
 /// The test of the hypothesis that all groups have one median, by Pearson's chi-square of the counts of values up to
@@ -272,6 +297,12 @@ ZUL_API int RunMoodMedian(MoodMedian* record, const double* data, const unsigned
 
 /// @defgroup friedman Friedman's test
 /// @ingroup rank_tests
+/// Do several treatments differ, each applied once within every block? The analysis of variance of the ranks
+/// within blocks.
+///
+/// @f[S = \frac{12}{b k (k+1)} \sum_j \left(R_j - \frac{b (k+1)}{2}\right)^2@f]
+///
+/// @see @ref kruskal_wallis for independent groups, @ref wilcoxon for two treatments, @ref chi_square
 /// @{
 
 /// The test of the hypothesis that treatments do not differ, by their ranks within b blocks: s = 12 / (b k (k + 1))

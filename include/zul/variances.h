@@ -7,8 +7,8 @@
 
 /// @defgroup variances Two and several variances
 /// @ingroup hypothesis
-/// Are the variances of two samples, or of several, the same? With normal values by F and Bartlett's test, without by
-/// Bonett's and Levene's.
+/// Are the variances of two samples, or of several, the same? With normal values by the F test and
+/// Bartlett's, without by Bonett's and Levene's.
 ///
 /// | status | meaning |
 /// |---|---|

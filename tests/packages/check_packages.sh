@@ -21,9 +21,13 @@ if [[ $system == windows ]]; then
     export WINEPATH="$work/archive/bin;${threads%/*}"
 fi
 
+# Of the manual, whose files are Doxygen's affair, those that are ours; ./dev docs looks at the rest.
+without_manual() { awk '!/\/html\// || /\/html\/(index\.html|search\/index\.js|(formulas\/|search\/)?copyright)$/'; }
+
 # Mode, path and target of each file and link of a tar archive.
 files() {
-    tar --list --verbose | awk '!/^d/ { $2 = $3 = $4 = $5 = ""; print }' | tr --squeeze-repeats ' ' | sort --key=2
+    tar --list --verbose | awk '!/^d/ { $2 = $3 = $4 = $5 = ""; print }' | tr --squeeze-repeats ' ' | sort --key=2 |
+        without_manual
 }
 
 # Of the packages of the system the names alone: their versions are those of the machine that built.
@@ -45,7 +49,18 @@ contents_linux() {
     done
 }
 
-contents_windows() { unzip -Z1 ./*.zip | grep -v '/$' | sort; }
+contents_windows() { unzip -Z1 ./*.zip | grep -v '/$' | sort | without_manual; }
+
+# Local links of the documents under a folder lead to files there.
+check_links() {
+    local document target dead=""
+    while IFS= read -r document; do
+        while IFS= read -r target; do
+            [[ $target == *:* || -e $(dirname "$document")/${target%%#*} ]] || dead+="$document: $target"$'\n'
+        done < <(grep -o ']([^)]*)' "$document" | sed 's/^](//; s/)$//')
+    done < <(find "$1" -name '*.md')
+    [[ -z $dead ]] || { printf 'dead links:\n%s' "$dead" && exit 1; }
+}
 
 # Through a file: what wine leaves running would hold a pipe open.
 show() {
@@ -98,4 +113,5 @@ else
     consume debian "$work/debian/usr"
     consume_sources
 fi
+check_links "$work"
 consume archive "$work/archive"
