@@ -21,7 +21,8 @@ namespace {
 // So many points at a time, sorted in memory that stays near.
 inline constexpr int kBetaPoints = 512;
 
-enum BetaBranch { LowerBranch, UpperBranch, SmallShapeBranch, kBetaBranches };
+enum BetaBranch { LowerBranch, UpperBranch, SmallShapeBranch };
+inline constexpr int kBetaBranches = 3;
 
 // Points in the order of their branches, each of which begins at a whole flight and ends with copies of its last
 // point.
