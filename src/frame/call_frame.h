@@ -25,7 +25,7 @@
 #include <type_traits>
 
 #include "frame/in_blocks.h"
-#include "frame/kept_kernel.h"
+#include "frame/kept/kept_kernel.h"
 #include "frame/platform.h"
 
 namespace zul::frame {

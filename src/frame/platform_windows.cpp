@@ -129,7 +129,9 @@ private:
             if (kept->thread != thread && !kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
             kept->isUsed = true;
             kept->thread = thread;
-            kept->record = ThreadRecord{.blocks = kept->record.blocks};
+            KeptBlocks* const blocks = kept->record.blocks;
+            kept->record = ThreadRecord();
+            kept->record.blocks = blocks;
             return &kept->record;
         }
         void* const memory = HeapAlloc(GetProcessHeap(), 0, sizeof(KeptRecord));
