@@ -59,11 +59,11 @@ struct HalfNormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE HalfNormalInvCdfText FunctionOf(const HalfNormalInvCdfKernel& at) {
+ZUL_INLINE HalfNormalInvCdfText FunctionOf(HalfNormalInvCdfKernel& at) {
     return {{false}, at.scale, at.threshold};
 }
 
-ZUL_INLINE HalfNormalInvCdfText FunctionOf(const EitherTail<HalfNormalInvCdfKernel>& at) {
+ZUL_INLINE HalfNormalInvCdfText FunctionOf(EitherTail<HalfNormalInvCdfKernel>& at) {
     return {{at.IsUpper()}, at.Inverse().scale, at.Inverse().threshold};
 }
 

@@ -60,11 +60,11 @@ struct LogNormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE LogNormalInvCdfText FunctionOf(const LogNormalInvCdfKernel& at) {
+ZUL_INLINE LogNormalInvCdfText FunctionOf(LogNormalInvCdfKernel& at) {
     return {{false}, at.location, at.scale, at.threshold};
 }
 
-ZUL_INLINE LogNormalInvCdfText FunctionOf(const EitherTail<LogNormalInvCdfKernel>& at) {
+ZUL_INLINE LogNormalInvCdfText FunctionOf(EitherTail<LogNormalInvCdfKernel>& at) {
     return {{at.IsUpper()}, at.Inverse().location, at.Inverse().scale, at.Inverse().threshold};
 }
 

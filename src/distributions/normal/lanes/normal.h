@@ -75,11 +75,11 @@ struct NormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE NormalInvCdfText FunctionOf(const NormalInvCdfKernel& at) {
+ZUL_INLINE NormalInvCdfText FunctionOf(NormalInvCdfKernel& at) {
     return {{false}, at.mean, at.sd};
 }
 
-ZUL_INLINE NormalInvCdfText FunctionOf(const EitherTail<NormalInvCdfKernel>& at) {
+ZUL_INLINE NormalInvCdfText FunctionOf(EitherTail<NormalInvCdfKernel>& at) {
     return {{at.IsUpper()}, at.Inverse().mean, at.Inverse().sd};
 }
 
