@@ -105,27 +105,12 @@ double FirstAnswer(double p, const GammaShape& shape) {
     return ErrorState().Failed() ? kNA : z;
 }
 
-double AnswerAtUpperTail(double q, const GammaShape& shape) {
-    double z = 0;
-    numerics::gamma_upper_quant(q, shape, &z);
-    return ErrorState().Failed() ? kNA : z;
-}
-
 }  // namespace
 
-void FindStandardQuantiles(const GammaShape& shape, bool upper, double* p, double* z, std::size_t n) {
-    constexpr double kNothingToVerify = -1;
+void FindStandardQuantiles(const GammaShape& shape, double* z, const double* p, std::size_t n) {
     const frame::NumericErrorState state = ErrorState();
     for (std::size_t i = 0; i < n; ++i) {
-        const bool isDirect = upper && std::isgreater(p[i], 0.0) && std::isless(p[i], 0.5);
-        if (isDirect) {
-            z[i] = AnswerAtUpperTail(p[i], shape);
-            p[i] = kNothingToVerify;
-            continue;
-        }
-        if (upper) p[i] = LowerTailOf(p[i]);
         const bool isInside = std::isgreater(p[i], 0.0) && std::isless(p[i], 1.0);
-        if (!isInside) p[i] = 1;
         z[i] = isInside ? FirstAnswer(p[i], shape) : kNA;
     }
     ErrorState() = state;
@@ -136,8 +121,10 @@ GammaTailInLanes GammaInvCdfKernel::InLanes() const {
 }
 
 double GammaInvCdfKernel::AtUpperTail(double q) const {
-    const double z = AnswerAtUpperTail(q, shape_);
-    return z == kNA || z == 0 ? z : z * scale_ + threshold_;
+    double z = 0;
+    numerics::gamma_upper_quant(q, shape_, &z);
+    if (ErrorState().Failed()) return kNA;
+    return z == 0 ? 0 : z * scale_ + threshold_;
 }
 
 double GammaInvCdfKernel::Standard(double p) const {

@@ -93,11 +93,9 @@ private:
     double threshold_;
 };
 
-// Quantiles of the standard gamma distribution before they are verified. Each p, of the lower tail or the upper one,
-// becomes the lower tail to verify the quantile by, below 0 for none; the quantile is NA outside 0 < p < 1, where the
-// tail is some number, and where it is not found. The error state stays as it is.
-void FindStandardQuantiles(const numerics::GammaShape& shape, bool upper, double* p, double* z,
-                           std::size_t n);
+// The quantiles of the standard gamma distribution at n lower tails before they are verified; NA outside 0 < p < 1 and
+// where none is found. The error state stays as it is.
+void FindStandardQuantiles(const numerics::GammaShape& shape, double* z, const double* p, std::size_t n);
 
 // The lower tail of the standard gamma distribution at t minus p; the shape has to outlive it.
 class CmGammaCdf : public CmInversion {

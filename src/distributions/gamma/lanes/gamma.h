@@ -16,7 +16,7 @@ namespace {
 // The logarithm of the density for a shape above kFastLimit, at z >= kTinyArgument.
 template <class D>
 ZUL_INLINE D LogDensityOfLarge(const GammaDensityInLanes& at, D z) {
-    return numerics::LogDensityOf(at.larger, z, numerics::LogRatioOf(at.larger, z));
+    return numerics::gamma_lanes::LogDensityOf(at.larger, z, numerics::gamma_lanes::LogRatioOf(at.larger, z));
 }
 
 struct GammaPdfText : OfNumbers {
@@ -56,7 +56,7 @@ struct GammaTailText : OfNumbers {
             const auto ordinary = (NotOrdinary(x) >> 63) == 0;
             return (Select(ordinary, x, Splat<D>(at.threshold)) - at.threshold) / at.scale;
         };
-        return numerics::FillGammaTails<D>(at.shape, at.upper, out, in, n, argument);
+        return numerics::gamma_lanes::FillTails<D>(at.shape, at.upper, out, in, n, argument);
     }
 };
 

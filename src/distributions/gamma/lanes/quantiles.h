@@ -15,29 +15,33 @@
 namespace zul::kernels {
 namespace {
 
+// Quantiles by the upper tail, which are not verified, do not set the whole error state: they are left.
 struct GammaQuantileText : GammaTailText {
     const numerics::GammaShape& shape;
     bool byUpperTail;
 
+    bool Takes() const { return !byUpperTail && GammaTailText::Takes(); }
     template <class D>
     ZUL_INLINE bool FillBlock(double* out, const double* in, std::size_t n) const {
-        double p[numerics::kPairBlock];
-        double z[numerics::kPairBlock];
-        double tails[numerics::kPairBlock];
-        for (std::size_t i = 0; i < n; ++i)
-            p[i] = in[i];
-        FindStandardQuantiles(shape, byUpperTail, p, z, n);
-        numerics::FillGammaTails<D>(
-            at.shape, false, tails, z, n, [](D x) __attribute__((always_inline)) { return x; });
+        double z[numerics::gamma_lanes::kPairBlock];
+        double tails[numerics::gamma_lanes::kPairBlock];
+        FindStandardQuantiles(shape, z, in, n);
+        const auto itself = [](D x) __attribute__((always_inline)) {
+            return x;
+        };
+        numerics::gamma_lanes::FillTails<D>(at.shape, false, tails, z, n, itself);
         bool all = true;
         for (std::size_t i = 0; i < n; ++i) {
-            const double distance = tails[i] > p[i] ? tails[i] - p[i] : p[i] - tails[i];
-            const bool isVerified =
-                (tails[i] != frame::kNA) & ((p[i] < 0) | (distance <= p[i] * kGoodQuantile));
+            const bool isVerified = tails[i] != frame::kNA && IsClose(tails[i], in[i]);
             out[i] = isVerified ? z[i] * at.scale + at.threshold : frame::kNA;
             all &= isVerified;
         }
         return all;
+    }
+
+private:
+    static bool IsClose(double tail, double p) {
+        return (tail > p ? tail - p : p - tail) <= p * kGoodQuantile;
     }
 };
 

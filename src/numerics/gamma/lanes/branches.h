@@ -9,7 +9,7 @@
 #include "numerics/gamma/lanes/pair_constants.h"
 #include "numerics/limits.h"
 
-namespace zul::numerics {
+namespace zul::numerics::gamma_lanes {
 namespace {
 
 // 1 / (n + a), n = 1, 2, ..., as the divisions of the series need them.
@@ -208,4 +208,4 @@ ZUL_INLINE void SmallUpperTails(const GammaPairConstants& g, Group<D>* group) {
 }
 
 }  // namespace
-}  // namespace zul::numerics
+}  // namespace zul::numerics::gamma_lanes

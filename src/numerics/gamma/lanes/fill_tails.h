@@ -13,7 +13,7 @@
 #include "numerics/gamma/lanes/pair_constants.h"
 #include "numerics/gamma/lanes/sorted_arguments.h"
 
-namespace zul::numerics {
+namespace zul::numerics::gamma_lanes {
 namespace {
 
 // The tails of one branch, into the places of its arguments; those that are bad are missing. False: some are.
@@ -62,8 +62,8 @@ ZUL_INLINE void FindPlaces(const GammaPairConstants& g, const double* in, std::s
 // out: the lower or upper tails at the n <= kPairBlock arguments, NA for those that are left out; argument: makes one of
 // a vector of in. False: some are left out.
 template <class D, class Argument>
-ZUL_INLINE bool FillGammaTails(const GammaPairConstants& g, bool upper, double* out, const double* in,
-                               std::size_t n, Argument argument) {
+ZUL_INLINE bool FillTails(const GammaPairConstants& g, bool upper, double* out, const double* in,
+                          std::size_t n, Argument argument) {
     SortedArguments sorted;
     {
         double x[kPairBlock + kLanesOf<D>];
@@ -96,4 +96,4 @@ ZUL_INLINE bool FillGammaTails(const GammaPairConstants& g, bool upper, double* 
 }
 
 }  // namespace
-}  // namespace zul::numerics
+}  // namespace zul::numerics::gamma_lanes

@@ -10,7 +10,7 @@
 #include "numerics/gamma/lanes/pair_constants.h"
 #include "numerics/limits.h"
 
-namespace zul::numerics {
+namespace zul::numerics::gamma_lanes {
 namespace {
 
 using elementary::Absolute;
@@ -126,4 +126,4 @@ ZUL_INLINE void NextTerm(D ratio, D* t, D* terms) {
 }
 
 }  // namespace
-}  // namespace zul::numerics
+}  // namespace zul::numerics::gamma_lanes

@@ -9,7 +9,7 @@
 #include "numerics/gamma/lanes/group.h"
 #include "numerics/gamma/lanes/pair_constants.h"
 
-namespace zul::numerics {
+namespace zul::numerics::gamma_lanes {
 namespace {
 
 // The most arguments at a time.
@@ -69,7 +69,7 @@ private:
 // The arguments of a block, sorted by place, with room for a whole group after each branch.
 struct SortedArguments {
     static constexpr int kBranches = 3;
-    static constexpr std::size_t kRoom = kVectors * 8;
+    static constexpr std::size_t kRoom = std::size_t{kVectors} * 8;
     std::size_t begin[kBranches];
     std::size_t end[kBranches];
     std::size_t leftOut;  // those from the last end on
@@ -102,4 +102,4 @@ ZUL_INLINE void Sort(const std::uint64_t* places, const double* x, std::size_t n
 }
 
 }  // namespace
-}  // namespace zul::numerics
+}  // namespace zul::numerics::gamma_lanes
