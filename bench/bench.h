@@ -27,6 +27,19 @@ void AddBenchmark(const std::string& workload, const char* library, std::int64_t
     benchmark::RegisterBenchmark(name.c_str(), std::move(run));
 }
 
+// The same for an operation that returns the seconds of processor time that it took, elsewhere perhaps.
+template <typename Operation>
+void AddTimedBenchmark(const std::string& workload, const char* library, std::int64_t elements,
+                       Operation operation) {
+    const std::string name = workload + '/' + library;
+    auto run = [operation = std::move(operation), elements](benchmark::State& state) mutable {
+        for (auto _ : state)
+            state.SetIterationTime(operation());
+        state.SetItemsProcessed(state.iterations() * elements);
+    };
+    benchmark::RegisterBenchmark(name.c_str(), std::move(run))->UseManualTime();
+}
+
 // Runs what the subsystems add, in their order, and prints the table.
 int Run(int argc, char** argv, std::initializer_list<void (*)()> subsystems);
 

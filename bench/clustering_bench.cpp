@@ -8,6 +8,10 @@
 
 #include "bench.h"
 
+#ifdef ZUL_BENCH_WITH_SCIPY
+#include "python_peers.h"
+#endif
+
 namespace zul::bench {
 namespace {
 
@@ -54,6 +58,10 @@ void AddDistances(int columns) {
                  [=] { CreateForClusterObservations(*table, Euclidean, false, *matrix); });
     AddBenchmark(workload, "plain loop", kPairs,
                  [=, out = std::vector<double>(kPairs)]() mutable { FillPlainly(table, out); });
+#ifdef ZUL_BENCH_WITH_SCIPY
+    AddTimedBenchmark(workload, "SciPy", kPairs,
+                      [columns] { return SecondsInPython("euclidean", kObjects, columns); });
+#endif
 }
 
 // A run overwrites its matrix, so each is after a computation of the distances.

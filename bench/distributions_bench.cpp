@@ -204,15 +204,19 @@ std::vector<Family> GammaFamilies() {
     };
 }
 
+Family Beta(const std::string& name, const std::vector<Parameters>& parameters) {
+    return {name,
+            parameters,
+            {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
+             ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
+                                  gsl_cdf_beta_Pinv(x, p[0], p[1])),
+             ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
+                                qbeta(x, p[0], p[1], 1, 0))}};
+}
+
 std::vector<Family> BetaFamilies() {
     return {
-        {"Beta",
-         {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}},
-         {ZUL_BENCH_BOOST_FAMILY(beta_distribution, p[0], p[1]),
-          ZUL_BENCH_GSL_FAMILY(gsl_ran_beta_pdf(x, p[0], p[1]), gsl_cdf_beta_P(x, p[0], p[1]),
-                               gsl_cdf_beta_Pinv(x, p[0], p[1])),
-          ZUL_BENCH_R_FAMILY(dbeta(x, p[0], p[1], 0), pbeta(x, p[0], p[1], 1, 0),
-                             qbeta(x, p[0], p[1], 1, 0))}},
+        Beta("Beta", {{0.5, 0.5}, {2, 5}, {30, 4}, {400, 600}}),
         {"T",
          {{1, 0}, {4, 0}, {11.5, 0}, {200, 0}},
          {ZUL_BENCH_BOOST_FAMILY(students_t_distribution, p[0]),
@@ -236,6 +240,12 @@ std::vector<Family> BetaFamilies() {
           ZUL_BENCH_R_FAMILY(dbinom(x, p[0], p[1], 0), pbinom(x, p[0], p[1], 1, 0),
                              qbinom(x, p[0], p[1], 1, 0))}},
     };
+}
+
+// One shape each, from few terms to many, for their tails alone.
+std::vector<Family> BetaShapes() {
+    return {Beta("(2, 5) Beta", {{2, 5}}), Beta("(30, 4) Beta", {{30, 4}}),
+            Beta("(400, 600) Beta", {{400, 600}})};
 }
 
 // Without the densities, which ours are of the central distributions or nobody's.
@@ -302,6 +312,19 @@ std::vector<Family> NoncentralUpperQuantiles() {
     };
 }
 
+// The distribution functions alone, of one shape each, with which their cost grows.
+std::vector<Family> GammaShapes() {
+    std::vector<Family> shapes;
+    for (const auto& [name, shape] :
+         {std::pair{"shape 1.5 Gamma", 1.5}, {"shape 50 Gamma", 50.0}, {"shape 400 Gamma", 400.0}})
+        shapes.push_back({name,
+                          {{shape, 1, 0}},
+                          {ZUL_BENCH_BOOST_FAMILY(gamma_distribution, p[0], p[1]),
+                           ZUL_BENCH_GSL_FAMILY(0, gsl_cdf_gamma_P(x, p[0], p[1]), 0),
+                           ZUL_BENCH_R_FAMILY(0, pgamma(x, p[0], p[1], 1, 0), 0)}});
+    return shapes;
+}
+
 // For each parameter set its input.
 using Inputs = std::vector<std::pair<Parameters, std::vector<double>>>;
 
@@ -332,8 +355,13 @@ void AddFunction(const Family& family, const std::string& function, Evaluate Fun
     add(" scalar", Ours(family, &test::Function::loop));
 }
 
-// Densities and tails at values drawn from the distribution, quantiles at uniform probabilities.
-void AddFamily(const Family& family, std::size_t count) {
+struct Samples {
+    std::shared_ptr<const Inputs> probabilities;
+    std::shared_ptr<const Inputs> values;
+};
+
+// Uniform probabilities, and values drawn from the distribution.
+Samples SamplesOf(const Family& family, std::size_t count) {
     std::mt19937_64 generator(20);
     std::uniform_real_distribution<> uniform;
     Inputs probabilities;
@@ -347,11 +375,15 @@ void AddFamily(const Family& family, std::size_t count) {
         probabilities.emplace_back(parameters, std::move(p));
         values.emplace_back(parameters, std::move(x));
     }
-    const auto at = std::make_shared<const Inputs>(std::move(values));
-    if (!family.name.starts_with("noncentral")) AddFunction(family, "Pdf", &Functions::pdf, at);
-    AddFunction(family, "Cdf", &Functions::cdf, at);
-    AddFunction(family, "InvCdf", &Functions::invCdf,
-                std::make_shared<const Inputs>(std::move(probabilities)));
+    return {std::make_shared<const Inputs>(std::move(probabilities)),
+            std::make_shared<const Inputs>(std::move(values))};
+}
+
+void AddFamily(const Family& family, std::size_t count) {
+    const Samples at = SamplesOf(family, count);
+    if (!family.name.starts_with("noncentral")) AddFunction(family, "Pdf", &Functions::pdf, at.values);
+    AddFunction(family, "Cdf", &Functions::cdf, at.values);
+    AddFunction(family, "InvCdf", &Functions::invCdf, at.probabilities);
 }
 
 }  // namespace
@@ -363,7 +395,11 @@ void AddDistributionBenchmarks() {
     };
     add(ClosedForms(), kManyValues);
     add(GammaFamilies(), kSomeValues);
+    for (const Family& family : GammaShapes())
+        AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(BetaFamilies(), kSomeValues);
+    for (const Family& family : BetaShapes())
+        AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(NoncentralFamilies(), kFewValues);
     add(UpperQuantiles(), kSomeValues);
     add(NoncentralUpperQuantiles(), kFewValues);

@@ -12,8 +12,8 @@ struct IndexedValue {
     unsigned index;
 };
 
-// A sorted copy of n values, as double or as IndexedValue. Its memory is obtained in one piece, the room that
-// the sort works in included.
+// A sorted copy of n values, as double or as IndexedValue. Few are sorted by comparisons, more by digits, many by
+// estimates of their places.
 template <typename Item>
 class Sorted {
 public:

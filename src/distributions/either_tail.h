@@ -44,6 +44,7 @@ template <typename InvCdfKernel, typename... Types>
 class EitherTail<InvCdfKernel, frame::ParameterList<Types...>> : public TableOfEitherTail<InvCdfKernel> {
 public:
     using Parameters = frame::ParameterList<Types..., bool>;
+    static constexpr bool kKeptBetweenCalls = frame::KeptBetweenCalls<InvCdfKernel>;
     EitherTail(Types... parameters, bool upper) : inverse_{parameters...}, upper_(upper) {}
     double operator()(double p) {
         if (!upper_) return inverse_(p);

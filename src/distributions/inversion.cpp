@@ -41,8 +41,7 @@ double SolveByDoubling(CmRealFunction& f, double t) {
 }
 
 bool IsVerifiedQuantile(double lower, double p) {
-    constexpr double kGoodEnough = 1e-9;
-    return lower == 0 || std::abs(lower - p) <= p * kGoodEnough;
+    return lower == 0 || std::abs(lower - p) <= p * kGoodQuantile;
 }
 
 }  // namespace zul::kernels

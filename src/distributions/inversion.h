@@ -37,6 +37,9 @@ double SolveInversion(numerics::CmRealFunction& f, double lo, double hi);
 // none. t > 0.
 double SolveByDoubling(numerics::CmRealFunction& f, double t);
 
+// The relative distance of the lower tail at a quantile from p within which there is nothing to refine.
+inline constexpr double kGoodQuantile = 1e-9;
+
 // Whether a first answer with the lower tail `lower` is good enough for p > 0. It is where that tail is cut to
 // 0, as the incomplete gamma pair is close to 0: there is nothing to refine it by.
 bool IsVerifiedQuantile(double lower, double p);

@@ -25,6 +25,7 @@
 #include <type_traits>
 
 #include "frame/in_blocks.h"
+#include "frame/kept_kernel.h"
 #include "frame/platform.h"
 
 namespace zul::frame {
@@ -60,6 +61,14 @@ double BuildAndApply(double x, Types... parameters) {
 }
 
 template <typename Kernel, typename... Types>
+double KeepAndApply(double x, Types... parameters) {
+    auto* const kept = KeptKernel<Kernel, Types...>::OfThisThread();
+    if (kept == nullptr || !kept->IsRepeated(parameters...))
+        return BuildAndApply<Kernel, Types...>(x, parameters...);
+    return kept->Apply(x, parameters...);
+}
+
+template <typename Kernel, typename... Types>
 void BuildAndApplyEach(double* out, const double* in, std::size_t count, Types... parameters) {
     if (count == 0) return;  // nor may bad parameters throw
     Kernel kernel{parameters...};
@@ -69,7 +78,10 @@ void BuildAndApplyEach(double* out, const double* in, std::size_t count, Types..
 template <typename Kernel, typename... Types>
 requires KernelOf<Kernel, Types...>
 double Framed(double x, Types... parameters) {
-    return FramedCall(&BuildAndApply<Kernel, Types...>, x, parameters...);
+    if constexpr (KeptBetweenCalls<Kernel>)
+        return FramedCall(&KeepAndApply<Kernel, Types...>, x, parameters...);
+    else
+        return FramedCall(&BuildAndApply<Kernel, Types...>, x, parameters...);
 }
 
 // An exception ends the call; the elements before the one that raised it are written.

@@ -1,9 +1,11 @@
 #include "frame/platform.h"
 
+#include <pthread.h>
 #include <signal.h>
 #include <ucontext.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <ctime>
 #include <mutex>
 
@@ -154,7 +156,36 @@ void InstallHandler() {
     sigaction(SIGFPE, &action, nullptr);
 }
 
+// Tells of a thread's end. Destructors of the host's that come later may call the library again, for which the thread
+// gets blocks anew.
+class ThreadEnd {
+public:
+    ThreadEnd() : isMade_(pthread_key_create(&key_, &FreeBlocks) == 0) {}
+    bool Frees(KeptBlocks* blocks) const { return isMade_ && pthread_setspecific(key_, blocks) == 0; }
+
+private:
+    static void FreeBlocks(void* blocks) {
+        threadRecord.blocks = nullptr;
+        Free(static_cast<KeptBlocks*>(blocks));
+    }
+    pthread_key_t key_{};
+    bool isMade_;
+};
+
+// The library stays loaded, and the key with it.
+const ThreadEnd kThreadEnd;
+
 }  // namespace
+
+KeptBlocks* BlocksOfThisThread() {
+    if (threadRecord.blocks != nullptr) return threadRecord.blocks;
+    auto* const blocks = static_cast<KeptBlocks*>(std::calloc(1, sizeof(KeptBlocks)));
+    if (blocks == nullptr || !kThreadEnd.Frees(blocks)) {
+        std::free(blocks);
+        return nullptr;
+    }
+    return threadRecord.blocks = blocks;
+}
 
 TimeOfDay LocalTimeOfDay() {
     constexpr long kNanosecondsPerMillisecond = 1'000'000;

@@ -14,10 +14,23 @@
 
 namespace zul::frame {
 
+// Memory for what is too large for the storage below, from malloc: see kept_kernel.h.
+struct KeptBlocks {
+    static constexpr std::size_t kCount = 64;
+    void* memory[kCount];
+};
+
 struct ThreadRecord {
     NumericErrorState errorState;
     bool translatesTraps = false;  // see TranslateTrapsOfThisThread in platform.h
+    KeptBlocks* blocks = nullptr;
 };
+
+// Obtains the table of the calling thread's blocks, all null, where the thread has none yet. Null where that fails.
+KeptBlocks* BlocksOfThisThread();
+
+// Once a thread has ended, or the library is unloaded.
+void Free(KeptBlocks* blocks);
 
 #if defined(_WIN32)
 

@@ -1,6 +1,7 @@
 #include "frame/platform.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <new>
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -76,6 +77,7 @@ public:
         recordSlot = TLS_OUT_OF_INDEXES;
         for (KeptRecord* kept = first_.exchange(nullptr); kept != nullptr;) {
             KeptRecord* const next = kept->next;
+            Free(kept->record.blocks);
             HeapFree(GetProcessHeap(), 0, kept);
             kept = next;
         }
@@ -97,7 +99,14 @@ public:
         TlsSetValue(recordSlot, record);
         return *record;
     }
-    // When the thread ends.
+    // Where the record is shared there are none: they serve one thread at a time.
+    KeptBlocks* BlocksOfThisThread() {
+        ThreadRecord& own = OfThisThread();
+        if (own.blocks == nullptr && &own != &spare_)
+            own.blocks = static_cast<KeptBlocks*>(std::calloc(1, sizeof(KeptBlocks)));
+        return own.blocks;
+    }
+    // When the thread ends. The blocks stay with the record.
     void GiveBack() {
         ThreadRecord* const own = InSlot();
         if (own == nullptr || own == &spare_) return;
@@ -119,7 +128,7 @@ private:
             if (kept->thread != thread && !kept->isUsed.compare_exchange_strong(isUsed, true)) continue;
             kept->isUsed = true;
             kept->thread = thread;
-            kept->record = ThreadRecord();
+            kept->record = ThreadRecord{.blocks = kept->record.blocks};
             return &kept->record;
         }
         void* const memory = HeapAlloc(GetProcessHeap(), 0, sizeof(KeptRecord));
@@ -235,6 +244,10 @@ private:
 
 ThreadRecord& RecordOfThisThread() {
     return Records().OfThisThread();
+}
+
+KeptBlocks* BlocksOfThisThread() {
+    return Records().BlocksOfThisThread();
 }
 
 static void GiveBackRecordOfThisThread() {

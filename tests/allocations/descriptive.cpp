@@ -8,13 +8,13 @@
 namespace zul::test {
 namespace {
 
-// So many that the sort needs room beside the copy.
-constexpr unsigned kCount = 1000;
+// So many that the sort of indices needs tables beside the copy.
+constexpr unsigned kCount = 5000;
 
 const std::array<double, kCount> kData = [] {
     std::array<double, kCount> data{};
     for (std::size_t i = 0; i < data.size(); ++i)
-        data[i] = static_cast<double>(i * 7919 % 1013);
+        data[i] = static_cast<double>(i * 7919 % 5003);
     return data;
 }();
 const double* const x = kData.data();

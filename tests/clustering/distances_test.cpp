@@ -75,34 +75,36 @@ std::vector<double> Deviations(const types::IRectangularArray<double>& data) {
     return deviations;
 }
 
-test::Table DrawTable(int rows) {
-    test::Table data(types::MakeIRectangularArrayDouble(rows, 5));
+test::Table DrawTable(int rows, int columns) {
+    test::Table data(types::MakeIRectangularArrayDouble(rows, columns));
     std::mt19937_64 random(3);
     std::normal_distribution<double> normal(100, 3);
     for (int row = 0; row < rows; ++row)
-        for (int column = 0; column < 5; ++column)
+        for (int column = 0; column < columns; ++column)
             data->Set(row, column, column == 3 ? 7 : normal(random));  // one is constant
     return data;
 }
 
-// For each count of rows up to several of the groups that are computed together, in the library's matrix and in
-// one of a host.
+// For each count of rows up to several of the groups that are computed together, by few and by many columns, in the
+// library's matrix, which holds something else before, and in one of a host.
 TEST(Distances, HaveTheBitsOfThePlainSum) {
+    const Matrix m = MakeMatrix(3);
     for (int n = 0; n < 42; ++n) {
-        const test::Table data = DrawTable(n);
+        const test::Table data = DrawTable(n, n % 2 == 0 ? 5 : 100);
         const std::vector<double> s = Deviations(*data);
         for (const DistanceEnums measure : kMeasures) {
-            const Matrix m = MakeMatrix(n);
             HostMatrix host(n);
             ASSERT_EQ(CreateForClusterObservations(*data, measure, false, *m), Success);
             ASSERT_EQ(CreateForClusterObservations(*data, measure, false, host), Success);
             for (int i = 0; i < n; ++i) {
+                ASSERT_EQ((*m)(i, i), 0);
                 for (int j = 0; j < i; ++j) {
                     const double expected = Distance(*data, measure, i, j, s);
                     ASSERT_EQ((*m)(i, j), expected) << measure << " " << i << " " << j;
                     ASSERT_EQ(host(i, j), expected);
                 }
             }
+            ASSERT_EQ(m->Init(n, 7), Success);
         }
     }
 }
@@ -111,7 +113,7 @@ TEST(Distances, FailWhereTheHostsMatrixDoes) {
     HostMatrix host(2);
     host.initStatus = Failure;
     EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Failure);
-    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3), Manhattan, true, host), Failure);
+    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3, 5), Manhattan, true, host), Failure);
     EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), Manhattan, true, host), Success);
 }
 

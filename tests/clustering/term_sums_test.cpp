@@ -6,14 +6,13 @@
 #include <random>
 #include <vector>
 
-#include "processor/processor.h"
+#include "processor/level.h"
 
 namespace zul::dax::clustering {
 namespace {
 
 // Distances must not depend on the processor. What they are is tested through the exported functions.
-TEST(TermSums, AreTheSameWithWideVectors) {
-    if (!processor::HasWideVectors()) GTEST_SKIP();
+TEST(TermSums, AreTheSameAtEveryLevel) {
     std::mt19937_64 random(4);
     std::normal_distribution<double> normal(3, 1);
     constexpr std::size_t kColumns = 30;
@@ -23,16 +22,19 @@ TEST(TermSums, AreTheSameWithWideVectors) {
         value = std::abs(normal(random));
     for (double& value : panel)
         value = normal(random);
-    for (const Term term : {Term::Square, Term::Absolute, Term::DividedSquare}) {
-        for (const bool isRoot : {false, true}) {
-            double narrow[kLanes];
-            double wide[kLanes];
-            const TermSum sum{kColumns, divisors.data(), isRoot};
-            FindSumTerms(term, false)(sum, panel.data(), panel.data(), narrow);
-            FindSumTerms(term, true)(sum, panel.data(), panel.data(), wide);
-            for (std::size_t lane = 0; lane < kLanes; ++lane)
-                EXPECT_EQ(narrow[lane], wide[lane]);
-        }
+    const auto compute = [&](processor::Level level, SumTerms TermSums::*terms, bool isRoot) {
+        std::vector<double> sums(kTile * kLanes);
+        double* const out[kTile] = {&sums[0], &sums[kLanes], &sums[2 * kLanes], &sums[3 * kLanes]};
+        (TermSumsOf(level).*terms)({kColumns, divisors.data(), isRoot}, panel.data() + kTile, panel.data(), 1,
+                                   out);
+        return sums;
+    };
+    using processor::Level;
+    for (const Level level : {Level::Two, Level::Four, Level::Eight}) {
+        if (level > processor::HighestLevel()) continue;
+        for (const auto terms : {&TermSums::squares, &TermSums::absolutes, &TermSums::dividedSquares})
+            for (const bool isRoot : {false, true})
+                EXPECT_EQ(compute(level, terms, isRoot), compute(Level::One, terms, isRoot));
     }
 }
 

@@ -5,8 +5,11 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <set>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "zul/descriptive.h"
@@ -73,6 +76,66 @@ TEST(RanksAndOrder, AgreeWithCounting) {
             ASSERT_TRUE(Same(x.at(order[k]), sorted[k])) << k << " of " << x.size();
         ASSERT_EQ(std::set<unsigned>(order.begin(), order.end()).size(), x.size());
     });
+}
+
+// Values that the estimates of a sort by places find easy or hard, so many that it is used.
+Sample DrawMany(const char* kind, std::size_t n) {
+    std::mt19937_64 generator(n);
+    std::normal_distribution<double> normal(100, 1);
+    const auto is = [name = std::string_view(kind)](std::string_view other) { return name == other; };
+    Sample x(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const double special[] = {0, -0.0, kInf, -kInf, kNaN, -kNaN};
+        const double drawn = normal(generator);
+        const double down = static_cast<double>(n - i);
+        x[i] = is("normal")       ? drawn
+               : is("any bits")   ? std::bit_cast<double>(generator())  // NaN of many kinds among them
+               : is("ties")       ? std::round(drawn)
+               : is("constant")   ? 7
+               : is("descending") ? down
+               // A tenth are so near each other that all have one estimate, and the wrong way round.
+               : is("crowded") && i % 10 == 0 ? 100 + down * 0x1p-46
+               // The middle of most samples is one value.
+               : is("half zero") && i % 2 == 0 ? 0
+               : is("special") && i % 3 == 0   ? special[generator() % std::size(special)]
+               : is("outliers")                ? std::copysign(std::exp(drawn * drawn / 20), drawn - 100)
+                                               : drawn;
+    }
+    return x;
+}
+
+bool IsBefore(double a, double b) {
+    if (std::isnan(a) || std::isnan(b)) return !std::isnan(a) && std::isnan(b);
+    return a < b || (a == b && std::signbit(a) && !std::signbit(b));
+}
+
+// Bit for bit, down to which NaN stands where. The counts are those from which estimates are used for places of
+// indices and for values alone.
+TEST(RanksAndOrder, AreThoseOfAStableSort) {
+    for (const std::size_t n : {4095u, 4096u, 30000u, 1u << 18}) {
+        for (const char* const kind : {"normal", "any bits", "ties", "constant", "descending", "crowded",
+                                       "half zero", "special", "outliers"}) {
+            SCOPED_TRACE(std::string(kind) + ", " + std::to_string(n));
+            const Sample x = DrawMany(kind, n);
+            std::vector<unsigned> expected(n);
+            std::iota(expected.begin(), expected.end(), 0u);
+            std::stable_sort(expected.begin(), expected.end(),
+                             [&x](unsigned a, unsigned b) { return IsBefore(x[a], x[b]); });
+            std::vector<unsigned> order(n);
+            v1::GetOrder(x.data(), Size(x), order.data());
+            ASSERT_EQ(order, expected);
+
+            Sample probabilities(n / 7);
+            for (std::size_t j = 0; j < probabilities.size(); ++j)
+                probabilities[j] = (static_cast<double>(7 * j) + 0.5) / static_cast<double>(n);
+            Sample out(probabilities.size());
+            v1::GetSampleQuantiles(x.data(), Size(x), 1, out.data(), probabilities.data(),
+                                   Size(probabilities));
+            for (std::size_t j = 0; j < out.size(); ++j)
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(out[j]),
+                          std::bit_cast<std::uint64_t>(x[expected[7 * j]]));
+        }
+    }
 }
 
 // The inverse of the empirical distribution shows which values stand where.

@@ -203,5 +203,54 @@ TEST(Arrays, TakeTheParametersThatTheirElementsTake) {
     });
 }
 
+// The argument at which the series of a shape takes another term, about.
+double WhereTermsChange(double shape, int terms) {
+    double log = std::log(1e-9);
+    for (int k = 1; k <= terms; ++k)
+        log += std::log(shape + k);
+    return std::exp(log / terms);
+}
+
+// Of the gamma pair: the median split, 1, the ends of its lanes, and where the terms of its series change; the one at
+// which logarithms are formed otherwise lies between the first two and the shape.
+std::vector<double> AroundGammaSwitches(double shape) {
+    std::vector<double> points = {
+        shape < 0.59 ? std::exp((std::lgamma(shape + 1) - std::log(2.0)) / shape) : shape - 1.0 / 3,
+        1,
+        shape,
+        shape / 1.01,
+        shape * 1.01,
+        1e-140,
+        1e8,
+        shape / 3,
+        shape * 3};
+    for (const int terms : {1, 2, 3, 5, 8, 9, 13, 40, 300})
+        points.push_back(WhereTermsChange(shape, terms));
+    std::vector<double> values;
+    for (const double point : points) {
+        for (const double relative : {1e-15, 3e-13, 1e-9, 1e-4, 0.03})
+            for (const double side : {-1.0, 1.0})
+                values.push_back(point * (1 + side * relative));
+        values.insert(values.end(), {point, std::nextafter(point, 0), std::nextafter(point, kInfinity)});
+    }
+    return values;
+}
+
+TEST(Arrays, OfTheGammaPairMeetItsSwitches) {
+    for (const double shape :
+         {1e-3,    0.02, 0.3, 0.5, 0.58, 0.59, 0.9,  1 - 0x1p-53, 1.0,   1 + 1e-12, 1 + 1.5e-9, 1.2,   1.33,
+          4.0 / 3, 1.5,  2.0, 4.0, 9.5,  49.9, 50.0, 50.3,        400.7, 3000.25,   8.99e4,     9.01e4}) {
+        const std::vector<double> values = AroundGammaSwitches(shape);
+        for (const double upper : {0.0, 1.0})
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("GammaCdf"), {shape, 1, 0, upper}}, values));
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("GammaPdf"), {shape, 1, 0}}, values));
+        std::vector<double> doubled;
+        for (const double value : values)
+            doubled.push_back(2 * value);
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqCdf"), {2 * shape, 0, 0}}, doubled));
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqPdf"), {2 * shape}}, doubled));
+    }
+}
+
 }  // namespace
 }  // namespace zul::test

@@ -16,6 +16,7 @@
 #include "distributions/objects/gamma_dists.h"
 #include "distributions/objects/inversion_dists.h"
 #include "distributions/objects/normal_dists.h"
+#include "elementary/arguments.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
 
@@ -207,10 +208,11 @@ TEST(Objects, DrawByRejection) {
 // One by one and all at once.
 TEST(Objects, DrawTheSameInManyAsInSingle) {
     Values uniforms;
-    for (int i = 1; i < 2000; ++i)
-        uniforms.push_back(std::fmod(i * 0.6180339887498949, 1));
+    test::RandomArguments random;
+    for (int i = 1; i < 20000; ++i)
+        uniforms.push_back(random.Uniform(0x1p-60, 1));
     const auto expect = [&](auto&& single, auto&& many) {
-        for (const std::size_t count : std::initializer_list<std::size_t>{1, 2, 7, 300}) {
+        for (const std::size_t count : std::initializer_list<std::size_t>{1, 2, 7, 300, 3000}) {
             Uniforms first(uniforms);
             Uniforms second(uniforms);
             single.SetGenerator(&first);
@@ -227,7 +229,7 @@ TEST(Objects, DrawTheSameInManyAsInSingle) {
     expect(CmDistF(3, 5, 0), CmDistF(3, 5, 0));
     for (const auto& [a, b] : {std::pair{2, 3}, {1, 4}})
         expect(CmDistBeta(a, b), CmDistBeta(a, b));
-    for (const double shape : {0.4, 1.0, 2.5, 9.0})
+    for (const double shape : {0.4, 1.0, 2.5, 4.0, 9.0, 50.0, 1e11})
         expect(CmDistGamma(shape, 2, 1), CmDistGamma(shape, 2, 1));
 }
 

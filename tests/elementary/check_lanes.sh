@@ -8,7 +8,7 @@ for object in "$@"; do
     case $object in *_of_four.cpp.*|*_of_eight.cpp.*) ;; *) continue ;; esac
     found=$((found + 1))
     shared=$(nm --defined-only "$object" |
-        awk '$2 ~ /[A-Zuvw]/ && !($2 ~ /[DR]/ && $3 ~ /^_ZN3zul[0-9]+[a-z]+[0-9]+k[A-Z]/) && $3 !~ /^DW\.ref\./')
+        awk '$2 ~ /[A-Zuvw]/ && !($2 ~ /[DR]/ && $3 ~ /^_ZN3zul([0-9]+[a-z]+)+[0-9]+k[A-Z]/) && $3 !~ /^DW\.ref\./')
     [[ -z $shared ]] || { printf '%s defines\n%s\n' "$object" "$shared" >&2; exit 1; }
 done
 ((found >= 2))

@@ -61,6 +61,12 @@ StatlibraryErrorCode DistanceMatrixImpl::InitImpl(int n, double value) {
     });
 }
 
+StatlibraryErrorCode DistanceMatrixImpl::Resize(int n) {
+    if (n < 0 || storage_.size() != RowStart(static_cast<std::size_t>(n))) return Init(n, 0);
+    dimension_ = n;
+    return types::Success;
+}
+
 DistanceMatrix* MakeDistanceMatrix(int n) {
     if (n < 0) return nullptr;
     return frame::OnAnyException<DistanceMatrix*>(nullptr, [&] { return new DistanceMatrixImpl(n); });

@@ -16,6 +16,8 @@ public:
 
     // The number of objects of the triangle, which need not be the number of rows.
     int Dimension() const { return dimension_; }
+    // Init() for a caller that writes every element: what they are before is not specified.
+    StatlibraryErrorCode Resize(int n);
     // Elements (i, 0) to (i, i), unchecked.
     double* Row(std::size_t i) { return storage_.data() + RowStart(i); }
 

@@ -6,7 +6,7 @@
 #include "clustering/distances/distance_matrix.h"
 #include "clustering/distances/term_sums.h"
 #include "frame/recover.h"
-#include "processor/processor.h"
+#include "processor/level.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::clustering {
@@ -14,8 +14,9 @@ namespace {
 
 using Data = types::IRectangularArray<double>;
 
-// So many rows go through a panel while it is in the cache.
+// So many rows go through panels of so many values while these are in the first cache.
 constexpr std::size_t kGroup = 16;
+constexpr std::size_t kBlockValues = 2048;
 
 // The data as the distances see them: rows in panels, the last one filled up with zeros.
 struct Panels {
@@ -50,15 +51,21 @@ struct Panels {
 // over to the host's matrix.
 class Target {
 public:
-    Target(DistanceMatrix& out, std::size_t rows)
-        : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)), rows_(rows) {
+    explicit Target(DistanceMatrix& out) : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)) {}
+    // What the library's own matrix holds is left alone: all of it will be written.
+    StatlibraryErrorCode Init(int rows) { return own_ != nullptr ? own_->Resize(rows) : out_.Init(rows, 0); }
+    void ObtainBuffer(std::size_t rows) {
+        rows_ = rows;
         if (own_ == nullptr) buffer_.resize(std::min(rows, kGroup) * rows);
     }
     double* Row(std::size_t row) { return own_ != nullptr ? own_->Row(row) : &buffer_[row % kGroup * rows_]; }
-    // The row is complete; called in ascending order.
+    // The distances from the rows before are complete; called in ascending order.
     void Finish(std::size_t row) {
-        if (own_ != nullptr) return;
-        const double* const distances = Row(row);
+        double* const distances = Row(row);
+        if (own_ != nullptr) {
+            distances[row] = 0;
+            return;
+        }
         for (std::size_t other = 0; other < row; ++other)
             out_.Set(static_cast<int>(row), static_cast<int>(other), distances[other]);
     }
@@ -66,31 +73,62 @@ public:
 private:
     DistanceMatrix& out_;
     DistanceMatrixImpl* own_;
-    std::size_t rows_;
+    std::size_t rows_ = 0;
     std::vector<double> buffer_;
 };
 
-// The distances of rows `first` to `end` - 1 from the rows before them.
-void FillGroup(const Panels& data, std::size_t first, std::size_t end, SumTerms sumTerms, const TermSum& sum,
-               Target& target) {
-    double distances[kLanes];
-    for (std::size_t start = 0; start + 1 < end; start += kLanes) {
-        for (std::size_t row = std::max(first, start + 1); row < end; ++row) {
-            sumTerms(sum, data.At(row), data.At(start), distances);
-            std::copy_n(distances, std::min(kLanes, row - start), target.Row(row) + start);
+class DistanceFill {
+public:
+    DistanceFill(const Panels& data, SumTerms sumTerms, const TermSum& sum, Target& target)
+        : data_(data),
+          sumTerms_(sumTerms),
+          sum_(sum),
+          target_(target),
+          blockPanels_(std::max(std::size_t{1}, kBlockValues / (kLanes * data.columns))) {}
+
+    void Fill() {
+        for (std::size_t first = 0; first < data_.rows; first += kGroup) {
+            const std::size_t end = std::min(first + kGroup, data_.rows);
+            for (std::size_t panel = 0; panel * kLanes < end; panel += blockPanels_)
+                for (std::size_t row = first; row < end; row += kTile)
+                    FillTile(row, panel, panel + blockPanels_);
+            for (std::size_t row = first; row < end; ++row)
+                target_.Finish(row);
         }
     }
-}
 
-void FillDistances(const Panels& data, SumTerms sumTerms, const TermSum& sum, DistanceMatrix& out) {
-    Target target(out, data.rows);
-    for (std::size_t first = 0; first < data.rows; first += kGroup) {
-        const std::size_t end = std::min(first + kGroup, data.rows);
-        FillGroup(data, first, end, sumTerms, sum, target);
-        for (std::size_t row = first; row < end; ++row)
-            target.Finish(row);
+private:
+    // The distances of kTile rows from those in some panels, of which some may not come before them.
+    void FillTile(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        const std::size_t own = first / kLanes;  // the panel of the rows themselves
+        const std::size_t before = std::min(endPanel, own);
+        if (first + kTile <= data_.rows && panel < before) {
+            double* out[kTile];
+            for (std::size_t i = 0; i < kTile; ++i)
+                out[i] = target_.Row(first + i) + panel * kLanes;
+            sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), before - panel, out);
+            panel = before;
+        }
+        for (; panel < endPanel && panel <= own; ++panel)
+            FillPart(first, panel * kLanes);
     }
-}
+
+    // The distances of kTile rows, or fewer at the end of the data, from those before each among a panel's.
+    void FillPart(std::size_t first, std::size_t start) {
+        double sums[kTile][kLanes];
+        double* const out[kTile] = {sums[0], sums[1], sums[2], sums[3]};
+        sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+        const std::size_t end = std::min(first + kTile, data_.rows);
+        for (std::size_t row = first; row < end; ++row)
+            std::copy_n(sums[row - first], std::min(kLanes, row - start), target_.Row(row) + start);
+    }
+
+    const Panels& data_;
+    SumTerms sumTerms_;
+    TermSum sum_;
+    Target& target_;
+    std::size_t blockPanels_;
+};
 
 StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standardize, DistanceMatrix& out) {
     const int rows = data.RowCount();
@@ -100,7 +138,8 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
         return types::Success;
     }
     if (measure < Euclidean || measure > SquaredPearson) return types::Failure;
-    const StatlibraryErrorCode status = out.Init(rows, 0);
+    Target target(out);
+    const StatlibraryErrorCode status = target.Init(rows);
     if (status != types::Success) return status;
     const bool pearson = measure == Pearson || measure == SquaredPearson;
     ColumnStatistics statistics;
@@ -109,12 +148,13 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
     if (standardize) panels.Standardize(statistics);
     for (double& s : statistics.deviations)
         s *= s;
-    const Term term = measure == Manhattan      ? Term::Absolute
-                      : pearson && !standardize ? Term::DividedSquare
-                                                : Term::Square;
+    const TermSums& sums = TermSumsOf(processor::CurrentLevel());
+    const SumTerms sumTerms = measure == Manhattan      ? sums.absolutes
+                              : pearson && !standardize ? sums.dividedSquares
+                                                        : sums.squares;
     const bool isRoot = measure == Euclidean || measure == Pearson;
-    const SumTerms sumTerms = FindSumTerms(term, processor::HasWideVectors());
-    FillDistances(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, out);
+    target.ObtainBuffer(panels.rows);
+    DistanceFill(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, target).Fill();
     return types::Success;
 }
 

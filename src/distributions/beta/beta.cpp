@@ -1,6 +1,7 @@
 #include "distributions/beta/beta.h"
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -28,7 +29,7 @@ double DensityAtEnd(double shape, double other) {
 
 }  // namespace
 
-double BetaPdfKernel::LogBeta() {
+double BetaPdfKernel::LogBeta() const {
     return logBeta_.Get([this] {
         numerics::RequireGammaArgument(a_);
         numerics::RequireGammaArgument(b_);
@@ -36,6 +37,12 @@ double BetaPdfKernel::LogBeta() {
         largeShapes_.emplace(a_, b_);
         return -largeShapes_->MinusLogBeta();
     });
+}
+
+BetaDensityPlan BetaPdfKernel::Plan() const {
+    if (!numerics::AreOrdinaryShapes(a_, b_)) return {};
+    const double logBeta = LogBeta();
+    return {true, !largeShapes_, a_, b_, logBeta, largeShapes_ ? largeShapes_->DensityConstant() : 0};
 }
 
 double BetaPdfKernel::Density(BetaPdfKernel* at, double x) {
@@ -61,6 +68,10 @@ double BetaCdfKernel::operator()(double x) const {
     numerics::beta_df(x, shapes_, &lower, &upper, nullptr);
     if (ErrorState().Failed()) return kNA;
     return upper_ ? upper : lower;
+}
+
+numerics::BetaTailPlan BetaCdfKernel::Plan() const {
+    return {numerics::PlanBeta(shapes_), upper_};
 }
 
 double BetaInvCdfKernel::operator()(double p) const {

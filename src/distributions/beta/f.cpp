@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/error_function.h"
 #include "elementary/logarithm.h"
@@ -37,7 +38,7 @@ double CentralIfTiny(double noncentrality) {
 
 }  // namespace
 
-double FPdfKernel::LogRatio() {
+double FPdfKernel::LogRatio() const {
     return logRatio_.Get([this] {
         const double logRatio = frame::SafeLog(df1_ / df2_);
         numerics::RequireGammaArgument(df1_ / 2);
@@ -46,12 +47,22 @@ double FPdfKernel::LogRatio() {
     });
 }
 
-double FPdfKernel::LogBeta() {
+double FPdfKernel::LogBeta() const {
     return logBeta_.Get([this] {
         if ((df1_ + df2_) / 2 <= numerics::kFastLimit) return numerics::FastLogBeta(df1_ / 2, df2_ / 2);
         largeShapes_.emplace(df1_ / 2, df2_ / 2);
         return -largeShapes_->MinusLogBeta();
     });
+}
+
+FDensityPlan FPdfKernel::Plan() const {
+    const double a = df1_ / 2;
+    const double b = df2_ / 2;
+    if (!numerics::AreOrdinaryShapes(a, b)) return {};
+    const double logRatio = LogRatio();
+    const double logBeta = LogBeta();
+    const double constant = largeShapes_ ? largeShapes_->DensityConstant() : 0;
+    return {{true, !largeShapes_, a, b, logBeta, constant}, df1_ / df2_, logRatio};
 }
 
 double FPdfKernel::operator()(double x) {
@@ -96,6 +107,11 @@ double FCdfKernel::operator()(double x) const {
     TailPair tails;
     FTails(x, halfDf_, noncentrality_, &tails);
     return tails.Tail(upper_);
+}
+
+numerics::BetaTailPlan FCdfKernel::Plan() const {
+    if (noncentrality_ == 0) return {numerics::PlanBeta(halfDf_), upper_};
+    return {};
 }
 
 double FInvCdfKernel::operator()(double p) const {

@@ -3,30 +3,44 @@
 
 #include <optional>
 
+#include "distributions/beta/beta.h"
 #include "distributions/inversion.h"
+#include "distributions/lanes/forward.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
 #include "numerics/beta/beta_shapes.h"
+#include "numerics/beta/lanes/plan.h"
 
 namespace zul::kernels {
+
+// What lanes take of the degrees of freedom.
+struct FDensityPlan {
+    BetaDensityPlan beta;
+    double ratio = 1;  // of the degrees of freedom
+    double logRatio = 0;
+};
 
 // With a = df1 / 2, b = df2 / 2: exp((a - 1) log(x) + a log(df1 / df2) + log(gamma(a + b)) - log(gamma(a)) -
 // log(gamma(b)) - (a + b) log(1 + df1 x / df2)) for x > 0, else 0. The density has no noncentrality, and it
 // catches nothing.
 class FPdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FPdfKernel(double df1, double df2) : df1_(df1), df2_(df2) {}
     double operator()(double x);
+    // For lanes.
+    FDensityPlan Plan() const;
 
 private:
-    double LogRatio();
-    double LogBeta();
+    double LogRatio() const;
+    double LogBeta() const;
     double df1_;
     double df2_;
-    numerics::Lazy logRatio_;
-    numerics::Lazy logBeta_;
-    std::optional<numerics::BetaShapes> largeShapes_;
+    mutable numerics::Lazy logRatio_;
+    mutable numerics::Lazy logBeta_;
+    mutable std::optional<numerics::BetaShapes> largeShapes_;
 };
 
 // Both tails at x by "F_ncdf", with the halves of the degrees of freedom. x <= 0: 0 and 1. False, and both
@@ -36,10 +50,14 @@ bool FTails(double x, const numerics::BetaShapes& halfDf, double noncentrality, 
 // Either tail at x.
 class FCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     FCdfKernel(double df1, double df2, double noncentrality, bool upper)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
+    // For lanes.
+    numerics::BetaTailPlan Plan() const;
 
 private:
     numerics::BetaShapes halfDf_;
@@ -52,6 +70,7 @@ private:
 class FInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
@@ -35,7 +36,7 @@ double TPdfKernel::operator()(double x) {
     return noncentrality_ == 0 || x == 0 ? Central(x, 0) : Noncentral(x);
 }
 
-double TPdfKernel::LogScale() {
+double TPdfKernel::LogScale() const {
     constexpr double kFewHalves = 10;  // beyond it the log-gammas would cancel
     constexpr double kHalfLogTwoPi = 0.9189385332046727;
     return logScale_.Get([df = df_] {
@@ -45,6 +46,11 @@ double TPdfKernel::LogScale() {
         return numerics::FastLogGamma(half + 0.5) - numerics::FastLogGamma(half) -
                elementary::Log(df * std::numbers::pi) / 2;
     });
+}
+
+TDensityPlan TPdfKernel::Plan() const {
+    if (noncentrality_ != 0 || !numerics::AreOrdinaryShapes(0.5, df_ / 2)) return {};
+    return {true, df_, LogScale()};
 }
 
 double TPdfKernel::Central(double x, double logFactor) {
@@ -168,6 +174,11 @@ double TCdfKernel::operator()(double x) const {
     TailPair tails;
     TTails(x, shape_, noncentrality_, &tails);
     return tails.Tail(upper_);
+}
+
+numerics::BetaTailPlan TCdfKernel::Plan() const {
+    if (noncentrality_ == 0) return {numerics::PlanBeta(shape_.Square()), upper_};
+    return {};
 }
 
 double TInvCdfKernel::operator()(double p) const {

@@ -5,8 +5,8 @@
 #include <cfloat>
 #include <cmath>
 
+#include "elementary/core/power.h"
 #include "elementary/logarithm.h"
-#include "elementary/power.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 
@@ -60,7 +60,9 @@ inline bool IsOrdinaryPower(double x, double y) {
 
 // SafePow, without its logarithm where there is nothing to guard.
 inline double GuardedPower(double x, double y) {
-    return IsOrdinaryPower(x, y) ? elementary::Pow(x, y) : frame::SafePow(x, y);
+    if (!IsOrdinaryPower(x, y)) return frame::SafePow(x, y);
+    const elementary::TwoDoubles<double> log = elementary::LogOfPower(elementary::Bits(x), y);
+    return elementary::CoreExpOfTwo(log.high, log.low);
 }
 
 }  // namespace zul::kernels

@@ -5,7 +5,6 @@
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
 #include "distributions/lanes/lanes.h"
-#include "elementary/exponential.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -33,7 +32,7 @@ double LaplaceCdfKernel::operator()(double x) {
     double z = StandardDeviate(x, location, scale);
     if (upper) z = -z;
     const double t = std::abs(z);
-    const double e = t > frame::kExpOverflowLimit ? 0 : elementary::Exp(-t);
+    const double e = frame::SafeExp(-t);
     // Picked by index, not by a branch: the side of x is as good as random.
     const double sides[] = {0.5 * e, 0.5 + 0.5 * exponential.LowerTail(t, e)};
     return sides[z >= 0];

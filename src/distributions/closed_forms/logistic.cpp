@@ -5,8 +5,6 @@
 #include "distributions/closed_forms/closed_forms.h"
 #include "distributions/either_tail.h"
 #include "distributions/lanes/lanes.h"
-#include "elementary/exponential.h"
-#include "elementary/logarithm.h"
 #include "frame/guarded.h"
 #include "frame/recover.h"
 #include "zul/distributions.h"
@@ -19,14 +17,14 @@ namespace {
 double LogisticDensity(const LogisticPdfKernel* at, double x) {
     const double z = std::abs(StandardDeviate(x, at->location, at->scale));
     if (z > frame::kExpOverflowLimit) return 0;  // without the cost of an exception
-    const double e = elementary::Exp(-z);        // the density is even in z
+    const double e = frame::SafeExp(-z);         // the density is even in z
     return e / ((1 + e) * (1 + e)) / at->scale;
 }
 
 // log(1 - p) - log(p).
 double LogOdds(double p) {
     constexpr double kTiny = 1e-300;  // below it the quotient overflows
-    if (p > kTiny && p < 1) return elementary::Log((1 - p) / p);
+    if (p > kTiny && p < 1) return frame::SafeLog((1 - p) / p);
     return frame::SafeLog(1 - p) - frame::SafeLog(p);
 }
 

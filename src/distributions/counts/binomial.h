@@ -14,6 +14,7 @@ namespace zul::kernels {
 class BinomialPdfKernel {
 public:
     using Parameters = frame::ParameterList<int, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialPdfKernel(int n, double prob) : BinomialPdfKernel(static_cast<double>(n), prob) {}
     BinomialPdfKernel(double n, double prob) : n_(n), prob_(prob) {}
     double operator()(double x);
@@ -33,6 +34,7 @@ private:
 class BinomialCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialCdfKernel(double n, double prob, bool upper);
     double operator()(double x);
 
@@ -48,6 +50,7 @@ private:
 class BinomialInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<int, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     BinomialInvCdfKernel(int n, double prob) : n_(n), prob_(prob) {}
     double operator()(double p);
     double AtUpperTail(double q);

@@ -11,6 +11,7 @@ namespace zul::kernels {
 class PoissonPdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
+    static constexpr bool kKeptBetweenCalls = true;
     explicit PoissonPdfKernel(double mean) : shape_(mean) {}
     double operator()(double x) const;
 
@@ -25,6 +26,7 @@ private:
 class PoissonCdfKernel {
 public:
     using Parameters = frame::ParameterList<double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     PoissonCdfKernel(double mean, bool upper) : shape_(mean), upper_(upper) {}
     double operator()(double x) const;
 
@@ -37,6 +39,7 @@ private:
 class PoissonInvCdfKernel {
 public:
     using Parameters = frame::ParameterList<double>;
+    static constexpr bool kKeptBetweenCalls = true;
     explicit PoissonInvCdfKernel(double mean) : shape_(mean) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;

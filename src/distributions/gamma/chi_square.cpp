@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
@@ -25,22 +26,40 @@ namespace kernels {
 using frame::ErrorState;
 using frame::kNA;
 
-double ChiSqPdfKernel::Density(ChiSqPdfKernel* at, double x) {
-    const double half = at->half_;
-    const double logNorm = at->logNorm_.Get([half] {
+double ChiSqPdfKernel::LogNorm() {
+    return logNorm_.Get([half = half_] {
         numerics::RequireGammaArgument(half);
         return half > numerics::kFastLimit ? 0 : numerics::FastLogGamma(half) + half * std::numbers::ln2;
     });
+}
+
+const numerics::GammaShape& ChiSqPdfKernel::LargeShape() {
+    if (!largeShape_) largeShape_.emplace(half_);
+    return *largeShape_;
+}
+
+double ChiSqPdfKernel::Density(ChiSqPdfKernel* at, double x) {
+    const double half = at->half_;
+    const double logNorm = at->LogNorm();
     if (half <= numerics::kFastLimit)
         return frame::SafeExp((half - 1) * elementary::Log(x) - logNorm - x / 2);
     if (x < numerics::kTinyArgument) return 0;
-    if (!at->largeShape_) at->largeShape_.emplace(half);
-    return frame::SafeExp(numerics::GammaLogDensity(*at->largeShape_, x / 2)) / 2;
+    return frame::SafeExp(numerics::GammaLogDensity(at->LargeShape(), x / 2)) / 2;
 }
 
 double ChiSqPdfKernel::operator()(double x) {
     if (x <= 0) return 0;
     return frame::OnRuntimeError(kNA, &ChiSqPdfKernel::Density, this, x);
+}
+
+GammaDensityInLanes ChiSqPdfKernel::InLanes() {
+    GammaDensityInLanes lanes{};
+    lanes.ordinary = half_ >= kLeastShapeInLanes && half_ <= numerics::kShapeLimit;
+    lanes.shape = half_;
+    if (!lanes.ordinary) return lanes;
+    lanes.logNorm = LogNorm();
+    if (half_ > numerics::kFastLimit) lanes.larger = numerics::DensityConstantsOf(LargeShape());
+    return lanes;
 }
 
 bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrality, TailPair* tails) {
@@ -61,6 +80,18 @@ double ChiSqCdfKernel::operator()(double x) const {
     TailPair tails;
     ChiSqTails(x, halfDf_, noncentrality_, &tails);
     return tails.Tail(upper_);
+}
+
+GammaTailInLanes ChiSqCdfKernel::InLanes() const {
+    GammaTailInLanes lanes{numerics::PairConstantsOf(halfDf_), 2, 0, upper_};
+    lanes.shape.ordinary &= numerics::IsCentral(noncentrality_);
+    return lanes;
+}
+
+GammaTailInLanes ChiSqInvCdfKernel::InLanes() const {
+    GammaTailInLanes lanes{numerics::PairConstantsOf(halfDf_), 2, 0, false};
+    lanes.shape.ordinary &= noncentrality_ == 0;
+    return lanes;
 }
 
 double ChiSqInvCdfKernel::operator()(double p) const {

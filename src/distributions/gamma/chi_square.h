@@ -3,7 +3,9 @@
 
 #include <optional>
 
+#include "distributions/gamma/gamma.h"
 #include "distributions/inversion.h"
+#include "distributions/lanes/forward.h"
 #include "distributions/tail_pair.h"
 #include "frame/call_frame.h"
 #include "numerics/gamma/gamma_shape.h"
@@ -14,12 +16,17 @@ namespace zul::kernels {
 // std::runtime_error gives NA. The density has no noncentrality.
 class ChiSqPdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double>;
+    static constexpr bool kKeptBetweenCalls = true;
     explicit ChiSqPdfKernel(double df) : half_(df / 2) {}
     double operator()(double x);
+    GammaDensityInLanes InLanes();
 
 private:
     static double Density(ChiSqPdfKernel* at, double x);
+    double LogNorm();
+    const numerics::GammaShape& LargeShape();
     double half_;
     numerics::Lazy logNorm_;
     std::optional<numerics::GammaShape> largeShape_;
@@ -32,10 +39,13 @@ bool ChiSqTails(double x, const numerics::GammaShape& halfDf, double noncentrali
 // Either tail at x.
 class ChiSqCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, bool>;
+    static constexpr bool kKeptBetweenCalls = true;
     ChiSqCdfKernel(double df, double noncentrality, bool upper)
         : halfDf_(df / 2), noncentrality_(noncentrality), upper_(upper) {}
     double operator()(double x) const;
+    GammaTailInLanes InLanes() const;
 
 private:
     numerics::GammaShape halfDf_;
@@ -46,10 +56,14 @@ private:
 // The quantile at p. p = 0 gives 0, p = 1 gives NA.
 class ChiSqInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
+    static constexpr bool kKeptBetweenCalls = true;
     ChiSqInvCdfKernel(double df, double noncentrality) : halfDf_(df / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    GammaTailInLanes InLanes() const;
+    const numerics::GammaShape& Shape() const { return halfDf_; }
 
 private:
     double Central(double p) const;

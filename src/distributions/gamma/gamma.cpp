@@ -1,8 +1,10 @@
 #include "distributions/gamma/gamma.h"
 
 #include <cfloat>
+#include <cmath>
 
 #include "distributions/either_tail.h"
+#include "distributions/lanes/lanes.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
@@ -31,14 +33,32 @@ double StandardLowerTail(double z, const GammaShape& shape) {
 
 }  // namespace
 
-double GammaPdfKernel::LogDensity(double z) {
-    if (shape_ <= numerics::kFastLimit) {
-        const double logGamma = logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
-        return (shape_ - 1) * elementary::Log(z) - z - logGamma;
-    }
-    if (z < numerics::kTinyArgument) return -DBL_MAX;
+double GammaPdfKernel::LogGamma() {
+    return logGamma_.Get([a = shape_] { return numerics::FastLogGamma(a); });
+}
+
+const GammaShape& GammaPdfKernel::LargeShape() {
     if (!largeShape_) largeShape_.emplace(shape_);
-    return numerics::GammaLogDensity(*largeShape_, z);
+    return *largeShape_;
+}
+
+double GammaPdfKernel::LogDensity(double z) {
+    if (shape_ <= numerics::kFastLimit) return (shape_ - 1) * elementary::Log(z) - z - LogGamma();
+    return z < numerics::kTinyArgument ? -DBL_MAX : numerics::GammaLogDensity(LargeShape(), z);
+}
+
+GammaDensityInLanes GammaPdfKernel::InLanes() {
+    GammaDensityInLanes lanes{};
+    lanes.ordinary = shape_ >= kLeastShapeInLanes && shape_ <= numerics::kShapeLimit;
+    lanes.shape = shape_;
+    lanes.scale = scale_;
+    lanes.threshold = threshold_;
+    if (!lanes.ordinary) return lanes;
+    if (shape_ <= numerics::kFastLimit)
+        lanes.logNorm = LogGamma();
+    else
+        lanes.larger = numerics::DensityConstantsOf(LargeShape());
+    return lanes;
 }
 
 double GammaPdfKernel::operator()(double x) {
@@ -62,6 +82,10 @@ double GammaCdfKernel::operator()(double x) const {
     return upper_ ? upper : lower;
 }
 
+GammaTailInLanes GammaCdfKernel::InLanes() const {
+    return {numerics::PairConstantsOf(shape_), scale_, threshold_, upper_};
+}
+
 double GammaInvCdfKernel::operator()(double p) const {
     if (p == 0) return 0;
     const double z = Standard(p);
@@ -69,21 +93,56 @@ double GammaInvCdfKernel::operator()(double p) const {
     return z * scale_ + threshold_;
 }
 
-double GammaInvCdfKernel::AtUpperTail(double q) const {
+namespace {
+
+// The first answer of the search; the target is the smaller tail.
+double FirstAnswer(double p, const GammaShape& shape) {
     double z = 0;
-    numerics::gamma_upper_quant(q, shape_, &z);
-    if (ErrorState().Failed()) return kNA;
-    return z == 0 ? 0 : z * scale_ + threshold_;
+    if (p > 0.5)
+        numerics::gamma_upper_quant(1 - p, shape, &z);
+    else
+        numerics::gamma_lower_quant(p, shape, &z);
+    return ErrorState().Failed() ? kNA : z;
+}
+
+double AnswerAtUpperTail(double q, const GammaShape& shape) {
+    double z = 0;
+    numerics::gamma_upper_quant(q, shape, &z);
+    return ErrorState().Failed() ? kNA : z;
+}
+
+}  // namespace
+
+void FindStandardQuantiles(const GammaShape& shape, bool upper, double* p, double* z, std::size_t n) {
+    constexpr double kNothingToVerify = -1;
+    const frame::NumericErrorState state = ErrorState();
+    for (std::size_t i = 0; i < n; ++i) {
+        const bool isDirect = upper && std::isgreater(p[i], 0.0) && std::isless(p[i], 0.5);
+        if (isDirect) {
+            z[i] = AnswerAtUpperTail(p[i], shape);
+            p[i] = kNothingToVerify;
+            continue;
+        }
+        if (upper) p[i] = LowerTailOf(p[i]);
+        const bool isInside = std::isgreater(p[i], 0.0) && std::isless(p[i], 1.0);
+        if (!isInside) p[i] = 1;
+        z[i] = isInside ? FirstAnswer(p[i], shape) : kNA;
+    }
+    ErrorState() = state;
+}
+
+GammaTailInLanes GammaInvCdfKernel::InLanes() const {
+    return {numerics::PairConstantsOf(shape_), scale_, threshold_, false};
+}
+
+double GammaInvCdfKernel::AtUpperTail(double q) const {
+    const double z = AnswerAtUpperTail(q, shape_);
+    return z == kNA || z == 0 ? z : z * scale_ + threshold_;
 }
 
 double GammaInvCdfKernel::Standard(double p) const {
-    double z = 0;
-    if (p > 0.5)
-        numerics::gamma_upper_quant(1 - p, shape_, &z);
-    else
-        numerics::gamma_lower_quant(p, shape_, &z);
-    if (ErrorState().Failed()) return kNA;
-    if (z == 0 || (z > 0 && IsVerifiedQuantile(StandardLowerTail(z, shape_), p))) return z;
+    const double z = FirstAnswer(p, shape_);
+    if (z == kNA || z == 0 || (z > 0 && IsVerifiedQuantile(StandardLowerTail(z, shape_), p))) return z;
     CmGammaCdf f(shape_, p);
     return SolveByDoubling(f, z);
 }

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "distributions/beta/lanes/densities.h"
+#include "distributions/beta/lanes/tails.h"
 #include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"
 #include "distributions/closed_forms/lanes/exponential.h"
@@ -13,6 +15,9 @@
 #include "distributions/closed_forms/lanes/logistic.h"
 #include "distributions/closed_forms/lanes/smallest_extreme_value.h"
 #include "distributions/closed_forms/lanes/weibull.h"
+#include "distributions/gamma/lanes/chi_square.h"
+#include "distributions/gamma/lanes/gamma.h"
+#include "distributions/gamma/lanes/quantiles.h"
 #include "distributions/lanes/lanes.h"
 #include "distributions/lanes/text.h"
 #include "distributions/normal/lanes/half_normal.h"
@@ -24,7 +29,7 @@ namespace {
 
 // The text with Evaluate of a kernel.
 template <class Kernel>
-ZUL_INLINE auto FunctionOf(const Kernel& kernel) {
+ZUL_INLINE auto FunctionOf(Kernel& kernel) {
     const auto text = TextOf(kernel);
     using Text = std::remove_const_t<decltype(text)>;
     if constexpr (std::is_base_of_v<OfNumbers, Text>)
@@ -34,9 +39,14 @@ ZUL_INLINE auto FunctionOf(const Kernel& kernel) {
 }
 
 template <class Kernel>
-ZUL_INLINE auto FunctionOf(const EitherTail<Kernel>& kernel) {
-    const auto text = TextOf(kernel.Inverse());
-    return EitherQuantile<std::remove_const_t<decltype(text)>>{{text}, kernel.IsUpper()};
+ZUL_INLINE auto FunctionOf(EitherTail<Kernel>& kernel) {
+    auto text = TextOf(kernel.Inverse());
+    if constexpr (requires { text.byUpperTail; }) {
+        text.byUpperTail = kernel.IsUpper();
+        return text;
+    } else {
+        return EitherQuantile<decltype(text)>{{text}, kernel.IsUpper()};
+    }
 }
 
 // Whether none is left.
@@ -77,18 +87,40 @@ ZUL_INLINE bool FillVectors(const Text& text, double* out, const double* in, std
     return all;
 }
 
+// A text that sorts its elements has FillBlock in place of Evaluate.
+template <class D, class Text>
+concept FillsBlocks = requires(const Text& text, double* out, const double* in) {
+    text.template FillBlock<D>(out, in, std::size_t{});
+};
+
 template <class D, class Kernel>
 bool Fill(Kernel& kernel, double* out, const double* in, std::size_t n) {
     const auto text = FunctionOf(kernel);
-    if (text.Takes()) return FillVectors<D>(text, out, in, n);
+    if (text.Takes()) {
+        if constexpr (FillsBlocks<D, decltype(text)>)
+            return text.template FillBlock<D>(out, in, n);
+        else
+            return FillVectors<D>(text, out, in, n);
+    }
     for (std::size_t k = 0; k < n; ++k)
         out[k] = frame::kNA;
     return false;
 }
 
+// Null where lanes gain nothing.
+template <class D, class Kernel>
+constexpr frame::FillInLanes<Kernel> FillOfKernel() {
+    if constexpr (!RestsOnBetaPair<Kernel>)
+        return Fill<D, Kernel>;
+    else if constexpr (kLanesOf<D> > 2)
+        return FillByBetaPair<D, Kernel>;
+    else
+        return nullptr;
+}
+
 template <class D, class... Kernels>
 constexpr Lanes MakeLanes(const LaneFunctions<Kernels...>*) {
-    return {{{Fill<D, Kernels>}...}};
+    return {{{FillOfKernel<D, Kernels>()}...}};
 }
 
 template <class D>

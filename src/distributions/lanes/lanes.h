@@ -1,6 +1,9 @@
 // The kernels that compute several elements at a time, and the functions that do so, for each level of processors.
 #pragma once
 
+#include "distributions/beta/beta.h"
+#include "distributions/beta/f.h"
+#include "distributions/beta/student_t.h"
 #include "distributions/bounded/triangular.h"
 #include "distributions/closed_forms/cauchy.h"
 #include "distributions/closed_forms/exponential.h"
@@ -11,6 +14,8 @@
 #include "distributions/closed_forms/smallest_extreme_value.h"
 #include "distributions/closed_forms/weibull.h"
 #include "distributions/either_tail.h"
+#include "distributions/gamma/chi_square.h"
+#include "distributions/gamma/gamma.h"
 #include "distributions/lanes/forward.h"
 #include "distributions/normal/half_normal.h"
 #include "distributions/normal/log_normal.h"
@@ -30,16 +35,21 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // A family to a line.
 // clang-format off
 struct Lanes : LaneFunctions<
+    BetaPdfKernel, BetaCdfKernel,
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
+    ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
+    FPdfKernel, FCdfKernel,
+    GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
     HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
     LargestExtremeValuePdfKernel, LargestExtremeValueCdfKernel, LargestExtremeValueInvCdfKernel, EitherTail<LargestExtremeValueInvCdfKernel>,
+    LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
     LogLogisticPdfKernel, LogLogisticCdfKernel, LogLogisticInvCdfKernel, EitherTail<LogLogisticInvCdfKernel>,
     LogNormalPdfKernel, LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>,
-    LogisticPdfKernel, LogisticCdfKernel, LogisticInvCdfKernel, EitherTail<LogisticInvCdfKernel>,
     NormalPdfKernel, NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>,
     SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
+    TPdfKernel, TCdfKernel,
     TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
     WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
     // clang-format on

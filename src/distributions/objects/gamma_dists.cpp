@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "elementary/exponential.h"
+#include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
 #include "frame/compare.h"
@@ -98,7 +99,17 @@ CmDistGammaC::SetUp CmDistGammaC::Prepare(double shape) {
     const double v = std::sqrt(6.0) * t;
     const double z = v + c2;
     const double k = -elementary::Log(std::sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
-    return {c2, r, t, w, v, z, k, elementary::Log(t * v / z)};
+    return {c2, r, t, w, v, z, k, elementary::Log(t * v / z), SureFrom(shape, c2, t)};
+}
+
+// A coordinate is at most sqrt(s), and its deviate at most sqrt(-2 log(s)). In [0, z] are the deviates from -c2 / t to
+// sqrt(6), all but those within a relative 1e-10 of the ends for certain while t is not too small beside c2.
+double CmDistGammaC::SureFrom(double shape, double c2, double t) {
+    constexpr double kMargin = 1e-9;
+    constexpr double kLargeShape = 1e10;
+    if (shape > kLargeShape) return 2;  // above every s
+    const double lower = c2 / t;
+    return elementary::Exp(-std::min(6.0, lower * lower) / 2 * (1 - kMargin)) * (1 + kMargin);
 }
 
 void CmDistGammaC::SetGenerator(UniformSource* generator) {
@@ -108,14 +119,14 @@ void CmDistGammaC::SetGenerator(UniformSource* generator) {
 }
 
 Candidate CmDistGammaC::TryTail() {
-    const auto& [c2, r, t, w, v, z, k, tailShift] = setUp_;
+    const auto& [c2, r, t, w, v, z, k, tailShift, sure] = setUp_;
     const double x = (1 - elementary::Log(NextUniform()) / v) * z;
     const double logU = elementary::Log(NextUniform());
     return {x, logU <= (elementary::Log(x / c2) + 2 - x / z) * c2 + k - z - tailShift};
 }
 
 inline Candidate CmDistGammaC::Try() {
-    const auto& [c2, r, t, w, v, z, k, tailShift] = setUp_;
+    const auto& [c2, r, t, w, v, z, k, tailShift, sure] = setUp_;
     if (NextUniform() < kTailShare) return TryTail();
     const double y = normal_.DrawStandard();
     const double x = y * t + c2;
@@ -132,8 +143,104 @@ double CmDistGammaC::Draw() {
     return DrawByRejection([this] { return Try(); });
 }
 
+void CmDistGammaC::CollectTail(Tries* tries) {
+    const Candidate candidate = TryTail();
+    if (!candidate.isAccepted) return;
+    const std::size_t n = tries->count++;
+    tries->a[n] = tries->u[n] = 0.5;
+    tries->pair[n] = 0;
+    tries->tailX[tries->tails] = candidate.value;
+    tries->tail[tries->tails++] = n;
+}
+
+// Which uniforms each try takes depends on where its normal deviate lies for few of them. No second deviate waits
+// before; after, as always.
+void CmDistGammaC::Collect(std::size_t attempts, Tries* tries) {
+    const auto& [c2, r, t, w, v, z, k, tailShift, sure] = setUp_;
+    tries->s[0] = 1;  // for tails before the first pair
+    bool hasSecond = false;
+    CmDistNormal::Point point{};
+    for (std::size_t i = 0; i < attempts; ++i) {
+        if (NextUniform() < kTailShare) {
+            CollectTail(tries);
+            continue;
+        }
+        if (!hasSecond) {
+            point = normal_.NextPoint();
+            tries->s[tries->pairs++] = point.s;
+        }
+        const double a = hasSecond ? point.a2 : point.a1;
+        hasSecond = !hasSecond;
+        if (point.s < sure) {
+            const double x = a * CmDistNormal::Factor(point.s) * t + c2;
+            if (x < 0 || x > z) continue;
+        }
+        const std::size_t n = tries->count++;
+        tries->a[n] = a;
+        tries->pair[n] = tries->pairs - 1;
+        tries->u[n] = NextUniform();
+    }
+    if (hasSecond) normal_.KeepSecond(point.a2 * CmDistNormal::Factor(point.s));
+}
+
+void CmDistGammaC::JudgeByLogarithm(const std::size_t* undecided, std::size_t count, Tries* tries) const {
+    const auto& [c2, r, t, w, v, z, k, tailShift, sure] = setUp_;
+    double logRatio[Tries::kMost];
+    double logU[Tries::kMost];
+    for (std::size_t i = 0; i < count; ++i) {
+        logRatio[i] = std::max(tries->x[undecided[i]], DBL_MIN) / c2;
+        logU[i] = tries->u[undecided[i]];
+    }
+    const elementary::Columns& columns = elementary::CurrentColumns();
+    columns.log(logRatio, logRatio, count);
+    columns.log(logU, logU, count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t n = undecided[i];
+        const double y = tries->a[n] * tries->factors[tries->pair[n]];
+        tries->isAccepted[n] = logU[i] <= (logRatio[i] + 1) * c2 - tries->x[n] + y * y / 2;
+    }
+}
+
+void CmDistGammaC::Judge(Tries* tries) const {
+    const auto& [c2, r, t, w, v, z, k, tailShift, sure] = setUp_;
+    std::size_t undecided[Tries::kMost];
+    std::size_t undecidedCount = 0;
+    CmDistNormal::Factors(tries->factors, tries->s, std::max<std::size_t>(tries->pairs, 1));
+    for (std::size_t n = 0; n < tries->count; ++n) {
+        const double y = tries->a[n] * tries->factors[tries->pair[n]];
+        const double h = y * y / 2;
+        const double g = (1 - 2 * std::min(y, 0.0) / r) * w;
+        const bool isInside = tries->u[n] <= 1 - (g - 1) * h;
+        tries->x[n] = y * t + c2;
+        tries->isAccepted[n] = isInside;
+        undecided[undecidedCount] = n;
+        undecidedCount += static_cast<std::size_t>(!isInside);
+    }
+    JudgeByLogarithm(undecided, undecidedCount, tries);
+    for (std::size_t i = 0; i < tries->tails; ++i) {
+        tries->x[tries->tail[i]] = tries->tailX[i];
+        tries->isAccepted[tries->tail[i]] = true;
+    }
+}
+
+// As Draw() so many times, in two phases: which uniforms so many tries take, then their arithmetic, by columns. No more
+// tries than deviates, so that all are needed.
 void CmDistGammaC::DrawMany(double* out, std::size_t count) {
-    DrawManyByRejection(out, count, [this] { return Try(); });
+    for (std::size_t i = 0; i < count;) {
+        if (normal_.HasSecond()) {
+            const Candidate candidate = Try();
+            out[i] = candidate.value;
+            i += static_cast<std::size_t>(candidate.isAccepted);
+            continue;
+        }
+        Tries tries;
+        Collect(std::min(count - i, Tries::kMost), &tries);
+        Judge(&tries);
+        for (std::size_t n = 0; n < tries.count; ++n) {
+            out[i] = tries.x[n];
+            i += static_cast<std::size_t>(tries.isAccepted[n]);
+        }
+    }
 }
 
 double CmDistGamma::Pdf(double x) {

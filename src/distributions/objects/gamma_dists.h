@@ -91,10 +91,32 @@ private:
         double z;  // where the exponential tail begins
         double k;
         double tailShift;  // log(t v / z)
+        double sure;       // points from this s on give normal deviates that stay in [0, z]
+    };
+    // Tries as far as their uniforms go, without those that fail for certain.
+    struct Tries {
+        static constexpr std::size_t kMost = 64;
+        std::size_t count = 0;
+        double a[kMost];          // coordinate of the point
+        std::size_t pair[kMost];  // its place
+        double u[kMost];
+        double x[kMost];  // the candidates
+        bool isAccepted[kMost];
+        std::size_t pairs = 0;
+        double s[kMost];
+        double factors[kMost];
+        std::size_t tails = 0;
+        std::size_t tail[kMost];  // the places of tries in the tail, which are ready
+        double tailX[kMost];
     };
     static SetUp Prepare(double shape);
+    static double SureFrom(double shape, double c2, double t);
     Candidate Try();
     Candidate TryTail();
+    void Collect(std::size_t attempts, Tries* tries);
+    void CollectTail(Tries* tries);
+    void Judge(Tries* tries) const;
+    void JudgeByLogarithm(const std::size_t* undecided, std::size_t count, Tries* tries) const;
     SetUp setUp_{};
     CmDistNormal normal_{0.0, 1.0};
 };

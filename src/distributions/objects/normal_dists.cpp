@@ -5,9 +5,16 @@
 #include <cmath>
 #include <new>
 
+#include "elementary/lanes/columns.h"
 #include "frame/missing_value.h"
 
 namespace zul::objects {
+
+void CmDistNormal::Factors(double* factors, const double* s, std::size_t count) {
+    elementary::CurrentColumns().log(factors, s, count);
+    for (std::size_t i = 0; i < count; ++i)
+        factors[i] = std::sqrt(-2 * factors[i] / s[i]);
+}
 
 // As Draw() so many times. The points of a block are found before their logarithms are taken: the search has no
 // branch on where a point fell, which no processor predicts. Not where a deviate may overflow, since what is drawn
@@ -21,13 +28,17 @@ void CmDistNormal::DrawMany(double* out, std::size_t count) {
     if (hasSecond_ && count > 0) out[i++] = Draw();
     while (isBounded && count - i >= 2) {
         Point points[kBlock];
+        double s[kBlock];
+        double factors[kBlock];
         const std::size_t pairs = std::min((count - i) / 2, kBlock);
         for (std::size_t found = 0; found < pairs;)
             found += static_cast<std::size_t>(Try(&points[found]));
+        for (std::size_t pair = 0; pair < pairs; ++pair)
+            s[pair] = points[pair].s;
+        Factors(factors, s, pairs);
         for (std::size_t pair = 0; pair < pairs; ++pair, i += 2) {
-            const double f = Factor(points[pair]);
-            out[i] = points[pair].a1 * f * sd + mean;
-            out[i + 1] = points[pair].a2 * f * sd + mean;
+            out[i] = points[pair].a1 * factors[pair] * sd + mean;
+            out[i + 1] = points[pair].a2 * factors[pair] * sd + mean;
         }
     }
     for (; i < count; ++i)

@@ -27,24 +27,39 @@ public:
             hasSecond_ = false;
             return second_;
         }
-        Point point{};
-        while (!Try(&point)) {
-        }
-        const double f = Factor(point);
-        second_ = point.a2 * f;
-        hasSecond_ = true;
+        const Point point = NextPoint();
+        const double f = Factor(point.s);
+        KeepSecond(point.a2 * f);
         return point.a1 * f;
     }
     void DrawMany(double* out, std::size_t count);
     void Modes(std::vector<double>& modes) override { modes.assign({Parameter<0>()}); }
 
-private:
+    // For those who draw many standard deviates: the points of the pairs, whose deviates are a1 and a2 times the factor
+    // of s, which may be found later for many at a time.
+    //
     // A point of the square around the origin, and the square of its distance from there.
     struct Point {
         double a1;
         double a2;
         double s;
     };
+    Point NextPoint() {
+        Point point{};
+        while (!Try(&point)) {
+        }
+        return point;
+    }
+    static double Factor(double s) { return std::sqrt(-2 * elementary::Log(s) / s); }
+    static void Factors(double* factors, const double* s, std::size_t count);
+    // Whether a second deviate waits for the next draw, and what it is to be.
+    bool HasSecond() const { return hasSecond_; }
+    void KeepSecond(double second) {
+        second_ = second;
+        hasSecond_ = true;
+    }
+
+private:
     // Whether the point lies in the unit circle. log(0) has no value.
     bool Try(Point* point) {
         const double a1 = 2 * NextUniform() - 1;
@@ -53,7 +68,6 @@ private:
         *point = {a1, a2, s};
         return BothOf(s <= 1, s != 0);
     }
-    static double Factor(const Point& point) { return std::sqrt(-2 * elementary::Log(point.s) / point.s); }
     bool hasSecond_ = false;
     double second_ = 0;
 };

@@ -45,6 +45,7 @@ struct Residual {
     double excess = 0;
     double slope = 0;
     bool known = true;
+    bool steady = false;  // by the pair, far from an underflow
 };
 
 constexpr Residual kFarAbove{DBL_MAX, 0, true};
@@ -70,7 +71,8 @@ Residual SmallTail(const BetaOrientation& shapes, const Point& at, double logTar
 }
 
 Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target, double logTarget) {
-    constexpr double kNear = 0.5;  // where the logarithms would cancel
+    constexpr double kNear = 0.5;       // where the logarithms would cancel
+    constexpr double kSteady = 1e-270;  // times the largest shape still no underflow
     if (target < kSmallTarget) return SmallTail(shapes, at, logTarget);
     double tail = 0;
     double other = 0;
@@ -84,9 +86,10 @@ Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target,
     if (!(tail > 0)) return SmallTail(shapes, at, logTarget);
     const double slope = density > 0 ? density * at.y * at.rest / tail : 0;
     const double ratio = tail / target;
+    const bool steady = target > kSteady && density * std::min(at.y, at.rest) > kSteady;
     return {std::abs(ratio - 1) < kNear ? elementary::Log1p((tail - target) / target)
                                         : elementary::Log(tail) - logTarget,
-            slope, true};
+            slope, true, steady};
 }
 
 // The logit of y from log(y).
@@ -126,6 +129,13 @@ bool InClosedForm(const BetaOrientation& shapes, double target, Point* result) {
     }
     return true;
 }
+
+// The lower tail to be met, and whether evaluations that change nothing are left out.
+struct Target {
+    double tail;
+    double log;
+    bool briefly;
+};
 
 // How a start was found: as good as exact, or to be refined.
 struct Start {
@@ -189,16 +199,51 @@ double Step(const BetaOrientation& shapes, const Point& at, const Residual& r) {
     return newton * (1 - bend + 2 * bend * bend - third * newton * newton / 6);
 }
 
+// The pair itself jumps by its tolerance here and there: what is close is good, and after some steps all that the
+// tolerance asks for.
+constexpr double kClose = 2e-10;
+
+// Whether the pair at the next point, a step from the last one, is surely within kClose of the target, and leaves the
+// error state as it is, so that evaluating it would change nothing.
+//
+// Let f be the logarithm of the tail as a function of the logit, s = f', K = p + q + 1 and u = K |e / s| for the excess
+// e. Then s <= p, and the curvature, third and fourth derivatives over s are at most 2 K, 6.25 K^2 and 30 K^3 (they are
+// polynomials in p, q, s, y and 1 - y). The step is the inverse of the Taylor series up to the third order, so that it
+// leaves an excess of at most (5 + 5 + 1.25) u^3 |e|, and a little of higher order: below 2e-11 by kLeft.
+//
+// Of the n terms of the series, in number and kind the same at both points by RepeatsBetaTerms, what is left out is at
+// most 2e-9 of their sum: no earlier ratio is below the last one. Relative to the sum it changes by no more than 4 n
+// times the step, and counts for a tail that is the complement of the computed one at most four times: 4 * 2e-9 * 4 u =
+// 1.3e-10, with n counted to K. The slope, which is as good as the tail, adds 1e-9 |e|, roundings add 1e-11 up to
+// kLargestSum. Altogether that is below kClose.
+bool NeedsNoEvaluation(const BetaOrientation& shapes, double target, const Point& at, const Residual& r,
+                       double nextLogit) {
+    constexpr double kFarthest = 4e-3;
+    constexpr double kLeft = 1e-12;
+    constexpr double kLargestExcess = 1e-4;
+    constexpr double kLargestSum = 1e4;
+    constexpr double kLeastComplement = 0.2;
+
+    const double sum = shapes.P() + shapes.Q();
+    const double excess = std::abs(r.excess);
+    if (!(r.steady && sum <= kLargestSum && excess <= kLargestExcess)) return false;
+    const double u = (sum + 1 + ErrorState().count) * excess / r.slope;
+    if (!(u <= kFarthest && u * u * u * excess <= kLeft)) return false;
+    const bool isComplement = (at.rest < at.y) == (ErrorState().method == BetaLower);
+    if (isComplement && target < kLeastComplement) return false;
+    const Point next = AtLogit(nextLogit);
+    if ((at.rest < at.y) != (next.rest < next.y)) return false;
+    return shapes.IsMirrored() ? RepeatsBetaTerms(next.rest, next.y, shapes.Shapes())
+                               : RepeatsBetaTerms(next.y, next.rest, shapes.Shapes());
+}
+
 // From a start to the point with the target, between bounds. False: no convergence.
-bool Refine(const BetaOrientation& shapes, double target, double logTarget, double logit, Point* result) {
+bool Refine(const BetaOrientation& shapes, const Target& target, double logit, Point* result) {
     constexpr int kEvaluationLimit = 200;
     constexpr double kLogitLimit = 662;     // beyond it the pair counts as (0, 1)
     constexpr double kLeastSlope = 1e-200;  // so that no step overflows
     constexpr double kMargin = 1e-3;
-    // The pair itself jumps by its tolerance here and there: what is close is good, and after some steps all
-    // that the tolerance asks for.
-    constexpr double kClose = 2e-10;
-    constexpr int kPatience = 8;
+    constexpr int kPatience = 8;  // evaluations that try to be close
 
     const double p = shapes.P();
     const double q = shapes.Q();
@@ -212,7 +257,7 @@ bool Refine(const BetaOrientation& shapes, double target, double logTarget, doub
     logit = std::clamp(logit, lo, hi);
     for (int k = 1; k <= kEvaluationLimit; ++k) {
         const Point at = AtLogit(logit);
-        const Residual r = Evaluate(shapes, at, target, logTarget);
+        const Residual r = Evaluate(shapes, at, target.tail, target.log);
         if (!r.known) return false;
         if (std::abs(r.excess) < least) {
             least = std::abs(r.excess);
@@ -222,7 +267,12 @@ bool Refine(const BetaOrientation& shapes, double target, double logTarget, doub
         (r.excess < 0 ? lo : hi) = logit;
         // From the side where the tail is flat there may be no step at all.
         double next = r.slope > kLeastSlope ? logit + Step(shapes, at, r) : lo;
-        if (!(next > lo && next < hi)) next = lo + (hi - lo) / 2;
+        if (!(next > lo && next < hi)) {
+            next = lo + (hi - lo) / 2;
+        } else if (target.briefly && k < kPatience && NeedsNoEvaluation(shapes, target.tail, at, r, next)) {
+            *result = AtLogit(next);
+            return true;
+        }
         if (next == lo || next == hi) break;
         logit = next;
     }
@@ -230,7 +280,7 @@ bool Refine(const BetaOrientation& shapes, double target, double logTarget, doub
 }
 
 // The lower quantile for a target of at most 0.5.
-bool LowerQuantile(const BetaOrientation& shapes, double target, Point* result) {
+bool LowerQuantile(const BetaOrientation& shapes, double target, bool briefly, Point* result) {
     if (target == 0) {
         *result = {0, 1};
         return true;
@@ -252,11 +302,11 @@ bool LowerQuantile(const BetaOrientation& shapes, double target, Point* result) 
     } else {
         start.logit = StartInside(shapes, target, logTarget);
     }
-    return Refine(shapes, target, logTarget, start.logit, result);
+    return Refine(shapes, {target, logTarget, briefly}, start.logit, result);
 }
 
 void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::RoutineName& routine,
-              double* x, double* complement) {
+              double* x, double* complement, bool briefly = true) {
     const double a = shapes.A();
     const double b = shapes.B();
     ErrorState().Begin(routine);
@@ -272,7 +322,7 @@ void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::
         target = 1 - target;
     }
     Point result{};
-    if (!LowerQuantile(upper ? shapes.Mirrored() : shapes.Direct(), target, &result)) {
+    if (!LowerQuantile(upper ? shapes.Mirrored() : shapes.Direct(), target, briefly, &result)) {
         ErrorState().Fail(frame::LevelNoConvergence, routine);
         return;
     }
@@ -312,6 +362,13 @@ void beta_lower_quant(double p, const BetaShapes& shapes, double* x, double* com
 
 void beta_upper_quant(double q, const BetaShapes& shapes, double* x, double* complement) {
     Quantile(q, shapes, true, "beta_upper_quant"_routine, x, complement);
+}
+
+void beta_quant_in_full(double target, const BetaShapes& shapes, Side side, double* x, double* complement) {
+    if (side == Side::Lower)
+        Quantile(target, shapes, false, "beta_lower_quant"_routine, x, complement, false);
+    else
+        Quantile(target, shapes, true, "beta_upper_quant"_routine, x, complement, false);
 }
 
 void F_lower_quant(double p, const BetaShapes& halves, double* value) {

@@ -23,6 +23,9 @@ void beta_lower_quant(double p, const BetaShapes& shapes, double* x, double* com
 // The same for the upper tail q.
 void beta_upper_quant(double q, const BetaShapes& shapes, double* x, double* complement);
 
+// Either, for tests: with the last evaluation, which the others leave out where it surely changes nothing.
+void beta_quant_in_full(double target, const BetaShapes& shapes, Side side, double* x, double* complement);
+
 // Newton's iteration from *x to the point where I, or J for the upper side, is the target, to a relative
 // kSeriesTolerance. LevelDomain: the target is outside [0, 1]. LevelNoConvergence: kNewtonLimit steps did not
 // do, *x left the domain, or the density vanished.

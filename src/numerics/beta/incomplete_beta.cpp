@@ -5,6 +5,7 @@
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
+#include "numerics/beta/beta_limits.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/gamma/incomplete_gamma.h"
 #include "numerics/limits.h"
@@ -14,13 +15,6 @@ namespace {
 
 using frame::ErrorState;
 using frame::operator""_routine;
-
-// The series change over when their terms begin to alternate without falling fast.
-constexpr double kFallingRatio = -0.5;
-// Below the median, or above it, terms hardly rise; what rises beyond this is far on the wrong side of it.
-constexpr double kTermRise = 1e8;
-// A product above it has a logarithm above kLogUnderflow whatever the rounding, so that it need not be taken.
-constexpr double kSurelyNormal = 2 * kTinyArgument;
 
 // A point on the near side, with its distance from the far end.
 struct Point {
@@ -38,15 +32,11 @@ double ShapeDeviance(double x, double mean) {
 }
 
 double LogDensity(const BetaOrientation& shapes, double y, double rest, double logRest) {
-    // Up to here the powers themselves lose no more than the last three digits; beyond, the deviances have to
-    // take their place.
-    constexpr double kMediumSum = 1000;
-
     const double p = shapes.P();
     const double q = shapes.Q();
     const double sum = p + q;
     const double logY = elementary::Log(y);
-    if (sum <= kMediumSum) return (p - 1) * logY + (q - 1) * logRest + shapes.Shapes().MinusLogBeta();
+    if (sum <= kBetaMediumSum) return (p - 1) * logY + (q - 1) * logRest + shapes.Shapes().MinusLogBeta();
     return shapes.Shapes().DensityConstant() - ShapeDeviance(p, sum * y) - ShapeDeviance(q, sum * rest) -
            logY - logRest;
 }
@@ -60,6 +50,8 @@ enum class SeriesEnd { Converged, Alternating, Failed };
 struct SeriesTerms {
     double count;
     SeriesEnd end;
+    double last;
+    double lastRatio;
 };
 
 // The terms t = 1, t = t r_n of the series with r_n = (q - n) / (n + p) odds, until one is below the
@@ -82,8 +74,9 @@ SeriesTerms CountTerms(const BetaOrientation& shapes, double odds) {
         n += 1;
         goOn = advance(shapes.Ratio(n));
     }
-    if (n > kTermLimit || t >= kTermRise) return {n, SeriesEnd::Failed};
-    return {n, std::abs(t) < kSeriesTolerance ? SeriesEnd::Converged : SeriesEnd::Alternating};
+    if (n > kTermLimit || t >= kTermRise) return {n, SeriesEnd::Failed, t, ratio};
+    const bool converged = std::abs(t) < kSeriesTolerance;
+    return {n, converged ? SeriesEnd::Converged : SeriesEnd::Alternating, t, ratio};
 }
 
 // 1 + r_1 (1 + r_2 (... (1 + r_n sum))), from the smallest term on.
@@ -124,7 +117,7 @@ int PositiveSeries(const BetaOrientation& shapes, const Point& at, double* facto
 
 int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) {
     const double odds = at.y / at.rest;
-    const auto [n, end] = CountTerms(shapes, odds);
+    const auto [n, end, last, lastRatio] = CountTerms(shapes, odds);
     ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Iabx"_routine);
     if (end == SeriesEnd::Converged) {
@@ -140,9 +133,6 @@ int LowerFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
 // 1 / (1 + e_1 / (1 + e_2 / (1 + ...))) with positive e, so that nothing vanishes and successive convergents
 // bracket the value.
 bool GaussFraction(double b, double q, double odds, double* value) {
-    constexpr int kStepLimit = 10000;
-    constexpr double kTolerance = 1e-10;
-
     double c = 1;
     double d = 0;
     double f = 1;
@@ -152,11 +142,11 @@ bool GaussFraction(double b, double q, double odds, double* value) {
         f *= c * d;
     };
     advance((1 - b) / (q + 1) * odds);
-    for (double m = 1; m <= kStepLimit; ++m) {
+    for (double m = 1; m <= kFractionStepLimit; ++m) {
         const double middle = q + 2 * m;
         advance(m * (q + b + m - 1) / ((middle - 1) * middle) * odds);
         advance((1 - b + m) * (q + m) / (middle * (middle + 1)) * odds);
-        if (std::abs(c * d - 1) < kTolerance) {
+        if (std::abs(c * d - 1) < kFractionTolerance) {
             *value = 1 / f;
             return true;
         }
@@ -168,7 +158,7 @@ int UpperFactor(const BetaOrientation& shapes, const Point& at, double* factor) 
     const double p = shapes.P();
     const BetaOrientation mirrored = shapes.Mirrored();
     const double odds = at.rest / at.y;
-    auto [n, end] = CountTerms(mirrored, odds);
+    auto [n, end, last, lastRatio] = CountTerms(mirrored, odds);
     double f = 0;
     ErrorState().count = static_cast<int>(n);
     if (end == SeriesEnd::Failed) return FailIn("beta_Jabx"_routine);
@@ -238,16 +228,13 @@ void BetaLowerSide(const BetaOrientation& shapes, const Point& at, const Tails& 
 
 // u(y, p, q) = q^p times the integral of t^(p - 1) (1 - t)^(q - 1) from y to 1, for p < 1 and y q < 1.
 double SmallShapeIntegral(const BetaOrientation& shapes, const Point& at) {
-    constexpr int kTermCap = 200;
-    constexpr double kTolerance = 1e-11;  // u is above 0.19
-
     const double p = shapes.P();
     const double q = shapes.Q();
     const double powerLess1 = elementary::Expm1(p * elementary::Log(at.y * q));
     double term = 1;
     double sum = 0;
     int n = 0;
-    while (n < kTermCap && std::abs(term) > kTolerance) {
+    while (n < kSmallShapeTermCap && std::abs(term) > kSmallShapeTolerance) {
         n += 1;
         term *= (n - q) / n * at.y;
         sum += term / (n + p);
@@ -323,6 +310,25 @@ void SetLimit(double lowerTail, double upperTail, double* lower, double* upper, 
 }
 
 }  // namespace
+
+// What the last call counted was a series that converged, or the count of another expansion that happens to be the
+// same. The latter is excluded where the last term here is below the tolerance, and its ratio above the one at which
+// the series changes over, by more than they differ from those there.
+bool RepeatsBetaTerms(double x, double complement, const BetaShapes& shapes) {
+    constexpr double kSurelyConverged = 0.99 * kSeriesTolerance;
+    constexpr double kSurelyFalling = 0.98 * kFallingRatio;
+
+    const bool mirrored = complement < x;
+    const BetaOrientation side = mirrored ? shapes.Mirrored() : shapes.Direct();
+    const double y = mirrored ? complement : x;
+    const double rest = mirrored ? x : complement;
+    const bool lowerSide = y <= side.MedianSplit();
+    if (ErrorState().method != (lowerSide ? BetaLower : BetaUpper)) return false;
+    if (!lowerSide && side.P() < 1 && y * side.Q() < 1) return false;
+    const SeriesTerms terms = lowerSide ? CountTerms(side, y / rest) : CountTerms(side.Mirrored(), rest / y);
+    return terms.count == ErrorState().count && terms.end == SeriesEnd::Converged &&
+           std::abs(terms.last) < kSurelyConverged && terms.lastRatio > kSurelyFalling;
+}
 
 double BetaLogDensity(const BetaOrientation& shapes, double y) {
     return LogDensity(shapes, y, 1 - y, elementary::Log1p(-y));

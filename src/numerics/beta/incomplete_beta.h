@@ -43,6 +43,12 @@ void beta_df(double x, const BetaShapes& shapes, double* lower, double* upper, d
 void beta_df(double x, double complement, const BetaShapes& shapes, double* lower, double* upper,
              double* density);
 
+// Whether beta_df at x, where it was last called at a point whose odds x / (1 - x) differ by at most a relative 0.005
+// divided by the count of terms, would sum the same terms of the same series again and leave the same method and count
+// in ErrorState(), which stays as it is. False also where that is not sure. Both points are on the same side of 0.5 and
+// far from an underflow.
+bool RepeatsBetaTerms(double x, double complement, const BetaShapes& shapes);
+
 // The logarithm of the beta density at y, log(y^(p - 1) (1 - y)^(q - 1) / B(p, q)), for 0 < y < 1 and
 // positive shapes. y >= kTinyArgument. Worst absolute error where the density does not underflow: 4e-13 for
 // p + q < 1e5, 3e-12 up to 6e7.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 
@@ -23,6 +24,8 @@ public:
     double Get(Compute compute) {
         if (!known_) {
             value_ = compute();
+            // A trap may end it anywhere: the compiler must not tell first that the value is known.
+            std::atomic_signal_fence(std::memory_order_release);
             known_ = true;
         }
         return value_;

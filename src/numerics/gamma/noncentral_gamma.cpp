@@ -209,9 +209,13 @@ void SumTails(double x, const GammaShape& shape, double mean, bool lowerSide, do
 
 }  // namespace
 
-void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double* lower, double* upper) {
+bool IsCentral(double noncentrality) {
     // A mean so small changes no digit, and its reciprocal would overflow.
     constexpr double kLeastMean = 1e-290;
+    return noncentrality >= 0 && noncentrality / 2 < kLeastMean;
+}
+
+void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double* lower, double* upper) {
     // The lower sum is the quicker one, and the upper tail is its complement to the last bits while it is not
     // the smaller one by far.
     constexpr double kAboveMean = 0.5;
@@ -223,7 +227,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
         return;
     }
     const double mean = noncentrality / 2;
-    if (mean < kLeastMean || x < kTinyArgument) {
+    if (IsCentral(noncentrality) || x < kTinyArgument) {
         gamma_df(x, shape, lower, upper, nullptr);
         ErrorState().routine = "gamma_ncdf"_routine;
         return;

@@ -21,6 +21,9 @@ namespace zul::numerics {
 // lemma 8.1 (the bounds beyond which a tail is 0).
 void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double* lower, double* upper);
 
+// Whether "gamma_ncdf" is "gamma_df" for a noncentrality.
+bool IsCentral(double noncentrality);
+
 // The tails of the noncentral chi-square distribution at x with df >= 1e-323 degrees of freedom: gamma_ncdf at x /
 // 2 with the shape df / 2, and its levels.
 void chi2_ncdf(double x, double df, double noncentrality, double* lower, double* upper);

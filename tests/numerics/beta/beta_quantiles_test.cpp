@@ -6,8 +6,10 @@
 #include <cfloat>
 #include <cmath>
 
+#include "elementary/arguments.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/switch_points.h"
 #include "support/reference_table.h"
 
 namespace zul::numerics {
@@ -75,6 +77,55 @@ TEST(BetaQuantiles, HandleTheEnds) {
     EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
     EXPECT_EQ(InvertF(0.1, BetaShapes(2, 1e-3), true), DBL_MAX);
     EXPECT_EQ(ErrorState().level, frame::LevelUnderflow);
+}
+
+struct Found {
+    Quantile quantile;
+    frame::NumericErrorState state;
+};
+
+Found Find(double target, const BetaShapes& shapes, Side side, bool inFull) {
+    Found found;
+    ErrorState() = {};
+    double* const x = &found.quantile.x;
+    double* const complement = &found.quantile.complement;
+    if (inFull)
+        beta_quant_in_full(target, shapes, side, x, complement);
+    else
+        (side == Side::Lower ? beta_lower_quant : beta_upper_quant)(target, shapes, x, complement);
+    found.state = ErrorState();
+    return found;
+}
+
+void ExpectNothingMissed(double target, const BetaShapes& shapes) {
+    for (const Side side : {Side::Lower, Side::Upper}) {
+        SCOPED_TRACE(testing::Message() << shapes.A() << ", " << shapes.B() << " at " << target);
+        const Found actual = Find(target, shapes, side, false);
+        const Found expected = Find(target, shapes, side, true);
+        ASSERT_EQ(actual.quantile.x, expected.quantile.x);
+        ASSERT_EQ(actual.quantile.complement, expected.quantile.complement);
+        ASSERT_EQ(actual.state.level, expected.state.level);
+        ASSERT_EQ(actual.state.routine.View(), expected.state.routine.View());
+        ASSERT_EQ(actual.state.method, expected.state.method);
+        ASSERT_EQ(actual.state.count, expected.state.count);
+    }
+}
+
+TEST(BetaQuantiles, LeaveOutEvaluationsThatChangeNothing) {
+    test::RandomArguments random;
+    for (const auto [a, b] : kShapes) {
+        const BetaShapes shapes(a, b);
+        for (const double x : SwitchPoints(shapes)) {
+            double lower = 0;
+            double upper = 0;
+            beta_df(x, shapes, &lower, &upper, nullptr);
+            // So near that the last step crosses the point or ends beside it.
+            for (const double shift : {0.0, 1e-12, -1e-9, 1e-6, -1e-4, 1e-3})
+                ASSERT_NO_FATAL_FAILURE(ExpectNothingMissed(lower * (1 + shift), shapes));
+        }
+        for (int k = 0; k < 500; ++k)
+            ASSERT_NO_FATAL_FAILURE(ExpectNothingMissed(random.Uniform(0, 1), shapes));
+    }
 }
 
 }  // namespace

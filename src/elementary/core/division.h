@@ -1,0 +1,51 @@
+// Exact quotients by divisors whose reciprocals are known.
+#pragma once
+
+#include "elementary/core/value.h"
+
+#if defined(__AVX2__) && defined(__FMA__)
+#include <immintrin.h>
+#endif
+
+namespace zul::elementary {
+namespace {
+
+// n / d with the bits of the division, for r = 1 / d rounded and n of either sign. |n| is 0 or from 1e-250 to 1e250, d
+// from 1e-150 to 1e150, so that nothing on the way is denormal or overflows.
+//
+// With d and n / d in [1, 2), u = 2^-52 and |r - 1/d| <= u/4, q = n r has an error of less than 1.5 u, and e = n - q d
+// one of at most u^2, and of 0 if |e| <= 2 u. So q + e r differs from n / d by at most 1.75 u^2, which does not matter
+// unless n / d is within that of the middle m of two doubles. Let it be, at a distance c, and d = 2 - j u, j >= 1.
+// |m - q| is u/2 or 3u/2. The latter takes n |r - 1/d| > u - 2 u^2, so n > 4 - 8 u and d > 2 - 4 u: then n / d is within
+// 32 u^2 of a double, and far from a middle. So |e| <= (u/2 + c) d, and q + e r differs from n / d by at most
+// (u/2 + c) d u/4. That is below c, since c >= u^2 / (2 d), n - m d being a multiple of u^2 / 2, and d^2 < 4 - d u: the
+// sum is on the right side of m.
+// Source: P. Markstein, Computation of elementary functions on the IBM RISC System/6000 processor, 1990, which asks for
+// a q within u; N. Brisebarre, J.-M. Muller and S. K. Raina, Accelerating correctly rounded floating-point division
+// when the divisor is known in advance, 2004.
+template <class D>
+ZUL_INLINE D Quotient(D n, D d, [[maybe_unused]] D r) {
+    [[maybe_unused]] const D q = n * r;
+#if defined(__AVX512F__)
+    if constexpr (kLanesOf<D> == 8) {
+        const __m512d quotient = __builtin_bit_cast(__m512d, q);
+        const __m512d reciprocal = __builtin_bit_cast(__m512d, r);
+        const __m512d e =
+            _mm512_fnmadd_pd(__builtin_bit_cast(__m512d, d), quotient, __builtin_bit_cast(__m512d, n));
+        return __builtin_bit_cast(D, _mm512_fmadd_pd(e, reciprocal, quotient));
+    }
+#endif
+#if defined(__AVX2__) && defined(__FMA__)
+    if constexpr (kLanesOf<D> == 4) {
+        const __m256d quotient = __builtin_bit_cast(__m256d, q);
+        const __m256d reciprocal = __builtin_bit_cast(__m256d, r);
+        const __m256d e =
+            _mm256_fnmadd_pd(__builtin_bit_cast(__m256d, d), quotient, __builtin_bit_cast(__m256d, n));
+        return __builtin_bit_cast(D, _mm256_fmadd_pd(e, reciprocal, quotient));
+    }
+#endif
+    return n / d;
+}
+
+}  // namespace
+}  // namespace zul::elementary

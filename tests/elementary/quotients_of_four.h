@@ -1,0 +1,9 @@
+#pragma once
+
+namespace zul::test {
+
+// The quotients of four numbers by their divisors, as lanes with fused multiply-adds form them. For processors that have
+// those.
+void QuotientsOfFour(double* out, const double* n, const double* d);
+
+}  // namespace zul::test
