@@ -27,17 +27,23 @@ void AddBenchmark(const std::string& workload, const char* library, std::int64_t
     benchmark::RegisterBenchmark(name.c_str(), std::move(run));
 }
 
-// The same for an operation that returns the seconds of processor time that it took, elsewhere perhaps.
+// The same for an operation that says how many seconds of processor time it took, for what is to be timed alone or
+// runs in another process; as long a one is called a few times only.
 template <typename Operation>
 void AddTimedBenchmark(const std::string& workload, const char* library, std::int64_t elements,
                        Operation operation) {
+    if (library == nullptr) return;
     const std::string name = workload + '/' + library;
     auto run = [operation = std::move(operation), elements](benchmark::State& state) mutable {
         for (auto _ : state)
             state.SetIterationTime(operation());
         state.SetItemsProcessed(state.iterations() * elements);
     };
-    benchmark::RegisterBenchmark(name.c_str(), std::move(run))->UseManualTime();
+    constexpr int kRepetitions = 3;
+    benchmark::RegisterBenchmark(name.c_str(), std::move(run))
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Repetitions(kRepetitions);
 }
 
 // Runs what the subsystems add, in their order, and prints the table.

@@ -1,16 +1,20 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <ctime>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
+#include <stdlib.h>
+#include <unistd.h>
+
 #include <zul/clustering.h>
 
 #include "bench.h"
-
-#ifdef ZUL_BENCH_WITH_SCIPY
-#include "python_peers.h"
-#endif
+#include "peers.h"
+#include "python_peer.h"
 
 namespace zul::bench {
 namespace {
@@ -50,6 +54,37 @@ void FillPlainly(const Table& table, std::vector<double>& out) {
     }
 }
 
+// A table of normal values with the file of them that peers.py reads, which goes with it. Rounded to tenths, the
+// values make many distances equal.
+class SharedTable {
+public:
+    SharedTable(int rows, int columns, bool isRounded)
+        : table(types::MakeIRectangularArrayDouble(rows, columns)) {
+        std::mt19937_64 generator(22);
+        std::normal_distribution<> normal;
+        std::FILE* const out = fdopen(mkstemp(path_), "wb");
+        for (int row = 0; row < rows; ++row) {
+            for (int column = 0; column < columns; ++column) {
+                const double value = normal(generator);
+                table->Set(row, column, isRounded ? std::round(value * 10) / 10 : value);
+            }
+            if (out != nullptr)
+                std::fwrite(&table->At(row, 0), sizeof(double), static_cast<std::size_t>(columns), out);
+        }
+        if (out != nullptr) std::fclose(out);
+        arguments = std::string(path_) + ' ' + std::to_string(columns);
+    }
+    ~SharedTable() { unlink(path_); }
+    SharedTable(const SharedTable&) = delete;
+    SharedTable& operator=(const SharedTable&) = delete;
+
+    Table table;
+    std::string arguments;  // the last ones of peers.py
+
+private:
+    char path_[32] = "/tmp/zul_bench_XXXXXX";
+};
+
 void AddDistances(int columns) {
     const std::string workload = "Euclidean, columns " + std::to_string(columns);
     const Table table = DrawTable(columns);
@@ -58,13 +93,63 @@ void AddDistances(int columns) {
                  [=] { CreateForClusterObservations(*table, Euclidean, false, *matrix); });
     AddBenchmark(workload, "plain loop", kPairs,
                  [=, out = std::vector<double>(kPairs)]() mutable { FillPlainly(table, out); });
-#ifdef ZUL_BENCH_WITH_SCIPY
-    AddTimedBenchmark(workload, "SciPy", kPairs,
-                      [columns] { return SecondsInPython("euclidean", kObjects, columns); });
-#endif
+    AddTimedBenchmark(workload, kScipy, kPairs,
+                      [shared = std::make_shared<SharedTable>(kObjects, columns, false)] {
+                          return SecondsInPython("pdist euclidean " + shared->arguments);
+                      });
 }
 
-// A run overwrites its matrix, so each is after a computation of the distances.
+double ThreadSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+// The joins alone, of 10,000 objects with 6 columns or fewer objects.
+void AddJoins(const std::string& data, const std::shared_ptr<SharedTable>& shared) {
+    const int objects = shared->table->RowCount();
+    const std::int64_t pairs = std::int64_t{objects} * (objects - 1) / 2;
+    const struct {
+        LinkageEnums linkage;
+        std::string method;
+        DistanceEnums measure;
+    } linkages[] = {{Single, "single", Euclidean},       {Complete, "complete", Euclidean},
+                    {Average, "average", Euclidean},     {McQuitty, "weighted", Euclidean},
+                    {Ward, "ward", SquaredEuclidean},    {Centroid, "centroid", SquaredEuclidean},
+                    {Median, "median", SquaredEuclidean}};
+    for (const auto& [linkage, method, measure] : linkages) {
+        const std::string workload = method + ", " + std::to_string(objects) + data;
+        AddTimedBenchmark(workload, kOurs, pairs, [=, link = linkage, distance = measure] {
+            const Matrix matrix(MakeDistanceMatrix(objects));
+            CreateForClusterObservations(*shared->table, distance, false, *matrix);
+            const double start = ThreadSeconds();
+            const std::unique_ptr<types::IReadableVector<ClusterStep>> steps(RunClustering(link, 1, *matrix));
+            benchmark::DoNotOptimize(steps->size());
+            return ThreadSeconds() - start;
+        });
+        AddTimedBenchmark(workload, kFastcluster, pairs, [shared, arguments = "linkage " + method + ' '] {
+            return SecondsInPython(arguments + shared->arguments);
+        });
+    }
+}
+
+// Each is the nearest of all lower ones, again and again: what a search finds is gone with the next join.
+void AddFarthestFirst(int objects) {
+    AddTimedBenchmark("complete, " + std::to_string(objects) + " to the last", kOurs,
+                      std::int64_t{objects} * (objects - 1) / 2, [=] {
+                          const Matrix matrix(MakeDistanceMatrix(objects));
+                          for (int i = 0; i < objects; ++i)
+                              for (int j = 0; j < i; ++j)
+                                  matrix->Set(i, j, objects - i + 1e-7 * j);
+                          const double start = ThreadSeconds();
+                          const std::unique_ptr<types::IReadableVector<ClusterStep>> steps(
+                              RunClustering(Complete, 1, *matrix));
+                          benchmark::DoNotOptimize(steps->size());
+                          return ThreadSeconds() - start;
+                      });
+}
+
+// A run uses its matrix up, so each is after a computation of the distances.
 void AddLinkage(const std::string& name, LinkageEnums linkage) {
     const Table table = DrawTable(6);
     const Matrix matrix(MakeDistanceMatrix(kObjects));
@@ -84,6 +169,12 @@ void AddClusteringBenchmarks() {
     AddLinkage("single", Single);
     AddLinkage("Ward", Ward);
     AddLinkage("centroid", Centroid);
+    constexpr int kColumns = 6;
+    for (const int objects : {2500, 10000}) {
+        AddJoins("", std::make_shared<SharedTable>(objects, kColumns, false));
+        AddJoins(" tied", std::make_shared<SharedTable>(objects, kColumns, true));
+        AddFarthestFirst(objects);
+    }
 }
 
 }  // namespace zul::bench

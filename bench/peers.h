@@ -49,6 +49,22 @@ inline gsl_error_handler_t* const kGslHandler = gsl_set_error_handler_off();
     {}
 #endif
 
+// The names alone: what they take is asked by SecondsInPython().
+namespace zul::bench {
+
+#ifdef ZUL_BENCH_WITH_SCIPY
+inline constexpr const char* kScipy = "SciPy";
+#else
+inline constexpr const char* kScipy = nullptr;
+#endif
+#ifdef ZUL_BENCH_WITH_FASTCLUSTER
+inline constexpr const char* kFastcluster = "fastcluster";
+#else
+inline constexpr const char* kFastcluster = nullptr;
+#endif
+
+}  // namespace zul::bench
+
 // Last: it defines many short macros.
 #ifdef ZUL_BENCH_WITH_RMATH
 #define MATHLIB_STANDALONE

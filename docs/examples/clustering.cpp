@@ -36,7 +36,7 @@ int main() {
     //! [distances]
 
     //! [joins]
-    // The largest distance is that of similarity 0. The call overwrites the distances.
+    // The largest distance is that of similarity 0. The call uses the distances up.
     double largest = 0;
     for (int i = 1; i < kCount; ++i)
         for (int j = 0; j < i; ++j)

@@ -304,8 +304,7 @@ ZUL_API StatlibraryErrorCode CreateForClusterVariables(const types::IRectangular
 /// @param linkage how the distances to a joined cluster follow from those to its parts
 /// @param maximumDistance the distance of similarity 0; if it is 0, similarities are infinite, or NaN for joins
 ///     at distance 0
-/// @param distances in: the distances between RowCount() objects; out: overwritten with distances between
-///     clusters
+/// @param distances in: the distances between RowCount() objects; out: used up, contents unspecified
 /// @return the n - 1 joins in their order, none for n < 2, in a vector which the caller deletes; null when
 ///     memory could not be obtained. For an unknown linkage null, after the line "invalid linkage" on standard
 ///     output.

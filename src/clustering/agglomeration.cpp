@@ -5,8 +5,10 @@
 
 namespace zul::dax::clustering {
 
-Agglomeration::Agglomeration(const LinkFunction& link, double maximumDistance, int count)
+Agglomeration::Agglomeration(const LinkFunction& link, double maximumDistance, DistanceMatrix& distances,
+                             int count)
     : link_(link),
+      distances_(distances),
       active_(static_cast<std::size_t>(count)),
       neighbours_(static_cast<std::size_t>(count)),
       maximumDistance_(maximumDistance) {
@@ -17,12 +19,12 @@ Agglomeration::Agglomeration(const LinkFunction& link, double maximumDistance, i
 }
 
 void Agglomeration::Run(types::Vector<ClusterStep>& steps) {
-    FindNeighbours();
+    for (std::size_t position = 0; position < active_.size(); ++position)
+        Search(position);
     for (std::size_t step = 0; step < steps.size(); ++step) {
         const Pair pair = FindClosestPair();
         const Cluster joined = Join(pair);
-        const double similarity = (1 - pair.distance / maximumDistance_) * 100;
-        steps.AtImpl(step) = {similarity, pair.distance, pair.lower, pair.higher, joined.size};
+        steps.AtImpl(step) = StepOf(pair, joined.size, maximumDistance_);
         if (step + 1 == steps.size()) return;
         UpdateDistances(joined, pair.higher);
         clusters_[static_cast<std::size_t>(pair.lower)] = joined;
@@ -31,30 +33,61 @@ void Agglomeration::Run(types::Vector<ClusterStep>& steps) {
     }
 }
 
-// Of equally distant pairs the one with the highest number, then with the highest other number.
-Agglomeration::Pair Agglomeration::FindClosestPair() {
+void Agglomeration::Search(std::size_t position) {
+    const int a = active_[position];
+    Neighbour nearest;
+    nearest.number = a;
+    for (std::size_t i = position + 1; i < active_.size(); ++i) {
+        const double distance = distances_(a, active_[i]);
+        if (distance <= nearest.distance) nearest = {distance, active_[i]};
+    }
+    neighbours_[static_cast<std::size_t>(a)] = nearest;
+}
+
+Pair Agglomeration::FindClosestPair() {
     Pair best{0, -1, -1};
     for (const int a : active_) {
         const auto [distance, number] = neighbours_[static_cast<std::size_t>(a)];
         if (number == a) continue;
-        const int lower = std::min(a, number);
-        const int higher = std::max(a, number);
+        const Pair pair{distance, std::min(a, number), std::max(a, number)};
         if (best.lower < 0 || distance < best.distance ||
-            (distance == best.distance &&
-             (higher > best.higher || (higher == best.higher && lower > best.lower))))
-            best = {distance, lower, higher};
+            (distance == best.distance && ComesBefore(pair, best)))
+            best = pair;
     }
     if (best.lower >= 0) return best;
     // No distance is a number.
     const int higher = active_[active_.size() - 1];
     const int lower = active_[active_.size() - 2];
-    return {Distance(lower, higher), lower, higher};
+    return {distances_(lower, higher), lower, higher};
 }
 
 Cluster Agglomeration::Join(const Pair& pair) {
     const int leftSize = clusters_[static_cast<std::size_t>(pair.lower)].size;
     const int rightSize = clusters_[static_cast<std::size_t>(pair.higher)].size;
     return {pair.lower, pair.distance, leftSize + rightSize, leftSize, rightSize};
+}
+
+void Agglomeration::UpdateDistances(const Cluster& joined, int absorbed) {
+    for (const int c : active_) {
+        if (c == joined.number || c == absorbed) continue;
+        const double toJoined = distances_(c, joined.number);
+        const double toAbsorbed = distances_(c, absorbed);
+        const int size = clusters_[static_cast<std::size_t>(c)].size;
+        distances_.Set(c, joined.number, link_.Update(joined.height, toJoined, toAbsorbed, joined, size));
+    }
+}
+
+void Agglomeration::RefreshNeighbours(int joined, int absorbed) {
+    for (std::size_t position = 0; position < active_.size(); ++position) {
+        const int a = active_[position];
+        Neighbour& neighbour = neighbours_[static_cast<std::size_t>(a)];
+        if (a == joined || neighbour.number == joined || neighbour.number == absorbed) {
+            Search(position);
+        } else {
+            const double distance = distances_(joined, a);
+            if (distance < neighbour.distance) neighbour = {distance, joined};
+        }
+    }
 }
 
 }  // namespace zul::dax::clustering

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "clustering/containers/vector.h"
-#include "clustering/distances/distance_matrix.h"
 #include "clustering/linkage.h"
 
 namespace zul::dax::clustering {
@@ -15,7 +14,24 @@ struct Neighbour {
     int number = 0;
 };
 
-// One run: n - 1 times the closest pair of clusters is joined.
+// Two clusters and their distance.
+struct Pair {
+    double distance;
+    int lower;
+    int higher;
+};
+
+// Whether, of two equally distant pairs, the first is joined: the one with the highest number, then with the highest
+// other number.
+inline bool ComesBefore(const Pair& a, const Pair& b) {
+    return a.higher > b.higher || (a.higher == b.higher && a.lower > b.lower);
+}
+
+inline ClusterStep StepOf(const Pair& pair, int size, double maximumDistance) {
+    return {(1 - pair.distance / maximumDistance) * 100, pair.distance, pair.lower, pair.higher, size};
+}
+
+// One run by the operations of any matrix: n - 1 times the closest pair of clusters is joined.
 //
 // The neighbours that the clusters keep decide which pair is the closest, ties included, so the rules by which
 // they change are part of the result (M. R. Anderberg, Cluster analysis for applications, 1973):
@@ -25,44 +41,26 @@ struct Neighbour {
 class Agglomeration {
 public:
     // Obtains all memory of the run.
-    Agglomeration(const LinkFunction& link, double maximumDistance, int count);
-    virtual ~Agglomeration() = default;
-    Agglomeration(const Agglomeration&) = delete;
-    Agglomeration& operator=(const Agglomeration&) = delete;
+    Agglomeration(const LinkFunction& link, double maximumDistance, DistanceMatrix& distances, int count);
 
-    // Appends the joins.
+    // Fills in the joins.
     void Run(types::Vector<ClusterStep>& steps);
 
-protected:
-    // Sets the neighbour of each cluster.
-    virtual void FindNeighbours() = 0;
-    // The distance between two active clusters.
-    virtual double Distance(int i, int j) = 0;
+private:
+    // Searches for the neighbour of active_[position].
+    void Search(std::size_t position);
+    Pair FindClosestPair();
+    Cluster Join(const Pair& pair);
     // Changes the distances to cluster `joined`, made of it and `absorbed`, which is still active.
-    virtual void UpdateDistances(const Cluster& joined, int absorbed) = 0;
+    void UpdateDistances(const Cluster& joined, int absorbed);
     // Changes the neighbours, when `absorbed` is no longer active.
-    virtual void RefreshNeighbours(int joined, int absorbed) = 0;
-
-    // The joined cluster is closer than the neighbour, which is not a part of it.
-    static void Approach(Neighbour& neighbour, double distance, int joined) {
-        if (distance < neighbour.distance) neighbour = {distance, joined};
-    }
+    void RefreshNeighbours(int joined, int absorbed);
 
     const LinkFunction& link_;
+    DistanceMatrix& distances_;
     std::vector<int> active_;  // ascending
     std::vector<Cluster> clusters_;
     std::vector<Neighbour> neighbours_;
-
-private:
-    struct Pair {
-        double distance;
-        int lower;
-        int higher;
-    };
-
-    Pair FindClosestPair();
-    Cluster Join(const Pair& pair);
-
     double maximumDistance_;
 };
 

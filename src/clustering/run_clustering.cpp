@@ -2,10 +2,12 @@
 #include <iostream>
 #include <memory>
 
+#include "clustering/agglomeration.h"
 #include "clustering/containers/vector.h"
-#include "clustering/host_agglomeration.h"
 #include "clustering/linkage.h"
-#include "clustering/packed_agglomeration.h"
+#include "clustering/rows/row_agglomeration.h"
+#include "clustering/rows/single_linkage.h"
+#include "frame/platform.h"
 #include "frame/recover.h"
 #include "zul/clustering.h"
 
@@ -24,6 +26,15 @@ void PrintLine(const char* line) {
     }
 }
 
+// NaN stands for what there is not, whatever the distances are: in a mode that traps they must not trap for it.
+void RunInRows(LinkageEnums linkage, double maximumDistance, DistanceMatrixImpl& distances, Steps& steps) {
+    const unsigned control = frame::GetControl();
+    frame::SetControl(control | frame::kDefaultControl);
+    if (linkage != Single || !JoinBySingleLinkage(distances, maximumDistance, steps))
+        RowAgglomeration(linkage, maximumDistance, distances, static_cast<int>(steps.size()) + 1).Run(steps);
+    frame::SetControl(control);
+}
+
 std::unique_ptr<Steps> Run(LinkageEnums linkage, double maximumDistance, DistanceMatrix& distances) {
     const std::unique_ptr<LinkFunction> link = MakeLinkFunction(linkage);
     if (link == nullptr) {
@@ -34,9 +45,9 @@ std::unique_ptr<Steps> Run(LinkageEnums linkage, double maximumDistance, Distanc
     auto steps = std::make_unique<Steps>(static_cast<std::size_t>(count - 1), ClusterStep());
     auto* const own = dynamic_cast<DistanceMatrixImpl*>(&distances);
     if (own != nullptr && own->Dimension() >= count)
-        PackedAgglomeration(*link, maximumDistance, *own, count).Run(*steps);
+        RunInRows(linkage, maximumDistance, *own, *steps);
     else
-        HostAgglomeration(*link, maximumDistance, distances, count).Run(*steps);
+        Agglomeration(*link, maximumDistance, distances, count).Run(*steps);
     return steps;
 }
 

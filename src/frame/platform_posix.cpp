@@ -2,15 +2,18 @@
 
 #include <pthread.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <ucontext.h>
 
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
 
 #include "frame/clock.h"
 #include "frame/errors.h"
+#include "frame/large_pages.h"
 #include "frame/platform_thread.h"
 #include "frame/trap_choice.h"
 
@@ -194,6 +197,19 @@ TimeOfDay LocalTimeOfDay() {
     if (std::timespec_get(&now, TIME_UTC) == 0 || localtime_r(&now.tv_sec, &local) == nullptr) return {};
     return {local.tm_hour, local.tm_min, local.tm_sec,
             static_cast<int>(now.tv_nsec / kNanosecondsPerMillisecond)};
+}
+
+// Linux alone has the hint. It is for whole large pages, and fails without harm where the kernel has none.
+void PreferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t bytes) {
+#if defined(MADV_HUGEPAGE)
+    constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
+    const auto start = reinterpret_cast<std::uintptr_t>(memory);  // NOLINT: pages are told by their addresses
+    const std::uintptr_t first = (start + kLargePage - 1) & ~(kLargePage - 1);
+    const std::uintptr_t end = (start + bytes) & ~(kLargePage - 1);
+    if (first >= end) return;
+    auto* const pages = static_cast<char*>(memory) + (first - start);
+    static_cast<void>(madvise(pages, end - first, MADV_HUGEPAGE));
+#endif
 }
 
 void TranslateTrapsOfThisThread() {

@@ -18,6 +18,7 @@
 
 #include "frame/clock.h"
 #include "frame/errors.h"
+#include "frame/large_pages.h"
 #include "frame/platform_thread.h"
 #include "frame/trap_choice.h"
 
@@ -259,6 +260,9 @@ TimeOfDay LocalTimeOfDay() {
     GetLocalTime(&now);
     return {now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
 }
+
+// This system gives large pages to privileged programs only.
+void PreferLargePages(void*, std::size_t) {}
 
 void TranslateTrapsOfThisThread() {
 #if defined(_MSC_VER)

@@ -41,6 +41,16 @@ const HostSteps& TwoJoins() {
     return kSteps;
 }
 
+// The nearest of all objects is again and again the last one, for which a run takes memory on the way.
+DistanceMatrix& DistancesToLast() {
+    constexpr int kObjects = 40;
+    static const Matrix kMatrix = MakeMatrix(kObjects);
+    for (int i = 0; i < kObjects; ++i)
+        for (int j = 0; j < i; ++j)
+            kMatrix->Set(i, j, kObjects - i);
+    return *kMatrix;
+}
+
 // An object or, without memory, none.
 template <typename Make>
 AllocatingCall Making(std::string name, Make make) {
@@ -98,6 +108,7 @@ void AddDistances(const char* name, Create create, std::vector<AllocatingCall>* 
 std::vector<AllocatingCall> AllocatingClustering() {
     Data();
     Distances();
+    DistancesToLast();
     HostDistances();
     HostOutput();
     TwoJoins();
@@ -127,6 +138,8 @@ std::vector<AllocatingCall> AllocatingClustering() {
         &calls);
     for (const auto linkage : {Average, Single, Complete, Ward, McQuitty, Median, Centroid}) {
         calls.push_back(Making("RunClustering", [=] { return RunClustering(linkage, 1, Distances()); }));
+        calls.push_back(
+            Making("RunClustering", [=] { return RunClustering(linkage, 1, DistancesToLast()); }));
         calls.push_back(Making("RunClustering", [=] { return RunClustering(linkage, 1, HostDistances()); }));
     }
     return calls;

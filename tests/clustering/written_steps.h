@@ -134,10 +134,8 @@ inline bool SameStep(const dax::clustering::ClusterStep& a, const dax::clusterin
 
 using Steps = std::unique_ptr<dax::types::IReadableVector<dax::clustering::ClusterStep>>;
 
-// What differs from the written rules in the steps and in the distances that they left in the matrix; empty if
-// nothing does.
-inline std::string Difference(const WrittenSteps& written, const Steps& steps,
-                              const dax::clustering::DistanceMatrix& m) {
+// What differs from the written rules in the steps; empty if nothing does.
+inline std::string Difference(const WrittenSteps& written, const Steps& steps) {
     std::ostringstream text;
     text.precision(17);
     if (steps == nullptr || steps->size() != written.steps.size()) return "another number of joins";
@@ -148,10 +146,6 @@ inline std::string Difference(const WrittenSteps& written, const Steps& steps,
                  << " " << step.similarity << " of " << step.size;
         return text.str();
     }
-    for (std::size_t i = 0; i < written.distances.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            if (!SameDistance(m(static_cast<int>(i), static_cast<int>(j)), written.distances[i][j]))
-                text << " left at " << i << " " << j;
     return text.str();
 }
 

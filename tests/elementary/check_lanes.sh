@@ -11,4 +11,4 @@ for object in "$@"; do
         awk '$2 ~ /[A-Zuvw]/ && !($2 ~ /[DR]/ && $3 ~ /^_ZN3zul([0-9]+[a-z]+)+[0-9]+k[A-Z]/) && $3 !~ /^DW\.ref\./')
     [[ -z $shared ]] || { printf '%s defines\n%s\n' "$object" "$shared" >&2; exit 1; }
 done
-((found >= 2))
+((found >= 4))

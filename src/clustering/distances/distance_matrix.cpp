@@ -2,10 +2,27 @@
 
 #include <algorithm>
 
+#include "frame/large_pages.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
 
 namespace zul::dax::clustering {
+namespace {
+
+// In doubles: memory that the C library gives back when it is freed, so that the hint ends with the matrix.
+constexpr std::size_t kManyElements = (std::size_t{32} << 20) / sizeof(double);
+
+// n (n + 1) / 2 copies of a value, for n >= 0.
+void FillTriangle(std::vector<double>& storage, int n, double value) {
+    const std::size_t size = UpperRowStart(static_cast<std::size_t>(n), static_cast<std::size_t>(n));
+    // The old storage goes before the new one comes, so that there is never twice as much.
+    if (size > storage.capacity()) storage = std::vector<double>();
+    storage.reserve(size);
+    if (size > kManyElements) frame::PreferLargePages(storage.data(), size * sizeof(double));
+    storage.assign(size, value);
+}
+
+}  // namespace
 
 DistanceMatrix::~DistanceMatrix() = default;
 
@@ -27,15 +44,18 @@ StatlibraryErrorCode DistanceMatrix::Init(int n, double value) {
     return InitImpl(n, value);
 }
 
-DistanceMatrixImpl::DistanceMatrixImpl(int n)
-    : dimension_(n), storage_(RowStart(static_cast<std::size_t>(n))), rowCount_(n) {}
+DistanceMatrixImpl::DistanceMatrixImpl(int n) : dimension_(n), rowCount_(n) {
+    FillTriangle(storage_, n, 0);
+}
 
 int DistanceMatrixImpl::RowCountImpl() const {
     return rowCount_;
 }
 
-std::size_t DistanceMatrixImpl::Index(int i, int j) {
-    return RowStart(static_cast<std::size_t>(std::max(i, j))) + static_cast<std::size_t>(std::min(i, j));
+std::size_t DistanceMatrixImpl::Index(int i, int j) const {
+    const auto row = static_cast<std::size_t>(std::min(i, j));
+    return UpperRowStart(row, static_cast<std::size_t>(dimension_)) +
+           static_cast<std::size_t>(std::max(i, j)) - row;
 }
 
 double DistanceMatrixImpl::GetImpl(int i, int j) const {
@@ -52,17 +72,15 @@ StatlibraryErrorCode DistanceMatrixImpl::InitImpl(int n, double value) {
     storage_.clear();
     return frame::OnAnyException(types::Failure, [&] {
         if (n < 0) return types::Failure;
-        const std::size_t size = RowStart(static_cast<std::size_t>(n));
-        // The old storage goes before the new one comes, so that there is never twice as much.
-        if (size > storage_.capacity()) storage_ = std::vector<double>();
-        storage_.assign(size, value);
+        FillTriangle(storage_, n, value);
         dimension_ = n;
         return types::Success;
     });
 }
 
 StatlibraryErrorCode DistanceMatrixImpl::Resize(int n) {
-    if (n < 0 || storage_.size() != RowStart(static_cast<std::size_t>(n))) return Init(n, 0);
+    if (n < 0 || storage_.size() != UpperRowStart(static_cast<std::size_t>(n), static_cast<std::size_t>(n)))
+        return Init(n, 0);
     dimension_ = n;
     return types::Success;
 }

@@ -47,8 +47,14 @@ struct Panels {
     std::vector<double> values;
 };
 
-// Where the distances of rows go: the rows of the library's own matrix, or a buffer of which each row is handed
-// over to the host's matrix.
+// Rows `from` to `to` - 1, none if `to` is not above.
+struct Others {
+    std::size_t from;
+    std::size_t to;
+};
+
+// Where the distances of rows go. The library's own matrix has a row's distances from those after it; a host's is told
+// those from the rows before it, row by row in ascending order, out of a buffer.
 class Target {
 public:
     explicit Target(DistanceMatrix& out) : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)) {}
@@ -58,16 +64,21 @@ public:
         rows_ = rows;
         if (own_ == nullptr) buffer_.resize(std::min(rows, kGroup) * rows);
     }
-    double* Row(std::size_t row) { return own_ != nullptr ? own_->Row(row) : &buffer_[row % kGroup * rows_]; }
-    // The distances from the rows before are complete; called in ascending order.
+    Others OthersOf(std::size_t row) const {
+        return own_ != nullptr ? Others{row + 1, rows_} : Others{0, row};
+    }
+    // The place of the distance from one of these; those from the next ones follow.
+    double* Place(std::size_t row, std::size_t other) {
+        return own_ != nullptr ? own_->UpperRow(row) + (other - row) : &buffer_[row % kGroup * rows_ + other];
+    }
+    // The row has all its distances, and so have those before.
     void Finish(std::size_t row) {
-        double* const distances = Row(row);
         if (own_ != nullptr) {
-            distances[row] = 0;
+            *own_->UpperRow(row) = 0;
             return;
         }
         for (std::size_t other = 0; other < row; ++other)
-            out_.Set(static_cast<int>(row), static_cast<int>(other), distances[other]);
+            out_.Set(static_cast<int>(row), static_cast<int>(other), *Place(row, other));
     }
 
 private:
@@ -89,38 +100,58 @@ public:
     void Fill() {
         for (std::size_t first = 0; first < data_.rows; first += kGroup) {
             const std::size_t end = std::min(first + kGroup, data_.rows);
-            for (std::size_t panel = 0; panel * kLanes < end; panel += blockPanels_)
+            const std::size_t firstPanel = target_.OthersOf(first).from / kLanes;
+            const std::size_t endPanel = (target_.OthersOf(end - 1).to + kLanes - 1) / kLanes;
+            for (std::size_t panel = firstPanel; panel < endPanel; panel += blockPanels_)
                 for (std::size_t row = first; row < end; row += kTile)
-                    FillTile(row, panel, panel + blockPanels_);
+                    FillTile(row, panel, std::min(panel + blockPanels_, endPanel));
             for (std::size_t row = first; row < end; ++row)
                 target_.Finish(row);
         }
     }
 
 private:
-    // The distances of kTile rows from those in some panels, of which some may not come before them.
+    // The distances of kTile rows from those in some panels. The panels between, of which all rows are others of all
+    // rows of the tile, go straight to the target.
     void FillTile(std::size_t first, std::size_t panel, std::size_t endPanel) {
-        const std::size_t own = first / kLanes;  // the panel of the rows themselves
-        const std::size_t before = std::min(endPanel, own);
-        if (first + kTile <= data_.rows && panel < before) {
-            double* out[kTile];
-            for (std::size_t i = 0; i < kTile; ++i)
-                out[i] = target_.Row(first + i) + panel * kLanes;
-            sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), before - panel, out);
-            panel = before;
+        std::size_t from = endPanel;
+        std::size_t to = endPanel;
+        if (first + kTile <= data_.rows) {
+            from = (target_.OthersOf(first + kTile - 1).from + kLanes - 1) / kLanes;
+            to = target_.OthersOf(first).to / kLanes;
         }
-        for (; panel < endPanel && panel <= own; ++panel)
+        from = std::clamp(from, panel, endPanel);
+        to = std::clamp(to, from, endPanel);
+        for (; panel < from; ++panel)
+            FillPart(first, panel * kLanes);
+        if (from < to) FillWhole(first, from, to);
+        for (panel = to; panel < endPanel; ++panel)
             FillPart(first, panel * kLanes);
     }
 
-    // The distances of kTile rows, or fewer at the end of the data, from those before each among a panel's.
+    void FillWhole(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        double* out[kTile];
+        for (std::size_t i = 0; i < kTile; ++i)
+            out[i] = target_.Place(first + i, panel * kLanes);
+        sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), endPanel - panel, out);
+    }
+
+    // The distances of kTile rows, or fewer at the end of the data, from those in one panel that are others of each.
     void FillPart(std::size_t first, std::size_t start) {
         double sums[kTile][kLanes];
         double* const out[kTile] = {sums[0], sums[1], sums[2], sums[3]};
-        sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+        bool isSummed = false;
         const std::size_t end = std::min(first + kTile, data_.rows);
-        for (std::size_t row = first; row < end; ++row)
-            std::copy_n(sums[row - first], std::min(kLanes, row - start), target_.Row(row) + start);
+        for (std::size_t row = first; row < end; ++row) {
+            const Others others = target_.OthersOf(row);
+            const std::size_t from = std::max(others.from, start);
+            const std::size_t to = std::min(others.to, start + kLanes);
+            if (from >= to) continue;
+            if (!isSummed) sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+            isSummed = true;
+            std::copy(sums[row - first] + (from - start), sums[row - first] + (to - start),
+                      target_.Place(row, from));
+        }
     }
 
     const Panels& data_;

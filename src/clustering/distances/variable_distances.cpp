@@ -22,10 +22,10 @@ void AddProducts(const std::vector<double>& deviations, DistanceMatrix& out) {
 
 // The same for the library's own matrix.
 void AddProducts(const std::vector<double>& deviations, DistanceMatrixImpl& out) {
-    for (std::size_t j = 0; j < deviations.size(); ++j) {
-        double* const row = out.Row(j);
-        for (std::size_t i = 0; i < j; ++i)
-            row[i] += deviations[i] * deviations[j];
+    for (std::size_t i = 0; i < deviations.size(); ++i) {
+        double* const row = out.UpperRow(i) - i;
+        for (std::size_t j = i + 1; j < deviations.size(); ++j)
+            row[j] += deviations[i] * deviations[j];
     }
 }
 

@@ -1,0 +1,113 @@
+// The runs in the rows of the library's matrix, on data that take each of their ways, at each level of processors.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "clustering/written_steps.h"
+#include "processor/level.h"
+#include "support/clustering.h"
+
+namespace zul::test {
+namespace {
+
+using namespace dax::clustering;
+using processor::Level;
+
+struct Case {
+    std::string name;
+    std::size_t n;
+    std::function<double(std::size_t i, std::size_t j)> distance;  // i > j
+};
+
+double Draw() {
+    static std::mt19937_64 random(5);
+    return std::generate_canonical<double, 53>(random);
+}
+
+double Number(std::size_t i) {
+    return static_cast<double>(i);
+}
+
+// The nearest of all objects is again and again the highest that is left.
+double ToHighest(std::size_t i, std::size_t j) {
+    return 1000 - Number(i) + Number(j) / 1024;
+}
+
+// Each object joins all that are higher than it: a chain as long as there are objects.
+double ToHigher(std::size_t, std::size_t j) {
+    return 1000 - Number(j);
+}
+
+const std::vector<Case>& Cases() {
+    static const std::vector<Case> kCases = {
+        {"one alone", 1, [](auto, auto) { return 1.0; }},
+        {"no two alike", 700, [](auto, auto) { return Draw(); }},
+        {"few values", 300, [](auto, auto) { return std::floor(Draw() * 9); }},
+        {"a grid", 300, [](auto i, auto j) { return std::hypot(i / 20 - j / 20, i % 20 - j % 20); }},
+        {"all alike", 150, [](auto, auto) { return 1.0; }},
+        {"one pair of equal heights", 60,
+         [](auto i, auto j) { return ToHigher(i, std::max<std::size_t>(j, 1)); }},
+        {"no equal heights", 60, ToHigher},
+        {"to the highest", 300, ToHighest},
+        {"to the highest, with ties", 300, [](auto i, auto) { return 1000 - Number(i); }},
+        {"to the highest, with strange ones", 300,
+         [](auto i, auto j) {
+             constexpr double kStrange[] = {kNaN, kInf, -kInf, -0.0, 0.0};
+             return (i * 7 + j) % 50 == 0 ? kStrange[(i + j) % 5] : ToHighest(i, j);
+         }},
+        {"to the highest, or infinite", 200, [](auto i, auto j) { return j < 150 ? kInf : ToHighest(i, j); }},
+        {"hardly any number", 200, [](auto i, auto j) { return (i + j) % 40 == 0 ? Number(i) : kNaN; }},
+        {"zeros", 100, [](auto i, auto j) { return (i + j) % 3 == 0 ? -0.0 : 0.0; }},
+    };
+    return kCases;
+}
+
+Square DrawSquare(const Case& c) {
+    Square distances(c.n);
+    for (std::size_t i = 0; i < c.n; ++i) {
+        for (std::size_t j = 0; j < i; ++j)
+            distances[i].push_back(c.distance(i, j));
+        distances[i].push_back(0);
+    }
+    return distances;
+}
+
+bool HaveSameBits(const Steps& a, const Steps& b) {
+    return std::equal(a->DataImpl(), a->DataImpl() + a->size(), b->DataImpl(),
+                      [](const ClusterStep& x, const ClusterStep& y) {
+                          return std::memcmp(&x.distance, &y.distance, sizeof x.distance) == 0;
+                      });
+}
+
+TEST(Rows, TakeTheWrittenStepsAtEachLevel) {
+    for (const Case& c : Cases()) {
+        const Square distances = DrawSquare(c);
+        for (int linkage = Average; linkage <= Centroid; ++linkage) {
+            const WrittenSteps written(static_cast<LinkageEnums>(linkage), 10, distances);
+            Steps first;
+            for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
+                processor::LimitLevel(level);
+                const Matrix matrix = MakeMatrix(static_cast<int>(c.n));
+                Fill(matrix.get(), distances);
+                Steps steps(RunClustering(static_cast<LinkageEnums>(linkage), 10, *matrix));
+                processor::LimitLevel(Level::Eight);
+                ASSERT_EQ(Difference(written, steps), "") << c.name << ", linkage " << linkage;
+                if (first == nullptr)
+                    first = std::move(steps);
+                else
+                    ASSERT_TRUE(HaveSameBits(first, steps)) << c.name << ", linkage " << linkage;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace zul::test
