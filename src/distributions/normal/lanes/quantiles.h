@@ -161,8 +161,8 @@ void ComputeSizes(Work* work, std::size_t n) {
 
 // A text of the quantiles: TailOf gives the smaller tail of the normal distribution of a probability, and by the top bit
 // where that is its lower one; Of what becomes of the deviates.
-struct OfDeviates {
-    bool upper;
+struct OfDeviates : OfNumbers {
+    bool byUpperTail;
     template <class D>
     static ZUL_INLINE BitsOf<D> GateOf(D p) {
         return NotInside01(p);

@@ -59,7 +59,7 @@ ZUL_INLINE void KeyBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int c
     const double middle = 2 * plan.standardDeviation;
     for (int i = 0; i < count; i += elementary::kLanesOf<D>) {
         const auto [direct, other] = pointsFrom(i);
-        const MaskOf<D> mirrored = (MaskOf<D>)(other < direct);
+        const BitMaskOf<D> mirrored = (BitMaskOf<D>)(other < direct);
         const auto ofSide = [&](double BetaSidePlan::*member) {
             return Select(mirrored, elementary::Splat<D>(plan.sides[1].*member),
                           elementary::Splat<D>(plan.sides[0].*member));
@@ -68,17 +68,17 @@ ZUL_INLINE void KeyBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int c
         elementary::Store(order.points + i, y);
         elementary::Store(order.rests + i, Select(mirrored, direct, other));
         const D beyond = y - ofSide(&BetaSidePlan::medianSplit);
-        const MaskOf<D> small =
-            (MaskOf<D>)(ofSide(&BetaSidePlan::p) < 1.0) & (MaskOf<D>)(y * ofSide(&BetaSidePlan::q) < 1.0);
+        const BitMaskOf<D> small =
+            (BitMaskOf<D>)(ofSide(&BetaSidePlan::p) < 1.0) & (BitMaskOf<D>)(y * ofSide(&BetaSidePlan::q) < 1.0);
         const D upperBranch =
             Select(small, elementary::Splat<D>(SmallShapeBranch), elementary::Splat<D>(UpperBranch));
-        const D branch = Select((MaskOf<D>)(beyond > 0.0), upperBranch, D{});
+        const D branch = Select((BitMaskOf<D>)(beyond > 0.0), upperBranch, D{});
         const D group = branch + Select(mirrored, elementary::Splat<D>(kBetaBranches), D{});
         const D size = elementary::Absolute(beyond);
         const D distance = size / (size + middle) * (BetaOrder::kDistances - 1);
         const D key = group * BetaOrder::kDistances + distance;
         const D inReach =
-            Select((MaskOf<D>)(y >= kLeastLanePoint), key, elementary::Splat<D>(BetaOrder::kNowhere));
+            Select((BitMaskOf<D>)(y >= kLeastLanePoint), key, elementary::Splat<D>(BetaOrder::kNowhere));
         const BitsOf<D> keys = elementary::Bits(inReach + 0x1p52) & 0xFFFF;
         std::memcpy(order.keys + i, &keys, sizeof keys);
     }
@@ -137,7 +137,7 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
         for (int w = 0; w < kInFlight; ++w) {
             at.y[w] = elementary::Load<D>(order.y + first + w * elementary::kLanesOf<D>);
             at.rest[w] = elementary::Load<D>(order.rest + first + w * elementary::kLanesOf<D>);
-            at.left[w] = MaskOf<D>{};
+            at.left[w] = BitMaskOf<D>{};
         }
         if (branch == LowerBranch)
             EvaluateLower(plan, side, ratios, at);

@@ -26,11 +26,11 @@ template <class D>
 inline constexpr int kFlightPoints = kInFlight* elementary::kLanesOf<D>;
 
 template <class D>
-using MaskOf = BitsOf<D>;
+using BitMaskOf = BitsOf<D>;
 
 template <class D>
-ZUL_INLINE bool AnyLane(const Flight<MaskOf<D>>& masks) {
-    MaskOf<D> any = masks[0];
+ZUL_INLINE bool AnyLane(const Flight<BitMaskOf<D>>& masks) {
+    BitMaskOf<D> any = masks[0];
     for (int w = 1; w < kInFlight; ++w)
         any |= masks[w];
     return elementary::AnyTopBit(any);
@@ -64,9 +64,9 @@ struct BetaFlight {
     Flight<D> odds;
     Flight<D> value;
     Flight<D> count;
-    Flight<MaskOf<D>> alternating;
-    Flight<MaskOf<D>> gone;  // by underflow: the tail is 0
-    Flight<MaskOf<D>> left;  // to beta_df
+    Flight<BitMaskOf<D>> alternating;
+    Flight<BitMaskOf<D>> gone;  // by underflow: the tail is 0
+    Flight<BitMaskOf<D>> left;  // to beta_df
     int most;                // terms of any point
 };
 
@@ -77,15 +77,15 @@ ZUL_INLINE D LaneDeviance(double x, D mean) {
     constexpr int kTermLimit = 100;
 
     const D difference = x - mean;
-    const MaskOf<D> close = (MaskOf<D>)(elementary::Absolute(difference) < kClose * (x + mean));
+    const BitMaskOf<D> close = (BitMaskOf<D>)(elementary::Absolute(difference) < kClose * (x + mean));
     const D v = difference / (x + mean);
     D sum = difference * v;
     D power = 2 * x * v;
-    MaskOf<D> live = close;
+    BitMaskOf<D> live = close;
     for (int j = 1; j < kTermLimit && elementary::AnyTopBit(live); ++j) {
         power = power * (v * v);
         const D next = sum + power / (2 * j + 1);
-        live &= (MaskOf<D>)(next != sum);
+        live &= (BitMaskOf<D>)(next != sum);
         sum = Select(live, next, sum);
     }
     return Select(close, sum, x * elementary::CoreLog(x / mean) + mean - x);
@@ -111,20 +111,20 @@ ZUL_INLINE void TakeLogDensity(const BetaPlan& plan, const BetaSidePlan& side, B
 template <class D>
 ZUL_INLINE void TakePower(const Flight<D>& logarithm, double ratio, const Flight<D>& above,
                           const Flight<D>& below, BetaFlight<D>& at) {
-    Flight<MaskOf<D>> under;
+    Flight<BitMaskOf<D>> under;
     for (int w = 0; w < kInFlight; ++w) {
-        under[w] = (MaskOf<D>)(logarithm[w] < kLogUnderflow);
-        at.left[w] |= (MaskOf<D>)(logarithm[w] > elementary::kExpReach);
+        under[w] = (BitMaskOf<D>)(logarithm[w] < kLogUnderflow);
+        at.left[w] |= (BitMaskOf<D>)(logarithm[w] > elementary::kExpReach);
         at.power[w] = elementary::CoreExp(Select(under[w] | at.left[w], D{}, logarithm[w]));
-        at.gone[w] = MaskOf<D>{};
+        at.gone[w] = BitMaskOf<D>{};
     }
     if (!AnyLane<D>(under)) return;
     for (int w = 0; w < kInFlight; ++w) {
         const D first = ratio > 0 ? ratio * above[w] / below[w] : D{};
         const D room = 1.0 - first;
-        const MaskOf<D> bounded = (MaskOf<D>)(first < 1.0);
+        const BitMaskOf<D> bounded = (BitMaskOf<D>)(first < 1.0);
         const D bound = logarithm[w] - elementary::CoreLog(Select(bounded, room, elementary::Splat<D>(1)));
-        at.gone[w] = under[w] & bounded & (MaskOf<D>)(bound < kLogUnderflow);
+        at.gone[w] = under[w] & bounded & (BitMaskOf<D>)(bound < kLogUnderflow);
         at.left[w] |= under[w] & ~at.gone[w];
     }
 }
@@ -133,11 +133,11 @@ ZUL_INLINE void TakePower(const Flight<D>& logarithm, double ratio, const Flight
 template <class D>
 ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
     Flight<D> t;
-    Flight<MaskOf<D>> live;
+    Flight<BitMaskOf<D>> live;
     for (int w = 0; w < kInFlight; ++w) {
         t[w] = elementary::Splat<D>(1);
         live[w] = ~(at.left[w] | at.gone[w]);
-        at.alternating[w] = MaskOf<D>{};
+        at.alternating[w] = BitMaskOf<D>{};
         at.count[w] = D{};
     }
     int n = 0;
@@ -149,15 +149,15 @@ ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
             t[w] = Select(live[w], t[w] * ratio, t[w]);
             at.count[w] = Select(live[w], elementary::Splat<D>(n), at.count[w]);
             const D size = elementary::Absolute(t[w]);
-            const MaskOf<D> goOn = (MaskOf<D>)(size >= kSeriesTolerance) &
-                                   (MaskOf<D>)(ratio >= kFallingRatio) & (MaskOf<D>)(t[w] < kTermRise);
+            const BitMaskOf<D> goOn = (BitMaskOf<D>)(size >= kSeriesTolerance) &
+                                   (BitMaskOf<D>)(ratio >= kFallingRatio) & (BitMaskOf<D>)(t[w] < kTermRise);
             live[w] &= goOn;
         }
     }
     for (int w = 0; w < kInFlight; ++w) {
-        at.left[w] |= live[w] | (MaskOf<D>)(t[w] >= kTermRise);
+        at.left[w] |= live[w] | (BitMaskOf<D>)(t[w] >= kTermRise);
         at.alternating[w] =
-            (MaskOf<D>)(elementary::Absolute(t[w]) >= kSeriesTolerance) & ~(at.left[w] | at.gone[w]);
+            (BitMaskOf<D>)(elementary::Absolute(t[w]) >= kSeriesTolerance) & ~(at.left[w] | at.gone[w]);
     }
     at.most = n;
 }
@@ -169,7 +169,7 @@ ZUL_INLINE void SumLaneTerms(const LaneRatios& ratios, BetaFlight<D>& at) {
         const double quotient = ratios.ratios[n];
         for (int w = 0; w < kInFlight; ++w) {
             const D next = quotient * at.odds[w] * at.value[w] + 1.0;
-            at.value[w] = Select((MaskOf<D>)(at.count[w] >= n), next, at.value[w]);
+            at.value[w] = Select((BitMaskOf<D>)(at.count[w] >= n), next, at.value[w]);
         }
     }
 }
@@ -182,7 +182,7 @@ ZUL_INLINE void SumPositiveSeries(const BetaSidePlan& side, BetaFlight<D>& at) {
     D quotients[kMost + 1][kInFlight];
     Flight<D> t;
     Flight<D> count;
-    Flight<MaskOf<D>> live;
+    Flight<BitMaskOf<D>> live;
     for (int w = 0; w < kInFlight; ++w) {
         t[w] = elementary::Splat<D>(1);
         count[w] = D{};
@@ -195,17 +195,17 @@ ZUL_INLINE void SumPositiveSeries(const BetaSidePlan& side, BetaFlight<D>& at) {
             quotients[m][w] = (sum + m - 1) * at.y[w] / (m + side.p);
             t[w] = Select(live[w], t[w] * quotients[m][w], t[w]);
             count[w] = Select(live[w], elementary::Splat<D>(m), count[w]);
-            live[w] &= (MaskOf<D>)(t[w] >= kSeriesTolerance) & (MaskOf<D>)(t[w] < kTermRise);
+            live[w] &= (BitMaskOf<D>)(t[w] >= kSeriesTolerance) & (BitMaskOf<D>)(t[w] < kTermRise);
         }
     }
     Flight<D> f;
     for (int w = 0; w < kInFlight; ++w) {
-        at.left[w] |= live[w] | (MaskOf<D>)(t[w] >= kTermRise);
+        at.left[w] |= live[w] | (BitMaskOf<D>)(t[w] >= kTermRise);
         f[w] = 1.0 / at.rest[w];
     }
     for (int k = m; k >= 1; --k) {
         for (int w = 0; w < kInFlight; ++w)
-            f[w] = Select((MaskOf<D>)(count[w] >= k), quotients[k][w] * f[w] + 1.0, f[w]);
+            f[w] = Select((BitMaskOf<D>)(count[w] >= k), quotients[k][w] * f[w] + 1.0, f[w]);
     }
     for (int w = 0; w < kInFlight; ++w)
         at.value[w] = Select(at.alternating[w], f[w] * at.rest[w] * at.y[w] / side.p, at.value[w]);
@@ -221,14 +221,14 @@ ZUL_INLINE void EvaluateLower(const BetaPlan& plan, const BetaSidePlan& side, La
     TakePower(at.logDensity, side.q > 1 ? (side.q - 1) / (side.p + 1) : 0, at.y, at.rest, at);
     CountLaneTerms(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
-        at.value[w] = Select((MaskOf<D>)(side.q - 1 >= at.count[w]), elementary::Splat<D>(1), at.rest[w]);
+        at.value[w] = Select((BitMaskOf<D>)(side.q - 1 >= at.count[w]), elementary::Splat<D>(1), at.rest[w]);
     SumLaneTerms(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
         at.value[w] = at.value[w] * at.y[w] / side.p;
     if (AnyLane<D>(at.alternating)) SumPositiveSeries(side, at);
     for (int w = 0; w < kInFlight; ++w) {
         at.value[w] = at.value[w] * at.power[w];
-        at.left[w] |= (MaskOf<D>)(at.value[w] <= kSurelyNormal) & ~at.gone[w];
+        at.left[w] |= (BitMaskOf<D>)(at.value[w] <= kSurelyNormal) & ~at.gone[w];
         at.value[w] = Select(at.gone[w], D{}, at.value[w]);
     }
 }
@@ -239,7 +239,7 @@ ZUL_INLINE void TakeGaussFraction(double b, double q, BetaFlight<D>& at) {
     Flight<D> c;
     Flight<D> d;
     Flight<D> f;
-    Flight<MaskOf<D>> live;
+    Flight<BitMaskOf<D>> live;
     for (int w = 0; w < kInFlight; ++w) {
         c[w] = elementary::Splat<D>(1);
         d[w] = D{};
@@ -260,7 +260,7 @@ ZUL_INLINE void TakeGaussFraction(double b, double q, BetaFlight<D>& at) {
         advance(m * (q + b + m - 1) / ((middle - 1) * middle));
         advance((1 - b + m) * (q + m) / (middle * (middle + 1)));
         for (int w = 0; w < kInFlight; ++w)
-            live[w] &= (MaskOf<D>)(elementary::Absolute(c[w] * d[w] - 1.0) >= kFractionTolerance);
+            live[w] &= (BitMaskOf<D>)(elementary::Absolute(c[w] * d[w] - 1.0) >= kFractionTolerance);
     }
     for (int w = 0; w < kInFlight; ++w) {
         at.left[w] |= live[w];
@@ -298,7 +298,7 @@ ZUL_INLINE void EvaluateUpper(const BetaPlan& plan, const BetaSidePlan& side, La
     TakePower(logPower, side.p > 1 ? (side.p - 1) / (side.q + 1) : 0, at.rest, at.y, at);
     CountLaneTerms(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
-        at.value[w] = Select((MaskOf<D>)(side.p - 1 >= at.count[w]), elementary::Splat<D>(1), at.y[w]);
+        at.value[w] = Select((BitMaskOf<D>)(side.p - 1 >= at.count[w]), elementary::Splat<D>(1), at.y[w]);
     if (AnyLane<D>(at.alternating)) BeginWithFraction(side, ratios, at);
     SumLaneTerms(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
@@ -311,19 +311,19 @@ ZUL_INLINE void EvaluateSmallShape(const BetaSidePlan& side, BetaFlight<D>& at) 
     Flight<D> powerLess1;
     Flight<D> term;
     Flight<D> sum;
-    Flight<MaskOf<D>> live;
+    Flight<BitMaskOf<D>> live;
     for (int w = 0; w < kInFlight; ++w) {
         powerLess1[w] = elementary::CoreExpm1(side.p * elementary::CoreLog(at.y[w] * side.q));
         term[w] = elementary::Splat<D>(1);
         sum[w] = D{};
-        live[w] = ~MaskOf<D>{};
+        live[w] = ~BitMaskOf<D>{};
     }
     for (int n = 1; n <= kSmallShapeTermCap && AnyLane<D>(live); ++n) {
         const double quotient = (n - side.q) / n;
         for (int w = 0; w < kInFlight; ++w) {
             term[w] = term[w] * (quotient * at.y[w]);
             sum[w] = Select(live[w], sum[w] + term[w] / (n + side.p), sum[w]);
-            live[w] &= (MaskOf<D>)(elementary::Absolute(term[w]) > kSmallShapeTolerance);
+            live[w] &= (BitMaskOf<D>)(elementary::Absolute(term[w]) > kSmallShapeTolerance);
         }
     }
     for (int w = 0; w < kInFlight; ++w) {
