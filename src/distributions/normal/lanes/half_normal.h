@@ -50,7 +50,7 @@ struct HalfNormalInvCdfText : OfDeviates {
     // The deviates are not negative.
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>*) const {
-        if (!upper) return 1.0 - (p + 1.0) / 2.0;
+        if (!byUpperTail) return 1.0 - (p + 1.0) / 2.0;
         return Select(p < 0.5, p / 2.0, 1.0 - ((1.0 - p) + 1.0) / 2.0);
     }
     template <class D>
@@ -59,12 +59,8 @@ struct HalfNormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE HalfNormalInvCdfText FunctionOf(HalfNormalInvCdfKernel& at) {
-    return {{false}, at.scale, at.threshold};
-}
-
-ZUL_INLINE HalfNormalInvCdfText FunctionOf(EitherTail<HalfNormalInvCdfKernel>& at) {
-    return {{at.IsUpper()}, at.Inverse().scale, at.Inverse().threshold};
+ZUL_INLINE HalfNormalInvCdfText TextOf(const HalfNormalInvCdfKernel& at) {
+    return {{{}, false}, at.scale, at.threshold};
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ struct LogNormalInvCdfText : OfDeviates {
     bool Takes() const { return IsOrdinary(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>* sign) const {
-        return SmallerNormalTail(p, upper, sign);
+        return SmallerNormalTail(p, byUpperTail, sign);
     }
     template <class D>
     ZUL_INLINE D Of(D deviate, Left<D>* left) const {
@@ -60,12 +60,8 @@ struct LogNormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE LogNormalInvCdfText FunctionOf(LogNormalInvCdfKernel& at) {
-    return {{false}, at.location, at.scale, at.threshold};
-}
-
-ZUL_INLINE LogNormalInvCdfText FunctionOf(EitherTail<LogNormalInvCdfKernel>& at) {
-    return {{at.IsUpper()}, at.Inverse().location, at.Inverse().scale, at.Inverse().threshold};
+ZUL_INLINE LogNormalInvCdfText TextOf(const LogNormalInvCdfKernel& at) {
+    return {{{}, false}, at.location, at.scale, at.threshold};
 }
 
 }  // namespace

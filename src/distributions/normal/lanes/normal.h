@@ -67,7 +67,7 @@ struct NormalInvCdfText : OfDeviates {
     bool Takes() const { return IsOrdinary(sd) && IsOrdinary(mean); }
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>* sign) const {
-        return SmallerNormalTail(p, upper, sign);
+        return SmallerNormalTail(p, byUpperTail, sign);
     }
     template <class D>
     ZUL_INLINE D Of(D deviate, Left<D>*) const {
@@ -75,12 +75,8 @@ struct NormalInvCdfText : OfDeviates {
     }
 };
 
-ZUL_INLINE NormalInvCdfText FunctionOf(NormalInvCdfKernel& at) {
-    return {{false}, at.mean, at.sd};
-}
-
-ZUL_INLINE NormalInvCdfText FunctionOf(EitherTail<NormalInvCdfKernel>& at) {
-    return {{at.IsUpper()}, at.Inverse().mean, at.Inverse().sd};
+ZUL_INLINE NormalInvCdfText TextOf(const NormalInvCdfKernel& at) {
+    return {{{}, false}, at.mean, at.sd};
 }
 
 }  // namespace

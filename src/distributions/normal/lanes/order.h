@@ -58,6 +58,16 @@ struct Results {
     alignas(64) double of[Order::kNowhere + 1];
 };
 
+// All that a block takes: of the elements the standard deviate, or its sign alone, the argument of the pair and for
+// Newton's steps its target; 0 is the argument of those that are left.
+struct Work {
+    Column deviates;
+    Column x;
+    Column targets;
+    Order order;
+    Results results;
+};
+
 // The first places of each rank.
 ZUL_INLINE void PlaceRanks(std::uint16_t* places, Order* order) {
     constexpr int kFirst[] = {0, OneHalfTable::kFirstSmall, OneHalfTable::kFirstFraction,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "distributions/lanes/text.h"
+#include "elementary/core/division.h"
 #include "numerics/gamma/one_half_table.h"
 #include "numerics/limits.h"
 
@@ -23,27 +24,9 @@ struct Group {
 
 inline constexpr double kHalf = 0.5;
 
-// n / d for an odd number d below 2^7 or such a number times a power of 2, and its rounded reciprocal; nothing is denormal.
-// The quotient q is within 1.5 units of its last place, so that the rest n - d q, a multiple of few units, is exact, and
-// q + rest / d is off by 2^-51 units before it rounds. n / d is no nearer than 2^-8 to the middle of two doubles: so
-// it rounds like n / d.
 template <class D>
-ZUL_INLINE D Quotient(D n, double d, [[maybe_unused]] double reciprocal) {
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8) {
-        const __m512d r = _mm512_set1_pd(reciprocal);
-        const auto q = (__m512d)n * r;
-        return (D)_mm512_fmadd_pd(_mm512_fnmadd_pd(_mm512_set1_pd(d), q, (__m512d)n), r, q);
-    }
-#endif
-#if defined(__FMA__)
-    if constexpr (kLanesOf<D> == 4) {
-        const __m256d r = _mm256_set1_pd(reciprocal);
-        const auto q = (__m256d)n * r;
-        return (D)_mm256_fmadd_pd(_mm256_fnmadd_pd(_mm256_set1_pd(d), q, (__m256d)n), r, q);
-    }
-#endif
-    return n / d;
+ZUL_INLINE D QuotientBy(D n, double d, double reciprocal) {
+    return elementary::Quotient(n, Splat<D>(d), Splat<D>(reciprocal));
 }
 
 // numerics::Log1p of t >= 0.
@@ -130,20 +113,20 @@ ZUL_INLINE void LowerTails(const Group<D, W>& x, int least, int most, Tails<D, W
     for (int k = most; k > least; --k) {
         const double start = table.termStarts[k - 1];
         ZUL_UNROLLED for (int w = 0; w < W; ++w) {
-            const D more = Quotient(x.of[w] * sum.of[w], k + kHalf, table.seriesReciprocals[k]) + 1.0;
+            const D more = QuotientBy(x.of[w] * sum.of[w], k + kHalf, table.seriesReciprocals[k]) + 1.0;
             sum.of[w] = Select(x.of[w] >= start, more, sum.of[w]);
             if constexpr (kNewton) tails->unsure.of[w] |= AreWithin(x.of[w], start, 2 * kSureStep * x.of[w]);
         }
     }
     for (int k = least; k >= 1; --k)
         ZUL_UNROLLED for (int w = 0; w < W; ++w) sum.of[w] =
-            Quotient(x.of[w] * sum.of[w], k + kHalf, table.seriesReciprocals[k]) + 1.0;
+            QuotientBy(x.of[w] * sum.of[w], k + kHalf, table.seriesReciprocals[k]) + 1.0;
     ZUL_UNROLLED for (int w = 0; w < W; ++w) tails->tail.of[w] = power.of[w] * sum.of[w];
 }
 
 template <class D>
 ZUL_INLINE D NextSmallTerm(D x, D term, int n) {
-    return -Quotient(x, n, kOneHalfTable.reciprocals[n]) * kOneHalfTable.termRatios[n] * term;
+    return -QuotientBy(x, n, kOneHalfTable.reciprocals[n]) * kOneHalfTable.termRatios[n] * term;
 }
 
 // The upper tail from the split to 1, by a series of at least `sure` terms. A term within the tolerance ends it: it becomes

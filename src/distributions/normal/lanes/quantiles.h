@@ -149,20 +149,28 @@ ZUL_INLINE void InvertBranch(const Order& order, Results* results) {
         InvertGroup<kBranch, D, W>(order, k, results);
 }
 
+// Of n arguments and targets; NA also stands where nothing is. One function for all texts.
+template <class D>
+void ComputeSizes(Work* work, std::size_t n) {
+    Arrange<D>(work->x, &work->targets, n, &work->order);
+    InvertBranch<OnLowerSide, D, kNewtonWidth>(work->order, &work->results);
+    InvertBranch<OnSmallUpperSide, D, kNewtonWidth>(work->order, &work->results);
+    InvertBranch<OnFractionSide, D, kNewtonWidth>(work->order, &work->results);
+    work->results.of[Order::kNowhere] = frame::kNA;
+}
+
 // A text of the quantiles: TailOf gives the smaller tail of the normal distribution of a probability, and by the top bit
 // where that is its lower one; Of what becomes of the deviates.
-struct OfDeviates {
-    bool upper;
+struct OfDeviates : OfNumbers {
+    bool byUpperTail;
     template <class D>
     static ZUL_INLINE BitsOf<D> GateOf(D p) {
         return NotInside01(p);
     }
 };
 
-// The signs of the deviates, the arguments from which Newton's steps start, 0 for those that are left, and their targets.
 template <class D, class Text>
-ZUL_INLINE void Prepare(const Text& text, const double* in, std::size_t n, Column* signs, Column* x,
-                        Column* targets) {
+ZUL_INLINE void PrepareQuantiles(const Text& text, const double* in, std::size_t n, Work* work) {
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
         const D p = LoadUpTo<D>(in, i, n);
         Left<D> left{Text::GateOf(p)};
@@ -171,33 +179,25 @@ ZUL_INLINE void Prepare(const Text& text, const double* in, std::size_t n, Colum
         D argument;
         D target;
         Start(q, &left, &argument, &target);
-        elementary::Store(signs->of + i, FromBits<D>(sign & elementary::kSignBit));
-        elementary::Store(x->of + i, argument);
-        elementary::Store(targets->of + i, target);
+        elementary::Store(work->deviates.of + i, FromBits<D>(sign & elementary::kSignBit));
+        elementary::Store(work->x.of + i, argument);
+        elementary::Store(work->targets.of + i, target);
     }
 }
 
 template <class D, class Text>
 requires std::is_base_of_v<OfDeviates, Text> ZUL_INLINE bool FillVectors(const Text& text, double* out,
                                                                          const double* in, std::size_t n) {
-    Column signs;
-    Column x;
-    Column targets;
-    Order order;
-    Results sizes;
-    Prepare<D>(text, in, n, &signs, &x, &targets);
-    Arrange<D>(x, &targets, n, &order);
-    InvertBranch<OnLowerSide, D, kNewtonWidth>(order, &sizes);
-    InvertBranch<OnSmallUpperSide, D, kNewtonWidth>(order, &sizes);
-    InvertBranch<OnFractionSide, D, kNewtonWidth>(order, &sizes);
-    sizes.of[Order::kNowhere] = frame::kNA;
+    Work work;
+    PrepareQuantiles<D>(text, in, n, &work);
+    ComputeSizes<D>(&work, n);
     BitsOf<D> any{};
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D size = ResultsOf<D>(sizes, order, i);
+        const D size = ResultsOf<D>(work.results, work.order, i);
         Left<D> left{};
         left.Where(size == frame::kNA);
         const D deviate =
-            elementary::WithSignOf(Select(left.Are(), D{}, size), elementary::Load<D>(signs.of + i));
+            elementary::WithSignOf(Select(left.Are(), D{}, size), elementary::Load<D>(work.deviates.of + i));
         const D result = text.Of(deviate, &left);
         any |= left.marks;
         StoreUpTo(out, i, n, Select(left.Are(), Splat<D>(frame::kNA), result));

@@ -47,14 +47,23 @@ ZUL_INLINE void HalveBranch(const Order& order, Results* results) {
         HalveGroup<kBranch, D, W>(order, k, results);
 }
 
+// Of n arguments; NA also stands where nothing is. One function for all texts.
+template <class D>
+void ComputeHalves(Work* work, std::size_t n) {
+    Arrange<D>(work->x, nullptr, n, &work->order);
+    HalveBranch<OnLowerSide, D, kSeriesWidth<D>>(work->order, &work->results);
+    HalveBranch<OnSmallUpperSide, D, kSeriesWidth<D>>(work->order, &work->results);
+    HalveBranch<OnFractionSide, D, kFractionWidth<D>>(work->order, &work->results);
+    work->results.of[Order::kNowhere] = frame::kNA;
+}
+
 // A text of the tails: DeviateOf gives the standard deviates, Of what becomes of their lower or upper tails.
 struct OfTails : OfNumbers {
     bool upper;
 };
 
-// The deviates and the arguments of the pair: 0 are those that are left.
 template <class D, class Text>
-ZUL_INLINE void Prepare(const Text& text, const double* in, std::size_t n, Column* deviates, Column* x) {
+ZUL_INLINE void PrepareTails(const Text& text, const double* in, std::size_t n, Work* work) {
     constexpr double kFarthest = 24;  // the square of its half is below kMost
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
         const D at = LoadUpTo<D>(in, i, n);
@@ -63,32 +72,25 @@ ZUL_INLINE void Prepare(const Text& text, const double* in, std::size_t n, Colum
         const D t = Absolute(deviate / std::numbers::sqrt2);
         left.ByTopBit(NotBelow(Bits(t), Bits(kFarthest)));
         const D near = FromBits<D>(Bits(t) & left.Others());
-        elementary::Store(deviates->of + i, deviate);
-        elementary::Store(x->of + i, near * near);
+        elementary::Store(work->deviates.of + i, deviate);
+        elementary::Store(work->x.of + i, near * near);
     }
 }
 
 template <class D, class Text>
 requires std::is_base_of_v<OfTails, Text> ZUL_INLINE bool FillVectors(const Text& text, double* out,
                                                                       const double* in, std::size_t n) {
-    Column deviates;
-    Column x;
-    Order order;
-    Results halves;
-    Prepare<D>(text, in, n, &deviates, &x);
-    Arrange<D>(x, nullptr, n, &order);
-    HalveBranch<OnLowerSide, D, kSeriesWidth<D>>(order, &halves);
-    HalveBranch<OnSmallUpperSide, D, kSeriesWidth<D>>(order, &halves);
-    HalveBranch<OnFractionSide, D, kFractionWidth<D>>(order, &halves);
-    halves.of[Order::kNowhere] = frame::kNA;
+    Work work;
+    PrepareTails<D>(text, in, n, &work);
+    ComputeHalves<D>(&work, n);
     Left<D> left{};
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D far = ResultsOf<D>(halves, order, i);
+        const D far = ResultsOf<D>(work.results, work.order, i);
         const auto isLeft = far == frame::kNA;
         left.Where(isLeft);
         // The tail away from the centre is the far one.
         const BitsOf<D> isFar =
-            Bits(elementary::Load<D>(deviates.of + i)) ^ (text.upper ? elementary::kSignBit : 0);
+            Bits(elementary::Load<D>(work.deviates.of + i)) ^ (text.upper ? elementary::kSignBit : 0);
         const D tail = Select((isFar >> 63) != 0, far, 1.0 - far);
         StoreUpTo(out, i, n, Select(isLeft, Splat<D>(frame::kNA), text.Of(tail)));
     }
