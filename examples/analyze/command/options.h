@@ -60,6 +60,7 @@ template <typename T, typename Target>
 CLI::Option& AddChoice(CLI::App& command, const std::string& name, Target& target, const Choices<T>& choices,
                        const std::string& description) {
     std::vector<std::string> names;
+    names.reserve(choices.size());
     for (const auto& choice : choices)
         names.push_back(choice.first);
     const auto check = [names](const std::string& text) {

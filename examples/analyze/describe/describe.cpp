@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -60,11 +61,15 @@ std::vector<Described> DescribeColumn(const Table& table, const std::string& col
         const Rows rows(table, {column});
         return {Describe(column, rows.Missing(), rows.Numbers(0))};
     }
+    const Samples groups = ReadGroups(table, column, by);
     std::vector<Described> lines;
-    for (const Sample& group : ReadGroups(table, column, by).samples) {
+    for (const Sample& group : groups.samples) {
         const Rows rows(table, {column, by}, {group.label});
         lines.push_back(Describe(column + ", " + group.label, rows.Missing(), rows.Numbers(0)));
     }
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    for (const std::string& group : groups.empty)
+        lines.push_back({column + ", " + group, Rows(table, {by}, {group}).Count(), {0, kNaN, kNaN}, {}});
     return lines;
 }
 
@@ -100,7 +105,7 @@ void PrintDescriptions(std::ostream& out, const DescribeOptions& options) {
         PrintLine(out, name, std::to_string(moments.n), std::to_string(missing), cells);
         isComplete = isComplete && !std::isnan(moments.sd);
     }
-    if (!isComplete) out << "  -: not defined, " << kTooFewForSd << '\n';
+    if (!isComplete) out << "  -: not defined, " << kTooFewForSd << " for an sd, one for the others" << '\n';
 }
 
 void PrintQuantiles(std::ostream& out, const QuantileOptions& options) {

@@ -115,8 +115,10 @@ void PrintDistribution(std::ostream& out, const DistributionOptions& options) {
     if (isInverse == !options.x.empty()) throw InputError("give either --x or --p");
     const std::string distribution = Described(family, options.parameters);
     const std::vector<Column> columns = MakeColumns(family, options);
+    const std::vector<double>& arguments = isInverse ? options.p : options.x;
     std::vector<Row> rows;
-    for (const double argument : isInverse ? options.p : options.x)
+    rows.reserve(arguments.size());
+    for (const double argument : arguments)
         rows.push_back(MakeRow(distribution, argument, columns));
 
     out << distribution << "\n\n"

@@ -215,6 +215,7 @@ std::string Plain(std::string_view name) {
 
 std::vector<std::string> ParameterNames(const Family& family) {
     std::vector<std::string> names;
+    names.reserve(family.parameters.size());
     for (const Parameter& parameter : family.parameters)
         names.push_back(parameter.name);
     return names;
@@ -260,6 +261,7 @@ const Family& FindFamily(const std::vector<Family>& families, const std::string&
         std::ranges::find(families, Plain(name), [](const Family& family) { return Plain(family.name); });
     if (found != families.end()) return *found;
     std::vector<std::string> names;
+    names.reserve(families.size());
     for (const Family& family : families)
         names.push_back(family.name);
     throw InputError("no distribution " + Quoted(name) + "; the distributions are " + Joined(names));
@@ -268,7 +270,8 @@ const Family& FindFamily(const std::vector<Family>& families, const std::string&
 void CheckParameters(const Family& family, const Numbers& values) {
     const std::size_t count = family.parameters.size();
     if (values.size() != count)
-        throw InputError(family.name + " has " + std::to_string(count) + " parameters, not " +
+        throw InputError(family.name + " has " + std::to_string(count) +
+                         (count == 1 ? " parameter, not " : " parameters, not ") +
                          std::to_string(values.size()) + ": " + Joined(ParameterNames(family)));
     for (std::size_t i = 0; i < count; ++i)
         if (const auto& [name, domain] = family.parameters[i]; !Contains(domain, values[i]))
@@ -280,6 +283,7 @@ void CheckParameters(const Family& family, const Numbers& values) {
 
 std::string Described(const Family& family, const Numbers& values) {
     std::vector<std::string> words;
+    words.reserve(values.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         words.push_back(family.parameters[i].name + " " + AsGiven(values[i]));
     return family.name + "(" + Joined(words) + ")";

@@ -104,7 +104,7 @@ void PrintGivenVariances(std::ostream& out, const TwoVarianceOptions& options) {
     Expect(RunTwoVariance(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
                           options.hypothesised),
            "the test of variances");
-    PrintTwoVarianceTest(out, {{{"first", "", {}}, {"second", "", {}}}, {}, "given sds"}, test, options);
+    PrintTwoVarianceTest(out, {{{"first", "", {}}, {"second", "", {}}}, {}, {}, "given sds"}, test, options);
 }
 
 void PrintTwoVariances(std::ostream& out, const TwoVarianceOptions& options) {

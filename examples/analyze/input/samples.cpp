@@ -37,18 +37,22 @@ std::vector<std::string> ChooseGroups(const Table& table, const TwoSampleColumns
     return columns.groups;
 }
 
-// The rows of each group; one that has none is left out.
+// The rows of each group.
 Samples Split(const Table& table, const Rows& rows, const std::vector<std::string>& groups) {
     std::map<std::string, CsvRow> cells;
     const CsvRow values = rows.Cells(0);
     const CsvRow keys = rows.Cells(1);
     for (std::size_t i = 0; i < values.size(); ++i)
         cells[keys[i].text].push_back(values[i]);
-    Samples samples{
-        {}, OriginOf(table, rows.Missing()), Quoted(rows.Names()[0]) + " by " + Quoted(rows.Names()[1])};
+    Samples samples;
+    samples.origin = OriginOf(table, rows.Missing());
+    samples.description = Quoted(rows.Names()[0]) + " by " + Quoted(rows.Names()[1]);
     for (const std::string& group : groups)
         if (cells.contains(group))
             samples.samples.push_back({group, rows.Names()[0], std::move(cells[group])});
+        else
+            samples.empty.push_back(group);
+    if (!samples.empty.empty()) samples.description += ", no values in " + Listed(samples.empty);
     return samples;
 }
 
@@ -61,6 +65,7 @@ Samples ReadTwoSamples(const Table& table, const TwoSampleColumns& columns) {
         const std::string& name1 = first.Names().front();
         const std::string& name2 = second.Names().front();
         return {{{name1, name1, first.Cells(0)}, {name2, name2, second.Cells(0)}},
+                {},
                 OriginOf(table, first.Missing() + second.Missing()),
                 Quoted(name1) + " and " + Quoted(name2)};
     }

@@ -19,8 +19,9 @@ struct Sample {
 
 struct Samples {
     std::vector<Sample> samples;
+    std::vector<std::string> empty;  ///< groups without values
     Origin origin;
-    std::string description;  ///< "'weight' by 'group'"
+    std::string description;  ///< "'weight' by 'group'", and the groups without values
 };
 
 /// Which two samples a test compares.

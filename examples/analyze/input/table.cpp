@@ -31,6 +31,13 @@ std::string ReadFile(const std::string& path) {
     return ReadAll(file, path);
 }
 
+std::string_view WithoutByteOrderMark(std::string_view text, const std::string& path) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+        throw InputError(path + ": the text is UTF-16; save it as UTF-8");
+    return text.substr(text.starts_with(kMark) ? kMark.size() : 0);
+}
+
 // How often each line that is not blank has the character outside quotation marks: the first one, and whether the
 // others have it as often.
 std::pair<std::size_t, bool> CountPerLine(std::string_view text, char separator) {
@@ -85,9 +92,8 @@ bool IsMissing(std::string_view text) {
 
 Table::Table(const InputOptions& options)
     : options_(options), path_(options.file == "-" ? "standard input" : options.file) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     const std::string file = ReadFile(options.file);
-    const std::string_view text = std::string_view(file).substr(file.starts_with(kByteOrderMark) ? 3 : 0);
+    const std::string_view text = WithoutByteOrderMark(file, path_);
     const char separator = options.separator.value_or(FindSeparator(text));
     rows_ = ParseRows(path_, text, separator);
     if (rows_.empty()) throw InputError(path_ + ": the file has no heading line");

@@ -243,7 +243,7 @@ for command in distribution sample; do
 done
 refuses 'Geometric: prob must be between 0 and 1, not 1.5' distribution Geometric --parameters 1.5 --x 1
 refuses 'Gamma has 3 parameters, not 1: shape, scale, threshold' sample Gamma --parameters 2
-refuses 'ChiSq has 1 parameters, not 2: df' sample ChiSq --parameters 2,0
+refuses 'ChiSq has 1 parameter, not 2: df' sample ChiSq --parameters 2,0
 refuses "--p: '1.5' is not from 0 to 1" distribution Normal --parameters 0,1 --p 1.5
 reports distribution largest-extreme_VALUE --parameters 0,1 --p 0 -- '^LargestExtremeValue\(' ' at 0: the support has no end there$'
 reports distribution ChiSq --parameters 4,6 --x 3 -- ' density not defined at 3: the library has the density for noncentrality 0$'
@@ -345,6 +345,10 @@ reports report "$2/airquality.csv" --column Ozone --with Solar.R -- ' n +116$' '
 refuses "airquality.csv, line 6, column 'Ozone': the value is missing; --missing omit .*" report "$2/airquality.csv" --column Ozone --missing fail
 reports two-sample "$2/airquality.csv" --column Ozone --by Month --groups 5,8 -- '^  5 +26 ' ' missing +10$'
 reports friedman <(printf 'x,g,b\n1,a,1\n2,b,1\n4,a,2\n,b,2\n5,a,3\n7,b,3\n') --column x --by g --blocks b -- ' blocks +2$' ' missing +1$' ' incomplete blocks +1, left out$'
+printf 'x,g\n1,a\n2,a\n4,b\n7,b\n,c\n' >"$scratch/gap.csv"
+reports variances "$scratch/gap.csv" --column x --by g -- "of 'x' by 'g', no values in 'c'$" ' n +4$' ' missing +1$'
+reports describe "$scratch/gap.csv" --by g -- '^  x, c +0 +1 +- +- ' '-: not defined, two values are needed for an sd'
+refuses 'the text is UTF-16; save it as UTF-8' t <(printf '\xFF\xFEx\0\n\0')
 refuses "column 'y' is empty" t <(printf 'x,y\n1,\n2,NA\n') --column y
 
 # Values of R 4.2: quantile(type = 7 and 6), cor.test.
