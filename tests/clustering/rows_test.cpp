@@ -83,7 +83,8 @@ Square DrawSquare(const Case& c) {
 bool HaveSameBits(const Steps& a, const Steps& b) {
     return std::equal(a->DataImpl(), a->DataImpl() + a->size(), b->DataImpl(),
                       [](const ClusterStep& x, const ClusterStep& y) {
-                          return std::memcmp(&x.distance, &y.distance, sizeof x.distance) == 0;
+                          return std::memcmp(&x.distance, &y.distance, sizeof x.distance) == 0 ||
+                                 (std::isnan(x.distance) && std::isnan(y.distance));
                       });
 }
 
