@@ -68,6 +68,8 @@ const std::vector<Case>& Cases() {
              return (i * 7 + j) % 50 == 0 ? kStrange[(i + j) % 5] : ToHighest(i, j);
          }},
         {"to the highest, or infinite", 180, [](auto i, auto j) { return j < 120 ? kInf : ToHighest(i, j); }},
+        {"to the highest, then any", 400,
+         [](auto i, auto) { return i < 340 ? 1000 + std::floor(Draw() * 300) : 1000 - Number(i); }},
         {"hardly any number", 150, [](auto i, auto j) { return (i + j) % 40 == 0 ? Number(i) : kNaN; }},
         {"zeros", 100, [](auto i, auto j) { return (i + j) % 3 == 0 ? -0.0 : 0.0; }},
     };
