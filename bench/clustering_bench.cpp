@@ -118,7 +118,8 @@ void AddJoins(const std::string& data, const std::shared_ptr<SharedTable>& share
                     {Ward, "ward", SquaredEuclidean},    {Centroid, "centroid", SquaredEuclidean},
                     {Median, "median", SquaredEuclidean}};
     for (const auto& [linkage, method, measure] : linkages) {
-        const std::string workload = method + ", " + std::to_string(objects) + data;
+        std::string workload = method;
+        workload.append(", ").append(std::to_string(objects)).append(data);
         AddTimedBenchmark(workload, kOurs, pairs, [=, link = linkage, distance = measure] {
             const Matrix matrix(MakeDistanceMatrix(objects));
             CreateForClusterObservations(*shared->table, distance, false, *matrix);

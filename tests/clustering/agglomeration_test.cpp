@@ -206,6 +206,19 @@ TEST(HostOperations, LetNoExceptionOutAndKeepTheMode) {
     }
 }
 
+TEST(RunClustering, DoesNotTrapInTheLibrarysMatrix) {
+    for (const LinkageEnums linkage : kLinkages) {
+        const Matrix m = MakeMatrix(4);
+        test::Fill(m.get(), {{0}, {1, 0}, {kNaN, kInf, 0}, {2, -kInf, 3, 0}});
+        SetKelFpuStates();
+        const Steps steps(RunClustering(linkage, 1, *m));
+        const unsigned after = _mm_getcsr();
+        ResetFpuStates();
+        EXPECT_NE(steps, nullptr);
+        EXPECT_EQ(after & ~test::kFlags, test::kTrappingMode & ~test::kFlags);
+    }
+}
+
 #ifdef __GLIBC__
 // The end of a thread passes through the library, in the middle of a host's operation and where the library writes
 // the line about an unknown linkage.

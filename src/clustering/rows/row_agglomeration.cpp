@@ -5,6 +5,7 @@
 #include <limits>
 #include <numeric>
 
+#include "clustering/prefetch.h"
 #include "frame/missing_value.h"
 
 namespace zul::dax::clustering {
@@ -17,6 +18,8 @@ constexpr int kUnknown = -1;
 constexpr std::size_t kStride = 512;
 // In squares of the number of objects. Random data take 1.4 to 1.7, the first searches among them 0.5.
 constexpr std::size_t kSearchBudget = 4;
+// The memory that so many searches by chunks will read is asked for in advance.
+constexpr std::size_t kSearchesAhead = 4;
 // Moving clusters up costs as much as it gains where few are left.
 constexpr std::size_t kFew = 64;
 
@@ -125,9 +128,24 @@ void RowAgglomeration::RefreshNeighbours(int joined, int absorbed) {
         Refresh(static_cast<int>(i), joined, absorbed);
     outcomes_[lo] = -kInfinity;
     wanted_.push_back(joined);
-    for (const int cluster : wanted_)
-        Search(cluster);
+    for (std::size_t i = 0; i < wanted_.size(); ++i) {
+        if (bounds_.IsUsed() && i + kSearchesAhead < wanted_.size())
+            PrefetchChunk(wanted_[i + kSearchesAhead], absorbed);
+        Search(wanted_[i]);
+    }
     wanted_.clear();
+}
+
+// Where a search by chunks will look first: most are wanted since the neighbour has been absorbed.
+void RowAgglomeration::PrefetchChunk(int cluster, int absorbed) {
+    constexpr std::size_t kLine = 64 / sizeof(double);
+    constexpr std::size_t kChunk = ChunkBounds::kChunk;
+    const double* const bounds = bounds_.Row(Index(cluster));
+    for (std::size_t i = Index(cluster) / kChunk; i < bounds_.Chunks(); i += kLine)
+        Prefetch(bounds + i);
+    const std::size_t begin = Index(absorbed) / kChunk * kChunk;
+    for (std::size_t i = begin; i < std::min(begin + kChunk, rows_.size()); i += kLine)
+        Prefetch(rows_[Index(cluster)] + i);
 }
 
 void RowAgglomeration::Refresh(int cluster, int joined, int absorbed) {

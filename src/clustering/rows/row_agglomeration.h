@@ -18,7 +18,7 @@ namespace zul::dax::clustering {
 // of each cluster's last search is kept and, while the distances change, kept true; only when it cannot be told any
 // more, and a neighbour is wanted, is there a search. It ends early at a distance that cannot be undercut. Where
 // searches take long in spite of that, as when all clusters have the same neighbour again and again, they go by bounds
-// of chunks of the rows, so that the whole run stays quadratic.
+// of chunks of the rows.
 //
 // The clusters stand at positions in the order of their numbers. Those that are left move up whenever a fifth of the
 // positions has none any more, so that the rows are short.
@@ -46,6 +46,7 @@ private:
     void Search(int cluster);
     void SearchRow(int cluster);
     void SearchChunks(int cluster);
+    void PrefetchChunk(int cluster, int absorbed);
     // One more than the highest of the positions from `begin` to `end` - 1 that is at the distance; `begin`: none.
     std::size_t FindHighest(int cluster, double distance, std::size_t begin, std::size_t end) const;
     // Keeps what a search has found, at this distance.

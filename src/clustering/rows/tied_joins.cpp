@@ -30,6 +30,26 @@ int Root(std::vector<int>& parents, int object) {
     return object;
 }
 
+// The smaller part of a join: its members from the first to the last one.
+struct Part {
+    int first;
+    int last;
+    double height;  // of the join
+    int inner;      // an object of the other part
+};
+
+std::vector<double> HeightsOfParts(const std::vector<Part>& parts, int inner, const std::vector<int>& next) {
+    std::vector<double> heights(next.size(), -std::numeric_limits<double>::infinity());
+    for (const Part& part : parts) {
+        if (part.inner != inner) continue;
+        for (int object = part.first;; object = next[Index(object)]) {
+            heights[Index(object)] = part.height;
+            if (object == part.last) break;
+        }
+    }
+    return heights;
+}
+
 // The height at which each object and an inner one are first in one cluster. The inner one is in the larger part of
 // each join, so that few objects have the same height. For u and v of different heights, their clusters join at the
 // greater; for others, not above it.
@@ -41,13 +61,6 @@ std::vector<double> HeightsToInner(const std::vector<int>& order, const Hierarch
     std::vector<int> last = parents;
     std::vector<int> sizes(n, 1);
     std::vector<int> next(n, kNone);  // the members of a cluster, from its root to the last
-    // Each part that does not have the inner object, by its root and last member.
-    struct Part {
-        int first;
-        int last;
-        double height;
-        int inner;  // of the other part
-    };
     std::vector<Part> parts;
     parts.reserve(order.size());
     for (const int object : order) {
@@ -62,16 +75,7 @@ std::vector<double> HeightsToInner(const std::vector<int>& order, const Hierarch
         next[Index(last[Index(low)])] = object;
         last[Index(low)] = last[Index(object)];
     }
-    std::vector<double> heights(n, -std::numeric_limits<double>::infinity());
-    const int innermost = parts.back().inner;
-    for (const Part& part : parts) {
-        if (part.inner != innermost) continue;
-        for (int object = part.first;; object = next[Index(object)]) {
-            heights[Index(object)] = part.height;
-            if (object == part.last) break;
-        }
-    }
-    return heights;
+    return HeightsOfParts(parts, parts.back().inner, next);
 }
 
 // Pairs of clusters at a distance at which they are joined, and the elimination trees of their graphs.
