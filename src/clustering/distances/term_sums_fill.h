@@ -16,10 +16,12 @@
 namespace zul::dax::clustering {
 namespace {
 
-enum class Term { Square, Absolute, DividedSquare };
+enum class Term { Square, Absolute, DividedSquare, Product };
 
 template <Term kTerm, class D>
-ZUL_INLINE D TermOf(D d, D divisor) {
+ZUL_INLINE D TermOf(D a, D b, D divisor) {
+    if constexpr (kTerm == Term::Product) return b * a;
+    const D d = a - b;
     if constexpr (kTerm == Term::Absolute) return elementary::Absolute(d);
     if constexpr (kTerm == Term::DividedSquare) return d * d / divisor;
     return d * d;
@@ -45,7 +47,7 @@ ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* pa
         for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row)
             for (std::size_t v = 0; v < kVectors; ++v)
                 running[row][v] +=
-                    TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]) - values[v], divisor);
+                    TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]), values[v], divisor);
     }
     for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row) {
         double sums[kLanes];
@@ -69,7 +71,7 @@ void Sum(const TermSum& sum, const double* rows, const double* panels, std::size
 
 template <class D>
 constexpr TermSums MakeTermSums() {
-    return {Sum<Term::Square, D>, Sum<Term::Absolute, D>, Sum<Term::DividedSquare, D>};
+    return {Sum<Term::Square, D>, Sum<Term::Absolute, D>, Sum<Term::DividedSquare, D>, Sum<Term::Product, D>};
 }
 
 }  // namespace
