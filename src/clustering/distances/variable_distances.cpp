@@ -33,9 +33,10 @@ void SumProducts(const types::IRectangularArray<double>& data, int rows, const s
     }
 }
 
-// The same sums for the library's own matrix, several at a time; there is a row.
+// The same sums for the library's own matrix, several at a time.
 void SumProductsOfColumns(const types::IRectangularArray<double>& data, int rows,
                           const std::vector<double>& means, Target& target) {
+    if (rows <= 0) return;
     Panels deviations(means.size(), static_cast<std::size_t>(rows));
     for (int row = 0; row < rows; ++row)
         for (std::size_t i = 0; i < means.size(); ++i)
@@ -54,7 +55,7 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     if (status != types::Success) return status;
     const auto [means, s] = ComputeColumnMeansAndDeviations(data, rows, columns);
     Target target(out);
-    if (target.IsOwn() && rows > 0)
+    if (target.IsOwn())
         SumProductsOfColumns(data, rows, means, target);
     else
         SumProducts(data, rows, means, out);
