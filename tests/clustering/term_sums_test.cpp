@@ -32,7 +32,8 @@ TEST(TermSums, AreTheSameAtEveryLevel) {
     using processor::Level;
     for (const Level level : {Level::Two, Level::Four, Level::Eight}) {
         if (level > processor::HighestLevel()) continue;
-        for (const auto terms : {&TermSums::squares, &TermSums::absolutes, &TermSums::dividedSquares})
+        for (const auto terms :
+             {&TermSums::squares, &TermSums::absolutes, &TermSums::dividedSquares, &TermSums::products})
             for (const bool isRoot : {false, true})
                 EXPECT_EQ(compute(level, terms, isRoot), compute(Level::One, terms, isRoot));
     }

@@ -29,6 +29,7 @@ struct TermSums {
     SumTerms squares;
     SumTerms absolutes;
     SumTerms dividedSquares;
+    SumTerms products;  // of the values, not of their differences
 };
 
 // Of any level that the processor has. The results are the same.

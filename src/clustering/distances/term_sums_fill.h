@@ -16,10 +16,12 @@
 namespace zul::dax::clustering {
 namespace {
 
-enum class Term { Square, Absolute, DividedSquare };
+enum class Term { Square, Absolute, DividedSquare, Product };
 
 template <Term kTerm, class D>
-ZUL_INLINE D TermOf(D d, D divisor) {
+ZUL_INLINE D TermOf(D a, D b, D divisor) {
+    if constexpr (kTerm == Term::Product) return b * a;
+    const D d = a - b;
     if constexpr (kTerm == Term::Absolute) return elementary::Absolute(d);
     if constexpr (kTerm == Term::DividedSquare) return d * d / divisor;
     return d * d;
@@ -32,27 +34,40 @@ inline constexpr std::size_t kRowsAtOnce = sizeof(D) > 16 ? kTile : 1;
 // So far ahead of what is written the next lines of memory are fetched: several rows are written in turn.
 inline constexpr std::size_t kAhead = 40;
 
+// Where the sums of a row are two vectors, the compiler moves them in pieces of which no vector can be read at once.
+template <class D>
+inline constexpr bool kRootsLater = sizeof(D) == 32;
+
+ZUL_INLINE void TakeRoots(double* sums, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i)
+        sums[i] = std::sqrt(sums[i]);
+}
+
 template <Term kTerm, class D>
 ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* panel, double* const* out,
                         std::size_t place) {
     constexpr std::size_t kCount = elementary::kLanesOf<D>;
     constexpr std::size_t kVectors = kLanes / kCount;
-    D running[kRowsAtOnce<D>][kVectors] = {};
+    // Copied vector by vector: an array that is copied whole stays in memory.
+    D running[kRowsAtOnce<D>][kVectors];
+    for (auto& row : running)
+        for (D& vector : row)
+            vector = D{};
     for (std::size_t column = 0; column < sum.columns; ++column) {
         D values[kVectors];
-        std::memcpy(values, panel + column * kLanes, sizeof values);
+        for (std::size_t v = 0; v < kVectors; ++v)
+            std::memcpy(&values[v], panel + column * kLanes + v * kCount, sizeof(D));
         const D divisor = elementary::Splat<D>(kTerm == Term::DividedSquare ? sum.divisors[column] : 1);
         for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row)
             for (std::size_t v = 0; v < kVectors; ++v)
                 running[row][v] +=
-                    TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]) - values[v], divisor);
+                    TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]), values[v], divisor);
     }
     for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row) {
         double sums[kLanes];
-        std::memcpy(sums, running[row], sizeof sums);
-        if (sum.isRoot)
-            for (double& s : sums)
-                s = std::sqrt(s);
+        for (std::size_t v = 0; v < kVectors; ++v)
+            std::memcpy(sums + v * kCount, &running[row][v], sizeof(D));
+        if (sum.isRoot && !kRootsLater<D>) TakeRoots(sums, kLanes);
         std::memcpy(out[row] + place, sums, sizeof sums);
         processor::Prefetch(out[row] + place + kAhead);
     }
@@ -65,11 +80,14 @@ void Sum(const TermSum& sum, const double* rows, const double* panels, std::size
         for (std::size_t row = 0; row < kTile; row += kRowsAtOnce<D>)
             SumSome<kTerm, D>(sum, rows + row, panels + panel * kLanes * sum.columns, out + row,
                               panel * kLanes);
+    if (sum.isRoot && kRootsLater<D>)
+        for (double* const sums : out)
+            TakeRoots(sums, panelCount * kLanes);
 }
 
 template <class D>
 constexpr TermSums MakeTermSums() {
-    return {Sum<Term::Square, D>, Sum<Term::Absolute, D>, Sum<Term::DividedSquare, D>};
+    return {Sum<Term::Square, D>, Sum<Term::Absolute, D>, Sum<Term::DividedSquare, D>, Sum<Term::Product, D>};
 }
 
 }  // namespace

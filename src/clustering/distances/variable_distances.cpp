@@ -3,8 +3,10 @@
 #include <vector>
 
 #include "clustering/distances/column_statistics.h"
-#include "clustering/distances/distance_matrix.h"
+#include "clustering/distances/distance_fill.h"
+#include "clustering/distances/term_sums.h"
 #include "frame/recover.h"
+#include "processor/level.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::clustering {
@@ -20,28 +22,29 @@ void AddProducts(const std::vector<double>& deviations, DistanceMatrix& out) {
                         deviations[static_cast<std::size_t>(i)] * deviations[static_cast<std::size_t>(j)]);
 }
 
-// The same for the library's own matrix.
-void AddProducts(const std::vector<double>& deviations, DistanceMatrixImpl& out) {
-    for (std::size_t i = 0; i < deviations.size(); ++i) {
-        double* const row = out.UpperRow(i) - i;
-        for (std::size_t j = i + 1; j < deviations.size(); ++j)
-            row[j] += deviations[i] * deviations[j];
-    }
-}
-
 // The products are summed plainly, in the order of the rows, in the matrix itself.
 void SumProducts(const types::IRectangularArray<double>& data, int rows, const std::vector<double>& means,
                  DistanceMatrix& out) {
-    auto* const own = dynamic_cast<DistanceMatrixImpl*>(&out);
     std::vector<double> deviations(means.size());
     for (int row = 0; row < rows; ++row) {
         for (std::size_t i = 0; i < means.size(); ++i)
             deviations[i] = data.At(row, static_cast<int>(i)) - means[i];
-        if (own != nullptr)
-            AddProducts(deviations, *own);
-        else
-            AddProducts(deviations, out);
+        AddProducts(deviations, out);
     }
+}
+
+// The same sums for the library's own matrix, several at a time.
+void SumProductsOfColumns(const types::IRectangularArray<double>& data, int rows,
+                          const std::vector<double>& means, Target& target) {
+    if (rows <= 0) return;
+    Panels deviations(means.size(), static_cast<std::size_t>(rows));
+    for (int row = 0; row < rows; ++row)
+        for (std::size_t i = 0; i < means.size(); ++i)
+            deviations.At(i)[static_cast<std::size_t>(row) * kLanes] =
+                data.At(row, static_cast<int>(i)) - means[i];
+    const SumTerms products = TermSumsOf(processor::CurrentLevel()).products;
+    target.TakeRows(deviations.rows);
+    DistanceFill(deviations, products, {deviations.columns, nullptr, false}, target).Fill();
 }
 
 StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool absolute,
@@ -52,7 +55,11 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     const StatlibraryErrorCode status = out.Init(columns, 0);
     if (status != types::Success) return status;
     const auto [means, s] = ComputeColumnMeansAndDeviations(data, rows, columns);
-    SumProducts(data, rows, means, out);
+    Target target(out);
+    if (target.IsOwn())
+        SumProductsOfColumns(data, rows, means, target);
+    else
+        SumProducts(data, rows, means, out);
     const double root = std::sqrt(rows - 1.0);
     for (int j = 0; j < columns; ++j) {
         for (int i = 0; i < j; ++i) {

@@ -10,8 +10,8 @@
 #include <immintrin.h>
 #endif
 
-#include "clustering/prefetch.h"
 #include "clustering/rows/row_lanes.h"
+#include "processor/prefetch.h"
 
 #if defined(__clang__)
 #pragma clang fp exceptions(ignore)
@@ -214,14 +214,14 @@ void Update(const RowUpdate& update) {
     const int* next = update.active;
     for (; *next != lo; ++next) {
         const double* const ahead = rowAhead(next);
-        Prefetch(ahead + lo);
-        Prefetch(ahead + hi);
+        processor::Prefetch(ahead + lo);
+        processor::Prefetch(ahead + hi);
         double* const row = update.rows[*next];
         row[lo] = Formula::Update(height, row[lo], row[hi], joined, update.sizes[*next]);
         update.updated[*next] = row[lo];
     }
     for (++next; *next != hi; ++next) {
-        Prefetch(rowAhead(next) + hi);
+        processor::Prefetch(rowAhead(next) + hi);
         const double toAbsorbed = update.rows[*next][hi];
         loRow[*next] = Formula::Update(height, loRow[*next], toAbsorbed, joined, update.sizes[*next]);
         update.updated[*next] = loRow[*next];

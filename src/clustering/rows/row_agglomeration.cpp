@@ -5,8 +5,8 @@
 #include <limits>
 #include <numeric>
 
-#include "clustering/prefetch.h"
 #include "frame/missing_value.h"
+#include "processor/prefetch.h"
 
 namespace zul::dax::clustering {
 namespace {
@@ -142,10 +142,10 @@ void RowAgglomeration::PrefetchChunk(int cluster, int absorbed) {
     constexpr std::size_t kChunk = ChunkBounds::kChunk;
     const double* const bounds = bounds_.Row(Index(cluster));
     for (std::size_t i = Index(cluster) / kChunk; i < bounds_.Chunks(); i += kLine)
-        Prefetch(bounds + i);
+        processor::Prefetch(bounds + i);
     const std::size_t begin = Index(absorbed) / kChunk * kChunk;
     for (std::size_t i = begin; i < std::min(begin + kChunk, rows_.size()); i += kLine)
-        Prefetch(rows_[Index(cluster)] + i);
+        processor::Prefetch(rows_[Index(cluster)] + i);
 }
 
 void RowAgglomeration::Refresh(int cluster, int joined, int absorbed) {

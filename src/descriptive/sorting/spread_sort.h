@@ -48,8 +48,10 @@ private:
         constexpr unsigned kSample = 64;
         constexpr unsigned kTenth = kSample / 10;
         std::array<Key, kSample> sample;
-        for (unsigned i = 0; i < kSample; ++i)
-            sample[i] = KeyOf(x[std::uint64_t{n} * i / kSample]);
+        for (unsigned i = 0; i < kSample; ++i) {
+            const std::uint64_t place = std::uint64_t{n} * i / kSample;
+            sample[i] = KeyOf(x[place]);
+        }
         std::sort(sample.begin(), sample.end());
         const Key low = sample[kTenth];
         const Key high = sample[kSample - 1 - kTenth];

@@ -1,0 +1,150 @@
+// The distances of all pairs of rows, several at a time.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "clustering/distances/distance_matrix.h"
+#include "clustering/distances/term_sums.h"
+#include "zul/clustering.h"
+
+namespace zul::dax::clustering {
+
+// The data as the distances see them: rows in panels, the last one filled up with zeros.
+struct Panels {
+    Panels(std::size_t rowCount, std::size_t columnCount)
+        : rows(rowCount), columns(columnCount), values((rows + kLanes - 1) / kLanes * kLanes * columns) {}
+
+    // The row in the first column; the other columns are at distances of kLanes.
+    const double* At(std::size_t row) const {
+        return &values[row / kLanes * kLanes * columns + row % kLanes];
+    }
+    double* At(std::size_t row) { return &values[row / kLanes * kLanes * columns + row % kLanes]; }
+
+    std::size_t rows;
+    std::size_t columns;
+    std::vector<double> values;
+};
+
+// So many rows go through panels of so many values while these are in the first cache.
+inline constexpr std::size_t kGroup = 16;
+inline constexpr std::size_t kBlockValues = 2048;
+
+// Rows `from` to `to` - 1, none if `to` is not above.
+struct Others {
+    std::size_t from;
+    std::size_t to;
+};
+
+// Where the distances of rows go. The library's own matrix has a row's distances from those after it; a host's is told
+// those from the rows before it, row by row in ascending order, out of a buffer.
+class Target {
+public:
+    explicit Target(DistanceMatrix& out) : out_(out), own_(dynamic_cast<DistanceMatrixImpl*>(&out)) {}
+    bool IsOwn() const { return own_ != nullptr; }
+    // What the library's own matrix holds is left alone: all of it will be written.
+    StatlibraryErrorCode Init(int rows) { return own_ != nullptr ? own_->Resize(rows) : out_.Init(rows, 0); }
+    void TakeRows(std::size_t rows) {
+        rows_ = rows;
+        if (own_ == nullptr) buffer_.resize(std::min(rows, kGroup) * rows);
+    }
+    Others OthersOf(std::size_t row) const {
+        return own_ != nullptr ? Others{row + 1, rows_} : Others{0, row};
+    }
+    // The place of the distance from one of these; those from the next ones follow.
+    double* Place(std::size_t row, std::size_t other) {
+        return own_ != nullptr ? own_->UpperRow(row) + (other - row) : &buffer_[row % kGroup * rows_ + other];
+    }
+    // The row has all its distances, and so have those before.
+    void Finish(std::size_t row) {
+        if (own_ != nullptr) {
+            *own_->UpperRow(row) = 0;
+            return;
+        }
+        for (std::size_t other = 0; other < row; ++other)
+            out_.Set(static_cast<int>(row), static_cast<int>(other), *Place(row, other));
+    }
+
+private:
+    DistanceMatrix& out_;
+    DistanceMatrixImpl* own_;
+    std::size_t rows_ = 0;
+    std::vector<double> buffer_;
+};
+
+// Fills a target with the sums for each row and its others.
+class DistanceFill {
+public:
+    DistanceFill(const Panels& data, SumTerms sumTerms, const TermSum& sum, Target& target)
+        : data_(data),
+          sumTerms_(sumTerms),
+          sum_(sum),
+          target_(target),
+          blockPanels_(std::max(std::size_t{1}, kBlockValues / (kLanes * data.columns))) {}
+
+    void Fill() {
+        for (std::size_t first = 0; first < data_.rows; first += kGroup) {
+            const std::size_t end = std::min(first + kGroup, data_.rows);
+            const std::size_t firstPanel = target_.OthersOf(first).from / kLanes;
+            const std::size_t endPanel = (target_.OthersOf(end - 1).to + kLanes - 1) / kLanes;
+            for (std::size_t panel = firstPanel; panel < endPanel; panel += blockPanels_)
+                for (std::size_t row = first; row < end; row += kTile)
+                    FillTile(row, panel, std::min(panel + blockPanels_, endPanel));
+            for (std::size_t row = first; row < end; ++row)
+                target_.Finish(row);
+        }
+    }
+
+private:
+    // The distances of kTile rows from those in some panels. The panels between, of which all rows are others of all
+    // rows of the tile, go straight to the target.
+    void FillTile(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        std::size_t from = endPanel;
+        std::size_t to = endPanel;
+        if (first + kTile <= data_.rows) {
+            from = (target_.OthersOf(first + kTile - 1).from + kLanes - 1) / kLanes;
+            to = target_.OthersOf(first).to / kLanes;
+        }
+        from = std::clamp(from, panel, endPanel);
+        to = std::clamp(to, from, endPanel);
+        for (; panel < from; ++panel)
+            FillPart(first, panel * kLanes);
+        if (from < to) FillWhole(first, from, to);
+        for (panel = to; panel < endPanel; ++panel)
+            FillPart(first, panel * kLanes);
+    }
+
+    void FillWhole(std::size_t first, std::size_t panel, std::size_t endPanel) {
+        double* out[kTile];
+        for (std::size_t i = 0; i < kTile; ++i)
+            out[i] = target_.Place(first + i, panel * kLanes);
+        sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), endPanel - panel, out);
+    }
+
+    // The distances of kTile rows, or fewer at the end of the data, from those in one panel that are others of each.
+    void FillPart(std::size_t first, std::size_t start) {
+        double sums[kTile][kLanes];
+        double* const out[kTile] = {sums[0], sums[1], sums[2], sums[3]};
+        bool isSummed = false;
+        const std::size_t end = std::min(first + kTile, data_.rows);
+        for (std::size_t row = first; row < end; ++row) {
+            const Others others = target_.OthersOf(row);
+            const std::size_t from = std::max(others.from, start);
+            const std::size_t to = std::min(others.to, start + kLanes);
+            if (from >= to) continue;
+            if (!isSummed) sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+            isSummed = true;
+            std::copy(sums[row - first] + (from - start), sums[row - first] + (to - start),
+                      target_.Place(row, from));
+        }
+    }
+
+    const Panels& data_;
+    SumTerms sumTerms_;
+    TermSum sum_;
+    Target& target_;
+    std::size_t blockPanels_;
+};
+
+}  // namespace zul::dax::clustering
