@@ -65,11 +65,11 @@ std::vector<Described> DescribeColumn(const Table& table, const std::string& col
     std::vector<Described> lines;
     for (const Sample& group : groups.samples) {
         const Rows rows(table, {column, by}, {group.label});
-        lines.push_back(Describe(column + ", " + group.label, rows.Missing(), rows.Numbers(0)));
+        lines.push_back(Describe(Joined({column, group.label}), rows.Missing(), rows.Numbers(0)));
     }
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     for (const std::string& group : groups.empty)
-        lines.push_back({column + ", " + group, Rows(table, {by}, {group}).Count(), {0, kNaN, kNaN}, {}});
+        lines.push_back({Joined({column, group}), Rows(table, {by}, {group}).Count(), {0, kNaN, kNaN}, {}});
     return lines;
 }
 
