@@ -95,7 +95,7 @@ bool HaveSameBits(const Steps& a, const Steps& b) {
                       });
 }
 
-TEST(Rows, TakeTheWrittenStepsAtEachLevel) {
+TEST(Rows, TakeTheWrittenStepsAtEachLevelForAnyArgument) {
     for (const Case& c : Cases()) {
         const Square distances = DrawSquare(c);
         for (int linkage = Average; linkage <= Centroid; ++linkage) {
