@@ -24,8 +24,8 @@
 #include <cstddef>
 #include <type_traits>
 
-#include "frame/in_blocks.h"
-#include "frame/kept/kept_kernel.h"
+#include "frame/calls/in_blocks.h"
+#include "frame/calls/kept_kernel.h"
 #include "frame/platform.h"
 
 namespace zul::frame {

@@ -14,7 +14,7 @@
 
 namespace zul::frame {
 
-// Memory for what is too large for the storage below, from malloc: see kept/kept_kernel.h.
+// Memory for what is too large for the storage below, from malloc: see calls/kept_kernel.h.
 struct KeptBlocks {
     static constexpr std::size_t kCount = 64;
     void* memory[kCount];

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frame/calls/in_blocks.h"
 #include "frame/error_state.h"
-#include "frame/in_blocks.h"
 #include "frame/missing_value.h"
 #include "processor/level.h"
 

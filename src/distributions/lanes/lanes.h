@@ -20,7 +20,7 @@
 #include "distributions/normal/half_normal.h"
 #include "distributions/normal/log_normal.h"
 #include "distributions/normal/normal.h"
-#include "frame/in_blocks.h"
+#include "frame/calls/in_blocks.h"
 
 namespace zul::kernels {
 

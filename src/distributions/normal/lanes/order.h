@@ -7,7 +7,7 @@
 
 #include "distributions/lanes/text.h"
 #include "distributions/normal/lanes/pair.h"
-#include "frame/in_blocks.h"
+#include "frame/calls/in_blocks.h"
 
 namespace zul::kernels {
 namespace {

@@ -67,7 +67,7 @@ struct BetaFlight {
     Flight<MarksOf<D>> alternating;
     Flight<MarksOf<D>> gone;  // by underflow: the tail is 0
     Flight<MarksOf<D>> left;  // to beta_df
-    int most;                // terms of any point
+    int most;                 // terms of any point
 };
 
 // As Deviance, for mean > 0.
@@ -150,7 +150,7 @@ ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
             at.count[w] = Select(live[w], elementary::Splat<D>(n), at.count[w]);
             const D size = elementary::Absolute(t[w]);
             const MarksOf<D> goOn = (MarksOf<D>)(size >= kSeriesTolerance) &
-                                   (MarksOf<D>)(ratio >= kFallingRatio) & (MarksOf<D>)(t[w] < kTermRise);
+                                    (MarksOf<D>)(ratio >= kFallingRatio) & (MarksOf<D>)(t[w] < kTermRise);
             live[w] &= goOn;
         }
     }

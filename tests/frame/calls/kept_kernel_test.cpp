@@ -1,5 +1,5 @@
 // Kernels kept from call to call: what they compute again, and that no call of the library shows it.
-#include "frame/kept/kept_kernel.h"
+#include "frame/calls/kept_kernel.h"
 
 #include <gtest/gtest.h>
 

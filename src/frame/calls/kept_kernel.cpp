@@ -1,4 +1,4 @@
-#include "frame/kept/kept_kernel.h"
+#include "frame/calls/kept_kernel.h"
 
 #include <cerrno>
 
