@@ -40,10 +40,8 @@ void AddTimedBenchmark(const std::string& workload, const char* library, std::in
         state.SetItemsProcessed(state.iterations() * elements);
     };
     constexpr int kRepetitions = 3;
-    benchmark::RegisterBenchmark(name.c_str(), std::move(run))
-        ->UseManualTime()
-        ->Iterations(1)
-        ->Repetitions(kRepetitions);
+    auto* const registered = benchmark::RegisterBenchmark(name.c_str(), std::move(run));
+    registered->UseManualTime()->Iterations(1)->Repetitions(kRepetitions);
 }
 
 // Runs what the subsystems add, in their order, and prints the table.

@@ -141,10 +141,10 @@ ZUL_INLINE bool AnyTopBit(U bits) {
         if constexpr (sizeof(U) == sizeof(__m256d))
             return _mm256_movemask_pd(__builtin_bit_cast(__m256d, bits)) != 0;
 #endif
-#if defined(__GNUC__)
-        if constexpr (sizeof(U) == sizeof(__m128d))
-            return _mm_movemask_pd(__builtin_bit_cast(__m128d, bits)) != 0;
-#endif
+        std::uint64_t any = 0;
+        for (unsigned k = 0; k < sizeof(U) / sizeof any; ++k)
+            any |= bits[k];
+        return (any & kSignBit) != 0;
     }
 }
 

@@ -22,6 +22,9 @@ struct Group {
     D of[static_cast<unsigned>(W)];
 };
 
+template <class D, int W>
+inline constexpr int kPoints = int{kLanesOf<D>} * W;
+
 inline constexpr double kHalf = 0.5;
 
 template <class D>

@@ -120,7 +120,7 @@ template <Branch kBranch, class D, int W>
 ZUL_INLINE void InvertGroup(const Order& order, std::size_t place, Results* results) {
     constexpr int kEvaluations = 5;
     const int first = RankOf(order.x[place]);
-    const int last = RankOf(order.x[place + W * kLanesOf<D> - 1]);
+    const int last = RankOf(order.x[place + kPoints<D, W> - 1]);
     const Group<D, W> start = LoadGroup<D, W>(order.x + place);
     const Group<D, W> target = LoadGroup<D, W>(order.target + place);
     NewtonGroup<D, W> newton{start, {}, {}, {}};

@@ -25,7 +25,7 @@ ZUL_INLINE void HalveGroup(const Order& order, std::size_t place, Results* resul
     const int first = RankOf(order.x[place]);
     Tails<D, W> tails;
     if constexpr (kBranch == OnLowerSide) {
-        const int last = RankOf(order.x[place + W * kLanesOf<D> - 1]);
+        const int last = RankOf(order.x[place + kPoints<D, W> - 1]);
         LowerTails<false>(x, first, kOneHalfTable.mostTerms[last], &tails);
         ZUL_UNROLLED for (int w = 0; w < W; ++w) tails.tail.of[w] = 1.0 - tails.tail.of[w];
     } else if constexpr (kBranch == OnSmallUpperSide) {

@@ -91,6 +91,7 @@ ZUL_INLINE bool SortBetaPoints(int count, BetaOrder& order) {
     int next[BetaOrder::kKeys + 1] = {};
     for (int i = 0; i < count; ++i)
         ++next[order.keys[i]];
+    constexpr int kFlight = kFlightPoints<D>;
     int place = 0;
     for (int group = 0; group < BetaOrder::kGroups; ++group) {
         order.begin[group] = place;
@@ -100,7 +101,7 @@ ZUL_INLINE bool SortBetaPoints(int count, BetaOrder& order) {
             place += points;
         }
         order.end[group] = place;
-        place = (place + kFlightPoints<D> - 1) / kFlightPoints<D> * kFlightPoints<D>;
+        place = (place + kFlight - 1) / kFlight * kFlight;
     }
     for (int i = 0; i < count; ++i) {
         if (order.keys[i] == BetaOrder::kNowhere) continue;
@@ -147,14 +148,16 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
         else
             EvaluateSmallShape(side, at);
         all &= !AnyLane<D>(at.left);
-        double results[kFlightPoints<D>];
+        double results[kFlightPoints<D>] = {};
         for (int w = 0; w < kInFlight; ++w) {
             const D tail = direct ? at.value[w] : 1.0 - at.value[w];
             elementary::Store(results + w * elementary::kLanesOf<D>,
                               Select(at.left[w], elementary::Splat<D>(frame::kNA), tail));
         }
+        constexpr int kMost = kFlightPoints<D>;
         const int points = order.end[group] - first;
-        for (int k = 0; k < (points < kFlightPoints<D> ? points : kFlightPoints<D>); ++k)
+        const int used = points < kMost ? points : kMost;
+        for (int k = 0; k < used; ++k)
             out[order.point[first + k]] = results[k];
     }
     return all;

@@ -20,7 +20,7 @@ GammaPairConstants PairConstantsOf(const GammaShape& shape) {
     // A product close to the tolerance may need another term.
     constexpr int kSpareTerms = 2;
 
-    GammaPairConstants constants;
+    GammaPairConstants constants{};
     const double a = shape.Value();
     constants.ordinary = a >= kLeastShape && a <= kLargestShape;
     if (!constants.ordinary) return constants;

@@ -1,5 +1,5 @@
-// What the gamma density and the incomplete gamma pair of many arguments take from their shape: plain numbers, since a source that is
-// compiled for a better processor may call no common function.
+// What the gamma density and the incomplete gamma pair of many arguments take from their shape: plain numbers, since a
+// source that is compiled for a better processor may call no common function.
 #pragma once
 
 #include "numerics/gamma/gamma_shape.h"
@@ -18,7 +18,7 @@ struct GammaPairConstants : GammaDensityConstants {
     // The most terms of UpperGammaSmall's series, which falls as x^n / n! for x < 1.
     static constexpr int kSmallTermLimit = 16;
 
-    // False for a shape that the pair is not computed for several at a time. Then the rest is not set.
+    // False for a shape that the pair is not computed for several at a time. Then the rest is 0.
     bool ordinary;
     double medianSplit;
     double fraction;
