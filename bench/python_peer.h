@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 
@@ -10,10 +11,14 @@ namespace zul::bench {
 inline double SecondsInPython([[maybe_unused]] const std::string& arguments) {
     double seconds = 0;
 #ifdef ZUL_BENCH_PYTHON
-    std::FILE* const output = popen((ZUL_BENCH_PYTHON " " ZUL_BENCH_PEERS_PY " " + arguments).c_str(), "r");
-    const bool isRead = output != nullptr && std::fscanf(output, "%lf", &seconds) == 1;
+    const std::string command = ZUL_BENCH_PYTHON " " ZUL_BENCH_PEERS_PY " " + arguments;
+    std::FILE* const output =
+        popen(command.c_str(), "r");  // NOLINT(cert-env33-c): words of this program alone
+    char text[64] = {};
+    const bool isRead = output != nullptr && std::fgets(text, sizeof text, output) != nullptr;
     if (output == nullptr || pclose(output) != 0 || !isRead)
         throw std::runtime_error("no time of peers.py " + arguments);
+    seconds = std::strtod(text, nullptr);
 #endif
     return seconds;
 }
