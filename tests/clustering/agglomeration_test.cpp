@@ -206,7 +206,7 @@ TEST(HostOperations, LetNoExceptionOutAndKeepTheMode) {
     }
 }
 
-TEST(RunClustering, DoesNotTrapInTheLibrarysMatrix) {
+TEST(ClusteringInTrappingMode, DoesNotTrapInTheLibrarysMatrix) {
     for (const LinkageEnums linkage : kLinkages) {
         const Matrix m = MakeMatrix(4);
         test::Fill(m.get(), {{0}, {1, 0}, {kNaN, kInf, 0}, {2, -kInf, 3, 0}});
