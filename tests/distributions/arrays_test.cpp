@@ -245,6 +245,7 @@ TEST(Arrays, OfTheGammaPairMeetItsSwitches) {
             ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("GammaCdf"), {shape, 1, 0, upper}}, values));
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("GammaPdf"), {shape, 1, 0}}, values));
         std::vector<double> doubled;
+        doubled.reserve(values.size());
         for (const double value : values)
             doubled.push_back(2 * value);
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqCdf"), {2 * shape, 0, 0}}, doubled));
