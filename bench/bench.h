@@ -44,8 +44,14 @@ void AddTimedBenchmark(const std::string& workload, const char* library, std::in
     registered->UseManualTime()->Iterations(1)->Repetitions(kRepetitions);
 }
 
-// Runs what the subsystems add, in their order, and prints the table.
-int Run(int argc, char** argv, std::initializer_list<void (*)()> subsystems);
+using Subsystems = std::initializer_list<void (*)()>;
+
+// Runs what the subsystems add, in their order, and prints the table. An argument that is no option is a filter.
+int Run(int argc, char** argv, Subsystems subsystems);
+
+// The same for a program of the library's objects, which the shared library hides: the arguments may begin with
+// "--level" and the most doubles that a vector has, 8, 4, 2 or 1.
+int RunAtLevel(int argc, char** argv, Subsystems subsystems);
 
 // One for each subsystem.
 void AddFrameBenchmarks();
@@ -58,5 +64,11 @@ void AddRankTestBenchmarks();
 void AddSamplerBenchmarks();
 void AddClusteringBenchmarks();
 void AddContingencyBenchmarks();
+
+inline constexpr Subsystems kExports = {
+    AddFrameBenchmarks,    AddDistributionBenchmarks, AddDescriptiveBenchmarks, AddHypothesisBenchmarks,
+    AddVarianceBenchmarks, AddRankTestBenchmarks,     AddFittingBenchmarks,     AddContingencyBenchmarks,
+    AddSamplerBenchmarks,  AddClusteringBenchmarks,
+};
 
 }  // namespace zul::bench

@@ -1,6 +1,5 @@
 #include <cmath>
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -10,12 +9,7 @@
 #include <zul/distributions.h>
 
 #include "bench.h"
-#include "distributions/families.h"
-#include "peers.h"
-
-#ifdef ZUL_BENCH_WITH_BOOST
-#include <boost/math/distributions.hpp>
-#endif
+#include "distribution_peers.h"
 
 namespace zul::bench {
 namespace {
@@ -25,29 +19,6 @@ namespace {
 constexpr std::size_t kManyValues = 100'000;
 constexpr std::size_t kSomeValues = 20'000;
 constexpr std::size_t kFewValues = 2'000;
-
-using test::Parameters;
-
-// Evaluates a function of a family on each value of an array.
-using Evaluate = test::Each;
-
-// Absent functions are empty.
-struct Functions {
-    Evaluate pdf;
-    Evaluate cdf;
-    Evaluate invCdf;
-};
-
-struct Peer {
-    const char* library;
-    Functions functions;
-};
-
-struct Family {
-    std::string name;
-    std::vector<Parameters> parameters;
-    std::vector<Peer> peers;
-};
 
 // Ours, of the family by its last word; of the upper ones the inverse with its flag set alone.
 Functions Ours(const Family& family, Evaluate test::Function::*form) {
@@ -65,52 +36,6 @@ Functions Ours(const Family& family, Evaluate test::Function::*form) {
     return {test::FunctionOf(name + "Pdf").*form, test::FunctionOf(name + "Cdf").*form,
             test::FunctionOf(name + "InvCdf").*form};
 }
-
-template <typename Function>
-Evaluate Each(Function function) {
-    return [function](double* out, const double* in, std::size_t count, test::Arguments p) {
-        for (std::size_t i = 0; i < count; ++i)
-            out[i] = function(in[i], p);
-    };
-}
-
-#ifdef ZUL_BENCH_WITH_BOOST
-template <template <typename, typename> typename Distribution>
-using InDouble = Distribution<double, BoostPolicy>;
-
-// The distribution is made anew for each value, as in a call of its own.
-template <typename Make>
-Functions OfBoost(Make make) {
-    return {Each([make](double x, test::Arguments p) { return pdf(make(p), x); }),
-            Each([make](double x, test::Arguments p) { return cdf(make(p), x); }),
-            Each([make](double x, test::Arguments p) { return quantile(make(p), x); })};
-}
-
-template <typename Make>
-Functions UpperQuantileOfBoost(Make make) {
-    const auto upperQuantile = [make](double x, test::Arguments p) {
-        return quantile(boost::math::complement(make(p), x));
-    };
-    return {nullptr, nullptr, Each(upperQuantile)};
-}
-#endif
-
-// The functions of a peer, as expressions in x and the parameters p.
-#define ZUL_BENCH_AT(expression) \
-    Each([]([[maybe_unused]] double x, [[maybe_unused]] test::Arguments p) { return expression; })
-#define ZUL_BENCH_BOOST_FAMILY(distribution, ...) \
-    ZUL_BENCH_BOOST(                              \
-        OfBoost([](test::Arguments p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
-#define ZUL_BENCH_GSL_FAMILY(pdf, cdf, invCdf) \
-    ZUL_BENCH_GSL({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
-#define ZUL_BENCH_R_FAMILY(pdf, cdf, invCdf) \
-    ZUL_BENCH_RMATH({ZUL_BENCH_AT(pdf), ZUL_BENCH_AT(cdf), ZUL_BENCH_AT(invCdf)})
-// The quantiles by the upper tail alone.
-#define ZUL_BENCH_BOOST_UPPER(distribution, ...) \
-    ZUL_BENCH_BOOST(UpperQuantileOfBoost(        \
-        [](test::Arguments p) { return InDouble<boost::math::distribution>(__VA_ARGS__); }))
-#define ZUL_BENCH_GSL_UPPER(invCdf) ZUL_BENCH_GSL({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
-#define ZUL_BENCH_R_UPPER(invCdf) ZUL_BENCH_RMATH({nullptr, nullptr, ZUL_BENCH_AT(invCdf)})
 
 std::vector<Family> ClosedForms() {
     const std::vector<Parameters> location = {{0, 1}, {-3, 0.2}, {100, 15}};
@@ -195,12 +120,6 @@ std::vector<Family> GammaFamilies() {
           ZUL_BENCH_GSL_FAMILY(gsl_ran_chisq_pdf(x, p[0]), gsl_cdf_chisq_P(x, p[0]),
                                gsl_cdf_chisq_Pinv(x, p[0])),
           ZUL_BENCH_R_FAMILY(dchisq(x, p[0], 0), pchisq(x, p[0], 1, 0), qchisq(x, p[0], 1, 0))}},
-        {"Poisson",
-         {{0.3}, {2}, {4.5}, {12}},
-         {ZUL_BENCH_BOOST_FAMILY(poisson_distribution, p[0]),
-          ZUL_BENCH_GSL({ZUL_BENCH_AT(gsl_ran_poisson_pdf(static_cast<unsigned>(x), p[0])),
-                         ZUL_BENCH_AT(gsl_cdf_poisson_P(static_cast<unsigned>(x), p[0])), nullptr}),
-          ZUL_BENCH_R_FAMILY(dpois(x, p[0], 0), ppois(x, p[0], 1, 0), qpois(x, p[0], 1, 0))}},
     };
 }
 
@@ -229,16 +148,6 @@ std::vector<Family> BetaFamilies() {
           ZUL_BENCH_GSL_FAMILY(gsl_ran_fdist_pdf(x, p[0], p[1]), gsl_cdf_fdist_P(x, p[0], p[1]),
                                gsl_cdf_fdist_Pinv(x, p[0], p[1])),
           ZUL_BENCH_R_FAMILY(df(x, p[0], p[1], 0), pf(x, p[0], p[1], 1, 0), qf(x, p[0], p[1], 1, 0))}},
-        {"Binomial",
-         {{10, 0.5}, {40, 0.03}, {200, 0.3}, {1000, 0.7}},
-         {ZUL_BENCH_BOOST_FAMILY(binomial_distribution, p[0], p[1]),
-          ZUL_BENCH_GSL(
-              {ZUL_BENCH_AT(
-                   gsl_ran_binomial_pdf(static_cast<unsigned>(x), p[1], static_cast<unsigned>(p[0]))),
-               ZUL_BENCH_AT(gsl_cdf_binomial_P(static_cast<unsigned>(x), p[1], static_cast<unsigned>(p[0]))),
-               nullptr}),
-          ZUL_BENCH_R_FAMILY(dbinom(x, p[0], p[1], 0), pbinom(x, p[0], p[1], 1, 0),
-                             qbinom(x, p[0], p[1], 1, 0))}},
     };
 }
 
@@ -398,6 +307,9 @@ void AddDistributionBenchmarks() {
     for (const Family& family : GammaShapes())
         AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(BetaFamilies(), kSomeValues);
+    add(CountFamilies(), kSomeValues);
+    for (const Family& family : LargeCountFamilies())
+        AddFunction(family, "InvCdf", &Functions::invCdf, SamplesOf(family, kSomeValues).probabilities);
     for (const Family& family : BetaShapes())
         AddFunction(family, "Cdf", &Functions::cdf, SamplesOf(family, kSomeValues).values);
     add(NoncentralFamilies(), kFewValues);

@@ -1,9 +1,5 @@
 #include "bench.h"
 
 int main(int argc, char** argv) {
-    using namespace zul::bench;
-    return Run(argc, argv,
-               {AddFrameBenchmarks, AddDistributionBenchmarks, AddDescriptiveBenchmarks,
-                AddHypothesisBenchmarks, AddVarianceBenchmarks, AddRankTestBenchmarks, AddFittingBenchmarks,
-                AddContingencyBenchmarks, AddSamplerBenchmarks, AddClusteringBenchmarks});
+    return zul::bench::Run(argc, argv, zul::bench::kExports);
 }

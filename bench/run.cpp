@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <iomanip>
 #include <ios>
 #include <iterator>
@@ -46,7 +45,7 @@ public:
         constexpr int kLanes[] = {1, 2, 4, 8};
         GetOutputStream()
             << "\nMedians of the CPU time. The ratio is ours / peer: below 1 we are faster. Lanes: "
-            << kLanes[static_cast<int>(processor::HighestLevel())] << ".\n";
+            << kLanes[static_cast<int>(processor::CurrentLevel())] << ".\n";
     }
 
 private:
@@ -101,14 +100,21 @@ private:
 
 }  // namespace
 
-int Run(int argc, char** argv, std::initializer_list<void (*)()> subsystems) {
+int Run(int argc, char** argv, Subsystems subsystems) {
     // Defaults: a flag of the command line comes after them and wins.
     std::string defaults[] = {"--benchmark_repetitions=9", "--benchmark_enable_random_interleaving=true",
                               "--benchmark_min_time=0.05"};
     std::vector<char*> arguments = {argv[0]};
     for (std::string& flag : defaults)
         arguments.push_back(flag.data());
-    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    std::string filter;
+    for (int i = 1; i < argc; ++i) {
+        if (argv[i][0] == '-')
+            arguments.push_back(argv[i]);
+        else
+            filter = std::string("--benchmark_filter=") + argv[i];
+    }
+    if (!filter.empty()) arguments.push_back(filter.data());
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;

@@ -17,6 +17,7 @@
 /// | 30001 | working storage could not be obtained: every output is NaN or 0 |
 /// | 30002 | the interval type is none of the three: the bounds are NaN, all else is as for a good one |
 /// | 30007 | a sample has the variance 0, exactly so where all its values are equal; see the records |
+/// | 30011 | several groups hold more than 4294967295 values: every output is NaN or 0 |
 ///
 /// Of several that apply the largest is returned. A routine first sets every output to NaN (n to 0): a record that is
 /// used again shows nothing of what was before. A confidence that is NaN or outside (0, 1) gives NaN bounds, an

@@ -208,6 +208,16 @@ TEST(Variances, ComparisonOfTwoGroupsAgreesWithItsIntervals) {
     }
 }
 
+TEST(Variances, OfMoreValuesThanACount) {
+    const unsigned sizes[] = {3'000'000'000, 3'000'000'000};
+    double sds[] = {1, 1};
+    v0::VariancesTest r;
+    r.groups = 2;
+    r.pooledStandardDeviation = 1;
+    EXPECT_EQ(RunVariancesTest(&r, nullptr, sizes, 0.95, sds, nullptr, nullptr, nullptr, nullptr), 30011);
+    EXPECT_TRUE(std::isnan(r.pooledStandardDeviation) && std::isnan(sds[0]) && std::isnan(sds[1]) && r.n == 0);
+}
+
 // Seven times ln 7 has a variance of 1e-38 by its sums.
 TEST(Variances, OfEqualValuesAreZero) {
     const Values equal(7, std::log(7.0));

@@ -41,11 +41,19 @@ struct TwoSampleOptions : TestOptions {
     bool pooled = false;
 };
 
-// A sample as a report names it.
+// A sample as a report names it, the values of a column or the differences of two.
 struct OneSample {
     std::string name;
     Moments moments{};
     Origin origin;
+};
+
+// The words of a report on it.
+struct OneSampleWords {
+    std::string test;
+    std::string count;
+    std::string mean;
+    std::string sd;
 };
 
 // The library goes on with a standard error of 0, but no t test is meant then.
@@ -71,28 +79,6 @@ OneSample ReadOneSample(const OneSampleOptions& options) {
     return {Quoted(rows.Names()[0]), MomentsOf(rows.Numbers(0)), OriginOf(table, rows.Missing())};
 }
 
-void PrintOneSample(std::ostream& out, const OneSampleOptions& options) {
-    const OneSample sample = ReadOneSample(options);
-    CheckSpread(sample.moments.sd, sample.name);
-    zul::v0::OneSampleT test;
-    test.n = sample.moments.n;
-    test.mean = sample.moments.mean;
-    test.standardDeviation = sample.moments.sd;
-    Expect(RunOneSampleT(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
-                         options.hypothesised),
-           "the t test");
-
-    out << "One-sample t test of " << OneLine(sample.name) << '\n';
-    PrintRow(out, "n", std::to_string(test.n));
-    PrintOrigin(out, sample.origin);
-    PrintEstimate(out, "mean", test.mean);
-    PrintEstimate(out, "sd", test.standardDeviation);
-    PrintEstimate(out, "standard error", test.standardError);
-    PrintInterval(out, "mean", options, test.lowerBound, test.upperBound);
-    PrintHypotheses(out, "mean", options);
-    PrintT(out, test.tStatistic, "df", test.n - 1.0, test.pValue);
-}
-
 OneSample ReadDifferences(const OneSampleOptions& options) {
     if (options.isSummary) return {"given differences", Given(options.n, options.mean, options.sd), {}};
     const Table table(options.input);
@@ -105,25 +91,26 @@ OneSample ReadDifferences(const OneSampleOptions& options) {
             OriginOf(table, rows.Missing())};
 }
 
-void PrintPaired(std::ostream& out, const OneSampleOptions& options) {
-    const OneSample sample = ReadDifferences(options);
+// Of differences too: the paired t test is the one of their mean.
+void PrintOneSample(std::ostream& out, const OneSampleOptions& options, const OneSample& sample,
+                    const OneSampleWords& words) {
     CheckSpread(sample.moments.sd, sample.name);
-    zul::v0::PairedT test;
+    zul::v0::OneSampleT test;
     test.n = sample.moments.n;
-    test.meanDifference = sample.moments.mean;
-    test.standardDeviationDifference = sample.moments.sd;
-    Expect(RunPairedT(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
-                      options.hypothesised),
-           "the paired t test");
+    test.mean = sample.moments.mean;
+    test.standardDeviation = sample.moments.sd;
+    Expect(RunOneSampleT(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
+                         options.hypothesised),
+           "the t test");
 
-    out << "Paired t test of " << OneLine(sample.name) << '\n';
-    PrintRow(out, "pairs", std::to_string(test.n));
+    out << words.test << " t test of " << OneLine(sample.name) << '\n';
+    PrintRow(out, words.count, std::to_string(test.n));
     PrintOrigin(out, sample.origin);
-    PrintEstimate(out, "mean difference", test.meanDifference);
-    PrintEstimate(out, "sd of differences", test.standardDeviationDifference);
-    PrintEstimate(out, "standard error", test.standardErrorDifference);
-    PrintInterval(out, "mean difference", options, test.lowerBound, test.upperBound);
-    PrintHypotheses(out, "mean difference", options);
+    PrintEstimate(out, words.mean, test.mean);
+    PrintEstimate(out, words.sd, test.standardDeviation);
+    PrintEstimate(out, "standard error", test.standardError);
+    PrintInterval(out, words.mean, options, test.lowerBound, test.upperBound);
+    PrintHypotheses(out, words.mean, options);
     PrintT(out, test.tStatistic, "df", test.n - 1.0, test.pValue);
 }
 
@@ -225,7 +212,7 @@ void AddOneSample(CLI::App& app) {
     AddInference(t, *options);
     t.callback([options, &t] {
         options->isSummary = HasSummary(t, {"--mean", "--sd", "--n"});
-        PrintOneSample(std::cout, *options);
+        PrintOneSample(std::cout, *options, ReadOneSample(*options), {"One-sample", "n", "mean", "sd"});
     });
 }
 
@@ -242,7 +229,8 @@ void AddPaired(CLI::App& app) {
     paired.callback([options, &paired] {
         options->isSummary = HasSummary(paired, {"--mean", "--sd", "--n"});
         if (!options->isSummary && !options->columns.with) throw InputError("--with is required");
-        PrintPaired(std::cout, *options);
+        PrintOneSample(std::cout, *options, ReadDifferences(*options),
+                       {"Paired", "pairs", "mean difference", "sd of differences"});
     });
 }
 

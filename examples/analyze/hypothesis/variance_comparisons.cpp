@@ -65,7 +65,10 @@ void PrintF(std::ostream& out, double statistic, double df1, double df2, double 
     constexpr std::string_view kNoSpread = "the distances from the medians have no spread";
     PrintTest(out, "F", statistic, kNoSpread);
     PrintRow(out, "df", AsGiven(df1) + ", " + AsGiven(df2));
-    PrintP(out, "p", p, kNoSpread);
+    // The library's tails of F end where F / df2 or its inverse is beyond 4e287: with few degrees of freedom before they
+    // are small.
+    const bool isFar = p == 0 && std::min(df1, df2) <= 2;
+    PrintRow(out, "p", isFar ? "< 1e-138" : PValue(p, kNoSpread));
 }
 
 void PrintTwoVarianceTest(std::ostream& out, const Samples& samples, const zul::v0::TwoVariance& test,

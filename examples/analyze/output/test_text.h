@@ -35,7 +35,7 @@ void PrintHypotheses(std::ostream& out, std::string_view parameter, const TestOp
 /// A statistic with its label; why there may be none.
 void PrintTest(std::ostream& out, std::string_view label, double value, std::string_view reason = {});
 
-/// A probability of a test as it is printed: below 1e-300 the library's tails end.
+/// A probability of a test as it is printed: below 1e-287 as that bound, since the library's tails end.
 std::string PValue(double p, std::string_view reason = {});
 
 /// A p-value with its label; why there may be none.

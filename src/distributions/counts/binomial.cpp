@@ -143,6 +143,18 @@ double BinomialInvCdfKernel::AtUpperTail(double q) {
     return DiscreteQuantileAtUpperTail(q, Prepared(shape_, n_, prob_), &numerics::binomial_upper_quant);
 }
 
+TabledCounts BinomialInvCdfKernel::Counts() const {
+    if (!IsOrdinaryBinomial(n_, prob_)) return {};
+    const double failure = 1 - prob_;
+    const double mean = n_ * prob_;
+    return {{.first = 0,
+             .last = n_,
+             .mean = mean,
+             .sd = std::sqrt(mean * failure),
+             .odds = prob_ / failure,
+             .falling = {n_, numerics::kEndlessCount}}};
+}
+
 }  // namespace kernels
 
 double BinomialPdf(double x, int n, double prob) {

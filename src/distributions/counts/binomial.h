@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "distributions/counts/repeated_counts.h"
+#include "distributions/counts/count_arrays.h"
 #include "frame/call_frame.h"
 #include "numerics/counts/binomial.h"
 
@@ -57,11 +57,13 @@ private:
 // The quantile at p. p = 0 gives 0, p = 1 gives n.
 class BinomialInvCdfKernel {
 public:
+    using Table = TabledQuantiles;
     using Parameters = frame::ParameterList<int, double>;
     static constexpr bool kKeptBetweenCalls = true;
     BinomialInvCdfKernel(int n, double prob) : n_(n), prob_(prob) {}
     double operator()(double p);
     double AtUpperTail(double q);
+    TabledCounts Counts() const;
 
 private:
     double n_;

@@ -25,10 +25,12 @@ struct GeometricCdfKernel {
 // The quantile at p.
 class GeometricInvCdfKernel {
 public:
+    using Table = TabledQuantiles;
     using Parameters = frame::ParameterList<double>;
     explicit GeometricInvCdfKernel(double prob) : trials_(prob, 1) {}
     double operator()(double p) { return trials_(p); }
     double AtUpperTail(double q) { return trials_.AtUpperTail(q); }
+    TabledCounts Counts() const { return trials_.Counts(); }
 
 private:
     NegBinomialInvCdfKernel trials_;

@@ -1,6 +1,7 @@
 #include "distributions/counts/hypergeometric.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
@@ -55,6 +56,21 @@ bool HypergeometricInvCdfKernel::IsCertain(double* only) const {
     const double n = shape_.Sample();
     *only = N == M ? n : N == n ? M : 0;
     return N == M || M == 0 || N == n || n == 0;
+}
+
+TabledCounts HypergeometricInvCdfKernel::Counts() const {
+    if (!shape_.Valid()) return {};
+    const double N = shape_.Population();
+    const double M = shape_.Successes();
+    const double n = shape_.Sample();
+    const double variance = n * (M / N) * ((N - M) / N) * (N - n) / (N - 1);
+    return {{.first = shape_.First(),
+             .last = shape_.Last(),
+             .mean = n * M / N,
+             .sd = std::sqrt(variance),
+             .odds = 1,
+             .falling = {M, n},
+             .rising = {0, N - M - n}}};
 }
 
 }  // namespace kernels

@@ -2,6 +2,7 @@
 // population of N, M of which are successes. Kernels return NA for "no result".
 #pragma once
 
+#include "distributions/counts/count_arrays.h"
 #include "frame/call_frame.h"
 #include "numerics/counts/hypergeometric.h"
 
@@ -45,10 +46,12 @@ private:
 // The quantile at p. The only number of a support of one, for any p; p = 0 and p >= 1 give the ends.
 class HypergeometricInvCdfKernel {
 public:
+    using Table = TabledQuantiles;
     using Parameters = frame::ParameterList<int, int, int>;
     HypergeometricInvCdfKernel(int N, int M, int n) : support_(N, M, n), shape_(N, M, n) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    TabledCounts Counts() const;
 
 private:
     // Whether the support is one number, for certain parameters.

@@ -125,6 +125,24 @@ double NegBinomialInvCdfKernel::AtUpperTail(double q) {
     return SearchUpperTail(q);
 }
 
+// Counted by the failures, whose last number is far beyond any that counts. At no failure, and for r = 1, no routine is
+// called that sets the error state.
+TabledCounts NegBinomialInvCdfKernel::Counts() const {
+    constexpr double kMost = 1e8;
+    if (!(IsOrdinaryBinomial(r_, prob_) && std::floor(r_) == r_)) return {};
+    const double failure = 1 - prob_;
+    const double mean = r_ * failure / prob_;
+    if (!(std::islessequal(mean, kMost) && std::islessequal(r_, kMost))) return {};
+    return {{.first = 0,
+             .last = 20 * kMost,
+             .mean = mean,
+             .sd = std::sqrt(mean / prob_),
+             .odds = -failure,
+             .falling = {-r_, numerics::kEndlessCount}},
+            r_,
+            r_ > 1};
+}
+
 // The last k for which the condition holds, which it does up to the quantile, z being the normal deviate
 // there; NA if there is none. Source of the start: R. A. Fisher and E. A. Cornish, The percentile points of
 // distributions having known cumulants, 1960.

@@ -2,7 +2,7 @@
 // return NA for "no result".
 #pragma once
 
-#include "distributions/counts/repeated_counts.h"
+#include "distributions/counts/count_arrays.h"
 #include "distributions/inversion.h"
 #include "frame/call_frame.h"
 #include "numerics/gamma/gamma_shape.h"
@@ -37,10 +37,12 @@ struct NegBinomialCdfKernel {
 // a failure of the logarithms gives NA.
 class NegBinomialInvCdfKernel {
 public:
+    using Table = TabledQuantiles;
     using Parameters = frame::ParameterList<double, double>;
     NegBinomialInvCdfKernel(double prob, double r) : prob_(prob), r_(r) {}
     double operator()(double p);
     double AtUpperTail(double q);
+    TabledCounts Counts() const;
 
 private:
     double FirstMass();

@@ -1,5 +1,7 @@
 #include "distributions/counts/poisson.h"
 
+#include <cmath>
+
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
 #include "frame/error_state.h"
@@ -48,6 +50,19 @@ double PoissonInvCdfKernel::operator()(double p) const {
 
 double PoissonInvCdfKernel::AtUpperTail(double q) const {
     return DiscreteQuantileAtUpperTail(q, shape_, &numerics::poisson_upper_quant);
+}
+
+// The last number is far beyond any that counts.
+TabledCounts PoissonInvCdfKernel::Counts() const {
+    constexpr double kLeast = 1e-200;
+    constexpr double kMost = 1e7;
+    const double mean = shape_.Mean();
+    if (!(std::isgreaterequal(mean, kLeast) && std::islessequal(mean, kMost))) return {};
+    return {{.first = 0,
+             .last = 2 * kMost,
+             .mean = mean,
+             .sd = std::sqrt(mean),
+             .odds = mean / numerics::kEndlessCount}};
 }
 
 }  // namespace kernels

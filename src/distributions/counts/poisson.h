@@ -1,6 +1,7 @@
 // The Poisson family's kernels. Kernels return NA for "no result".
 #pragma once
 
+#include "distributions/counts/count_arrays.h"
 #include "frame/call_frame.h"
 #include "numerics/counts/poisson.h"
 
@@ -38,11 +39,13 @@ private:
 // The quantile at p. p = 0 gives 0, p = 1 gives NA.
 class PoissonInvCdfKernel {
 public:
+    using Table = TabledQuantiles;
     using Parameters = frame::ParameterList<double>;
     static constexpr bool kKeptBetweenCalls = true;
     explicit PoissonInvCdfKernel(double mean) : shape_(mean) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    TabledCounts Counts() const;
 
 private:
     numerics::PoissonShape shape_;

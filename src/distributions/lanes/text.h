@@ -11,6 +11,7 @@
 #include "elementary/core/power.h"
 #include "elementary/core/trigonometric.h"
 #include "elementary/core/value.h"
+#include "numerics/lanes/part_of_vector.h"
 
 namespace zul::kernels {
 namespace {
@@ -25,6 +26,8 @@ using elementary::kLanesOf;
 using elementary::NotBelow;
 using elementary::Select;
 using elementary::Splat;
+using numerics::LoadFirst;
+using numerics::StoreFirst;
 
 // The elements of one vector that are left to the scalar kernel.
 template <class D>

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <new>
 #include <vector>
 
 #include "descriptive/quantiles.h"
@@ -102,18 +101,7 @@ int Test(KruskalWallis* record, const double* data, const Groups& groups, const 
 
 int RunKruskalWallis(KruskalWallis* record, const double* data, const unsigned* sizes, double* medians,
                      double* meanRanks, double* z) {
-    const Outputs out{medians, meanRanks, z};
-    out.Clear(record);
-    int status = kOutOfMemory;
-    try {
-        Groups groups;
-        status = hypothesis::SplitIntoGroups(data, sizes, record->groups, &groups);
-        if (status == kSuccess) status = Test(record, data, groups, out);
-    } catch (const std::bad_alloc&) {
-        status = kOutOfMemory;
-    }
-    if (status == kOutOfMemory) out.Clear(record);
-    return status;
+    return hypothesis::TestGroups(record, data, sizes, Outputs{medians, meanRanks, z}, &Test);
 }
 
 }  // namespace zul::v0

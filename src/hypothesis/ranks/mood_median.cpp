@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <new>
 
 #include "descriptive/quantiles.h"
 #include "descriptive/sorting.h"
@@ -99,17 +98,7 @@ int Test(MoodMedian* record, const double* data, const Groups& groups, const Out
 int RunMoodMedian(MoodMedian* record, const double* data, const unsigned* sizes, unsigned* notAbove,
                   unsigned* above, double* medians, double* interquartileRanges) {
     const Outputs out{notAbove, above, medians, interquartileRanges};
-    out.Clear(record);
-    int status = kOutOfMemory;
-    try {
-        Groups groups;
-        status = hypothesis::SplitIntoGroups(data, sizes, record->groups, &groups);
-        if (status == kSuccess) status = Test(record, data, groups, out);
-    } catch (const std::bad_alloc&) {
-        status = kOutOfMemory;
-    }
-    if (status == kOutOfMemory) out.Clear(record);
-    return status;
+    return hypothesis::TestGroups(record, data, sizes, out, &Test);
 }
 
 }  // namespace zul::v0

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 #include <span>
 #include <vector>
+
+#include "frame/status.h"
 
 namespace zul::hypothesis {
 
@@ -34,5 +37,22 @@ struct Groups {
 // kUnusableData: fewer than two groups have values, or a value is not finite. kTooManyValues: for a count. May throw
 // std::bad_alloc.
 int SplitIntoGroups(const double* data, const unsigned* sizes, unsigned count, Groups* groups);
+
+// test(record, data, groups, out) of usable groups, a status. `out` clears the record and the arrays, before the test
+// and where memory cannot be obtained.
+template <typename Record, typename Outputs, typename Test>
+int TestGroups(Record* record, const double* data, const unsigned* sizes, const Outputs& out, Test* test) {
+    out.Clear(record);
+    int status = kOutOfMemory;
+    try {
+        Groups groups;
+        status = SplitIntoGroups(data, sizes, record->groups, &groups);
+        if (status == kSuccess) status = test(record, data, groups, out);
+    } catch (const std::bad_alloc&) {
+        status = kOutOfMemory;
+    }
+    if (status == kOutOfMemory) out.Clear(record);
+    return status;
+}
 
 }  // namespace zul::hypothesis

@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <new>
 #include <numbers>
+#include <numeric>
 #include <span>
 
 #include "descriptive/compensated_sum.h"
@@ -69,12 +71,17 @@ struct Group {
     double errors;  // the sum of those of the ratios to all other groups
 };
 
-bool AreUsable(const double* data, const unsigned* sizes, unsigned groups) {
+// The number of all values in *n. kUnusableData: fewer than two groups, or one that has too few values or one that is
+// not finite; kTooManyValues: for a count.
+int CheckGroups(const double* data, const unsigned* sizes, unsigned groups, unsigned* n) {
     constexpr unsigned kFewest = 2;
-    if (groups < kFewest) return false;
+    if (groups < kFewest || *std::min_element(sizes, sizes + groups) < kFewest) return kUnusableData;
+    const std::uint64_t values = std::accumulate(sizes, sizes + groups, std::uint64_t{0});
+    if (values > std::numeric_limits<unsigned>::max()) return kTooManyValues;
     for (unsigned i = 0; i < groups; data += sizes[i], ++i)
-        if (!hypothesis::IsUsableSample(data, sizes[i])) return false;
-    return true;
+        if (!hypothesis::IsUsableSample(data, sizes[i])) return kUnusableData;
+    *n = static_cast<unsigned>(values);
+    return kSuccess;
 }
 
 // What the tests go on with.
@@ -205,15 +212,16 @@ int RunVariancesTest(VariancesTest* record, const double* data, const unsigned* 
     const Outputs out{standardDeviations, simultaneousLower, simultaneousUpper, comparisonLower,
                       comparisonUpper};
     out.Clear(count);
-    if (!AreUsable(data, sizes, count)) return kUnusableData;
+    unsigned n = 0;
+    int status = CheckGroups(data, sizes, count, &n);
+    if (status != kSuccess) return status;
     const std::unique_ptr<Group[]> groups(new (std::nothrow) Group[count]);
     const std::unique_ptr<hypothesis::Distances[]> distances(new (std::nothrow) hypothesis::Distances[count]);
     if (groups == nullptr || distances == nullptr) return kOutOfMemory;
     const Summary summary{{groups.get(), count}, distances.get()};
-    const int status = Summarise(data, sizes, summary);
+    status = Summarise(data, sizes, summary);
     if (status != kSuccess) return status;
-    for (unsigned i = 0; i < count; ++i)
-        record->n += sizes[i];
+    record->n = n;
     const auto [statistic, df1, df2] = hypothesis::CompareDistances(distances.get(), count);
     record->leveneStatistic = statistic;
     record->leveneDegreesOfFreedom1 = df1;
