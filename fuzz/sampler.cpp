@@ -2,15 +2,9 @@
 // parameters lie in the support.
 #include "zul/sampler.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <iterator>
 
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
 #include "fuzz/support/parameters.h"
-#include "fuzz/support/values.h"
 #include "sampling/slots.h"
 
 namespace zul::fuzz {
@@ -162,12 +156,10 @@ void Seeds(Input& input) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
+void RunInput(Input& input) {
     constexpr std::array kTargets = {Table, Rows, Seeds, Deviates, Deviates, Deviates, Deviates, Deviates};
-    Input input(data, size);
     input.OneOf(kTargets)(input);
-    return 0;
 }
+
+}  // namespace zul::fuzz
