@@ -14,6 +14,7 @@
 #include "distributions/families.h"
 #include "elementary/arguments.h"
 #include "frame/error_state.h"
+#include "numerics/beta/switch_points.h"
 #include "processor/level.h"
 #include "support/float_mode.h"
 
@@ -250,6 +251,45 @@ TEST(Arrays, OfTheGammaPairMeetItsSwitches) {
             doubled.push_back(2 * value);
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqCdf"), {2 * shape, 0, 0}}, doubled));
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqPdf"), {2 * shape}}, doubled));
+    }
+}
+
+// Of the search for a quantile: where its start by the first term of a series of the pair is good, and where it is exact;
+// where the terms of the pair change; the ends of the lanes; the complement that may be rounded.
+std::vector<double> AroundBetaSearchSwitches(const numerics::BetaShapes& shapes) {
+    std::vector<double> points = {0.5, 1e-285, 1e-270, 0.2, 1e-100, 1e-12};
+    for (const numerics::BetaOrientation& side : {shapes.Direct(), shapes.Mirrored()})
+        for (const double y : {0.2 / std::max(std::abs(side.Q() - 1), 0.4), 1e-12 / std::max(side.Q(), 1.0)})
+            points.push_back(std::exp(side.P() * std::log(y) - side.LogFirstDivisor()));
+    for (const double x : numerics::SwitchPoints(shapes)) {
+        double upper = 0;
+        numerics::beta_df(x, shapes, &points.emplace_back(), &upper, nullptr);
+    }
+    std::vector<double> values;
+    for (const double point : points)
+        for (const double shift : {0.0, 1e-15, -1e-15, 1e-12, -1e-9, 1e-6, -1e-4, 1e-3}) {
+            values.push_back(point * (1 + shift));
+            values.push_back(1 - point * (1 + shift));
+        }
+    return values;
+}
+
+TEST(Arrays, OfBetaQuantilesMeetTheSwitchesOfTheirSearch) {
+    RandomArguments random;
+    for (const auto [a, b] : numerics::kShapes) {
+        std::vector<double> values = AroundBetaSearchSwitches({a, b});
+        for (int k = 0; k < 1000; ++k) {
+            values.push_back(random.Uniform(0, 1));
+            values.push_back(random.AnyDouble(1e-290, 0.5));
+        }
+        for (std::size_t i = values.size() - 1; i > 0; --i)
+            std::swap(values[i], values[random.Bits() % (i + 1)]);
+        for (const double upper : {0.0, 1.0}) {
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("BetaInvCdf", 4), {a, b, upper}}, values));
+            ASSERT_NO_FATAL_FAILURE(
+                ExpectAlike({&FunctionOf("FInvCdf", 5), {2 * a, 2 * b, 0, upper}}, values));
+        }
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("BetaInvCdf", 3), {a, b}}, values));
     }
 }
 

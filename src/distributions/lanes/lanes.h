@@ -35,11 +35,11 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // A family to a line.
 // clang-format off
 struct Lanes : LaneFunctions<
-    BetaPdfKernel, BetaCdfKernel,
+    BetaPdfKernel, BetaCdfKernel, BetaInvCdfKernel, EitherTail<BetaInvCdfKernel>,
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
     ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
-    FPdfKernel, FCdfKernel,
+    FPdfKernel, FCdfKernel, FInvCdfKernel, EitherTail<FInvCdfKernel>,
     GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
     HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,

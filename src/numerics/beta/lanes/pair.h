@@ -120,10 +120,60 @@ ZUL_INLINE bool SortBetaPoints(int count, BetaOrder& order) {
     return next[BetaOrder::kNowhere] == 0;
 }
 
-// The tail, upper or lower, at the points of one group. Whether none is left to beta_df.
+// What is asked of the pair at each point: one of its tails.
+struct BetaTailsOnly {
+    static constexpr bool kInFull = false;
+    bool upper;
+    double* tails;
+};
+
+// Also the density and, for a step to the next point, the count of terms or kOtherTerms.
+struct BetaEvaluations {
+    static constexpr bool kInFull = true;
+    bool upper;
+    double* tails;
+    double* densities;
+    double* terms;
+};
+
 template <class D>
-ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const BetaOrder& order,
-                              double* out) {
+ZUL_INLINE void StoreFlight(const Flight<D>& values, const BetaOrder& order, int first, int used,
+                            double* out) {
+    double results[kFlightPoints<D>] = {};
+    for (int w = 0; w < kInFlight; ++w)
+        elementary::Store(results + w * elementary::kLanesOf<D>, values[w]);
+    for (int k = 0; k < used; ++k)
+        out[order.point[first + k]] = results[k];
+}
+
+// Density and terms of a flight of which the tails are known.
+template <class D>
+ZUL_INLINE void FillRest(const BetaPlan& plan, const BetaSidePlan& side, int branch, const LaneRatios& ratios,
+                         BetaFlight<D>& at, const BetaOrder& order, int first, int used,
+                         const BetaEvaluations& out) {
+    Flight<D> density;
+    Flight<D> terms;
+    if (branch == SmallShapeBranch) {
+        TakeLogDensity(plan, side, at);
+        for (int w = 0; w < kInFlight; ++w)
+            terms[w] = elementary::Splat<D>(kOtherTerms);
+    } else {
+        TakeRepeatedTerms(ratios, at, terms);
+    }
+    if (branch == LowerBranch) {
+        for (int w = 0; w < kInFlight; ++w)
+            density[w] = Select(at.gone[w], D{}, at.power[w]);
+    } else {
+        TakeDensity(at, density);
+    }
+    StoreFlight<D>(density, order, first, used, out.densities);
+    StoreFlight<D>(terms, order, first, used, out.terms);
+}
+
+// At the points of one group. Whether none is left to beta_df.
+template <class D, class Out>
+ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, const BetaOrder& order, const Out& out) {
+    constexpr bool kInFull = Out::kInFull;
     const bool mirrored = group >= kBetaBranches;
     const int branch = group % kBetaBranches;
     const BetaSidePlan& side = plan.sides[mirrored];
@@ -133,7 +183,7 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
     ratios.q = ratioSide.q;
     ratios.known = 0;
     bool all = true;
-    const bool direct = upper == (mirrored != (branch != LowerBranch));
+    const bool direct = out.upper == (mirrored != (branch != LowerBranch));
     for (int first = order.begin[group]; first < order.end[group]; first += kFlightPoints<D>) {
         BetaFlight<D> at;
         for (int w = 0; w < kInFlight; ++w) {
@@ -142,39 +192,37 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
             at.left[w] = MarksOf<D>{};
         }
         if (branch == LowerBranch)
-            EvaluateLower(plan, side, ratios, at);
+            EvaluateLower<kInFull>(plan, side, ratios, at);
         else if (branch == UpperBranch)
-            EvaluateUpper(plan, side, ratios, at);
+            EvaluateUpper<kInFull>(plan, side, ratios, at);
         else
             EvaluateSmallShape(side, at);
-        all &= !AnyLane<D>(at.left);
-        double results[kFlightPoints<D>] = {};
-        for (int w = 0; w < kInFlight; ++w) {
-            const D tail = direct ? at.value[w] : 1.0 - at.value[w];
-            elementary::Store(results + w * elementary::kLanesOf<D>,
-                              Select(at.left[w], elementary::Splat<D>(frame::kNA), tail));
-        }
         constexpr int kMost = kFlightPoints<D>;
         const int points = order.end[group] - first;
         const int used = points < kMost ? points : kMost;
-        for (int k = 0; k < used; ++k)
-            out[order.point[first + k]] = results[k];
+        if constexpr (kInFull) FillRest(plan, side, branch, ratios, at, order, first, used, out);
+        all &= !AnyLane<D>(at.left);
+        Flight<D> tails;
+        for (int w = 0; w < kInFlight; ++w) {
+            const D tail = direct ? at.value[w] : 1.0 - at.value[w];
+            tails[w] = Select(at.left[w], elementary::Splat<D>(frame::kNA), tail);
+        }
+        StoreFlight<D>(tails, order, first, used, out.tails);
     }
     return all;
 }
 
-// The tail, upper or lower, at count points, up to kBetaPoints; frame::kNA where it is left to beta_df.
-// Whether none is. pointsFrom(i) are those from point i on, whatever behind the last one.
-template <class D, class PointsFrom>
-ZUL_INLINE bool FillBetaTails(const BetaPlan& plan, bool upper, PointsFrom pointsFrom, int count,
-                              double* out) {
+// At count points, up to kBetaPoints; the tail is frame::kNA where it is left to beta_df. Whether none is.
+// pointsFrom(i) are those from point i on, whatever behind the last one.
+template <class D, class PointsFrom, class Out>
+ZUL_INLINE bool FillBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int count, const Out& out) {
     BetaOrder order;
     KeyBetaPoints<D>(plan, pointsFrom, count, order);
     for (int i = 0; i < count; ++i)
-        out[i] = frame::kNA;
+        out.tails[i] = frame::kNA;
     bool all = SortBetaPoints<D>(count, order);
     for (int group = 0; group < BetaOrder::kGroups; ++group) {
-        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, upper, order, out);
+        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, order, out);
     }
     return all;
 }

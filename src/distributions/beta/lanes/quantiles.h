@@ -1,0 +1,131 @@
+// The quantiles of the beta and the F family, in lanes.
+#pragma once
+
+#include <cstddef>
+
+#include "distributions/beta/beta.h"
+#include "distributions/beta/f.h"
+#include "distributions/lanes/text.h"
+#include "frame/calls/in_blocks.h"
+#include "numerics/beta/lanes/quantiles.h"
+
+namespace zul::kernels {
+namespace {
+
+using numerics::BetaPlan;
+using numerics::BetaQuantilePlan;
+
+// The targets of a block, in the orientations of their searches. Each is the smaller tail.
+struct BetaTargets {
+    double targets[2][frame::kBlock];
+    unsigned short elements[2][frame::kBlock];
+    std::size_t counts[2] = {};
+};
+
+ZUL_INLINE void CollectTargets(bool byUpperTail, const double* in, std::size_t n, BetaTargets& targets) {
+    for (std::size_t i = 0; i < n; ++i) {
+        const double p = in[i];
+        if (NotInside01(p) >> 63) continue;
+        const bool upper = byUpperTail ? p < 0.5 : p > 0.5;
+        const double target = upper == byUpperTail ? p : 1 - p;
+        if (target < numerics::kSmallTarget) continue;
+        const std::size_t place = targets.counts[upper]++;
+        targets.targets[upper][place] = target;
+        targets.elements[upper][place] = static_cast<unsigned short>(i);
+    }
+}
+
+// The quantiles of the beta distribution, with their complements.
+template <class D>
+ZUL_INLINE void FindQuantiles(const BetaQuantilePlan& plan, const BetaTargets& targets, bool upper, double* x,
+                              double* complement) {
+    numerics::BetaSearches searches;
+    const std::size_t all = targets.counts[upper];
+    for (std::size_t done = 0; done < all; done += numerics::kBetaPoints) {
+        const std::size_t rest = all - done;
+        searches.count = rest < numerics::kBetaPoints ? static_cast<int>(rest) : numerics::kBetaPoints;
+        for (int k = 0; k < searches.count; ++k) {
+            searches.target[k] = targets.targets[upper][done + static_cast<unsigned>(k)];
+            searches.element[k] = targets.elements[upper][done + static_cast<unsigned>(k)];
+        }
+        numerics::FindBetaQuantiles<D>(
+            plan, upper, searches,
+            upper ? numerics::BetaQuantiles{complement, x} : numerics::BetaQuantiles{x, complement});
+    }
+}
+
+// Of each family the quantile that belongs to one of the beta distribution.
+struct OfBeta {
+    template <class D>
+    static ZUL_INLINE D Quantile(const BetaPlan&, D x, D, Left<D>*) {
+        return x;
+    }
+};
+
+// As SetFQuantile.
+struct OfF {
+    template <class D>
+    static ZUL_INLINE D Quantile(const BetaPlan& plan, D x, D complement, Left<D>* left) {
+        constexpr double kLargest = 0x1.fffffffffffffp1023;
+        const D above = x * plan.sides[0].q;
+        const D below = complement * plan.sides[0].p;
+        const auto small = below < 1.0;
+        const auto over = small & (above >= kLargest * Select(small, below, Splat<D>(1)));
+        left->Where(over);
+        return above / Select(over, Splat<D>(1), below);
+    }
+};
+
+template <class Family>
+struct BetaQuantileText : OfNumbers {
+    BetaQuantilePlan plan;
+    bool byUpperTail;
+
+    bool Takes() const { return plan.pair.ordinary; }
+    template <class D>
+    ZUL_INLINE bool FillBlock(double* out, const double* in, std::size_t n) const {
+        double x[frame::kBlock];
+        double complement[frame::kBlock];
+        for (std::size_t i = 0; i < frame::kBlock; ++i)
+            x[i] = complement[i] = frame::kNA;
+        BetaTargets targets;
+        CollectTargets(byUpperTail, in, n, targets);
+        for (const bool upper : {false, true})
+            FindQuantiles<D>(plan, targets, upper, x, complement);
+        bool all = true;
+        for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
+            const D known = elementary::Load<D>(x + i);
+            Left<D> left;
+            left.Where(known > 1.0);
+            const D inside = Select(left.Are(), Splat<D>(0.5), known);
+            const D rest = Select(left.Are(), Splat<D>(0.5), elementary::Load<D>(complement + i));
+            const D result = Family::Quantile(plan.pair, inside, rest, &left);
+            elementary::Store(x + i, Select(left.Are(), Splat<D>(frame::kNA), result));
+        }
+        for (std::size_t i = 0; i < n; ++i) {
+            out[i] = x[i];
+            all &= !frame::IsNA(x[i]);
+        }
+        return all;
+    }
+};
+
+template <class Kernel>
+inline constexpr bool kSearchesForBetaQuantile = false;
+template <>
+inline constexpr bool kSearchesForBetaQuantile<BetaInvCdfKernel> = true;
+template <>
+inline constexpr bool kSearchesForBetaQuantile<FInvCdfKernel> = true;
+template <class Kernel>
+inline constexpr bool kSearchesForBetaQuantile<EitherTail<Kernel>> = kSearchesForBetaQuantile<Kernel>;
+
+ZUL_INLINE BetaQuantileText<OfBeta> TextOf(const BetaInvCdfKernel& at) {
+    return {{}, at.Plan(), false};
+}
+
+ZUL_INLINE BetaQuantileText<OfF> TextOf(const FInvCdfKernel& at) {
+    return {{}, at.Plan(), false};
+}
+
+}  // namespace
+}  // namespace zul::kernels
