@@ -74,6 +74,13 @@ ZUL_INLINE D LargerOf(D a, double b) {
     return a < b ? elementary::Splat<D>(b) : a;
 }
 
+// As std::clamp.
+template <class D>
+ZUL_INLINE D Bounded(D x, double low, double high) {
+    const D notAbove = x > high ? elementary::Splat<D>(high) : x;
+    return x < low ? elementary::Splat<D>(low) : notAbove;
+}
+
 // first() where the condition holds, second() elsewhere: of lanes each of the two that any lane takes, which has to be
 // harmless for the other lanes.
 template <class D, class Condition, class First, class Second>
@@ -81,9 +88,8 @@ ZUL_INLINE D Either(Condition condition, First first, Second second) {
     if constexpr (kIsDouble<D>) {
         return condition ? first() : second();
     } else {
-        using Mask = elementary::BitsOf<D>;
-        if (!elementary::AnyTopBit((Mask)condition)) return second();
-        if (!elementary::AnyTopBit(~(Mask)condition)) return first();
+        if (!elementary::AnyLane<D>(condition)) return second();
+        if (!elementary::AnyLane<D>(~condition)) return first();
         return elementary::Select(condition, first(), second());
     }
 }

@@ -1,13 +1,15 @@
-// The quantiles of the beta and the F family, in lanes.
+// The quantiles of the beta, the F and the t family, in lanes.
 #pragma once
 
 #include <cstddef>
 
 #include "distributions/beta/beta.h"
 #include "distributions/beta/f.h"
+#include "distributions/beta/student_t.h"
 #include "distributions/lanes/text.h"
 #include "frame/calls/in_blocks.h"
 #include "numerics/beta/lanes/quantiles.h"
+#include "numerics/beta/lanes/t_quantiles.h"
 
 namespace zul::kernels {
 namespace {
@@ -15,20 +17,22 @@ namespace {
 using numerics::BetaPlan;
 using numerics::BetaQuantilePlan;
 
-// The targets of a block, in the orientations of their searches. Each is the smaller tail.
-struct BetaTargets {
+// The targets of a block, lower and upper tails, each the smaller one of its element.
+struct TailTargets {
     double targets[2][frame::kBlock];
     unsigned short elements[2][frame::kBlock];
     std::size_t counts[2] = {};
 };
 
-ZUL_INLINE void CollectTargets(bool byUpperTail, const double* in, std::size_t n, BetaTargets& targets) {
+// Those that are at least the least one, and below the end.
+ZUL_INLINE void CollectTargets(bool byUpperTail, double least, double end, const double* in, std::size_t n,
+                               TailTargets& targets) {
     for (std::size_t i = 0; i < n; ++i) {
         const double p = in[i];
         if (NotInside01(p) >> 63) continue;
         const bool upper = byUpperTail ? p < 0.5 : p > 0.5;
         const double target = upper == byUpperTail ? p : 1 - p;
-        if (target < numerics::kSmallTarget) continue;
+        if (target < least || target >= end) continue;
         const std::size_t place = targets.counts[upper]++;
         targets.targets[upper][place] = target;
         targets.elements[upper][place] = static_cast<unsigned short>(i);
@@ -37,7 +41,7 @@ ZUL_INLINE void CollectTargets(bool byUpperTail, const double* in, std::size_t n
 
 // The quantiles of the beta distribution, with their complements.
 template <class D>
-ZUL_INLINE void FindQuantiles(const BetaQuantilePlan& plan, const BetaTargets& targets, bool upper, double* x,
+ZUL_INLINE void FindQuantiles(const BetaQuantilePlan& plan, const TailTargets& targets, bool upper, double* x,
                               double* complement) {
     numerics::BetaSearches searches;
     const std::size_t all = targets.counts[upper];
@@ -88,8 +92,8 @@ struct BetaQuantileText : OfNumbers {
         double complement[frame::kBlock];
         for (std::size_t i = 0; i < frame::kBlock; ++i)
             x[i] = complement[i] = frame::kNA;
-        BetaTargets targets;
-        CollectTargets(byUpperTail, in, n, targets);
+        TailTargets targets;
+        CollectTargets(byUpperTail, numerics::kSmallTarget, 1, in, n, targets);
         for (const bool upper : {false, true})
             FindQuantiles<D>(plan, targets, upper, x, complement);
         bool all = true;
@@ -110,12 +114,41 @@ struct BetaQuantileText : OfNumbers {
     }
 };
 
+struct TQuantileText : OfNumbers {
+    numerics::TQuantilePlan plan;
+    bool byUpperTail;
+
+    bool Takes() const { return plan.ordinary; }
+    template <class D>
+    ZUL_INLINE bool FillBlock(double* out, const double* in, std::size_t n) const {
+        for (std::size_t i = 0; i < n; ++i)
+            out[i] = frame::kNA;
+        TailTargets targets;
+        CollectTargets(byUpperTail, numerics::kSmallestTail, 0.5, in, n, targets);
+        numerics::TSearches searches;
+        for (const bool upper : {false, true}) {
+            searches.count = static_cast<int>(targets.counts[upper]);
+            for (int k = 0; k < searches.count; ++k) {
+                searches.q[k] = targets.targets[upper][k];
+                searches.element[k] = targets.elements[upper][k];
+            }
+            numerics::FindTQuantiles<D>(plan, upper ? 1 : -1, searches, out);
+        }
+        bool all = true;
+        for (std::size_t i = 0; i < n; ++i)
+            all &= !frame::IsNA(out[i]);
+        return all;
+    }
+};
+
 template <class Kernel>
 inline constexpr bool kSearchesForBetaQuantile = false;
 template <>
 inline constexpr bool kSearchesForBetaQuantile<BetaInvCdfKernel> = true;
 template <>
 inline constexpr bool kSearchesForBetaQuantile<FInvCdfKernel> = true;
+template <>
+inline constexpr bool kSearchesForBetaQuantile<TInvCdfKernel> = true;
 template <class Kernel>
 inline constexpr bool kSearchesForBetaQuantile<EitherTail<Kernel>> = kSearchesForBetaQuantile<Kernel>;
 
@@ -124,6 +157,10 @@ ZUL_INLINE BetaQuantileText<OfBeta> TextOf(const BetaInvCdfKernel& at) {
 }
 
 ZUL_INLINE BetaQuantileText<OfF> TextOf(const FInvCdfKernel& at) {
+    return {{}, at.Plan(), false};
+}
+
+ZUL_INLINE TQuantileText TextOf(const TInvCdfKernel& at) {
     return {{}, at.Plan(), false};
 }
 

@@ -73,6 +73,13 @@ private:
     int index_;
 };
 
+// What the search for a quantile of Student's t distribution takes; not ordinary: nothing.
+struct TQuantilePlan {
+    bool ordinary = false;
+    double df = 1;
+    double gammaRatio = 0;  // gamma((df + 1) / 2) / gamma(df / 2)
+};
+
 BetaQuantilePlan PlanBetaQuantiles(const BetaShapes& shapes);
 
 }  // namespace zul::numerics

@@ -12,13 +12,11 @@
 #include "frame/missing_value.h"
 #include "numerics/beta/lanes/pair.h"
 #include "numerics/beta/lanes/plan.h"
+#include "numerics/beta/lanes/search.h"
 #include "numerics/beta/quantile_steps.h"
 
 namespace zul::numerics {
 namespace {
-
-// What becomes of a search in a round.
-enum Fate : std::uint64_t { StillSearched, AtItsEnd, LeftOver };
 
 // Searches for quantiles in one orientation; behind the last one are copies of it.
 struct BetaSearches {
@@ -38,14 +36,6 @@ struct BetaSearches {
     double terms[kSpace] = {};
     std::uint64_t fates[kSpace];
 };
-
-template <class D>
-ZUL_INLINE void SetFates(BetaSearches& searches, int i, MarksOf<D> ended, MarksOf<D> left) {
-    constexpr std::uint64_t kEnded = AtItsEnd;
-    constexpr std::uint64_t kLeft = LeftOver;
-    const BitsOf<D> fates = (ended & ~left & kEnded) | (left & kLeft);
-    std::memcpy(searches.fates + i, &fates, sizeof fates);
-}
 
 // Where a search starts, or its end where the start is exact.
 template <class D>
@@ -76,7 +66,7 @@ ZUL_INLINE void StartSearches(const PlannedShapes& shapes, BetaSearches& searche
     elementary::Store(searches.high + i, high);
     elementary::Store(searches.y + i, at.y);
     elementary::Store(searches.rest + i, at.rest);
-    SetFates<D>(searches, i, ended, left);
+    SetFates<D>(searches.fates + i, ended, left);
 }
 
 // Whether two points are on the same side of 0.5 and, seen from there, in the same branch of the pair, which sums a
@@ -102,44 +92,49 @@ ZUL_INLINE MarksOf<D> AreAlike(const PlannedShapes& shapes, const PointOf<D>& at
     return ~(far ^ nextFar) & ~(lower ^ nextLower) & (lower | ~small) & known;
 }
 
-// As the loop of Refine in beta_quantiles.cpp after an evaluation. What may be left out has to be sure, by the terms of
-// the last one, as by NeedsNoEvaluation.
+// What an evaluation has given.
 template <class D>
-ZUL_INLINE void TakeEvaluations(const PlannedShapes& shapes, bool maySkip, BetaSearches& searches, int i) {
-    const D target = elementary::Load<D>(searches.target + i);
-    const D logTarget = elementary::Load<D>(searches.logTarget + i);
-    const D logit = elementary::Load<D>(searches.logit + i);
-    const PointOf<D> at{elementary::Load<D>(searches.y + i), elementary::Load<D>(searches.rest + i)};
-    const D found = elementary::Load<D>(searches.tails + i);
-    MarksOf<D> left = (MarksOf<D>)(found <= 0.0) | (MarksOf<D>)(found > 2.0);  // NA
-    const D one = elementary::Splat<D>(1);
-    const D tail = Select(left, target, found);
-    const D density = Select(left, one, elementary::Load<D>(searches.densities + i));
+struct BetaResidual {
+    D excess;
+    D slope;
+    D steadiness;  // what has to be far from an underflow
+    D terms;
+};
 
-    const D excess = ExcessOf(tail, target, logTarget);
-    const D size = elementary::Absolute(excess);
-    const D slope = density * at.y * at.rest / tail;
-    MarksOf<D> ended = (MarksOf<D>)(size <= kCloseToTarget);
-    const auto below = excess < 0.0;
+// Whether the next evaluation may be left out: by the terms of the last one, as by NeedsNoEvaluation in
+// beta_quantiles.cpp.
+template <class D>
+ZUL_INLINE MarksOf<D> NeedNoEvaluation(const PlannedShapes& shapes, const BetaResidual<D>& r,
+                                       MarksOf<D> candidates, D target) {
+    const double sum = shapes.P() + shapes.Q();
+    if (!(sum <= kLargestSureSum)) return MarksOf<D>{};
+    return candidates & (MarksOf<D>)(target > kSteady) & (MarksOf<D>)(r.steadiness > kSteady) &
+           (MarksOf<D>)LeavesNothing(sum, r.terms, elementary::Absolute(r.excess), r.slope);
+}
+
+// As the loop of Refine in beta_quantiles.cpp after an evaluation with a slope or without one.
+template <class D>
+ZUL_INLINE void TakeStep(const PlannedShapes& shapes, bool maySkip, const PointOf<D>& at,
+                         const BetaResidual<D>& r, MarksOf<D> left, BetaSearches& searches, int i) {
+    const D logit = elementary::Load<D>(searches.logit + i);
+    const auto below = r.excess < 0.0;
     const D low = Select(below, logit, elementary::Load<D>(searches.low + i));
     const D high = Select(below, elementary::Load<D>(searches.high + i), logit);
-    const auto sloping = slope > kLeastSlope;
-    const D divisor = Select(sloping, slope, one);
-    const D aimed = Select(sloping, logit + StepOf(shapes.P(), shapes.Q(), at, excess, divisor), low);
+    const auto sloping = r.slope > kLeastSlope;
+    const D slope = Select(sloping, r.slope, elementary::Splat<D>(1));
+    const D aimed = Select(sloping, logit + StepOf(shapes.P(), shapes.Q(), at, r.excess, slope), low);
     const auto inside = (aimed > low) & (aimed < high);
     const D next = Select(inside, aimed, low + (high - low) / 2.0);
+    MarksOf<D> ended = (MarksOf<D>)(elementary::Absolute(r.excess) <= kCloseToTarget);
     left |= ~ended & ((MarksOf<D>)(next == low) | (MarksOf<D>)(next == high));
-
-    const double sum = shapes.P() + shapes.Q();
-    if (maySkip && sum <= kLargestSureSum) {
-        const D terms = Select(left, one, elementary::Load<D>(searches.terms + i));
-        const D least = density * Select(at.rest < at.y, at.rest, at.y);
-        const MarksOf<D> small = ~ended & (MarksOf<D>)inside & (MarksOf<D>)sloping &
-                                 (MarksOf<D>)(target > kSteady) & (MarksOf<D>)(least > kSteady) &
-                                 (MarksOf<D>)LeavesNothing(sum, terms, size, divisor);
-        if (elementary::AnyTopBit(small)) {
+    if (maySkip) {
+        const D target = elementary::Load<D>(searches.target + i);
+        const MarksOf<D> candidates = ~ended & (MarksOf<D>)inside & (MarksOf<D>)sloping;
+        const MarksOf<D> close =
+            NeedNoEvaluation(shapes, {r.excess, slope, r.steadiness, r.terms}, candidates, target);
+        if (elementary::AnyTopBit(close)) {
             const PointOf<D> nextAt = AtLogit(next);
-            const MarksOf<D> sure = small & AreAlike(shapes, at, nextAt, target);
+            const MarksOf<D> sure = close & AreAlike(shapes, at, nextAt, target);
             elementary::Store(searches.y + i, Select(sure, nextAt.y, at.y));
             elementary::Store(searches.rest + i, Select(sure, nextAt.rest, at.rest));
             ended |= sure;
@@ -148,7 +143,23 @@ ZUL_INLINE void TakeEvaluations(const PlannedShapes& shapes, bool maySkip, BetaS
     elementary::Store(searches.logit + i, next);
     elementary::Store(searches.low + i, low);
     elementary::Store(searches.high + i, high);
-    SetFates<D>(searches, i, ended, left);
+    SetFates<D>(searches.fates + i, ended, left);
+}
+
+template <class D>
+ZUL_INLINE void TakeEvaluations(const PlannedShapes& shapes, bool maySkip, BetaSearches& searches, int i) {
+    const D target = elementary::Load<D>(searches.target + i);
+    const PointOf<D> at{elementary::Load<D>(searches.y + i), elementary::Load<D>(searches.rest + i)};
+    const D found = elementary::Load<D>(searches.tails + i);
+    const MarksOf<D> left = (MarksOf<D>)(found <= 0.0) | (MarksOf<D>)(found > 2.0);  // NA
+    const D one = elementary::Splat<D>(1);
+    const D tail = Select(left, target, found);
+    const D density = Select(left, one, elementary::Load<D>(searches.densities + i));
+    const BetaResidual<D> residual{ExcessOf(tail, target, elementary::Load<D>(searches.logTarget + i)),
+                                   density * at.y * at.rest / tail,
+                                   density * Select(at.rest < at.y, at.rest, at.y),
+                                   Select(left, one, elementary::Load<D>(searches.terms + i))};
+    TakeStep(shapes, maySkip, at, residual, left, searches, i);
 }
 
 // Quantiles of a block by its elements.
@@ -176,18 +187,13 @@ ZUL_INLINE void CloseRanks(BetaSearches& searches, const BetaQuantiles& out) {
     searches.count = kept;
 }
 
-ZUL_INLINE void RepeatLast(BetaSearches& searches, double (&values)[BetaSearches::kSpace]) {
-    for (int k = 0; k < 8; ++k)
-        values[searches.count + k] = values[searches.count - 1];
-}
-
 // Of the targets and elements that the searches hold. The result is NA where it is left.
 template <class D>
 ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, BetaSearches& searches,
                                   const BetaQuantiles& out) {
     const PlannedShapes shapes(plan, mirrored);
     if (searches.count == 0) return;
-    RepeatLast(searches, searches.target);
+    RepeatLast(searches.target, searches.count);
     for (int i = 0; i < searches.count; i += elementary::kLanesOf<D>)
         StartSearches<D>(shapes, searches, i);
     CloseRanks(searches, out);
@@ -195,7 +201,7 @@ ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, B
     for (int k = 1; k <= kPatience && searches.count > 0; ++k) {
         for (double(*values)[BetaSearches::kSpace] :
              {&searches.target, &searches.logTarget, &searches.logit, &searches.low, &searches.high})
-            RepeatLast(searches, *values);
+            RepeatLast(*values, searches.count);
         const auto pointsFrom = [&](int i) {
             const PointOf<D> at = AtLogit(elementary::Load<D>(searches.logit + i));
             elementary::Store(searches.y + i, at.y);
@@ -204,7 +210,7 @@ ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, B
         };
         FillBetaPoints<D>(plan.pair, pointsFrom, searches.count, evaluations);
         for (double(*values)[BetaSearches::kSpace] : {&searches.tails, &searches.densities, &searches.terms})
-            RepeatLast(searches, *values);
+            RepeatLast(*values, searches.count);
         for (int i = 0; i < searches.count; i += elementary::kLanesOf<D>)
             TakeEvaluations<D>(shapes, k < kPatience, searches, i);
         CloseRanks(searches, out);
