@@ -47,10 +47,10 @@ ZUL_INLINE void FindQuantiles(const BetaQuantilePlan& plan, const TailTargets& t
     const std::size_t all = targets.counts[upper];
     for (std::size_t done = 0; done < all; done += numerics::kBetaPoints) {
         const std::size_t rest = all - done;
-        searches.count = rest < numerics::kBetaPoints ? static_cast<int>(rest) : numerics::kBetaPoints;
-        for (int k = 0; k < searches.count; ++k) {
-            searches.target[k] = targets.targets[upper][done + static_cast<unsigned>(k)];
-            searches.element[k] = targets.elements[upper][done + static_cast<unsigned>(k)];
+        searches.count = rest < numerics::kBetaPoints ? rest : numerics::kBetaPoints;
+        for (std::size_t k = 0; k < searches.count; ++k) {
+            searches.target[k] = targets.targets[upper][done + k];
+            searches.element[k] = targets.elements[upper][done + k];
         }
         numerics::FindBetaQuantiles<D>(
             plan, upper, searches,
@@ -127,8 +127,8 @@ struct TQuantileText : OfNumbers {
         CollectTargets(byUpperTail, numerics::kSmallestTail, 0.5, in, n, targets);
         numerics::TSearches searches;
         for (const bool upper : {false, true}) {
-            searches.count = static_cast<int>(targets.counts[upper]);
-            for (int k = 0; k < searches.count; ++k) {
+            searches.count = targets.counts[upper];
+            for (std::size_t k = 0; k < searches.count; ++k) {
                 searches.q[k] = targets.targets[upper][k];
                 searches.element[k] = targets.elements[upper][k];
             }

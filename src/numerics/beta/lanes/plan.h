@@ -3,7 +3,6 @@
 
 #include "numerics/beta/beta_limits.h"
 #include "numerics/beta/beta_shapes.h"
-#include "processor/processor.h"
 
 namespace zul::numerics {
 
@@ -52,25 +51,6 @@ struct BetaQuantileSide {
 struct BetaQuantilePlan {
     BetaPlan pair;
     BetaQuantileSide sides[2] = {};
-};
-
-// An orientation of the shapes of a plan.
-class PlannedShapes {
-public:
-    ZUL_INLINE PlannedShapes(const BetaQuantilePlan& plan, int index) : plan_(plan), index_(index) {}
-    ZUL_INLINE double P() const { return plan_.pair.sides[index_].p; }
-    ZUL_INLINE double Q() const { return plan_.pair.sides[index_].q; }
-    ZUL_INLINE double LogP() const { return plan_.sides[index_].logP; }
-    ZUL_INLINE double LogQ() const { return plan_.sides[index_].logQ; }
-    ZUL_INLINE double LogFirstDivisor() const { return plan_.sides[index_].logFirstDivisor; }
-    ZUL_INLINE double HighestLogit() const { return plan_.sides[index_].highestLogit; }
-    ZUL_INLINE const BetaSidePlan& Side() const { return plan_.pair.sides[index_]; }
-    ZUL_INLINE PlannedShapes Mirrored() const { return {plan_, 1 - index_}; }
-    ZUL_INLINE bool IsMirrored() const { return index_ != 0; }
-
-private:
-    const BetaQuantilePlan& plan_;
-    int index_;
 };
 
 // What the search for a quantile of Student's t distribution takes; not ordinary: nothing.

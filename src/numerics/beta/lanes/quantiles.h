@@ -18,10 +18,28 @@
 namespace zul::numerics {
 namespace {
 
+// An orientation of the shapes of a plan.
+class PlannedShapes {
+public:
+    ZUL_INLINE PlannedShapes(const BetaQuantilePlan& plan, int index) : plan_(plan), index_(index) {}
+    ZUL_INLINE double P() const { return plan_.pair.sides[index_].p; }
+    ZUL_INLINE double Q() const { return plan_.pair.sides[index_].q; }
+    ZUL_INLINE double LogP() const { return plan_.sides[index_].logP; }
+    ZUL_INLINE double LogQ() const { return plan_.sides[index_].logQ; }
+    ZUL_INLINE double LogFirstDivisor() const { return plan_.sides[index_].logFirstDivisor; }
+    ZUL_INLINE double HighestLogit() const { return plan_.sides[index_].highestLogit; }
+    ZUL_INLINE const BetaSidePlan& Side() const { return plan_.pair.sides[index_]; }
+    ZUL_INLINE PlannedShapes Mirrored() const { return {plan_, 1 - index_}; }
+
+private:
+    const BetaQuantilePlan& plan_;
+    int index_;
+};
+
 // Searches for quantiles in one orientation; behind the last one are copies of it.
 struct BetaSearches {
-    static constexpr int kSpace = kBetaPoints + 8;
-    int count = 0;
+    static constexpr std::size_t kSpace = kBetaPoints + 8;
+    std::size_t count = 0;
     double target[kSpace];
     double logTarget[kSpace];
     double logit[kSpace];
@@ -39,7 +57,7 @@ struct BetaSearches {
 
 // Where a search starts, or its end where the start is exact.
 template <class D>
-ZUL_INLINE void StartSearches(const PlannedShapes& shapes, BetaSearches& searches, int i) {
+ZUL_INLINE void StartSearches(const PlannedShapes& shapes, BetaSearches& searches, std::size_t i) {
     const D target = elementary::Load<D>(searches.target + i);
     const D logTarget = elementary::CoreLog(target);
     const StartAtEnd<D> near = FindStartAtEnd(shapes, logTarget);
@@ -115,7 +133,7 @@ ZUL_INLINE MarksOf<D> NeedNoEvaluation(const PlannedShapes& shapes, const BetaRe
 // As the loop of Refine in beta_quantiles.cpp after an evaluation with a slope or without one.
 template <class D>
 ZUL_INLINE void TakeStep(const PlannedShapes& shapes, bool maySkip, const PointOf<D>& at,
-                         const BetaResidual<D>& r, MarksOf<D> left, BetaSearches& searches, int i) {
+                         const BetaResidual<D>& r, MarksOf<D> left, BetaSearches& searches, std::size_t i) {
     const D logit = elementary::Load<D>(searches.logit + i);
     const auto below = r.excess < 0.0;
     const D low = Select(below, logit, elementary::Load<D>(searches.low + i));
@@ -147,7 +165,8 @@ ZUL_INLINE void TakeStep(const PlannedShapes& shapes, bool maySkip, const PointO
 }
 
 template <class D>
-ZUL_INLINE void TakeEvaluations(const PlannedShapes& shapes, bool maySkip, BetaSearches& searches, int i) {
+ZUL_INLINE void TakeEvaluations(const PlannedShapes& shapes, bool maySkip, BetaSearches& searches,
+                                std::size_t i) {
     const D target = elementary::Load<D>(searches.target + i);
     const PointOf<D> at{elementary::Load<D>(searches.y + i), elementary::Load<D>(searches.rest + i)};
     const D found = elementary::Load<D>(searches.tails + i);
@@ -170,8 +189,8 @@ struct BetaQuantiles {
 
 // Hands over the points of the searches that have ended and closes their ranks.
 ZUL_INLINE void CloseRanks(BetaSearches& searches, const BetaQuantiles& out) {
-    int kept = 0;
-    for (int i = 0; i < searches.count; ++i) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < searches.count; ++i) {
         const unsigned element = searches.element[i];
         const bool known = searches.fates[i] == AtItsEnd;
         out.y[element] = known ? searches.y[i] : frame::kNA;
@@ -194,7 +213,7 @@ ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, B
     const PlannedShapes shapes(plan, mirrored);
     if (searches.count == 0) return;
     RepeatLast(searches.target, searches.count);
-    for (int i = 0; i < searches.count; i += elementary::kLanesOf<D>)
+    for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
         StartSearches<D>(shapes, searches, i);
     CloseRanks(searches, out);
     const BetaEvaluations evaluations{mirrored, searches.tails, searches.densities, searches.terms};
@@ -202,7 +221,7 @@ ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, B
         for (double(*values)[BetaSearches::kSpace] :
              {&searches.target, &searches.logTarget, &searches.logit, &searches.low, &searches.high})
             RepeatLast(*values, searches.count);
-        const auto pointsFrom = [&](int i) {
+        const auto pointsFrom = [&](std::size_t i) {
             const PointOf<D> at = AtLogit(elementary::Load<D>(searches.logit + i));
             elementary::Store(searches.y + i, at.y);
             elementary::Store(searches.rest + i, at.rest);
@@ -211,7 +230,7 @@ ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, B
         FillBetaPoints<D>(plan.pair, pointsFrom, searches.count, evaluations);
         for (double(*values)[BetaSearches::kSpace] : {&searches.tails, &searches.densities, &searches.terms})
             RepeatLast(*values, searches.count);
-        for (int i = 0; i < searches.count; i += elementary::kLanesOf<D>)
+        for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
             TakeEvaluations<D>(shapes, k < kPatience, searches, i);
         CloseRanks(searches, out);
     }

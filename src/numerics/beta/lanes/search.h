@@ -27,9 +27,9 @@ ZUL_INLINE void SetFates(std::uint64_t* fates, BitsOf<D> ended, BitsOf<D> left) 
 }
 
 // Behind the first count numbers copies of the last one, as many as there is room for in any vector.
-template <int kCopies = 8, std::size_t kSpace>
-ZUL_INLINE void RepeatLast(double (&values)[kSpace], int count) {
-    for (int k = 0; k < kCopies; ++k)
+template <std::size_t kCopies = 8, std::size_t kSpace>
+ZUL_INLINE void RepeatLast(double (&values)[kSpace], std::size_t count) {
+    for (std::size_t k = 0; k < kCopies; ++k)
         values[count + k] = values[count - 1];
 }
 

@@ -21,15 +21,15 @@ namespace zul::numerics {
 namespace {
 
 // Fractions in flight: more do not stay in registers.
-inline constexpr int kFractions = 2;
+inline constexpr std::size_t kFractions = 2;
 
 template <class D>
 using Fractions = D[kFractions];
 
 // Searches for quantiles t > 0; behind the last one are copies of it.
 struct TSearches {
-    static constexpr int kSpace = frame::kBlock + kFractions * 8;
-    int count = 0;
+    static constexpr std::size_t kSpace = frame::kBlock + kFractions * 8;
+    std::size_t count = 0;
     double q[kSpace];
     double t[kSpace];
     double low[kSpace];
@@ -39,7 +39,7 @@ struct TSearches {
 };
 
 template <class D>
-ZUL_INLINE void StartTSearches(const HillConstants& constants, TSearches& searches, int i) {
+ZUL_INLINE void StartTSearches(const HillConstants& constants, TSearches& searches, std::size_t i) {
     constexpr double kLargest = 0x1.fffffffffffffp1023;
     const D q = elementary::Load<D>(searches.q + i);
     const D start = constants.d * 2 * q;
@@ -81,14 +81,14 @@ ZUL_INLINE void TakeFractionLimits(TFlight<D>& at) {
     Fractions<D> numerator = {};
     Fractions<D> denominator = {};
     for (int n = 1; n <= kMost && elementary::AnyTopBit(live[0] | live[1]); ++n) {
-        for (int w = 0; w < kFractions; ++w) {
+        for (std::size_t w = 0; w < kFractions; ++w) {
             fractions[w].Advance(n);
             numerator[w] = elementary::Select(live[w], fractions[w].Numerator(), numerator[w]);
             denominator[w] = elementary::Select(live[w], fractions[w].Denominator(), denominator[w]);
             live[w] &= ~(BitsOf<D>)fractions[w].Converged();
         }
     }
-    for (int w = 0; w < kFractions; ++w) {
+    for (std::size_t w = 0; w < kFractions; ++w) {
         at.left[w] |= live[w] | (BitsOf<D>)(denominator[w] == 0.0);
         const D divisor = elementary::Select(at.left[w], elementary::Splat<D>(1), denominator[w]);
         at.limit[w] = at.a[w] * (numerator[w] / divisor);
@@ -97,7 +97,7 @@ ZUL_INLINE void TakeFractionLimits(TFlight<D>& at) {
 
 // The step of one vector applied, as in SolveQuantile.
 template <class D>
-ZUL_INLINE void ApplyStep(const StepOfT<D>& step, D t, BitsOf<D> left, TSearches& searches, int i) {
+ZUL_INLINE void ApplyStep(const StepOfT<D>& step, D t, BitsOf<D> left, TSearches& searches, std::size_t i) {
     const BitsOf<D> ended = (BitsOf<D>)step.known & (BitsOf<D>)(elementary::Absolute(step.first) < kLastStep);
     left |= ~(BitsOf<D>)step.known;
     const auto up = step.second > 0.0;
@@ -113,7 +113,7 @@ ZUL_INLINE void ApplyStep(const StepOfT<D>& step, D t, BitsOf<D> left, TSearches
 }
 
 template <class D>
-ZUL_INLINE void TakePoints(const TQuantilePlan& plan, int w, D given, TFlight<D>& at) {
+ZUL_INLINE void TakePoints(const TQuantilePlan& plan, std::size_t w, D given, TFlight<D>& at) {
     constexpr double kMost = 1e100;
     constexpr double kLeastLog = -500;  // of the slope
     const double b = plan.df / 2;
@@ -144,13 +144,13 @@ ZUL_INLINE void TakePoints(const TQuantilePlan& plan, int w, D given, TFlight<D>
 
 // As NextStep.
 template <class D>
-ZUL_INLINE void TakeSteps(const TQuantilePlan& plan, TSearches& searches, int first) {
+ZUL_INLINE void TakeSteps(const TQuantilePlan& plan, TSearches& searches, std::size_t first) {
     TFlight<D> at;
-    for (int w = 0; w < kFractions; ++w)
+    for (std::size_t w = 0; w < kFractions; ++w)
         TakePoints(plan, w, elementary::Load<D>(searches.t + first + w * elementary::kLanesOf<D>), at);
     TakeFractionLimits(at);
-    for (int w = 0; w < kFractions; ++w) {
-        const int i = first + w * elementary::kLanesOf<D>;
+    for (std::size_t w = 0; w < kFractions; ++w) {
+        const std::size_t i = first + w * elementary::kLanesOf<D>;
         const TSquare<D> square{at.x[w], at.complement[w], plan.df / 2, plan.gammaRatio};
         const D share = elementary::Select(at.isOutside[w], at.limit[w] / plan.df, at.limit[w]);
         const D q = elementary::Load<D>(searches.q + i);
@@ -161,8 +161,8 @@ ZUL_INLINE void TakeSteps(const TQuantilePlan& plan, TSearches& searches, int fi
 
 // Hands over the quantiles that are found, by their sign, and closes the ranks of the others.
 ZUL_INLINE void CloseRanks(TSearches& searches, double sign, double* out) {
-    int kept = 0;
-    for (int i = 0; i < searches.count; ++i) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < searches.count; ++i) {
         out[searches.element[i]] = searches.fates[i] == AtItsEnd ? sign * searches.t[i] : frame::kNA;
         searches.q[kept] = searches.q[i];
         searches.t[kept] = searches.t[i];
@@ -177,12 +177,12 @@ ZUL_INLINE void CloseRanks(TSearches& searches, double sign, double* out) {
 // Of the upper tails and elements that the searches hold, by the sign. The result is NA where it is left.
 template <class D>
 ZUL_INLINE void FindTQuantiles(const TQuantilePlan& plan, double sign, TSearches& searches, double* out) {
-    constexpr int kCopies = kFractions * 8;
+    constexpr std::size_t kCopies = kFractions * 8;
     constexpr int kRounds = 10;
     if (searches.count == 0) return;
     const HillConstants constants(plan.df);
     RepeatLast<kCopies>(searches.q, searches.count);
-    for (int i = 0; i < searches.count; i += elementary::kLanesOf<D>)
+    for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
         StartTSearches<D>(constants, searches, i);
     CloseRanks(searches, sign, out);
     for (int k = 0; k < kRounds && searches.count > 0; ++k) {
@@ -190,7 +190,7 @@ ZUL_INLINE void FindTQuantiles(const TQuantilePlan& plan, double sign, TSearches
         RepeatLast<kCopies>(searches.t, searches.count);
         RepeatLast<kCopies>(searches.low, searches.count);
         RepeatLast<kCopies>(searches.high, searches.count);
-        for (int i = 0; i < searches.count; i += kFractions * elementary::kLanesOf<D>)
+        for (std::size_t i = 0; i < searches.count; i += kFractions * elementary::kLanesOf<D>)
             TakeSteps<D>(plan, searches, i);
         CloseRanks(searches, sign, out);
     }

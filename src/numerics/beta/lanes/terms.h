@@ -338,14 +338,13 @@ ZUL_INLINE void EvaluateSmallShape(const BetaSidePlan& side, BetaFlight<D>& at) 
     }
 }
 
-// The density, where nothing is left; the lower side has it already.
+// The density in place of the power, which is that already on the lower side.
 template <class D>
-ZUL_INLINE void TakeDensity(BetaFlight<D>& at, Flight<D>& density) {
+ZUL_INLINE void TakeDensity(BetaFlight<D>& at) {
     for (int w = 0; w < kInFlight; ++w) {
-        const MarksOf<D> under = (MarksOf<D>)(at.logDensity[w] < kLogUnderflow);
+        at.gone[w] = (MarksOf<D>)(at.logDensity[w] < kLogUnderflow);
         at.left[w] |= (MarksOf<D>)(at.logDensity[w] > elementary::kExpReach);
-        const D power = elementary::CoreExp(Select(under | at.left[w], D{}, at.logDensity[w]));
-        density[w] = Select(under, D{}, power);
+        at.power[w] = elementary::CoreExp(Select(at.gone[w] | at.left[w], D{}, at.logDensity[w]));
     }
 }
 
@@ -355,7 +354,7 @@ ZUL_INLINE void TakeDensity(BetaFlight<D>& at, Flight<D>& density) {
 inline constexpr double kOtherTerms = 1e30;
 
 template <class D>
-ZUL_INLINE void TakeRepeatedTerms(const LaneRatios& ratios, const BetaFlight<D>& at, Flight<D>& terms) {
+ZUL_INLINE void TakeRepeatedTerms(const LaneRatios& ratios, BetaFlight<D>& at) {
     constexpr double kSurelyConverged = 0.99 * kSeriesTolerance;
     constexpr double kSurelyNot = 1.01 * kSeriesTolerance;
     constexpr double kSurelyFalling = 0.98 * kFallingRatio;
@@ -364,7 +363,7 @@ ZUL_INLINE void TakeRepeatedTerms(const LaneRatios& ratios, const BetaFlight<D>&
         const auto repeated = (elementary::Absolute(at.last[w]) < kSurelyConverged) &
                               (elementary::Absolute(at.beforeLast[w]) >= kSurelyNot) &
                               (lastRatio > kSurelyFalling);
-        terms[w] = Select(repeated, at.count[w], elementary::Splat<D>(kOtherTerms));
+        at.count[w] = Select(repeated, at.count[w], elementary::Splat<D>(kOtherTerms));
     }
 }
 
