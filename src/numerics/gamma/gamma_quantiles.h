@@ -1,6 +1,9 @@
 // Quantiles of the gamma and the chi-square distribution. The routines report through frame::ErrorState.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include "numerics/gamma/gamma_shape.h"
 
 namespace zul::numerics {
@@ -26,5 +29,30 @@ void gamma_upper_quant(double q, const GammaShape& shape, double* x);
 // The same for chi-square with df >= 1e-323 degrees of freedom: twice the quantile for the shape df / 2.
 void chi2_lower_quant(double p, double df, double* x);
 void chi2_upper_quant(double q, double df, double* x);
+
+// The steps of the search. Beyond its reach the series of a step may point anywhere; Newton's own step does not, the
+// logarithm of a tail being concave.
+inline constexpr double kSearchReach = 0.3;
+inline constexpr double kLongestSearchStep = 3;
+inline constexpr double kSearchTolerance = 1e-13;
+
+// Searches for the quantiles of one shape that go on side by side: where each of them is, and between which ends.
+struct GammaSearches {
+    static constexpr std::size_t kMost = 1024;
+    static constexpr std::size_t kRoom = 8;
+    std::size_t count;
+    double x[kMost + kRoom];
+    double target[kMost];  // at most 1/2; that of the upper tail is negative
+    double lo[kMost];
+    double hi[kMost];
+    std::uint16_t place[kMost];  // among the targets
+};
+
+// Of n <= kMost targets, 0 for none: the quantiles that need no search into z, NA for the others, and the searches for
+// these, but for some rare ones, as they begin. The error state stays as it is.
+void BeginSearches(const GammaShape& shape, const double* targets, std::size_t n, GammaSearches* searches,
+                   double* z);
+// Finds by itself what is missing yet; NA where there is no target or no quantile.
+void FinishSearches(const GammaShape& shape, const double* targets, std::size_t n, double* z);
 
 }  // namespace zul::numerics
