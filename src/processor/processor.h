@@ -19,19 +19,4 @@ inline bool HasFusedMultiplyAdd() {
 }
 #endif
 
-// Whether the processor has vectors of four doubles. Functions marked ZUL_WIDE are compiled for them and are to
-// be called on such processors alone; what they call has to be inlined to be so compiled. Their results are
-// those of the same code without the mark.
-#if defined(__GNUC__)
-#define ZUL_WIDE __attribute__((target("avx2")))
-inline bool HasWideVectors() {
-    return __builtin_cpu_supports("avx2") != 0;
-}
-#else
-#define ZUL_WIDE
-inline bool HasWideVectors() {
-    return false;
-}
-#endif
-
 }  // namespace zul::processor

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "clustering/rows/chunk_bounds.h"
+#include "clustering/rows/row_lanes.h"
 #include "clustering/written_steps.h"
 #include "processor/level.h"
 #include "support/clustering.h"
@@ -114,6 +116,88 @@ TEST(Rows, TakeTheWrittenStepsAtEachLevelForAnyArgument) {
                     ASSERT_TRUE(HaveSameBits(first, steps)) << c.name << ", linkage " << linkage;
             }
         }
+    }
+}
+
+// One row of distances, and the searches in it by bounds and by looking at all. What changes comes nearer than what was
+// there, or all is infinite or NaN.
+class BoundedRow {
+public:
+    BoundedRow(std::size_t columns, bool isStrange)
+        : isStrange_(isStrange), distances_(columns, -1), bounds_(CurrentRowLanes()) {
+        bounds_.Use(1, columns);
+        for (std::size_t column = 1; column < columns; ++column)  // the row itself is never found
+            distances_[column] = DrawDistance();
+        limit_ = 500;
+    }
+
+    void Change() {
+        const std::size_t column = DrawColumn();
+        distances_[column] = DrawDistance();
+        bounds_.Include(0, column, distances_[column]);
+        limit_ *= 0.995;
+    }
+    void Remove() { distances_[DrawColumn()] = kNaN; }
+    void RemoveLast(std::size_t count) { std::fill_n(distances_.rbegin(), count, kNaN); }
+    void Forget() { bounds_.Forget(0); }
+
+    // The place of the nearest; 0: none.
+    std::size_t SearchByBounds() {
+        for (ChunkBounds::Chunk chunk; bounds_.FindNearest(0, chunk); bounds_.Set(0, chunk)) {
+            const std::size_t begin = std::max(std::size_t{1}, chunk.number * ChunkBounds::kChunk);
+            const std::size_t place =
+                SearchAll(begin, std::min(distances_.size(), (chunk.number + 1) * ChunkBounds::kChunk));
+            ++looks;
+            if (place != 0 && distances_[place] == chunk.bound) return place;
+            chunk.bound = place != 0 ? distances_[place] : kNaN;
+        }
+        return 0;
+    }
+    std::size_t SearchAll() const { return SearchAll(1, distances_.size()); }
+
+    std::size_t looks = 0;
+
+private:
+    double DrawDistance() const {
+        if (isStrange_) return Draw() < 0.5 ? kInf : kNaN;
+        return std::floor((0.9 + Draw() / 10) * limit_);
+    }
+    std::size_t DrawColumn() const {
+        return 1 + static_cast<std::size_t>(Draw() * Number(distances_.size() - 1));
+    }
+    std::size_t SearchAll(std::size_t begin, std::size_t end) const {
+        std::size_t place = 0;
+        for (std::size_t column = begin; column < end; ++column)
+            if (distances_[column] <= (place != 0 ? distances_[place] : kInf)) place = column;
+        return place;
+    }
+
+    bool isStrange_;
+    double limit_ = 1e4;
+    std::vector<double> distances_;
+    ChunkBounds bounds_;
+};
+
+// On both sides of where chunks become one more and layers do.
+TEST(ChunkBounds, LeadToTheHighestOfTheNearestForAnyArgument) {
+    constexpr std::size_t kTurns = 400;
+    for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
+        processor::LimitLevel(level);
+        for (const std::size_t columns : {2u, 64u, 65u, 4096u, 4097u, 16384u, 16385u, 30000u}) {
+            for (const bool isStrange : {false, true}) {
+                BoundedRow row(columns, isStrange);
+                for (std::size_t turn = 0; turn < kTurns; ++turn) {
+                    if (turn == kTurns / 4) row.Forget();
+                    if (turn >= kTurns / 2) row.RemoveLast((columns - 1) * (2 * turn - kTurns) / kTurns);
+                    row.Change();
+                    row.Remove();
+                    ASSERT_EQ(row.SearchByBounds(), row.SearchAll()) << columns << " columns, turn " << turn;
+                }
+                // What is known of a chunk is not looked for again.
+                EXPECT_LE(row.looks, 2 * (columns / ChunkBounds::kChunk + 1) + 3 * kTurns) << columns;
+            }
+        }
+        processor::LimitLevel(Level::Eight);
     }
 }
 

@@ -145,9 +145,10 @@ TEST(CountArrays, OfQuantilesAreTheirElements) {
          {{500, 200, 50}, {100, 80, 70}, {1'000'000, 200'000, 50'000}, {10, 10, 4}, {5, 6, 7}}},
     };
     RandomArguments random;
-    for (const auto& [family, sets] : kFamilies)
-        for (const Parameters& parameters : sets)
+    for (const auto& tested : kFamilies)
+        for (const Parameters& parameters : tested.parameters)
             for (int round = 0; round < 20; ++round) {
+                const std::string& family = tested.family;
                 SCOPED_TRACE(family + " " + std::to_string(parameters[0]));
                 const std::vector<double> in = ProbabilitiesFor(family, parameters, random);
                 Parameters withTail = parameters;

@@ -6,11 +6,8 @@
 #include <cstring>
 #include <limits>
 
-#if defined(__GNUC__)
-#include <immintrin.h>
-#endif
-
 #include "clustering/rows/row_lanes.h"
+#include "elementary/core/value.h"
 #include "processor/prefetch.h"
 
 #if defined(__clang__)
@@ -25,20 +22,9 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // many rows in advance. It changed little between 24 and 48.
 constexpr std::ptrdiff_t kRowsAhead = 32;
 
-template <class D>
-constexpr std::size_t kLanesOf = sizeof(D) / sizeof(double);
-
-template <class D>
-ZUL_INLINE D Load(const double* from) {
-    D value;
-    std::memcpy(&value, from, sizeof value);
-    return value;
-}
-
-template <class D>
-ZUL_INLINE void Store(double* to, D value) {
-    std::memcpy(to, &value, sizeof value);
-}
+using elementary::kLanesOf;
+using elementary::Load;
+using elementary::Store;
 
 // The first where it is less: never NaN unless the second is.
 template <class D>
@@ -69,6 +55,8 @@ ZUL_INLINE double SmallestOf(Value value, std::size_t n) {
         for (; n - i >= kChains * kLanesOf<D>; i += kChains * kLanesOf<D>)
             for (std::size_t chain = 0; chain < kChains; ++chain)
                 leasts[chain] = Smaller(value(i + chain * kLanesOf<D>, D()), leasts[chain]);
+        for (; n - i >= kLanesOf<D>; i += kLanesOf<D>)
+            leasts[0] = Smaller(value(i, D()), leasts[0]);
         const D lanes = Smaller(Smaller(leasts[0], leasts[1]), Smaller(leasts[2], leasts[3]));
         least = SmallestLane<0, kLanesOf<D>>(lanes);
     }
@@ -144,6 +132,38 @@ std::size_t FindEqual(const double* values, double value, std::size_t from, std:
     while (i < n && values[i] != value)
         ++i;
     return i;
+}
+
+// One more than the last place i < n for which value(i) is the wanted one; value(i, D()) is a vector of them.
+template <class D, class Value>
+ZUL_INLINE std::size_t EndOfLastOf(Value value, double wanted, std::size_t n) {
+    std::size_t end = n;
+#if defined(__GNUC__)
+    if constexpr (kLanesOf < D >> 1) {
+        const D all = wanted - D{};
+        while (end >= kLanesOf<D> && !IsAnySet(value(end - kLanesOf<D>, D()) == all))
+            end -= kLanesOf<D>;
+    }
+#endif
+    while (end > 0 && value(end - 1, double()) != wanted)
+        --end;
+    return end;
+}
+
+template <class D>
+LastPlace LastSmallest(const double* values, std::size_t n) {
+    const auto value = [=](std::size_t i, auto lanes) { return Load<decltype(lanes)>(values + i); };
+    const double smallest = SmallestOf<D>(value, n);
+    return {smallest, EndOfLastOf<D>(value, smallest, n)};
+}
+
+template <class D>
+LastPlace LastSmallestPresent(const double* values, const double* absent, std::size_t n) {
+    const auto value = [=](std::size_t i, auto lanes) {
+        return Load<decltype(lanes)>(values + i) + Load<decltype(lanes)>(absent + i);
+    };
+    const double smallest = SmallestOf<D>(value, n);
+    return {smallest, EndOfLastOf<D>(value, smallest, n)};
 }
 
 template <class D>
@@ -274,6 +294,8 @@ constexpr RowLanes MakeRowLanes() {
     return {Smallest<D>,
             SmallestPresent<D>,
             FindEqual<D>,
+            LastSmallest<D>,
+            LastSmallestPresent<D>,
             FindNotAbove<D>,
             FindChange<D, false>,
             FindChange<D, true>,

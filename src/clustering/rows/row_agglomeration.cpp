@@ -14,12 +14,13 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = frame::kQuietNaN;
 constexpr int kUnknown = -1;
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 // A search looks after so many distances whether it can end.
 constexpr std::size_t kStride = 512;
 // In squares of the number of objects. Random data take 1.4 to 1.7, the first searches among them 0.5.
 constexpr std::size_t kSearchBudget = 4;
 // The memory that so many searches by chunks will read is asked for in advance.
-constexpr std::size_t kSearchesAhead = 4;
+constexpr std::size_t kSearchesAhead = 8;
 // Moving clusters up costs as much as it gains where few are left.
 constexpr std::size_t kFew = 64;
 
@@ -44,6 +45,7 @@ RowAgglomeration::RowAgglomeration(LinkageEnums linkage, double maximumDistance,
       outcomes_(Index(count), -kInfinity),
       links_(Index(count)),
       isAlone_(Index(count)),
+      bounds_(lanes_),
       budget_(kSearchBudget * Index(count) * Index(count)) {
     std::iota(active_.begin(), active_.end(), 0);
     std::iota(numbers_.begin(), numbers_.end(), 0);
@@ -140,9 +142,7 @@ void RowAgglomeration::RefreshNeighbours(int joined, int absorbed) {
 void RowAgglomeration::PrefetchChunk(int cluster, int absorbed) {
     constexpr std::size_t kLine = 64 / sizeof(double);
     constexpr std::size_t kChunk = ChunkBounds::kChunk;
-    const double* const bounds = bounds_.Row(Index(cluster));
-    for (std::size_t i = Index(cluster) / kChunk; i < bounds_.Chunks(); i += kLine)
-        processor::Prefetch(bounds + i);
+    bounds_.Prefetch(Index(cluster), Index(absorbed));
     const std::size_t begin = Index(absorbed) / kChunk * kChunk;
     for (std::size_t i = begin; i < std::min(begin + kChunk, rows_.size()); i += kLine)
         processor::Prefetch(rows_[Index(cluster)] + i);
@@ -193,7 +193,7 @@ void RowAgglomeration::Follow(int cluster, int joined, int absorbed) {
 }
 
 void RowAgglomeration::Search(int cluster) {
-    if (!bounds_.IsUsed() && searched_ > budget_) bounds_.Use(rows_.size());
+    if (!bounds_.IsUsed() && searched_ > budget_) bounds_.Use(rows_.size(), rows_.size());
     if (bounds_.IsUsed())
         SearchChunks(cluster);
     else
@@ -235,29 +235,23 @@ void RowAgglomeration::SearchRow(int cluster) {
 void RowAgglomeration::SearchChunks(int cluster) {
     constexpr std::size_t kChunk = ChunkBounds::kChunk;
     const std::size_t first = Index(cluster) + 1;
-    const std::size_t firstChunk = first / kChunk;
-    double* const bounds = bounds_.Row(Index(cluster));
-    std::size_t looked = bounds_.Chunks();  // the chunk whose bound is its smallest distance
-    for (;;) {
-        // Of the chunks that may hold the nearest the highest.
-        const double nearest = lanes_.smallest(bounds + firstChunk, bounds_.Chunks() - firstChunk);
-        std::size_t chunk = bounds_.Chunks();
-        while (chunk > firstChunk && bounds[chunk - 1] != nearest)
-            --chunk;
-        if (chunk-- == firstChunk) break;
-        const std::size_t begin = std::max(first, chunk * kChunk);
-        const std::size_t end = std::min(rows_.size(), (chunk + 1) * kChunk);
-        const double smallest = chunk == looked ? nearest : Smallest(cluster, begin, end);
-        if (smallest == nearest) {
-            const std::size_t found = FindHighest(cluster, nearest, begin, end);
+    const double* const row = rows_[Index(cluster)];
+    LastPlace nearest{};
+    std::size_t looked = kNone;  // the chunk that this is of
+    for (ChunkBounds::Chunk chunk; bounds_.FindNearest(Index(cluster), chunk);
+         bounds_.Set(Index(cluster), chunk)) {
+        const std::size_t begin = std::max(first, chunk.number * kChunk);
+        const std::size_t end = std::min(rows_.size(), (chunk.number + 1) * kChunk);
+        if (chunk.number != looked)
+            nearest = lanes_.lastSmallestPresent(row + begin, &absent_[begin], end - begin);
+        const std::size_t found = begin + nearest.end;
+        if (found > begin && nearest.value == chunk.bound) {
             // Whether others are as near is not looked for.
-            if (found > begin) {
-                Keep(cluster, rows_[Index(cluster)][found - 1], static_cast<int>(found - 1), false);
-                return;
-            }
+            Keep(cluster, row[found - 1], static_cast<int>(found - 1), false);
+            return;
         }
-        bounds[chunk] = smallest == nearest ? kNaN : smallest;
-        looked = chunk;
+        looked = chunk.number;
+        chunk.bound = found > begin ? nearest.value : kNaN;
     }
     Keep(cluster, kInfinity, cluster, true);
 }
@@ -305,7 +299,7 @@ void RowAgglomeration::Compact() {
     distances_.resize(count);
     std::fill(absent_.begin(), absent_.end(), 0);
     std::iota(active_.begin(), active_.end(), 0);
-    if (bounds_.IsUsed()) bounds_.Use(count);
+    if (bounds_.IsUsed()) bounds_.Use(count, count);
 }
 
 }  // namespace zul::dax::clustering

@@ -47,6 +47,12 @@ struct PointerRepresentation {
     std::size_t objects;
 };
 
+// A value and one more than the last place that has it; 0: none has.
+struct LastPlace {
+    double value;
+    std::size_t end;
+};
+
 struct RowLanes {
     // The smallest value; infinity without any. NaN counts as none.
     double (*smallest)(const double* values, std::size_t n);
@@ -54,6 +60,9 @@ struct RowLanes {
     double (*smallestPresent)(const double* values, const double* absent, std::size_t n);
     // The first place at or after `from` that has the value; n: none.
     std::size_t (*findEqual)(const double* values, double value, std::size_t from, std::size_t n);
+    // The smallest value and one more than its last place, and those of values[i] + absent[i].
+    LastPlace (*lastSmallest)(const double* values, std::size_t n);
+    LastPlace (*lastSmallestPresent)(const double* values, const double* absent, std::size_t n);
     // The first place at or after `from` whose value is at most the limit or its own bound; n: none.
     std::size_t (*findNotAbove)(const double* values, const double* bounds, double limit, std::size_t from,
                                 std::size_t n);

@@ -49,41 +49,32 @@ ZUL_INLINE auto FunctionOf(EitherTail<Kernel>& kernel) {
     }
 }
 
-// Whether none is left.
+// NA for those that are left: if there are any, *all is made false.
 template <class D, class Text>
-ZUL_INLINE bool FillVector(const Text& text, double* out, const double* in) {
+ZUL_INLINE D Evaluate(const Text& text, D x, bool* all) {
     constexpr double kInside = 0.5;  // of every domain
-    D x = elementary::Load<D>(in);
     Left<D> left{Text::GateOf(x)};
     if (AnyTopBit(left.marks)) [[unlikely]] {
         for (int k = 0; k < kLanesOf<D>; ++k)
             if (left.marks[k] >> 63) x[k] = kInside;
     }
     D y = text.Evaluate(x, &left);
-    const bool all = !AnyTopBit(left.marks);
-    if (!all) [[unlikely]] {
+    if (AnyTopBit(left.marks)) [[unlikely]] {
         for (int k = 0; k < kLanesOf<D>; ++k)
             if (left.marks[k] >> 63) y[k] = frame::kNA;
+        *all = false;
     }
-    elementary::Store(out, y);
-    return all;
+    return y;
 }
 
+// Whether none is left.
 template <class D, class Text>
 ZUL_INLINE bool FillVectors(const Text& text, double* out, const double* in, std::size_t n) {
-    constexpr std::size_t kCount = kLanesOf<D>;
     bool all = true;
     std::size_t done = 0;
-    for (; n - done >= kCount; done += kCount)
-        all &= FillVector<D>(text, out + done, in + done);
-    if (done == n) return all;
-    double results[kCount];
-    double rest[kCount];
-    for (std::size_t k = 0; k < kCount; ++k)
-        rest[k] = in[k < n - done ? done + k : done];
-    all &= FillVector<D>(text, results, rest);
-    for (std::size_t k = done; k < n; ++k)
-        out[k] = results[k - done];
+    for (; n - done >= kLanesOf<D>; done += kLanesOf<D>)
+        elementary::Store(out + done, Evaluate(text, elementary::Load<D>(in + done), &all));
+    if (done < n) StoreFirst(out + done, n - done, Evaluate(text, LoadFirst<D>(in + done, n - done), &all));
     return all;
 }
 

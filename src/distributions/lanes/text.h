@@ -12,6 +12,7 @@
 #include "elementary/core/root.h"
 #include "elementary/core/trigonometric.h"
 #include "elementary/core/value.h"
+#include "numerics/lanes/part_of_vector.h"
 
 namespace zul::kernels {
 namespace {
@@ -27,6 +28,8 @@ using elementary::NotBelow;
 using elementary::Select;
 using elementary::Splat;
 using elementary::Sqrt;
+using numerics::LoadFirst;
+using numerics::StoreFirst;
 
 // The elements of one vector that are left to the scalar kernel.
 template <class D>
@@ -64,6 +67,26 @@ ZUL_INLINE bool IsOrdinary(double x) {
 ZUL_INLINE bool IsOrdinaryScale(double scale) {
     return IsOrdinary(scale) && scale > 1 / kOrdinary;
 }
+
+// What many texts take as their parameters.
+struct LocationScale {
+    double location;
+    double scale;
+    bool Takes() const { return IsOrdinary(location) && IsOrdinaryScale(scale); }
+};
+
+struct ScaleThreshold {
+    double scale;
+    double threshold;
+    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+};
+
+struct LocationScaleThreshold {
+    double location;
+    double scale;
+    double threshold;
+    bool Takes() const { return IsOrdinary(location) && IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+};
 
 // The elementary functions of what their cores take; the others are left and computed of an argument that they take.
 template <class D>

@@ -251,10 +251,10 @@ void gamma_upper_quant(double q, const GammaShape& shape, double* x) {
     Quantile(q, true, shape, "gamma_upper_quant"_routine, x);
 }
 
-void BeginSearches(const GammaShape& shape, const double* targets, std::size_t n, GammaSearches* searches,
-                   double* z) {
+std::size_t BeginSearches(const GammaShape& shape, const double* targets, std::size_t n,
+                          const GammaSearches& searches, double* z) {
     const StartingShape start(shape);
-    searches->count = 0;
+    std::size_t count = 0;
     for (std::size_t i = 0; i < n; ++i) {
         z[i] = frame::kNA;
         const Target target{std::abs(targets[i]), targets[i] < 0};
@@ -263,13 +263,12 @@ void BeginSearches(const GammaShape& shape, const double* targets, std::size_t n
         const double x = Start(target, start, &exact);
         if (exact && x > 0) z[i] = x;
         if (exact || !(x > 0)) continue;
-        const std::size_t k = searches->count++;
-        searches->x[k] = x;
-        searches->target[k] = targets[i];
-        searches->lo[k] = 0;
-        searches->hi[k] = kArgumentLimit;
-        searches->place[k] = static_cast<std::uint16_t>(i);
+        searches.x[count] = x;
+        searches.tail[count] = targets[i];
+        searches.target[count] = static_cast<std::uint16_t>(i);
+        ++count;
     }
+    return count;
 }
 
 void FinishSearches(const GammaShape& shape, const double* targets, std::size_t n, double* z) {

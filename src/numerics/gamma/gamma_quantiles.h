@@ -36,22 +36,18 @@ inline constexpr double kSearchReach = 0.3;
 inline constexpr double kLongestSearchStep = 3;
 inline constexpr double kSearchTolerance = 1e-13;
 
-// Searches for the quantiles of one shape that go on side by side: where each of them is, and between which ends.
+// Searches for quantiles of one shape that go on side by side: where each begins, the tail that it looks for, which is at
+// most 1/2 and that of the upper tail negative, and of which target it is.
 struct GammaSearches {
-    static constexpr std::size_t kMost = 1024;
-    static constexpr std::size_t kRoom = 8;
-    std::size_t count;
-    double x[kMost + kRoom];
-    double target[kMost];  // at most 1/2; that of the upper tail is negative
-    double lo[kMost];
-    double hi[kMost];
-    std::uint16_t place[kMost];  // among the targets
+    double* x;
+    double* tail;
+    std::uint16_t* target;
 };
 
-// Of n <= kMost targets, 0 for none: the quantiles that need no search into z, NA for the others, and the searches for
-// these, but for some rare ones, as they begin. The error state stays as it is.
-void BeginSearches(const GammaShape& shape, const double* targets, std::size_t n, GammaSearches* searches,
-                   double* z);
+// Of n targets, tails like those of the searches or 0 for none: the quantiles that need no search into z, NA for the
+// others, and the searches for these, but for some rare ones. How many there are. The error state stays as it is.
+std::size_t BeginSearches(const GammaShape& shape, const double* targets, std::size_t n,
+                          const GammaSearches& searches, double* z);
 // Finds by itself what is missing yet; NA where there is no target or no quantile.
 void FinishSearches(const GammaShape& shape, const double* targets, std::size_t n, double* z);
 

@@ -93,20 +93,11 @@ concept RestsOnBetaPair = requires(const Kernel& kernel) {
     PointsOf(kernel);
 };
 
-// The first count of the numbers, 1 and more, and copies of the last one.
-template <class D>
-ZUL_INLINE D LoadFirst(const double* from, int count) {
-    if (count >= kLanesOf<D>) return elementary::Load<D>(from);
-    D values = {};
-    for (int k = 0; k < kLanesOf<D>; ++k)
-        values[k] = from[k < count ? k : count - 1];
-    return values;
-}
-
 // The tail of the pair at count arguments, up to kBetaPoints. Whether none is left.
 template <class D, class Points>
-ZUL_INLINE bool FillPairBlock(const BetaPlan& plan, bool upper, double* out, const double* in, int count) {
-    const auto pointsFrom = [&](int i) {
+ZUL_INLINE bool FillPairBlock(const BetaPlan& plan, bool upper, double* out, const double* in,
+                              std::size_t count) {
+    const auto pointsFrom = [&](std::size_t i) {
         const D x = LoadFirst<D>(in + i, count - i);
         const BitsOf<D> outside = Points::Outside(x);
         const UnitLanes<D> at = Points::Point(plan, Select(outside, Splat<D>(0.5), x));
@@ -116,18 +107,17 @@ ZUL_INLINE bool FillPairBlock(const BetaPlan& plan, bool upper, double* out, con
 }
 
 template <class D, class Points>
-bool FillTailBlock(const numerics::BetaTailPlan& plan, double* out, const double* in, int count) {
+bool FillTailBlock(const numerics::BetaTailPlan& plan, double* out, const double* in, std::size_t count) {
     if constexpr (requires(D x, Left<D> * left) { Points::Tail(true, x, x, left); }) {
         bool all = FillPairBlock<D, Points>(plan.pair, true, out, in, count);
-        for (int i = 0; i < count; i += kLanesOf<D>) {
+        for (std::size_t i = 0; i < count; i += kLanesOf<D>) {
             const D x = LoadFirst<D>(in + i, count - i);
             Left<D> left{Points::Outside(x)};
             const D inside = Select(left.marks, D{}, x);
             const D tail = Points::Tail(plan.upper, inside, LoadFirst<D>(out + i, count - i), &left);
             const D result = Select(left.marks, Splat<D>(frame::kNA), tail);
             all &= !AnyTopBit(left.marks);
-            for (int k = 0; k < kLanesOf<D> && k < count - i; ++k)
-                out[i + k] = result[k];
+            StoreFirst(out + i, count - i, result);
         }
         return all;
     } else {
@@ -147,7 +137,7 @@ bool FillByBetaPair(Kernel& kernel, double* out, const double* in, std::size_t n
     bool all = true;
     for (std::size_t done = 0; done < n; done += numerics::kBetaPoints) {
         const std::size_t left = n - done;
-        const int count = left < numerics::kBetaPoints ? static_cast<int>(left) : numerics::kBetaPoints;
+        const std::size_t count = left < numerics::kBetaPoints ? left : numerics::kBetaPoints;
         all &= FillTailBlock<D, Points>(plan, out + done, in + done, count);
     }
     return all;

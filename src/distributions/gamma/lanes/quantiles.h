@@ -23,15 +23,11 @@ struct GammaQuantileText : GammaTailText {
 
     template <class D>
     ZUL_INLINE bool FillBlock(double* out, const double* in, std::size_t n) const {
-        double targets[numerics::GammaSearches::kMost];
-        double z[numerics::GammaSearches::kMost];
-        {
-            numerics::GammaSearches searches;
-            FindTargets(byUpperTail, targets, in, n);
-            numerics::BeginSearches(shape, targets, n, &searches, z);
-            numerics::gamma_lanes::Search<D>(numerics::SearchConstantsOf(shape), &searches, z);
-            numerics::FinishSearches(shape, targets, n, z);
-        }
+        double targets[numerics::gamma_lanes::kPairBlock];
+        double z[numerics::gamma_lanes::kPairBlock];
+        FindTargets(byUpperTail, targets, in, n);
+        numerics::gamma_lanes::Search<D>(shape, targets, n, z);
+        numerics::FinishSearches(shape, targets, n, z);
         if (!byUpperTail) return Verify<D>(out, in, z, n);
         const bool all = FillByUpperTail<D>(out, targets, z, n);
         return LeaveLastByLowerTail(out, targets, n) && all;
@@ -41,7 +37,7 @@ private:
     // out: the quantiles at the lower tails p of which this is surely the verified one.
     template <class D>
     ZUL_INLINE bool Verify(double* out, const double* p, const double* z, std::size_t n) const {
-        double tails[numerics::GammaSearches::kMost];
+        double tails[numerics::gamma_lanes::kPairBlock];
         const auto itself = [](D x) __attribute__((always_inline)) {
             return x;
         };
@@ -59,9 +55,9 @@ private:
     template <class D>
     ZUL_INLINE bool FillByUpperTail(double* out, const double* targets, const double* z,
                                     std::size_t n) const {
-        double p[numerics::GammaSearches::kMost];
-        double ofLower[numerics::GammaSearches::kMost];
-        double verified[numerics::GammaSearches::kMost];
+        double p[numerics::gamma_lanes::kPairBlock];
+        double ofLower[numerics::gamma_lanes::kPairBlock];
+        double verified[numerics::gamma_lanes::kPairBlock];
         std::size_t count = 0;
         for (std::size_t i = 0; i < n; ++i) {
             p[count] = targets[i];

@@ -5,7 +5,7 @@
 #include <type_traits>
 
 #include "distributions/lanes/text.h"
-#include "distributions/normal/lanes/order.h"
+#include "distributions/normal/lanes/cells.h"
 #include "distributions/normal/lanes/pair.h"
 
 namespace zul::kernels {
@@ -115,14 +115,15 @@ ZUL_INLINE void TakeStep(const Tails<D, W>& tails, D start, D target, int w, New
     newton->isDone.of[w] |= (BitsOf<D>)isSmall | sure | strays;
 }
 
-// The deviates of a group from a place on; NA are those that are left.
+// The deviates of a group from a place on, in place of its arguments; NA are those that are left.
 template <Branch kBranch, class D, int W>
-ZUL_INLINE void InvertGroup(const Order& order, std::size_t place, Results* results) {
+ZUL_INLINE void InvertGroup(Order<2>* order, std::size_t place) {
     constexpr int kEvaluations = 5;
-    const int first = RankOf(order.x[place]);
-    const int last = RankOf(order.x[place + kPoints<D, W> - 1]);
-    const Group<D, W> start = LoadGroup<D, W>(order.x + place);
-    const Group<D, W> target = LoadGroup<D, W>(order.target + place);
+    double* const x = order->columns[0] + place;
+    const int first = RankOf(x[0]);
+    const int last = RankOf(x[kPoints<D, W> - 1]);
+    const Group<D, W> start = LoadGroup<D, W>(x);
+    const Group<D, W> target = LoadGroup<D, W>(order->columns[1] + place);
     NewtonGroup<D, W> newton{start, {}, {}, {}};
     for (int k = 0; k < kEvaluations; ++k) {
         Tails<D, W> tails;
@@ -134,29 +135,27 @@ ZUL_INLINE void InvertGroup(const Order& order, std::size_t place, Results* resu
         }
         if (!AnyTopBit(any)) break;
     }
-    double* const deviates = results->of + place;
     ZUL_UNROLLED for (int w = 0; w < W; ++w) {
-        const D x = newton.x.of[w];
+        const D found = newton.x.of[w];
         const BitsOf<D> left = newton.isLeft.of[w] | ~newton.isDone.of[w];
-        elementary::Store(deviates + w * kLanesOf<D>,
-                          Select((left >> 63) != 0, Splat<D>(frame::kNA), Sqrt(x + x)));
+        elementary::Store(x + w * kLanesOf<D>,
+                          Select((left >> 63) != 0, Splat<D>(frame::kNA), Sqrt(found + found)));
     }
 }
 
 template <Branch kBranch, class D, int W>
-ZUL_INLINE void InvertBranch(const Order& order, Results* results) {
-    for (std::size_t k = order.begin[kBranch]; k < order.end[kBranch]; k += W * kLanesOf<D>)
-        InvertGroup<kBranch, D, W>(order, k, results);
+ZUL_INLINE void InvertBranch(Order<2>* order) {
+    for (std::size_t k = order->begin[kBranch]; k < order->end[kBranch]; k += W * kLanesOf<D>)
+        InvertGroup<kBranch, D, W>(order, k);
 }
 
-// Of n arguments and targets; NA also stands where nothing is. One function for all texts.
+// Of n arguments and targets. One function for all texts.
 template <class D>
-void ComputeSizes(Work* work, std::size_t n) {
-    Arrange<D>(work->x, &work->targets, n, &work->order);
-    InvertBranch<OnLowerSide, D, kNewtonWidth>(work->order, &work->results);
-    InvertBranch<OnSmallUpperSide, D, kNewtonWidth>(work->order, &work->results);
-    InvertBranch<OnFractionSide, D, kNewtonWidth>(work->order, &work->results);
-    work->results.of[Order::kNowhere] = frame::kNA;
+void ComputeSizes(Order<2>* order, std::size_t n) {
+    Sort<D>(order, n);
+    InvertBranch<OnLowerSide, D, kNewtonWidth>(order);
+    InvertBranch<OnSmallUpperSide, D, kNewtonWidth>(order);
+    InvertBranch<OnFractionSide, D, kNewtonWidth>(order);
 }
 
 // A text of the quantiles: TailOf gives the smaller tail of the normal distribution of a probability, and by the top bit
@@ -170,37 +169,37 @@ struct OfDeviates : OfNumbers {
 };
 
 template <class D, class Text>
-ZUL_INLINE void PrepareQuantiles(const Text& text, const double* in, std::size_t n, Work* work) {
+ZUL_INLINE void PrepareQuantiles(const Text& text, const double* in, std::size_t n, Work<2>* work) {
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D p = LoadUpTo<D>(in, i, n);
+        const D p = LoadFirst<D>(in + i, n - i);
         Left<D> left{Text::GateOf(p)};
         BitsOf<D> sign{};
         const D q = text.TailOf(Select(left.Are(), Splat<D>(0.5), p), &sign);
         D argument;
         D target;
         Start(q, &left, &argument, &target);
-        elementary::Store(work->deviates.of + i, FromBits<D>(sign & elementary::kSignBit));
-        elementary::Store(work->x.of + i, argument);
-        elementary::Store(work->targets.of + i, target);
+        elementary::Store(work->deviates + i, FromBits<D>(sign & elementary::kSignBit));
+        elementary::Store(work->order.elements[0] + i, argument);
+        elementary::Store(work->order.elements[1] + i, target);
     }
 }
 
 template <class D, class Text>
 requires std::is_base_of_v<OfDeviates, Text> ZUL_INLINE bool FillVectors(const Text& text, double* out,
                                                                          const double* in, std::size_t n) {
-    Work work;
+    Work<2> work;
     PrepareQuantiles<D>(text, in, n, &work);
-    ComputeSizes<D>(&work, n);
+    ComputeSizes<D>(&work.order, n);
     BitsOf<D> any{};
     for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
-        const D size = ResultsOf<D>(work.results, work.order, i);
+        const D size = work.order.template ResultsAt<D>(i);
         Left<D> left{};
         left.Where(size == frame::kNA);
         const D deviate =
-            elementary::WithSignOf(Select(left.Are(), D{}, size), elementary::Load<D>(work.deviates.of + i));
+            elementary::WithSignOf(Select(left.Are(), D{}, size), elementary::Load<D>(work.deviates + i));
         const D result = text.Of(deviate, &left);
         any |= left.marks;
-        StoreUpTo(out, i, n, Select(left.Are(), Splat<D>(frame::kNA), result));
+        StoreFirst(out + i, n - i, Select(left.Are(), Splat<D>(frame::kNA), result));
     }
     return !AnyTopBit(any);
 }

@@ -7,42 +7,30 @@
 // All is in an unnamed namespace: see elementary/core/value.h.
 #pragma once
 
-#include <cstdint>
-#include <cstring>
+#include <cstddef>
 
 #include "elementary/core/value.h"
 #include "frame/missing_value.h"
 #include "numerics/beta/lanes/plan.h"
 #include "numerics/beta/lanes/terms.h"
+#include "numerics/lanes/part_of_vector.h"
+#include "numerics/lanes/sorted_block.h"
 
 namespace zul::numerics {
 namespace {
 
 // So many points at a time, sorted in memory that stays near.
-inline constexpr int kBetaPoints = 512;
+inline constexpr std::size_t kBetaPoints = 512;
 
 enum BetaBranch { LowerBranch, UpperBranch, SmallShapeBranch };
 inline constexpr int kBetaBranches = 3;
 
-// Points in the order of their branches, each of which begins at a whole flight and ends with copies of its last
-// point.
-struct BetaOrder {
-    static constexpr int kDistances = 32;
-    static constexpr int kGroups = 2 * kBetaBranches;  // branch + kBetaBranches mirrored
-    static constexpr int kKeys = kGroups * kDistances;
-    static constexpr int kNowhere = kKeys;
-    static constexpr int kSpace = kBetaPoints + kGroups * kInFlight * 8;
-    // By point; for what is outside of the lanes' reach kNowhere.
-    std::uint64_t keys[kBetaPoints];
-    double points[kBetaPoints];
-    double rests[kBetaPoints];
-    // By place.
-    double y[kSpace];
-    double rest[kSpace];
-    unsigned short point[kSpace];
-    int begin[kGroups];
-    int end[kGroups];
-};
+// Points y with their complements in the order of their groups: branch + kBetaBranches mirrored.
+inline constexpr int kDistances = 32;
+inline constexpr int kBetaGroups = 2 * kBetaBranches;
+using BetaOrder =
+    SortedBlock<kBetaPoints, 2, kDistances, kDistances, kDistances, kDistances, kDistances, kDistances>;
+static_assert(BetaOrder::kBranches == kBetaGroups);
 
 // The least y of the lanes: far above what counts as 0.
 inline constexpr double kLeastLanePoint = 1e-200;
@@ -55,10 +43,11 @@ struct UnitLanes {
 };
 
 template <class D, class PointsFrom>
-ZUL_INLINE void KeyBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int count, BetaOrder& order) {
+ZUL_INLINE void FindBetaCells(const BetaPlan& plan, PointsFrom pointsFrom, std::size_t count,
+                              BetaOrder& order) {
     // Half of the distances are within two standard deviations, most of the others within forty.
     const double middle = 2 * plan.standardDeviation;
-    for (int i = 0; i < count; i += elementary::kLanesOf<D>) {
+    for (std::size_t i = 0; i < count; i += elementary::kLanesOf<D>) {
         const auto [direct, other] = pointsFrom(i);
         const MarksOf<D> mirrored = (MarksOf<D>)(other < direct);
         const auto ofSide = [&](double BetaSidePlan::*member) {
@@ -66,8 +55,8 @@ ZUL_INLINE void KeyBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int c
                           elementary::Splat<D>(plan.sides[0].*member));
         };
         const D y = Select(mirrored, other, direct);
-        elementary::Store(order.points + i, y);
-        elementary::Store(order.rests + i, Select(mirrored, direct, other));
+        elementary::Store(order.elements[0] + i, y);
+        elementary::Store(order.elements[1] + i, Select(mirrored, direct, other));
         const D beyond = y - ofSide(&BetaSidePlan::medianSplit);
         const MarksOf<D> small =
             (MarksOf<D>)(ofSide(&BetaSidePlan::p) < 1.0) & (MarksOf<D>)(y * ofSide(&BetaSidePlan::q) < 1.0);
@@ -76,54 +65,17 @@ ZUL_INLINE void KeyBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, int c
         const D branch = Select((MarksOf<D>)(beyond > 0.0), upperBranch, D{});
         const D group = branch + Select(mirrored, elementary::Splat<D>(kBetaBranches), D{});
         const D size = elementary::Absolute(beyond);
-        const D distance = size / (size + middle) * (BetaOrder::kDistances - 1);
-        const D key = group * BetaOrder::kDistances + distance;
+        const D distance = size / (size + middle) * (kDistances - 1);
+        const D key = group * kDistances + distance;
         const D inReach =
-            Select((MarksOf<D>)(y >= kLeastLanePoint), key, elementary::Splat<D>(BetaOrder::kNowhere));
-        const BitsOf<D> keys = elementary::Bits(inReach + 0x1p52) & 0xFFFF;
-        std::memcpy(order.keys + i, &keys, sizeof keys);
+            Select((MarksOf<D>)(y >= kLeastLanePoint), key, elementary::Splat<D>(BetaOrder::kLeftOut));
+        order.template SetCells<D>(i, elementary::Bits(inReach + 0x1p52) & 0xFFFF);
     }
 }
 
-// A counting sort. Whether all points are within the lanes' reach.
+// The tail, upper or lower, at the points of one group, in place of y. Whether none is left to beta_df.
 template <class D>
-ZUL_INLINE bool SortBetaPoints(int count, BetaOrder& order) {
-    int next[BetaOrder::kKeys + 1] = {};
-    for (int i = 0; i < count; ++i)
-        ++next[order.keys[i]];
-    constexpr int kFlight = kFlightPoints<D>;
-    int place = 0;
-    for (int group = 0; group < BetaOrder::kGroups; ++group) {
-        order.begin[group] = place;
-        for (int key = group * BetaOrder::kDistances; key < (group + 1) * BetaOrder::kDistances; ++key) {
-            const int points = next[key];
-            next[key] = place;
-            place += points;
-        }
-        order.end[group] = place;
-        place = (place + kFlight - 1) / kFlight * kFlight;
-    }
-    for (int i = 0; i < count; ++i) {
-        if (order.keys[i] == BetaOrder::kNowhere) continue;
-        const int to = next[order.keys[i]]++;
-        order.y[to] = order.points[i];
-        order.rest[to] = order.rests[i];
-        order.point[to] = static_cast<unsigned short>(i);
-    }
-    for (int group = 0; group < BetaOrder::kGroups; ++group) {
-        const int end = order.end[group];
-        for (int to = end; end > order.begin[group] && to % kFlightPoints<D> != 0; ++to) {
-            order.y[to] = order.y[end - 1];
-            order.rest[to] = order.rest[end - 1];
-        }
-    }
-    return next[BetaOrder::kNowhere] == 0;
-}
-
-// The tail, upper or lower, at the points of one group. Whether none is left to beta_df.
-template <class D>
-ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const BetaOrder& order,
-                              double* out) {
+ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, BetaOrder& order) {
     const bool mirrored = group >= kBetaBranches;
     const int branch = group % kBetaBranches;
     const BetaSidePlan& side = plan.sides[mirrored];
@@ -134,11 +86,13 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
     ratios.known = 0;
     bool all = true;
     const bool direct = upper == (mirrored != (branch != LowerBranch));
-    for (int first = order.begin[group]; first < order.end[group]; first += kFlightPoints<D>) {
+    for (std::size_t first = order.begin[group]; first < order.end[group]; first += kFlightPoints<D>) {
+        double* const y = order.columns[0] + first;
+        const double* const rest = order.columns[1] + first;
         BetaFlight<D> at;
         for (int w = 0; w < kInFlight; ++w) {
-            at.y[w] = elementary::Load<D>(order.y + first + w * elementary::kLanesOf<D>);
-            at.rest[w] = elementary::Load<D>(order.rest + first + w * elementary::kLanesOf<D>);
+            at.y[w] = elementary::Load<D>(y + w * elementary::kLanesOf<D>);
+            at.rest[w] = elementary::Load<D>(rest + w * elementary::kLanesOf<D>);
             at.left[w] = MarksOf<D>{};
         }
         if (branch == LowerBranch)
@@ -148,17 +102,11 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
         else
             EvaluateSmallShape(side, at);
         all &= !AnyLane<D>(at.left);
-        double results[kFlightPoints<D>] = {};
         for (int w = 0; w < kInFlight; ++w) {
             const D tail = direct ? at.value[w] : 1.0 - at.value[w];
-            elementary::Store(results + w * elementary::kLanesOf<D>,
+            elementary::Store(y + w * elementary::kLanesOf<D>,
                               Select(at.left[w], elementary::Splat<D>(frame::kNA), tail));
         }
-        constexpr int kMost = kFlightPoints<D>;
-        const int points = order.end[group] - first;
-        const int used = points < kMost ? points : kMost;
-        for (int k = 0; k < used; ++k)
-            out[order.point[first + k]] = results[k];
     }
     return all;
 }
@@ -166,16 +114,16 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, const
 // The tail, upper or lower, at count points, up to kBetaPoints; frame::kNA where it is left to beta_df.
 // Whether none is. pointsFrom(i) are those from point i on, whatever behind the last one.
 template <class D, class PointsFrom>
-ZUL_INLINE bool FillBetaTails(const BetaPlan& plan, bool upper, PointsFrom pointsFrom, int count,
+ZUL_INLINE bool FillBetaTails(const BetaPlan& plan, bool upper, PointsFrom pointsFrom, std::size_t count,
                               double* out) {
     BetaOrder order;
-    KeyBetaPoints<D>(plan, pointsFrom, count, order);
-    for (int i = 0; i < count; ++i)
-        out[i] = frame::kNA;
-    bool all = SortBetaPoints<D>(count, order);
-    for (int group = 0; group < BetaOrder::kGroups; ++group) {
-        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, upper, order, out);
+    FindBetaCells<D>(plan, pointsFrom, count, order);
+    bool all = order.Sort(count);
+    for (int group = 0; group < kBetaGroups; ++group) {
+        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, upper, order);
     }
+    for (std::size_t i = 0; i < count; i += elementary::kLanesOf<D>)
+        StoreFirst(out + i, count - i, order.template ResultsAt<D>(i));
     return all;
 }
 

@@ -3,30 +3,25 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 #include "elementary/core/value.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma/lanes/branches.h"
+#include "numerics/gamma/lanes/cells.h"
 #include "numerics/gamma/lanes/group.h"
 #include "numerics/gamma/lanes/pair_constants.h"
-#include "numerics/gamma/lanes/sorted_arguments.h"
+#include "numerics/lanes/part_of_vector.h"
 
 namespace zul::numerics::gamma_lanes {
 namespace {
 
 // The tails of one branch, into the places of its arguments; those that are bad are missing. False: some are.
 template <class D, class Tails>
-ZUL_INLINE bool FillBranch(SortedArguments* sorted, int branch, bool complement, Tails tails) {
-    const std::size_t end = sorted->end[branch];
-    if (sorted->begin[branch] == end) return true;
-    for (std::size_t i = end; i < end + SortedArguments::kRoom; ++i)
-        sorted->x[i] = sorted->x[end - 1];
+ZUL_INLINE bool FillBranch(SortedArguments* sorted, Branch branch, bool complement, Tails tails) {
     MaskOf<D> missing{};
-    for (std::size_t i = sorted->begin[branch]; i < end; i += kVectors * kLanesOf<D>) {
+    for (std::size_t i = sorted->begin[branch]; i < sorted->end[branch]; i += kVectors * kLanesOf<D>) {
         Group<D> group;
-        double* const at = sorted->x + i;
+        double* const at = sorted->columns[0] + i;
         EachVector(ZUL_VECTOR { group.x[w] = elementary::Load<D>(at + w * kLanesOf<D>); });
         tails(&group);
         EachVector(ZUL_VECTOR {
@@ -38,60 +33,41 @@ ZUL_INLINE bool FillBranch(SortedArguments* sorted, int branch, bool complement,
     return !AnyOf<D>(missing);
 }
 
+// argument: makes one of a vector of in. Whether none is left out.
 template <class D, class Argument>
-ZUL_INLINE void FindPlaces(const GammaPairConstants& g, const double* in, std::size_t n, Argument argument,
-                           double* x, std::uint64_t* places) {
-    constexpr std::size_t kLanes = kLanesOf<D>;
-    const Places placing(g);
-    for (std::size_t i = 0; i < n; i += kLanes) {
-        D value;
-        if (n - i >= kLanes) {
-            value = elementary::Load<D>(in + i);
-        } else {
-            value = Splat<D>(in[n - 1]);
-            for (std::size_t k = i; k < n; ++k)
-                value[k - i] = in[k];
-        }
-        const D z = argument(value);
-        elementary::Store(x + i, z);
-        const BitsOf<D> place = placing.Of(z);
-        std::memcpy(places + i, &place, sizeof place);
+ZUL_INLINE bool SortArguments(const GammaPairConstants& g, const double* in, std::size_t n, Argument argument,
+                              SortedArguments* sorted) {
+    const Cells cells(g);
+    for (std::size_t i = 0; i < n; i += kLanesOf<D>) {
+        const D x = argument(LoadFirst<D>(in + i, n - i));
+        elementary::Store(sorted->elements[0] + i, x);
+        sorted->template SetCells<D>(i, cells.Of(x));
     }
+    return sorted->Sort(n);
 }
 
-// out: the lower or upper tails at the n <= kPairBlock arguments, NA for those that are left out; argument: makes one of
-// a vector of in. False: some are left out.
+// out: the lower or upper tails at the n <= kPairBlock arguments, NA for those that are left out. False: some are.
 template <class D, class Argument>
 ZUL_INLINE bool FillTails(const GammaPairConstants& g, bool upper, double* out, const double* in,
                           std::size_t n, Argument argument) {
     SortedArguments sorted;
-    {
-        double x[kPairBlock + kLanesOf<D>];
-        std::uint64_t places[kPairBlock + kLanesOf<D>];
-        FindPlaces<D>(g, in, n, argument, x, places);
-        Sort(places, x, n, &sorted);
-    }
-    bool all = sorted.leftOut == 0;
-    if (sorted.begin[0] != sorted.end[0]) {
+    bool all = SortArguments<D>(g, in, n, argument, &sorted);
+    if (sorted.begin[LowerBranch] != sorted.end[LowerBranch]) {
         Reciprocals reciprocals;
         SetReciprocals(g, &reciprocals);
         all &= FillBranch<D>(
-            &sorted, 0, upper, [&](Group<D> * group) __attribute__((always_inline)) {
+            &sorted, LowerBranch, upper, [&](Group<D> * group) __attribute__((always_inline)) {
                 LowerTails(g, reciprocals, group);
             });
     }
     all &= FillBranch<D>(
-        &sorted, 1, !upper, [&](Group<D> * group) __attribute__((always_inline)) { UpperTails(g, group); });
+        &sorted, UpperBranch,
+        !upper, [&](Group<D> * group) __attribute__((always_inline)) { UpperTails(g, group); });
     all &= FillBranch<D>(
-        &sorted, 2,
+        &sorted, SmallUpperBranch,
         !upper, [&](Group<D> * group) __attribute__((always_inline)) { SmallUpperTails(g, group); });
-    for (int branch = 0; branch < SortedArguments::kBranches; ++branch) {
-        for (std::size_t i = sorted.begin[branch]; i < sorted.end[branch]; ++i)
-            out[sorted.index[i]] = sorted.x[i];
-    }
-    const std::size_t begin = sorted.end[SortedArguments::kBranches - 1] + SortedArguments::kRoom;
-    for (std::size_t i = begin; i < begin + sorted.leftOut; ++i)
-        out[sorted.index[i]] = frame::kNA;
+    for (std::size_t i = 0; i < n; i += kLanesOf<D>)
+        StoreFirst(out + i, n - i, sorted.template ResultsAt<D>(i));
     return all;
 }
 

@@ -1,27 +1,31 @@
 // The search for gamma quantiles of a block: with the operations of "gamma_lower_quant" and "gamma_upper_quant" from
-// where it starts. In each round the points of all that are still searched for are evaluated, sorted as the arguments
-// of the pair are.
+// where it starts. In each round the points of all that are still searched for are evaluated, sorted by how.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
 #include "elementary/core/root.h"
 #include "numerics/gamma/gamma_quantiles.h"
+#include "numerics/gamma/lanes/cells.h"
 #include "numerics/gamma/lanes/fine_tails.h"
-#include "numerics/gamma/lanes/sorted_arguments.h"
+#include "numerics/lanes/sorted_block.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics::gamma_lanes {
 namespace {
 
-// Where the way of an argument through FineGammaTails is found, and about how far it goes.
-class FinePlaces {
+// Where the searches are, what they look for, and between which ends; the branches are those of FineGammaTails.
+enum SearchColumn { PointColumn, TailColumn, LowColumn, HighColumn };
+enum FineBranch { FineLowerBranch, FineUpperBranch, FineOtherBranch };
+using SortedSearches = SortedBlock<kPairBlock, 4, kCells, kCells, kCells>;
+
+// What the cell of a point depends on.
+class FineCells {
 public:
-    explicit ZUL_INLINE FinePlaces(const GammaSearchConstants& g)
+    explicit ZUL_INLINE FineCells(const GammaSearchConstants& g)
         : a_(g.a),
           least_(g.a < 1 ? 1e-100 : 1e-25),
           largest_(g.a < kStirlingShape ? 800 : 1e8),
@@ -36,8 +40,9 @@ public:
         const MaskOf<D> third = (x < smallBelow_) | (Absolute(x - a_) <= width_);
         const D along = Select(upper, fractionStart_ / x, x / fractionStart_);
         const BitsOf<D> cell = Whole(Select(out, D{}, along) * (kCells - 1.0));
-        const BitsOf<D> first = Select(third, cell + 2 * kCells, Select(upper, cell + kCells, cell));
-        return Select(out, cell * 0 + kLeftOut, first);
+        const BitsOf<D> first = Select(third, cell + kCells * FineOtherBranch,
+                                       Select(upper, cell + kCells * FineUpperBranch, cell));
+        return Select(out, cell * 0 + SortedSearches::kLeftOut, first);
     }
 
 private:
@@ -94,78 +99,54 @@ ZUL_INLINE SearchStep<D> StepOf(const GammaSearchConstants& g, const FineGroup<D
     return step;
 }
 
-template <class D>
-ZUL_INLINE D Gathered(const double* values, const std::uint16_t* index) {
-    double gathered[kLanesOf<D>];
-    for (int k = 0; k < kLanesOf<D>; ++k)
-        gathered[k] = values[index[k]];
-    return elementary::Load<D>(gathered);
-}
-
-// One round for the arguments of one way: the next point of each, negative where that is its quantile, and NA for those
-// that are left.
+// One round for the points of one branch: the next point of each, negative where that is its quantile, NA for those that
+// are left.
 template <class D, class Tails>
-ZUL_INLINE void SearchBranch(const GammaSearchConstants& g, SortedArguments* sorted, int branch,
-                             GammaSearches* searches, Tails tails) {
-    const std::size_t begin = sorted->begin[branch];
-    const std::size_t end = sorted->end[branch];
-    if (begin == end) return;
-    for (std::size_t i = end; i < end + SortedArguments::kRoom; ++i) {
-        sorted->x[i] = sorted->x[end - 1];
-        sorted->index[i] = sorted->index[end - 1];
-    }
-    for (std::size_t i = begin; i < end; i += kVectors * kLanesOf<D>) {
+ZUL_INLINE void SearchBranch(const GammaSearchConstants& g, SortedSearches* searches, FineBranch branch,
+                             Tails tails) {
+    for (std::size_t i = searches->begin[branch]; i < searches->end[branch]; i += kVectors * kLanesOf<D>) {
         FineGroup<D> group;
-        EachVector(ZUL_VECTOR { group.x[w] = elementary::Load<D>(sorted->x + i + w * kLanesOf<D>); });
+        EachVector(ZUL_VECTOR {
+            group.x[w] = elementary::Load<D>(searches->columns[PointColumn] + i + w * kLanesOf<D>);
+        });
         tails(&group);
         EachVector(ZUL_VECTOR {
-            const std::uint16_t* const index = sorted->index + i + w * kLanesOf<D>;
-            const SearchStep<D> step = StepOf(g, group, w, Gathered<D>(searches->target, index));
-            const D lo = Select(step.beyond, Gathered<D>(searches->lo, index), group.x[w]);
-            const D hi = Select(step.beyond, group.x[w], Gathered<D>(searches->hi, index));
+            const auto column = [&](SearchColumn k) __attribute__((always_inline)) {
+                return searches->columns[k] + i + w * kLanesOf<D>;
+            };
+            const SearchStep<D> step = StepOf(g, group, w, elementary::Load<D>(column(TailColumn)));
+            const D lo = Select(step.beyond, elementary::Load<D>(column(LowColumn)), group.x[w]);
+            const D hi = Select(step.beyond, group.x[w], elementary::Load<D>(column(HighColumn)));
             const MaskOf<D> ends = step.error < kSearchTolerance;
             const MaskOf<D> left = step.bad | (~ends & ((step.next <= lo) | (step.next >= hi)));
-            double results[3][kLanesOf<D>];
-            elementary::Store(results[0],
-                              Select(left, Splat<D>(frame::kNA), Select(ends, -step.next, step.next)));
-            elementary::Store(results[1], lo);
-            elementary::Store(results[2], hi);
-            for (int k = 0; k < kLanesOf<D>; ++k) {
-                searches->x[index[k]] = results[0][k];
-                searches->lo[index[k]] = results[1][k];
-                searches->hi[index[k]] = results[2][k];
-            }
+            const D next = Select(ends, -step.next, step.next);
+            elementary::Store(column(PointColumn), Select(left, Splat<D>(frame::kNA), next));
+            elementary::Store(column(LowColumn), lo);
+            elementary::Store(column(HighColumn), hi);
         });
     }
 }
 
 template <class D>
 ZUL_INLINE void SearchRound(const GammaSearchConstants& g, const FineReciprocals& reciprocals,
-                            GammaSearches* searches) {
-    constexpr std::size_t kLanes = kLanesOf<D>;
-    std::uint64_t places[kPairBlock + kLanes];
-    const FinePlaces placing(g);
-    for (std::size_t i = searches->count; i < searches->count + kLanes; ++i)
-        searches->x[i] = searches->x[searches->count - 1];
-    for (std::size_t i = 0; i < searches->count; i += kLanes) {
-        const BitsOf<D> place = placing.Of(elementary::Load<D>(searches->x + i));
-        std::memcpy(places + i, &place, sizeof place);
-    }
-    SortedArguments sorted;
-    Sort(places, searches->x, searches->count, &sorted);
-    const std::size_t leftOut = sorted.end[SortedArguments::kBranches - 1] + SortedArguments::kRoom;
-    for (std::size_t i = leftOut; i < leftOut + sorted.leftOut; ++i)
-        searches->x[sorted.index[i]] = frame::kNA;
+                            std::size_t count, SortedSearches* searches) {
+    const FineCells cells(g);
+    double* const points = searches->elements[PointColumn];
+    for (std::size_t i = count; i % SortedSearches::kMostLanes != 0; ++i)
+        points[i] = points[count - 1];
+    for (std::size_t i = 0; i < count; i += kLanesOf<D>)
+        searches->template SetCells<D>(i, cells.Of(elementary::Load<D>(points + i)));
+    searches->Sort(count);
     SearchBranch<D>(
-        g, &sorted, 0, searches, [&](FineGroup<D> * group) __attribute__((always_inline)) {
+        g, searches, FineLowerBranch, [&](FineGroup<D> * group) __attribute__((always_inline)) {
             FineLowerTails(g, reciprocals, group);
         });
     SearchBranch<D>(
-        g, &sorted, 1, searches, [&](FineGroup<D> * group) __attribute__((always_inline)) {
+        g, searches, FineUpperBranch, [&](FineGroup<D> * group) __attribute__((always_inline)) {
             FineUpperTails(g, reciprocals, group);
         });
     SearchBranch<D>(
-        g, &sorted, 2, searches, [&](FineGroup<D> * group) __attribute__((always_inline)) {
+        g, searches, FineOtherBranch, [&](FineGroup<D> * group) __attribute__((always_inline)) {
             if (g.a < 1)
                 FineSmallTails(g, reciprocals, group);
             else
@@ -173,33 +154,41 @@ ZUL_INLINE void SearchRound(const GammaSearchConstants& g, const FineReciprocals
         });
 }
 
-// Those that have ended go to their places in z, which stay as they are of those that are left.
-ZUL_INLINE void KeepSearching(GammaSearches* searches, double* z) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < searches->count; ++i) {
-        const double x = searches->x[i];
-        if (x < 0) z[searches->place[i]] = -x;
+// The searches that go on, by their number; those that have ended give their quantiles to z.
+ZUL_INLINE std::size_t KeepSearching(std::size_t count, std::uint16_t* targets, SortedSearches* searches,
+                                     double* z) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t place = searches->places[i];
+        const double x = searches->columns[PointColumn][place];
+        if (x < 0) z[targets[i]] = -x;
         if (x < 0 || x == frame::kNA) continue;
-        searches->x[count] = x;
-        searches->lo[count] = searches->lo[i];
-        searches->hi[count] = searches->hi[i];
-        searches->target[count] = searches->target[i];
-        searches->place[count] = searches->place[i];
-        ++count;
+        for (int k = PointColumn; k <= HighColumn; ++k)
+            searches->elements[k][kept] = searches->columns[k][place];
+        targets[kept++] = targets[i];
     }
-    searches->count = count;
+    return kept;
 }
 
-// z: the quantiles that are found.
+// z: of the targets of BeginSearches, the quantiles that are found.
 template <class D>
-ZUL_INLINE void Search(const GammaSearchConstants& g, GammaSearches* searches, double* z) {
+ZUL_INLINE void Search(const GammaShape& shape, const double* targets, std::size_t n, double* z) {
     // Nearly all take one or two.
     constexpr int kRounds = 8;
+    const GammaSearchConstants g = SearchConstantsOf(shape);
     FineReciprocals reciprocals;
     SetReciprocals(g.a, &reciprocals);
-    for (int round = 0; round < kRounds && searches->count > 0; ++round) {
-        SearchRound<D>(g, reciprocals, searches);
-        KeepSearching(searches, z);
+    SortedSearches searches;
+    std::uint16_t targetOf[kPairBlock];
+    std::size_t count = BeginSearches(
+        shape, targets, n, {searches.elements[PointColumn], searches.elements[TailColumn], targetOf}, z);
+    for (std::size_t i = 0; i < count; ++i) {
+        searches.elements[LowColumn][i] = 0;
+        searches.elements[HighColumn][i] = kArgumentLimit;
+    }
+    for (int round = 0; round < kRounds && count > 0; ++round) {
+        SearchRound<D>(g, reciprocals, count, &searches);
+        count = KeepSearching(count, targetOf, &searches, z);
     }
 }
 
