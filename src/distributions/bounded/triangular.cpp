@@ -23,15 +23,24 @@ double TriangularPdfKernel::operator()(double x) const {
 
 namespace {
 
+constexpr double kZeroAndOne[] = {0, 1};
+
+// Both pieces by one formula, since half of the branches on the mode would be mispredicted: below it, what the tail of
+// the mode adds is 0.
 double LowerTail(double x, double lower, double mode, double upper) {
     if (x >= upper) return 1;
-    const double range = upper - lower;
-    if (x > mode) {
-        const double tail =
-            ((upper - x) / (upper - mode) + 1) * ((x - mode) / range) + (mode - lower) / range;
-        return std::min(tail, 1.0);  // a rounding may pass it
-    }
-    return x > lower ? (x - lower) / (mode - lower) * ((x - lower) / range) : 0;
+    const volatile double difference =
+        upper - lower;  // volatile, since it may overflow where it is not needed, too
+    if (x <= lower && x <= mode) return 0;
+    const double range = difference;
+    const bool isAbove = x > mode;
+    const double starts[] = {lower, mode};
+    const double ends[] = {lower, upper};
+    const double start = starts[isAbove];
+    const double end = ends[isAbove];
+    const double tail =
+        ((x - end) / (mode - end) + kZeroAndOne[isAbove]) * ((x - start) / range) + (start - lower) / range;
+    return std::min(tail, 1.0);  // a rounding may pass it
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ double LogisticDensity(const LogisticPdfKernel* at, double x) {
 // log(1 - p) - log(p).
 double LogOdds(double p) {
     constexpr double kTiny = 1e-300;  // below it the quotient overflows
-    if (p > kTiny && p < 1) return frame::SafeLog((1 - p) / p);
+    if (p > kTiny && p < 1) [[likely]]
+        return frame::SafeLog((1 - p) / p);
     return frame::SafeLog(1 - p) - frame::SafeLog(p);
 }
 

@@ -34,8 +34,9 @@ ZUL_INLINE ExpParts<D> SplitExp(D x, int shift = 0) {
 // exp = power (1 + rest), of the argument and, where that has one, a small low part of it.
 template <class D>
 ZUL_INLINE D ExpRest(const ExpParts<D>& parts, D r) {
+    const Two<D> lines = SplatTwo<D>(0.5, kExpSeries[1]) + SplatTwo<D>(kExpSeries[0], kExpSeries[2]) * r;
     const D r2 = r * r;
-    return parts.error + r + r2 * (0.5 + r * kExpSeries[0]) + r2 * r2 * (kExpSeries[1] + r * kExpSeries[2]);
+    return parts.error + r + r2 * lines.first + r2 * r2 * lines.second;
 }
 
 template <class D>

@@ -29,15 +29,14 @@ ZUL_INLINE D WholeExponent(BitsOf<D> bits) {
     }
 }
 
-// The cell of a number 2^k z.
+// A number 2^k z and its cell.
 template <class D>
 struct LogCell {
-    D upper;  // r, exactly upper + lower
-    D lower;
-    D inverse;
-    D scale;  // 2^-k
-    D tabled;
-    D tabledRest;
+    D upperZ;
+    D lowerZ;
+    Two<D> inverses;  // the same twice
+    D scale;          // 2^-k
+    Two<D> tabled;    // with its rest
 };
 
 // By the bits of a normal positive number (of z with k in the place of its exponent, which may be outside a double's).
@@ -48,44 +47,53 @@ ZUL_INLINE LogCell<D> FindLogCell(BitsOf<D> bits) {
     const BitsOf<D> fromFirst = bits - std::uint64_t{kLogFirst};
     const BitsOf<D> i = (fromFirst >> 45) & 127;
     const BitsOf<D> exponent = fromFirst & kExponent;
-    const D z = FromBits<D>(bits - exponent);
-    const D upperZ = FromBits<D>((bits - exponent) & kUpper32);
+    const auto place = BitsInPlace(FromBits<D>(bits));
+    const auto z = place - ((place - std::uint64_t{kLogFirst}) & kExponent);
+    const D upperZ = FromBitsInPlace<D>(z & kUpper32);
     const D inverse = Gather<D, kLogStride>(kLogCells, i);
-    const Two<D> tabled =
-        AlongLines<D>({Gather<D, kLogStride>(kLogCells + 1, i), Gather<D, kLogStride>(kLogCells + 2, i)},
-                      {kLogTwoHigh, kLogTwoLow}, WholeExponent<D>(fromFirst));
-    return {upperZ * inverse - 1.0, (z - upperZ) * inverse, inverse, FromBits<D>(Bits(1.0) - exponent),
-            tabled.first,           tabled.second};
+    const Two<D> tabled = {Gather<D, kLogStride>(kLogCells + 2, i), Gather<D, kLogStride>(kLogCells + 3, i)};
+    return {upperZ,
+            FromBitsInPlace<D>(z) - upperZ,
+            {inverse, kLanesOf<D> == 1 ? Gather<D, kLogStride>(kLogCells + 1, i) : inverse},
+            FromBits<D>(Bits(1.0) - exponent),
+            tabled + SplatTwo<D>(kLogTwoHigh, kLogTwoLow) * WholeExponent<D>(fromFirst)};
 }
 
+// For steps that wait for each other, up to a power: there no operation is done on two numbers at once.
 template <class D>
 ZUL_INLINE LogParts<D> SplitLog(BitsOf<D> bits) {
     const LogCell<D> cell = FindLogCell<D>(bits);
-    const D r = cell.upper + cell.lower;
-    const D rest = (cell.upper - r) + cell.lower;
-    const D high = cell.tabled + r;
-    return {high, ((cell.tabled - high) + r) + (rest + cell.tabledRest), r, rest};
+    const D upper = cell.upperZ * cell.inverses.first - 1.0;
+    const D lower = cell.lowerZ * cell.inverses.first;
+    const D r = upper + lower;
+    const D rest = (upper - r) + lower;
+    const D high = cell.tabled.first + r;
+    return {high, ((cell.tabled.first - high) + r) + (rest + cell.tabled.second), r, rest};
 }
 
 // Of the number plus a low part.
 template <class D>
 ZUL_INLINE LogParts<D> SplitLogOfTwo(BitsOf<D> bits, D low) {
     const LogCell<D> cell = FindLogCell<D>(bits);
-    const D one = cell.upper + cell.lower;
-    const D more = low * cell.scale * cell.inverse;
+    const D upper = cell.upperZ * cell.inverses.first - 1.0;
+    const D lower = cell.lowerZ * cell.inverses.first;
+    const D one = upper + lower;
+    const D more = low * cell.scale * cell.inverses.first;
     const D r = one + more;
-    const D rest = (one - r) + more + ((cell.upper - one) + cell.lower);
-    const D high = cell.tabled + r;
-    return {high, ((cell.tabled - high) + r) + (rest + cell.tabledRest), r, rest};
+    const D rest = (one - r) + more + ((upper - one) + lower);
+    const D high = cell.tabled.first + r;
+    return {high, ((cell.tabled.first - high) + r) + (rest + cell.tabled.second), r, rest};
 }
 
-// log(1 + r) - r, by sums of which few wait for others.
+// log(1 + r) - r
 template <class D>
 ZUL_INLINE D LogSeries(D r) {
-    const D r2 = r * r;
-    const Two<D> lines =
-        AlongLines<D>({Splat<D>(kLogSeries[1]), Splat<D>(kLogSeries[3])}, {kLogSeries[2], kLogSeries[4]}, r);
-    return r2 * (((kLogSeries[0] * r - 0.5) + r2 * lines.first) + (r2 * r2) * lines.second);
+    const double* c = kLogSeries;
+    const Two<D> lines = SplatTwo<D>(c[0], c[2]) * r + SplatTwo<D>(-0.5, c[1]);
+    const Two<D> powers = Two<D>{r, Splat<D>(c[4])} * r;
+    const D r2 = powers.first;
+    const Two<D> terms = Two<D>{lines.second, r2} * r2;
+    return r2 * ((lines.first + terms.first) + terms.second * (c[3] + powers.second));
 }
 
 template <class D>
@@ -108,9 +116,13 @@ inline std::uint64_t NormalizedBits(double x) {
 template <class D>
 ZUL_INLINE D LogOfBits(BitsOf<D> bits) {
     const LogCell<D> cell = FindLogCell<D>(bits);
-    const D r = cell.upper + cell.lower;
-    const D high = cell.tabled + r;
-    const D low = ((cell.tabled - high) + cell.upper) + (cell.lower + cell.tabledRest);
+    const Two<D> products = Two<D>{cell.upperZ, cell.lowerZ} * cell.inverses;
+    const D upper = products.first - 1.0;
+    const D lower = products.second;
+    const D r = upper + lower;
+    const Two<D> sums = cell.tabled + Two<D>{r, lower};
+    const D high = sums.first;
+    const D low = ((cell.tabled.first - high) + upper) + sums.second;
     return high + (low + LogSeries(r));
 }
 

@@ -6,7 +6,7 @@ namespace zul::elementary {
 
 // 2^(i / 128): its rounding error relative to it, and its bits less i 2^45.
 constexpr int kExpStride = 2;
-extern const double kExpCells[128 * kExpStride];
+alignas(64) extern const double kExpCells[128 * kExpStride];
 
 // log(2) / 128: its reciprocal, the 34 bits down to 2^-42, so that a multiple by 18 bits is exact, and the rest.
 constexpr double kExpCellsPerUnit = 0x1.71547652b82fep+7;
@@ -16,9 +16,9 @@ constexpr double kExpStepLow = -0x1.c610ca86c3899p-44;
 // exp(r) = 1 + r + r^2 / 2 + r^3 (e0 + e1 r + e2 r^2).
 constexpr double kExpSeries[3] = {0x1.5555555555555p-3, 0x1.555559994d307p-5, 0x1.111113810c68cp-7};
 
-// 1 / c of 21 bits, log(c) down to 2^-42 and the rest of it; the fourth fills the line.
+// 1 / c of 21 bits, twice, as the factor of two numbers; log(c) down to 2^-42 and the rest of it.
 constexpr int kLogStride = 4;
-extern const double kLogCells[128 * kLogStride];
+alignas(64) extern const double kLogCells[128 * kLogStride];
 
 // The bits of the least mantissa, those of which the first cell begins.
 constexpr unsigned long long kLogFirst = 0x3fe6900000000000;
@@ -36,11 +36,11 @@ constexpr double kLogSeriesOfTwo[6] = {0x1.5555555555556p-2, -0x1p-2,
 
 // sin(i pi / 64) and the rest of it, cos(i pi / 64) - 1; i from 32 to 63 stand for -32 to -1.
 constexpr int kSineStride = 4;
-extern const double kSineCells[64 * kSineStride];
+alignas(64) extern const double kSineCells[64 * kSineStride];
 
 // tan(i pi / 64) and the rest of it; i from 16 to 31 stand for -16 to -1.
 constexpr int kTangentStride = 2;
-extern const double kTangentCells[32 * kTangentStride];
+alignas(64) extern const double kTangentCells[32 * kTangentStride];
 
 // pi / 64: its reciprocal, three parts of 28 bits, so that multiples by 25 bits are exact, and the rest.
 constexpr double kSineCellsPerUnit = 0x1.45f306dc9c883p+4;
@@ -63,7 +63,7 @@ extern const unsigned long long kTwoOverPi[20];
 
 // a, b and atan(b / a) in two doubles: atan(x) is that and atan((a x - b) / (a + b x)).
 constexpr int kArcStride = 4;
-extern const double kArcCells[74 * kArcStride];
+alignas(64) extern const double kArcCells[74 * kArcStride];
 
 // atan(u) = u + u^3 (a0 + a1 u^2 + ...).
 constexpr double kArcSeries[6] = {-0x1.5555555555555p-2, 0x1.999999999994dp-3,  -0x1.249249245a9f8p-3,
@@ -71,6 +71,6 @@ constexpr double kArcSeries[6] = {-0x1.5555555555555p-2, 0x1.999999999994dp-3,  
 
 // erfc(x), from 1 on exp(x^2) erfc(x), is c0 + rest of c0 + c1 t + ..., t from the middle of the cell.
 constexpr int kErfcStride = 12;
-extern const double kErfcCells[79 * kErfcStride];
+alignas(64) extern const double kErfcCells[79 * kErfcStride];
 
 }  // namespace zul::elementary

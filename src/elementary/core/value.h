@@ -83,22 +83,84 @@ ZUL_INLINE D Absolute(D x) {
 }
 
 template <class D>
+ZUL_INLINE D Splat(double x) {
+    return x - D{};
+}
+
+#if defined(__GNUC__)
+using Both = double __attribute__((vector_size(16)));
+#endif
+
+// Two numbers, on which the same operation is done: of doubles by one instruction. Next to a write of the control
+// register, as there are two in each call of a distribution function, arithmetic instructions go one at a time, so that
+// fewer of them are faster even where they wait longer for each other.
+template <class D>
 struct Two {
     D first;
     D second;
 };
 
-// starts + slopes x of two lines: for a double both at once, as lanes of one vector.
 template <class D>
-ZUL_INLINE Two<D> AlongLines(Two<D> starts, Two<double> slopes, D x) {
+ZUL_INLINE Two<D> SplatTwo(double first, double second) {
+    return {Splat<D>(first), Splat<D>(second)};
+}
+
+template <class D>
+ZUL_INLINE Two<D> operator+(Two<D> a, Two<D> b) {
 #if defined(__GNUC__)
     if constexpr (kLanesOf<D> == 1) {
-        using Both = double __attribute__((vector_size(16)));
-        const Both lines = Both{starts.first, starts.second} + Both{slopes.first, slopes.second} * Both{x, x};
-        return {lines[0], lines[1]};
+        const Both sums = Both{a.first, a.second} + Both{b.first, b.second};
+        return {sums[0], sums[1]};
     }
 #endif
-    return {starts.first + slopes.first * x, starts.second + slopes.second * x};
+    return {a.first + b.first, a.second + b.second};
+}
+
+template <class D>
+ZUL_INLINE Two<D> operator*(Two<D> a, Two<D> b) {
+#if defined(__GNUC__)
+    if constexpr (kLanesOf<D> == 1) {
+        const Both products = Both{a.first, a.second} * Both{b.first, b.second};
+        return {products[0], products[1]};
+    }
+#endif
+    return {a.first * b.first, a.second * b.second};
+}
+
+template <class D>
+ZUL_INLINE Two<D> operator*(Two<D> a, D b) {
+    return a * Two<D>{b, b};
+}
+
+// The bits of a value where its arithmetic is, in a vector register: the way to others and back takes as long as an
+// addition.
+template <class D>
+struct InPlace {
+#if defined(__GNUC__)
+    using Type = typename Unsigned<(sizeof(D) < sizeof(Both) ? sizeof(Both) : sizeof(D))>::Type;
+#else
+    using Type = BitsOf<D>;
+#endif
+};
+
+template <class D>
+ZUL_INLINE typename InPlace<D>::Type BitsInPlace(D x) {
+#if defined(__GNUC__)
+    if constexpr (kLanesOf<D> == 1)
+        return __builtin_bit_cast(typename InPlace<D>::Type, Both{x, 0});
+    else
+#endif
+        return Bits(x);
+}
+
+template <class D>
+ZUL_INLINE D FromBitsInPlace(typename InPlace<D>::Type bits) {
+#if defined(__GNUC__)
+    if constexpr (kLanesOf<D> == 1)
+        return __builtin_bit_cast(Both, bits)[0];
+    else
+#endif
+        return FromBits<D>(bits);
 }
 
 // x, which is not negative, with the sign of another number.
@@ -110,11 +172,6 @@ ZUL_INLINE D WithSignOf(D x, D other) {
 template <class D>
 ZUL_INLINE D UpperHalf(D x) {
     return FromBits<D>(Bits(x) & kUpperHalf);
-}
-
-template <class D>
-ZUL_INLINE D Splat(double x) {
-    return x - D{};
 }
 
 template <class Mask, class D>

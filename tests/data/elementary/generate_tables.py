@@ -65,7 +65,7 @@ def table(comment, name, rows):
     size = f"{cells} * {name.replace('Cells', 'Stride')}"
     constants.append(f"// {comment}")
     constants.append(f"constexpr int {name.replace('Cells', 'Stride')} = {stride};")
-    constants.append(f"extern const double {name}[{size}];\n")
+    constants.append(f"alignas(64) extern const double {name}[{size}];\n")
     numbers = ", ".join(text(v) for row in rows for v in row)
     tables[name] = f"alignas(64) const double {name}[{size}] = {{\n{wrapped(numbers)}}};\n"
 
@@ -106,8 +106,8 @@ for i in range(CELLS):
     inverse = mp.mpf(1) if low <= 1 < high else rounded(2 / (low + high), 20)
     reach = max(reach, abs(low * inverse - 1), abs(high * inverse - 1))
     part = rounded(-mp.log(inverse), 42)
-    rows.append((inverse, part, -mp.log(inverse) - part, 0))
-table("1 / c of 21 bits, log(c) down to 2^-42 and the rest of it; the fourth fills the line.", "kLogCells", rows)
+    rows.append((inverse, inverse, part, -mp.log(inverse) - part))
+table("1 / c of 21 bits, twice, as the factor of two numbers; log(c) down to 2^-42 and the rest of it.", "kLogCells", rows)
 constants.append("// The bits of the least mantissa, those of which the first cell begins.")
 constants.append(f"constexpr unsigned long long kLogFirst = {FIRST:#x};\n")
 high = rounded(mp.log(2), 42)
