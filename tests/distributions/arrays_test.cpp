@@ -269,14 +269,13 @@ std::vector<double> AroundBetaSearchSwitches(const numerics::BetaShapes& shapes)
     return points;
 }
 
-// Both tails of the points and of numbers beside them among others, in any order.
+// Both tails of the points and of numbers beside them among others, in any order: probabilities.
 std::vector<double> AmongOthers(const std::vector<double>& points, RandomArguments& random) {
     std::vector<double> values;
     for (const double point : points)
-        for (const double shift : {0.0, 1e-15, -1e-12, 1e-9, -1e-6, 1e-4}) {
-            values.push_back(point * (1 + shift));
-            values.push_back(1 - point * (1 + shift));
-        }
+        for (const double shift : {0.0, 1e-15, -1e-12, 1e-9, -1e-6, 1e-4})
+            for (const double p : {point * (1 + shift), 1 - point * (1 + shift)})
+                if (p > 0 && p < 1) values.push_back(p);
     for (int k = 0; k < 500; ++k) {
         values.push_back(random.Uniform(0, 1));
         values.push_back(random.AnyDouble(1e-290, 0.5));
@@ -313,6 +312,40 @@ TEST(Arrays, OfTQuantilesMeetTheSwitchesOfTheirSearch) {
         const std::vector<double> values = AmongOthers(points, random);
         for (const double upper : {0.0, 1.0})
             ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("TInvCdf", 4), {df, 0, upper}}, values));
+    }
+}
+
+// Of the search for gamma quantiles: the ends of the ways to evaluate a point, as probabilities, those of where it
+// starts, of what it takes, and of the tail that it is searched for by.
+std::vector<double> AroundGammaQuantileSwitches(double shape) {
+    std::vector<double> points = {0.5,    0.25,   0.75,   1e-5,   1 - 1e-5, 1e-15,      1e-100,
+                                  1e-279, 1e-289, 1e-299, 3e-300, 1e-301,   1 - 0x1p-53};
+    for (const double x : {shape + 1, 1.5, 0.6 * shape, 1.4 * shape, shape, 0.3 * (shape + 1), 3 * shape,
+                           1e-100, 1e-25, 2e-9, 4e-4})
+        for (const double upper : {0.0, 1.0})
+            points.push_back(Applied{&FunctionOf("GammaCdf"), {shape, 1, 0, upper}}(x));
+    for (const double b : {0.01, 0.15, 0.35, 0.45, 0.6})
+        points.push_back(b / std::tgamma(std::min(shape, 100.0)));
+    return points;
+}
+
+TEST(Arrays, OfGammaQuantilesMeetTheSwitchesOfTheirSearch) {
+    RandomArguments random;
+    for (const double shape :
+         {1e-3, 0.02, 0.29, 0.3,   0.4,  0.9,  1 - 0x1p-53, 1.0,     1 + 1e-12, 1.5,   4.0,
+          9.99, 10.0, 15.5, 19.99, 20.0, 50.3, 400.7,       3000.25, 8.99e4,    9.01e4}) {
+        const std::vector<double> values = AmongOthers(AroundGammaQuantileSwitches(shape), random);
+        for (const double upper : {0.0, 1.0}) {
+            const Applied gamma{&FunctionOf("GammaInvCdf", 5), {shape, 2, 1, upper}};
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike(gamma, values));
+            ASSERT_NO_FATAL_FAILURE(
+                ExpectAlike({&FunctionOf("ChiSqInvCdf", 4), {2 * shape, 0, upper}}, values));
+            // The error state comes from elements far before the end.
+            for (std::size_t count = 32; count < 50; ++count)
+                ASSERT_NO_FATAL_FAILURE(ExpectAlike(
+                    gamma,
+                    std::vector<double>(values.end() - static_cast<std::ptrdiff_t>(count), values.end())));
+        }
     }
 }
 

@@ -9,6 +9,7 @@
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
 #include "elementary/core/power.h"
+#include "elementary/core/root.h"
 #include "elementary/core/trigonometric.h"
 #include "elementary/core/value.h"
 #include "numerics/lanes/part_of_vector.h"

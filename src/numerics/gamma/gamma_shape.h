@@ -113,6 +113,7 @@ private:
 // alone is computed on first need and kept, so an object serves one thread at a time.
 class GammaShape {
 public:
+    // cppcheck-suppress uninitMemberVar ; the table is made when it pays
     GammaShape(double a)  // NOLINT: a shape is a number
         : a_(a), fraction_(std::isfinite(a) ? a - std::floor(a) : 0) {}
     double Value() const { return a_; }
