@@ -28,6 +28,15 @@ using ConditionOf = decltype(D{} < D{});
 template <class D>
 inline constexpr bool kIsDouble = elementary::kLanesOf<D> == 1;
 
+// By logical operators, since bitwise ones of bool are a warning.
+template <class Condition>
+ZUL_INLINE Condition Both(Condition a, Condition b) {
+    if constexpr (sizeof(Condition) == sizeof(bool))
+        return a && b;
+    else
+        return a & b;
+}
+
 // Of a double by the function, which takes any argument; of lanes by its core, in the reach of that.
 template <class D>
 ZUL_INLINE D ExpOf(D x) {

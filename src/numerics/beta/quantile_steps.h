@@ -61,8 +61,9 @@ ZUL_INLINE D StepOf(double p, double q, const PointOf<D>& at, D excess, D slope)
     const D newton = -excess / slope;
     const D curvature = p * at.rest - q * at.y - slope;  // the second derivative over the first
     const D bend = curvature * newton / 2.0;
-    const auto near = (elementary::Absolute(bend) < kNear) & (elementary::Absolute(excess) < kNear) &
-                      (elementary::Absolute(newton) < 1.0);
+    const auto near = Both<ConditionOf<D>>(
+        Both<ConditionOf<D>>(elementary::Absolute(bend) < kNear, elementary::Absolute(excess) < kNear),
+        elementary::Absolute(newton) < 1.0);
     const auto taylor = [&]() ZUL_INLINED {
         const D step = elementary::Select(near, newton, D{});
         const D bent = elementary::Select(near, bend, D{});
@@ -82,9 +83,9 @@ ZUL_INLINE ConditionOf<D> LeavesNothing(double sum, D count, D size, D slope) {
     constexpr double kLeft = 1e-12;
     constexpr double kLargestExcess = 1e-4;
     const D u = (sum + 1 + count) * size / slope;
-    const auto near = (size <= kLargestExcess) & (u <= kFarthest);
+    const ConditionOf<D> near = Both<ConditionOf<D>>(size <= kLargestExcess, u <= kFarthest);
     const D v = elementary::Select(near, u, D{});
-    return near & (v * v * v * size <= kLeft);
+    return Both<ConditionOf<D>>(near, v * v * v * size <= kLeft);
 }
 // The rest of the conditions.
 inline constexpr double kLargestSureSum = 1e4;
@@ -147,7 +148,8 @@ ZUL_INLINE StartAtEnd<D> FindStartAtEnd(const Shapes& shapes, D logTail) {
     const D logY = LogOfFirstTerm(shapes, logTail);
     const D y = ExpOf(kIsDouble<D> ? logY : LargerOf(logY, -kStartReach));
     const D secondTerm = (q - 1) * y;
-    const ConditionOf<D> good = (logY < 0.0) & (elementary::Absolute(secondTerm) <= kSmallCorrection);
+    const ConditionOf<D> good =
+        Both<ConditionOf<D>>(logY < 0.0, elementary::Absolute(secondTerm) <= kSmallCorrection);
     return {logY, y, secondTerm, good, y * (q > 1 ? q : 1) <= kFirstTermAlone, shapes.P() + 1};
 }
 

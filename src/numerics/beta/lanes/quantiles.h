@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 
 #include "elementary/core/value.h"
 #include "frame/missing_value.h"
