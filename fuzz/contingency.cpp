@@ -1,23 +1,18 @@
 // Contingency tables of random counts, strata and the ticks of random ranges: statuses, p-values and measures in their
 // ranges, bounds in order, ticks that enclose the range.
-#include <algorithm>
-#include <cmath>
 #include <initializer_list>
-#include <vector>
 
 #include "contingency/tables.h"
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
-#include "fuzz/support/values.h"
+#include "fuzz/support/target.h"
 #include "zul/ticks.h"
 
 namespace zul::fuzz {
 namespace {
 
 // Whole numbers mostly, fractions, sometimes any numbers.
-std::vector<double> Counts(Input& input, std::size_t n) {
+Data Counts(Input& input, std::size_t n) {
     const unsigned kind = input.Byte() % 8;
-    std::vector<double> counts = kind == 0 ? Values(input, n) : std::vector<double>(n);
+    Data counts = kind == 0 ? Values(input, n) : Data(n);
     for (double& count : counts) {
         if (kind == 1) count = std::abs(AnyReal(input));
         if (kind == 2) count = input.Size();
@@ -28,7 +23,7 @@ std::vector<double> Counts(Input& input, std::size_t n) {
 }
 
 // The smallest has digits left beside the total.
-bool AreModerate(const std::vector<double>& counts) {
+bool AreModerate(const Data& counts) {
     return std::ranges::all_of(counts, [](double x) { return x == 0 || (x > 0.01 && x < 1e7); });
 }
 
@@ -37,18 +32,10 @@ void ExpectWithin(const char* what, double low, double high, std::initializer_li
         Require(std::isnan(x) || (x >= low && x <= high), [=] { return Call(what, x); });
 }
 
-// run() fills a record and returns a status.
-template <typename RunIt>
-void ExpectStatus(std::initializer_list<int> statuses, RunIt run) {
-    int status = -1;
-    Run("a table", [&] { status = run(); });
-    Require(IsAmong(status, statuses), [=] { return Call("another status", status); });
-}
-
 template <typename Record>
 Record Got(const IContingencyTable& table, int (IContingencyTable::*get)(Record*) const) {
     Record record;
-    ExpectStatus({0, 30000, 30007, 30011}, [&] { return (table.*get)(&record); });
+    StatusOf(Mode::Bare, "a table", {0, 30000, 30007, 30011}, [&] { return (table.*get)(&record); });
     return record;
 }
 
@@ -61,7 +48,7 @@ void Evaluate(Input& input, const IContingencyTable& table, bool isModerate) {
     const TableTrend trend = Got(table, &IContingencyTable::GetTrend);
     TableRisk risk;
     const double confidence = input.Flag() ? input.Fraction() : AnyReal(input);
-    ExpectStatus({0, 30000, 30011}, [&] { return table.GetRisk(&risk, confidence); });
+    StatusOf(Mode::Bare, "a table", {0, 30000, 30011}, [&] { return table.GetRisk(&risk, confidence); });
     ExpectWithin("exact p", 0, 1, {fisher.lessPValue, fisher.greaterPValue, fisher.twoSidedPValue});
     if (!isModerate) return;
     constexpr double kOne = 1 + 1e-6;
@@ -76,7 +63,7 @@ void Table(Input& input) {
     const auto side = [&] { return input.Flag() ? 2 : static_cast<unsigned>(input.Choice(8)); };
     const unsigned rows = side();
     const unsigned columns = side();
-    const std::vector<double> counts = Counts(input, std::size_t{rows} * columns);
+    const Data counts = Counts(input, std::size_t{rows} * columns);
     int status = -1;
     test::TablePtr table;
     Run("MakeIContingencyTable", [&] { table = test::MakeTable(counts, rows, columns, &status); });
@@ -89,12 +76,12 @@ void Table(Input& input) {
 void Strata(Input& input) {
     MantelHaenszel record;
     record.strata = static_cast<unsigned>(input.Choice(6));
-    const std::vector<double> counts = Counts(input, std::size_t{record.strata} * 4);
+    const Data counts = Counts(input, std::size_t{record.strata} * 4);
     const bool continuity = input.Flag();
     const double confidence = input.Flag() ? input.Fraction() : AnyReal(input);
     const auto type = static_cast<IntervalType>(static_cast<int>(input.Choice(4)) - 1);
-    ExpectStatus({0, 30000, 30002, 30007},
-                 [&] { return RunMantelHaenszel(&record, counts.data(), continuity, confidence, type); });
+    StatusOf(Mode::Bare, "a table", {0, 30000, 30002, 30007},
+             [&] { return RunMantelHaenszel(&record, counts.data(), continuity, confidence, type); });
     if (!AreModerate(counts)) return;
     ExpectWithin("p", 0, 1, {record.pValue});
     ExpectWithin("bounds", 0, record.upperBound, {record.lowerBound});
@@ -105,7 +92,7 @@ void Ticks(Input& input) {
     const double high = input.Flag() ? AnyReal(input) : low + input.Size();
     const auto wanted = static_cast<unsigned>(input.Choice(110));
     deprecated::TickCalculationResult r;
-    ExpectStatus({0, 30000, 30017}, [&] { return ComputeTicks(&r, low, high, wanted); });
+    StatusOf(Mode::Bare, "a table", {0, 30000, 30017}, [&] { return ComputeTicks(&r, low, high, wanted); });
     const double slack = r.step * 1e-9 + std::max(std::abs(low), std::abs(high)) * 1e-12;
     if (r.count == 0) return;
     Expect(r.low <= std::min(low, high) + slack && r.high >= std::max(low, high) - slack,
@@ -117,11 +104,10 @@ void Ticks(Input& input) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zul::fuzz::Input input(data, size);
+void RunInput(Input& input) {
     const unsigned kind = input.Byte() % 8;
     (kind < 5 ? zul::fuzz::Table : kind < 6 ? zul::fuzz::Strata : zul::fuzz::Ticks)(input);
-    return 0;
 }
+
+}  // namespace zul::fuzz

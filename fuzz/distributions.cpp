@@ -1,16 +1,6 @@
 // The exported distribution functions, p-values and critical values, through the table of tests/distributions.
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "distributions/families.h"
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
 #include "fuzz/support/parameters.h"
-#include "fuzz/support/values.h"
 #include "support/float_mode.h"
 
 namespace zul::fuzz {
@@ -20,12 +10,14 @@ using test::Applied, test::Distribution, test::Domain, test::Family, test::Funct
 
 constexpr double kNA = 1.23456e30;
 
-std::string Text(const Function& function, test::Arguments arguments) {
-    return Listed(function.name, arguments);
+// The text of a function with its arguments, and the numbers about it.
+template <typename... Numbers>
+auto About(const Function& function, test::Arguments arguments, const char* what, const Numbers&... numbers) {
+    return [=, &function] { return Listed(function.name, arguments) + Call(what, numbers...); };
 }
 
 // Some of the arguments replaced by any.
-void MakeWild(const Function& function, std::vector<double>& arguments, Input& input) {
+void MakeWild(const Function& function, Data& arguments, Input& input) {
     const std::size_t replaced = input.Choice(16);
     for (std::size_t i = 0; i < arguments.size(); ++i)
         if ((replaced >> i & 1) != 0) arguments[i] = Argument(function.types[i], input);
@@ -36,7 +28,7 @@ bool HasNoncentrality(const Family& family) {
 }
 
 // The time of a noncentral tail grows with the root of the noncentrality, of t with itself: few are large.
-void LimitTime(const Family& family, std::vector<double>& parameters, Input& input) {
+void LimitTime(const Family& family, Data& parameters, Input& input) {
     constexpr double kQuick = 100;
     constexpr double kRefused = 1e11;
     const std::size_t index = family.domains.size() - 1;
@@ -62,15 +54,14 @@ bool CheckedCall(bool bare, Evaluate evaluate, Describe describe, int calls = 1)
 
 Outcome Evaluate(const Function& function, bool bare, test::Arguments arguments) {
     Outcome outcome{false, kNaN};
-    const auto describe = [&] { return Text(function, arguments); };
-    outcome.returns = CheckedCall(
-        bare, [&] { outcome.value = function.call(arguments); }, describe);
-    Require(bare || outcome.value != kNA, [&] { return describe() + " gave the missing value"; });
+    const auto run = [&] { outcome.value = function.call(arguments); };
+    outcome.returns = CheckedCall(bare, run, About(function, arguments, ""));
+    Require(bare || outcome.value != kNA, About(function, arguments, " gave the missing value"));
     return outcome;
 }
 
 Outcome Evaluate(const Applied& f, bool bare, double x) {
-    std::vector<double> arguments = {x};
+    Data arguments = {x};
     arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
     return Evaluate(*f.function, bare, arguments);
 }
@@ -85,9 +76,9 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
     expected.fill(kUnwritten);
     if (inPlace) std::copy_n(in.begin(), count, expected.begin());
     Array out = expected;
-    const auto describe = [&] { return Text(*f.function, f.parameters) + " on an array"; };
-    const bool returns = CheckedCall(
-        bare, [&] { f(out.data(), inPlace ? out.data() : in.data(), count); }, describe, kArrayLimit);
+    const auto run = [&] { f(out.data(), inPlace ? out.data() : in.data(), count); };
+    const bool returns =
+        CheckedCall(bare, run, About(*f.function, f.parameters, " on an array"), kArrayLimit);
     std::size_t written = 0;
     for (; written < count; ++written) {
         const Outcome outcome = Evaluate(f, bare, in[written]);
@@ -95,10 +86,10 @@ void CheckArray(const Applied& f, bool bare, const Array& in, std::size_t count,
         expected[written] = outcome.value;
     }
     Require(returns == (written == count),
-            [&] { return describe() + Call(" unlike the scalar", in[written]); });
+            About(*f.function, f.parameters, " on an array is unlike the scalar", in[written]));
     for (std::size_t i = 0; i < out.size(); ++i)
         Require(SameBits(out[i], expected[i]),
-                [&] { return describe() + Call("", i, in[i], out[i], expected[i]); });
+                About(*f.function, f.parameters, " on an array", i, in[i], out[i], expected[i]));
 }
 
 void CheckTails(const Distribution& d, const Family& family, double x) {
@@ -107,9 +98,8 @@ void CheckTails(const Distribution& d, const Family& family, double x) {
     const double density = Evaluate(d.pdf, family.bare, x).value;
     const double mass = family.kind == test::Kind::Discrete ? density : 0;
     const bool inRange = !(density < 0 || lower < 0 || lower > 1 || upper < 0 || upper > 1);
-    Require(inRange && !(std::abs(lower + upper - 1 - mass) > 2e-9 + 1e-5 * mass), [&] {
-        return Text(*d.lower.function, d.lower.parameters) + Call(" of", x, lower, upper, density);
-    });
+    Require(inRange && !(std::abs(lower + upper - 1 - mass) > 2e-9 + 1e-5 * mass),
+            About(*d.lower.function, d.lower.parameters, " of", x, lower, upper, density));
 }
 
 // The tail passes p at the quantile, but for the rounding of the quantile and of locations in it.
@@ -127,12 +117,12 @@ void CheckQuantile(const Distribution& d, const Family& family, double p, double
     const double less = Evaluate(tail, family.bare, discrete ? (upper ? x : x - 1) : x - rounding).value;
     const double more = Evaluate(tail, family.bare, discrete ? (upper ? x + 1 : x) : x + rounding).value;
     Require(!(std::min(less, more) > p + 2e-9 || std::max(less, more) < p - 2e-9),
-            [&] { return Text(*quantile.function, quantile.parameters) + Call(" at", p, x, less, more); });
+            About(*quantile.function, quantile.parameters, " at", p, x, less, more));
 }
 
 void CheckValid(const Family& family, Input& input) {
     if (family.name == "Discrete") return;  // the user's table may be any
-    std::vector<double> parameters = ValidParameters(family.domains, input);
+    Data parameters = ValidParameters(family.domains, input);
     LimitTime(family, parameters, input);
     const Distribution d = family.With(parameters);
     const double p = input.Fraction();
@@ -150,7 +140,7 @@ void CheckAny(const Family& family, Input& input) {
     const Distribution d = family.With(family.parameters[input.Choice(family.parameters.size())]);
     Applied f = d.Functions()[input.Choice(4)];
     const bool bare = family.bare;
-    std::vector<double> arguments = {0};
+    Data arguments = {0};
     arguments.insert(arguments.end(), f.parameters.begin(), f.parameters.end());
     MakeWild(*f.function, arguments, input);
     f.parameters.assign(arguments.begin() + 1, arguments.end());
@@ -173,13 +163,12 @@ void CheckAny(const Family& family, Input& input) {
 
 // Of a statistic outside its domain: a p-value is in [0, 1] or NaN still.
 void CheckStatistic(const test::Statistic& statistic, Input& input) {
-    std::vector<double> arguments = statistic.arguments;
+    Data arguments = statistic.arguments;
     MakeWild(statistic.function, arguments, input);
     const bool bare = statistic.function.name == "Psi";
     const double value = Evaluate(statistic.function, bare, arguments).value;
     const bool probability = statistic.function.name.ends_with("PValue");
-    Require(!probability || !(value < 0 || value > 1),
-            [&] { return Text(statistic.function, arguments) + Call(" gave", value); });
+    Require(!probability || IsProbability(value), About(statistic.function, arguments, " gave", value));
 }
 
 // A critical value, and its p-value.
@@ -188,10 +177,10 @@ void CheckCriticalValue(Input& input) {
     const double level = input.Fraction();
     const double side = static_cast<double>(input.Choice(3)) - 1;
     const double comparisons = name == "T" ? static_cast<double>(1 + input.Choice(20)) : 1;
-    std::vector<double> df(name == "F" ? 2 : name == "Normal" ? 0 : 1);
+    Data df(name == "F" ? 2 : name == "Normal" ? 0 : 1);
     for (double& value : df)
         value = ValidParameter(Domain::Positive, {}, false, input);
-    std::vector<double> arguments = df;
+    Data arguments = df;
     arguments.insert(arguments.begin(), level);
     arguments.insert(arguments.end(), {side, comparisons});
     const Function& critical = test::FunctionOf(name + "CritValue");
@@ -201,10 +190,12 @@ void CheckCriticalValue(Input& input) {
     df.insert(df.begin(), x);
     df.push_back(side);
     const double p = Evaluate(test::FunctionOf(name + "PValue"), false, df).value;
-    Require(!(p < 0 || p > 1), [&] { return Text(critical, arguments) + Call(" gave", x, p); });
+    Require(IsProbability(p), About(critical, arguments, " gave", x, p));
 }
 
-void CheckOne(Input& input) {
+}  // namespace
+
+void RunInput(Input& input) {
     const auto& families = test::Families();
     const auto& statistics = test::Statistics();
     const std::size_t subject = input.Choice(families.size() + statistics.size() + 1);
@@ -216,11 +207,4 @@ void CheckOne(Input& input) {
         CheckCriticalValue(input);
 }
 
-}  // namespace
 }  // namespace zul::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    zul::fuzz::Input input(data, size);
-    zul::fuzz::CheckOne(input);
-    return 0;
-}

@@ -1,19 +1,16 @@
-// The hypothesis tests of random records and data: statuses, bounds in order, p-values in [0, 1]. The proportions have
-// a file of their own.
-#include "fuzz/hypothesis/parts.h"
+// The hypothesis tests of random records and data: statuses, bounds in order, p-values in [0, 1].
+#include "fuzz/support/tests.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
+#include <numeric>
+#include <tuple>
 
 namespace zul::fuzz {
 namespace {
 
-// The doubles that a record begins with.
+// What is special to a test.
 struct Layout {
     const char* name;
-    unsigned doubles;
+    unsigned doubles;      // that the record begins with
     unsigned summaryFrom;  // the fields that are read without data
     unsigned summaryTo;
     Mode mode = Mode::Bare;
@@ -28,7 +25,7 @@ void RunOverload(const Layout& layout, const Call& call, Record record, const Se
         const double value = input.Flag() ? input.Size() : AnyReal(input);
         if (i < layout.summaryFrom || i > layout.summaryTo || withData) continue;
         isSensible = isSensible && !(value < 0);
-        std::memcpy(reinterpret_cast<char*>(&record) + i * sizeof value, &value, sizeof value);
+        SetDouble(&record, i, value);
     }
     RunOn(&record, {layout.name, s.HasType(), isSensible, layout.mode}, s, [&](Record* r) {
         return withTest ? call(r, withData, s.confidence, s.type, s.alternative, s.hypothesised)
@@ -41,13 +38,12 @@ template <typename Record, typename Call>
 void RunOneSample(const Layout& layout, Call call, const Data& x, const Settings& settings, Input& input) {
     Record record;
     const bool withData = input.Byte() < 160;
-    record.n = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    const bool withTest = input.Flag();
-    RunOverload(layout, call, record, settings, withData, withTest, input);
+    record.n = CountOf(x, withData, input);
+    RunOverload(layout, call, record, settings, withData, input.Flag(), input);
 }
 
 void OneSampleT(Input& input, const Settings& settings) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
     const auto call = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunOneSampleT(r, x.data(), a...) : v0::RunOneSampleT(r, a...);
     };
@@ -55,7 +51,7 @@ void OneSampleT(Input& input, const Settings& settings) {
 }
 
 void OneSampleZ(Input& input, const Settings& settings) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
     const auto call = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunOneSampleZ(r, x.data(), settings.sigma, a...)
                         : v0::RunOneSampleZ(r, settings.sigma, a...);
@@ -64,7 +60,7 @@ void OneSampleZ(Input& input, const Settings& settings) {
 }
 
 void PairedT(Input& input, const Settings& settings) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
     const Data y = Values(input, x.size());
     const auto call = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunPairedT(r, x.data(), y.data(), a...) : v0::RunPairedT(r, a...);
@@ -73,36 +69,126 @@ void PairedT(Input& input, const Settings& settings) {
 }
 
 void TwoSampleT(Input& input, const Settings& settings) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
-    const Data y = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
+    const Data y = Sample(input);
     const auto call = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunTwoSampleT(r, x.data(), y.data(), settings.flag, a...)
                         : v0::RunTwoSampleT(r, settings.flag, a...);
     };
     v0::TwoSampleT record;
     const bool withData = input.Byte() < 160;
-    record.n1 = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    record.n2 = withData ? static_cast<unsigned>(y.size()) : Counts(input).n;
-    const bool withTest = input.Flag();
-    RunOverload({"RunTwoSampleT", 13, 0, 3}, call, record, settings, withData, withTest, input);
+    record.n1 = CountOf(x, withData, input);
+    record.n2 = CountOf(y, withData, input);
+    RunOverload({"RunTwoSampleT", 13, 0, 3}, call, record, settings, withData, input.Flag(), input);
 }
 
 void OneVariance(Input& input, const Settings& settings) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
-    constexpr Layout kLayout = {"RunOneVariance", 9, 0, 0, Mode::Framed};
+    const Data x = Sample(input);
     const auto call = [&](auto* r, bool withData, auto... a) {
         return withData ? v0::RunOneVariance(r, x.data(), a...) : v0::RunOneVariance(r, a...);
     };
     v0::OneVariance record;
-    record.n = static_cast<unsigned>(x.size());
-    RunOverload(kLayout, call, record, settings, true, true, input);
-    record.n = Counts(input).n;
-    const bool withTest = input.Flag();
-    RunOverload(kLayout, call, record, settings, false, withTest, input);
+    for (const bool withData : {true, false}) {
+        record.n = CountOf(x, withData, input);
+        const bool withTest = withData || input.Flag();
+        RunOverload({"RunOneVariance", 9, 0, 0, Mode::Framed}, call, record, settings, withData, withTest,
+                    input);
+    }
+}
+
+// Zeros and ones mostly.
+std::vector<int> Events(Input& input) {
+    std::vector<int> events(input.Choice(kMaxCount + 1));
+    const bool any = input.Byte() < 16;
+    for (int& event : events)
+        event = any ? input.Integer() : input.Flag() ? 1 : 0;
+    return events;
+}
+
+// Of the events, or any.
+std::tuple<unsigned, unsigned> CountsOf(const std::vector<int>& events, bool withData, Input& input) {
+    const Counts counts(input);
+    if (!withData) return {counts.x, counts.n};
+    return {std::accumulate(events.begin(), events.end(), 0U), static_cast<unsigned>(events.size())};
+}
+
+template <bool kIsKel>
+void OneProportion(Input& input, const Settings& s) {
+    const char* const name = kIsKel ? "RunKelOneProportion" : "RunOneProportion";
+    const std::vector<int> events = Events(input);
+    const bool withData = input.Byte() < 100;
+    v0::OneProportion record;
+    std::tie(record.x, record.n) = CountsOf(events, withData, input);
+    const bool isForced = !s.flag && kIsKel && (record.x == 0 || record.x == record.n);
+    const bool hasBounds = s.HasType() || isForced;
+    const bool hasTest = hasBounds && (s.flag || s.HasAlternative() || kIsKel);
+    const auto entry = [](auto... a) {
+        return kIsKel ? v0::RunKelOneProportion(a...) : v0::RunOneProportion(a...);
+    };
+    const auto call = [&](auto* r, auto... test) {
+        return withData ? entry(r, events.data(), s.flag, s.confidence, s.type, test...)
+                        : entry(r, s.flag, s.confidence, s.type, test...);
+    };
+    RunOn(&record, {name, hasBounds}, s, [&](auto* r) { return call(r); });
+    RunOn(&record, {name, hasTest, false}, s,
+          [&](auto* r) { return call(r, s.alternative, s.hypothesised); });
+    if (!s.flag)
+        Expect(IsProbability(record.lowerBound) && IsProbability(record.upperBound), name, "no proportions");
+}
+
+void SingleMethods(Input& input, const Settings& s) {
+    v0::OneProportion record;
+    std::tie(record.x, record.n) = CountsOf({}, false, input);
+    const std::size_t interval = input.Choice(5);
+    const bool isExact = interval == 1 || interval == 4;
+    // The bounds of the last may cross.
+    RunOn(&record, {"bounds of one proportion", s.HasType(), interval != 4}, s, [&](auto* r) {
+        return interval == 0   ? v0::RunOneProportionWilson(r, s.flag, s.confidence, s.type)
+               : interval == 1 ? v0::RunOneProportionClopperPearson(r, s.confidence, s.type)
+               : interval == 2 ? v0::RunOneProportionWaldCI(r, s.flag, s.confidence, s.type)
+               : interval == 3 ? v0::RunOneProportionAgrestiCoullCI(r, s.flag, s.confidence, s.type)
+                               : v0::RunOneProportionMidP(r, s.confidence, s.type);
+    });
+    Expect(!isExact || (IsProbability(record.lowerBound) && IsProbability(record.upperBound)),
+           "bounds outside [0, 1]");
+    const std::size_t method = input.Choice(3);
+    const bool hasTest = method == 0 || s.HasAlternative();
+    RunOn(&record, {"a test of one proportion", hasTest, false}, s, [&](auto* r) {
+        return method == 0   ? v0::RunOneProportionWilson(r, s.flag, s.alternative, s.hypothesised)
+               : method == 1 ? v0::RunOneProportionClopperPearson(r, s.alternative, s.hypothesised)
+                             : v0::RunOneProportionMidP(r, s.alternative, s.hypothesised);
+    });
+    const bool isCounted = record.n > 0 && record.n <= 2147000000 && record.x <= record.n;
+    const bool isValid = hasTest && isCounted && s.hypothesised > 0 && s.hypothesised < 1;
+    Expect(!isValid || !AreNaN({record.pValue}), "a test of one proportion without a p-value");
+    v0::GetSampleProportion(record.x, record.n);
+}
+
+void TwoProportion(Input& input, const Settings& s) {
+    const std::vector<int> events1 = Events(input);
+    const std::vector<int> events2 = Events(input);
+    const double difference0 = input.Byte() < 128 ? 0 : s.hypothesised;
+    const bool withData = input.Byte() < 100;
+    v0::TwoProportion record;
+    std::tie(record.x1, record.n1) = CountsOf(events1, withData, input);
+    std::tie(record.x2, record.n2) = CountsOf(events2, withData, input);
+    const bool isWald = input.Choice(2) == 0;
+    RunOn(&record, {"bounds of two proportions", s.HasType()}, s, [&](auto* r) {
+        return isWald ? v0::RunTwoProportionWaldCI(r, s.flag, s.confidence, s.type)
+                      : v0::RunTwoProportionAgrestiCaffoCI(r, s.flag, s.confidence, s.type);
+    });
+    RunOn(&record, {"RunKelTwoProportion", true}, s,
+          [&](auto* r) { return v0::RunKelTwoProportion(r, s.flag, s.alternative, difference0); });
+    RunOn(&record, {"RunKelTwoProportion", s.HasType()}, s, [&](auto* r) {
+        return withData
+                   ? v0::RunKelTwoProportion(r, events1.data(), events2.data(), s.flag, s.confidence, s.type,
+                                             s.alternative, difference0)
+                   : v0::RunKelTwoProportion(r, s.flag, s.confidence, s.type, s.alternative, difference0);
+    });
 }
 
 void GoodnessOfFit(Input& input, const Settings&) {
-    Data x = Values(input, input.Choice(kMaxCount + 1));
+    Data x = Sample(input);
     if (input.Byte() < 230) {
         const auto end = std::partition(x.begin(), x.end(), [](double value) { return value == value; });
         std::sort(x.begin(), end);
@@ -111,91 +197,83 @@ void GoodnessOfFit(Input& input, const Settings&) {
         for (double& value : x)
             value = std::abs(value);
     const bool isPlain = input.Flag();
-    const std::array parameters = {isPlain ? input.Size() : AnyReal(input),
-                                   isPlain ? input.Size() : AnyReal(input)};
-    const auto n = static_cast<unsigned>(x.size());
+    const auto parameter = [&] { return isPlain ? input.Size() : AnyReal(input); };
+    const double first = parameter();
+    const double second = parameter();
+    const std::array both = {first, second};
     const std::size_t method = input.Choice(4);
     double statistic = kUnwritten;
     double p = kUnwritten;
-    int status = -1;
-    const auto run = [&] {
-        const double* const data = x.data();
-        status = method == 0   ? v1::RunKelNormalADTest(data, parameters.data(), &statistic, &p, n)
-                 : method == 1 ? v1::RunKelLogNormalADTest(data, parameters.data(), &statistic, &p, n)
-                 : method == 2 ? v0::RunKelExponentialADTest(data, parameters[0], &statistic, &p, n)
-                               : v0::RunKelWeibullADTest(data, parameters.data(), &statistic, &p, n);
+    const auto name = [&] { return Call("Anderson-Darling test", method, first, second, statistic, p); };
+    const auto test = [&](auto run, const auto& parameters) {
+        return run(x.data(), parameters, &statistic, &p, static_cast<unsigned>(x.size()));
     };
     const Mode mode = method < 2 ? Mode::Bare : Mode::Framed;
-    const auto name = [&] {
-        return Call("Anderson-Darling test", method, parameters[0], parameters[1], statistic, p);
-    };
-    if (!Checked(mode, run, name)) {
+    const int status = StatusOf(mode, name, {0, 10003, 10004}, [&] {
+        return method == 0   ? test(v1::RunKelNormalADTest, both.data())
+               : method == 1 ? test(v1::RunKelLogNormalADTest, both.data())
+               : method == 2 ? test(v0::RunKelExponentialADTest, first)
+                             : test(v0::RunKelWeibullADTest, both.data());
+    });
+    if (status == -1) {
         // Parameters that are none, and values that overflow by the scale.
-        const double scale = method == 2 ? parameters[0] : parameters[1];
-        const bool isProper = parameters[0] > 0 && parameters[0] <= 1e300 && scale > 0 && scale <= 1e300;
+        const double scale = method == 2 ? first : second;
+        const bool isProper = first > 0 && first <= 1e300 && scale > 0 && scale <= 1e300;
         const auto overflows = [&](double value) { return std::abs(value) * 1e-300 >= scale; };
-        Expect(!isProper || std::any_of(x.begin(), x.end(), overflows), name, "threw");
-        return;
+        return Expect(!isProper || std::any_of(x.begin(), x.end(), overflows), name, "threw");
     }
     Expect(IsWritten(p) && IsWritten(statistic) && IsProbability(p), name, "p-value outside [0, 1]");
-    Expect(status == 0 || status == 10003 || (status == 10004 && method == 3), name, "undocumented status");
+    Expect(status != 10004 || method == 3, name, "undocumented status");
 }
 
 void Correlation(Input& input, const Settings&) {
     const double r = input.Byte() < 200 ? 2 * input.Fraction() - 1 : AnyReal(input);
     const unsigned n = Counts(input).n;
     double p = kUnwritten;
-    const auto run = [&] { p = v0::GetKelCorrelationPValue(r, n); };
     const auto name = [&] { return Call("GetKelCorrelationPValue", r, n); };
-    Checked(Mode::Bare, run, name);
+    Checked(
+        Mode::Bare, [&] { p = v0::GetKelCorrelationPValue(r, n); }, name);
     Expect(IsWritten(p) && IsProbability(p), name, "p-value outside [0, 1]");
 }
 
 void Runs(Input& input, const Settings&) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
     const auto n = static_cast<unsigned>(x.size());
     const double K = x.empty() || input.Flag() ? AnyReal(input) : x[input.Choice(x.size())];
     for (const auto run : {&v1::RunRunsTest, &v1::RunKelRunsTest}) {
         v1::RunsTest test;
         test.pValue = kUnwritten;
-        int status = -1;
-        Run("a runs test", [&] { status = run(&test, x.data(), K, n); });
-        Expect(status == 0 && test.above + test.below <= n && test.runs <= n,
-               "status or counts of a runs test");
+        StatusOf(Mode::Bare, "a runs test", {0}, [&] { return run(&test, x.data(), K, n); });
+        Expect(test.above + test.below <= n && test.runs <= n, "counts of a runs test");
         Expect(IsWritten(test.pValue) && IsProbability(test.pValue), "p-value of a runs test outside [0, 1]");
     }
 }
 
 void TabularChiSquare(Input& input, const Settings& s) {
-    const Data observed = Values(input, input.Choice(kMaxCount + 1));
+    const Data observed = Sample(input);
     const Data proportions = Values(input, observed.size());
     const auto k = static_cast<unsigned>(observed.size());
     Data expected(k);
     Data contributions(k);
     std::array out = {kUnwritten, kUnwritten, kUnwritten};
-    int status = -1;
-    const auto run = [&] {
-        status =
-            RunKelTabularChiSqGOFTest(observed.data(), s.flag ? proportions.data() : nullptr, expected.data(),
-                                      contributions.data(), &out[0], &out[1], &out[2], s.sigma, k);
-    };
     const auto name = [&] { return Call("RunKelTabularChiSqGOFTest", s.sigma, k); };
-    Checked(Mode::Bare, run, name);
-    Expect(status == 0 && IsProbability(out[1]), name, "status or p-value");
+    StatusOf(Mode::Bare, name, {0}, [&] {
+        return RunKelTabularChiSqGOFTest(observed.data(), s.flag ? proportions.data() : nullptr,
+                                         expected.data(), contributions.data(), &out[0], &out[1], &out[2],
+                                         s.sigma, k);
+    });
+    Expect(IsProbability(out[1]), name, "p-value outside [0, 1]");
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
-    constexpr std::array kTargets = {OneSampleT,      OneSampleZ,    PairedT,          TwoSampleT,
-                                     OneVariance,     OneProportion, KelOneProportion, SingleMethods,
-                                     TwoProportion,   GoodnessOfFit, Correlation,      Runs,
-                                     TabularChiSquare};
-    Input input(data, size);
-    const auto target = kTargets[input.Choice(kTargets.size())];
-    const Settings settings(input);
-    target(input, settings);
-    return 0;
+void RunInput(Input& input) {
+    constexpr std::array kTargets = {
+        OneSampleT,          OneSampleZ,    PairedT,       TwoSampleT,    OneVariance, OneProportion<false>,
+        OneProportion<true>, SingleMethods, TwoProportion, GoodnessOfFit, Correlation, Runs,
+        TabularChiSquare};
+    const auto target = input.OneOf(kTargets);
+    target(input, Settings(input));
 }
+
+}  // namespace zul::fuzz

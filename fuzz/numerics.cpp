@@ -1,13 +1,9 @@
 // The special functions, the root finder and the guarded functions under the distributions. Each is called in
 // the default mode or, on finite arguments, in trapping mode, in which it works.
-#include <algorithm>
-#include <array>
 #include <cfloat>
-#include <cmath>
-#include <cstdint>
+#include <functional>
 #include <iterator>
-#include <string>
-#include <string_view>
+#include <type_traits>
 
 #include "fuzz/numerics/evaluation.h"
 #include "numerics/beta/beta_quantiles.h"
@@ -31,8 +27,6 @@ namespace {
 using namespace numerics;
 using frame::ErrorState;
 using A = const double*;
-
-constexpr double kUnwritten = -7;
 
 struct Tails {
     double lower = kUnwritten;
@@ -93,47 +87,65 @@ bool MayFail(const std::string& kinds, A a) {
     return kinds == "dr" && !(a[0] / 2 + half * half / 2 + 6.17 * half / std::sqrt(2.0) <= kShapeLimit);
 }
 
+// What a family is made of.
+template <typename Family>
+Family Of(A a) {
+    if constexpr (std::is_constructible_v<Family, double, double, double>)
+        return Family(a[0], a[1], a[2]);
+    else if constexpr (std::is_constructible_v<Family, double, double>)
+        return Family(a[0], a[1]);
+    else
+        return Family(a[0]);
+}
+
 // Both tails at x for the parameters a; x as a parameter is.
+using Evaluate = std::function<void(double x, A a, Tails* t)>;
+
 struct Pair {
     const char* name;
     char argument;
     std::string parameters;
-    void (*evaluate)(double x, A a, Tails* t);
+    Evaluate evaluate;
     double (*centre)(A a) = [](A a) { return a[0]; };
 };
+
+template <typename Family>
+Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*)) {
+    return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper); };
+}
+
+template <typename Family>
+Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*, double*)) {
+    return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper, &t->third); };
+}
+
+// With a noncentrality.
+template <typename Family>
+Evaluate TailsOf(void (*tails)(double, const Family&, double, double*, double*)) {
+    constexpr std::size_t kLast = std::is_same_v<Family, BetaShapes> ? 2 : 1;
+    return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), a[kLast], &t->lower, &t->upper); };
+}
 
 const Pair& PairOf(std::size_t place) {
     constexpr auto kMean = [](A a) { return a[0] * a[1]; };
     constexpr auto kShare = [](A a) { return a[0] / (a[0] + a[1]); };
+    constexpr auto kBeta = [](double x, A a, Tails* t) {
+        beta_df(x, BetaShapes(a[0], a[1]), &t->lower, &t->upper, nullptr);
+    };
+    constexpr auto kChi2 = [](double x, A a, Tails* t) { chi2_ncdf(x, a[0], a[1], &t->lower, &t->upper); };
     static const Pair kPairs[] = {
-        {"gamma_df", '+', "s",
-         [](double x, A a, Tails* t) { gamma_df(x, a[0], &t->lower, &t->upper, &t->third); }},
-        {"gamma_ncdf", '+', "sn",
-         [](double x, A a, Tails* t) { gamma_ncdf(x, a[0], a[1], &t->lower, &t->upper); }},
-        {"beta_df", 'f', "bb",
-         [](double x, A a, Tails* t) { beta_df(x, BetaShapes(a[0], a[1]), &t->lower, &t->upper, nullptr); },
-         kShare},
-        {"beta_ncdf", 'f', "ssm",
-         [](double x, A a, Tails* t) { beta_ncdf(x, BetaShapes(a[0], a[1]), a[2], &t->lower, &t->upper); },
-         kShare},
-        {"F_ncdf", '+', "ssm",
-         [](double x, A a, Tails* t) { F_ncdf(x, BetaShapes(a[0], a[1]), a[2], &t->lower, &t->upper); },
-         [](A) { return 1.0; }},
-        {"t_df", 'r', "d", [](double x, A a, Tails* t) { t_df(x, a[0], &t->lower, &t->upper); },
-         [](A) { return 0.0; }},
-        {"t_ncdf", 'r', "dr", [](double x, A a, Tails* t) { t_ncdf(x, a[0], a[1], &t->lower, &t->upper); },
-         [](A a) { return a[1]; }},
-        {"chi2_ncdf", '+', "hn",
-         [](double x, A a, Tails* t) { chi2_ncdf(x, a[0], a[1], &t->lower, &t->upper); }},
-        {"binomial_df", 'r', "cf",
-         [](double x, A a, Tails* t) { binomial_df(x, BinomialShape(a[0], a[1]), &t->lower, &t->upper); },
-         kMean},
-        {"hypergeo_df", 'r', "cuu",
-         [](double x, A a, Tails* t) {
-             hypergeo_df(x, HypergeometricShape(a[0], a[1], a[2]), &t->lower, &t->upper, &t->third);
-         },
+        {"gamma_df", '+', "s", TailsOf(gamma_df)},
+        {"gamma_ncdf", '+', "sn", TailsOf(gamma_ncdf)},
+        {"beta_df", 'f', "bb", kBeta, kShare},
+        {"beta_ncdf", 'f', "ssm", TailsOf(beta_ncdf), kShare},
+        {"F_ncdf", '+', "ssm", TailsOf(F_ncdf), [](A) { return 1.0; }},
+        {"t_df", 'r', "d", TailsOf(t_df), [](A) { return 0.0; }},
+        {"t_ncdf", 'r', "dr", TailsOf(t_ncdf), [](A a) { return a[1]; }},
+        {"chi2_ncdf", '+', "hn", kChi2},
+        {"binomial_df", 'r', "cf", TailsOf(binomial_df), kMean},
+        {"hypergeo_df", 'r', "cuu", TailsOf(hypergeo_df),
          [](A a) { return a[1] * (a[2] / std::max(a[0], 1.0)); }},
-        {"poisson_df", 'r', "+", [](double x, A a, Tails* t) { poisson_df(x, a[0], &t->lower, &t->upper); }},
+        {"poisson_df", 'r', "+", TailsOf(poisson_df)},
     };
     return kPairs[place % std::size(kPairs)];
 }
@@ -155,8 +167,8 @@ void CheckPair(Input& input) {
     evaluation.RequireLevel(inside || (mayFail && ErrorState().level != frame::LevelDomain), mayFail);
     const bool sound = t.lower >= 0 && t.lower <= 1 && t.upper >= 0 && t.upper <= 1 &&
                        std::abs(t.lower + t.upper - 1) <= 1e-15 && t.third >= 0;
-    evaluation.Require(ErrorState().Failed() ? t.lower == kUnwritten && t.upper == kUnwritten : sound,
-                       " tails", t.lower, t.upper, t.third);
+    evaluation.Require(ErrorState().Failed() ? !IsWritten(t.lower) && !IsWritten(t.upper) : sound, " tails",
+                       t.lower, t.upper, t.third);
 }
 
 void CheckFineTails(Input& input) {
@@ -172,60 +184,35 @@ void CheckFineTails(Input& input) {
         " tails", exact.lower, exact.upper);
 }
 
-// The quantile of either tail for the parameters a, and with it the complement or the share of an atom. `ends`: the
-// probabilities that are refused, of the ends that are infinite.
+// The quantile of either tail for the parameters a, and with it the complement or the share of an atom.
+using Invert = std::function<void(bool upper, double p, A a, double* x, double* second)>;
+
+// `ends`: the probabilities that are refused, of the ends that are infinite.
 struct Quantile {
-    std::array<const char*, 2> names;
+    std::string stem;
     std::string parameters;
     std::array<double, 2> ends;
-    void (*evaluate)(bool upper, double p, A a, double* x, double* second);
+    Invert evaluate;
     double lowest = 0;
 };
 
+template <typename Family, typename... Second>
+Invert QuantilesOf(void (*lower)(double, const Family&, double*, Second...),
+                   void (*upper)(double, const Family&, double*, Second...)) {
+    return [=](bool isUpper, double p, A a, double* x, Second... second, auto...) {
+        (isUpper ? upper : lower)(p, Of<Family>(a), x, second...);
+    };
+}
+
 const Quantile& QuantileOf(std::size_t place) {
     static const Quantile kQuantiles[] = {
-        {{"gamma_lower_quant", "gamma_upper_quant"},
-         "s",
-         {1, 0},
-         [](bool upper, double p, A a, double* x, double*) {
-             (upper ? gamma_upper_quant : gamma_lower_quant)(p, a[0], x);
-         }},
-        {{"beta_lower_quant", "beta_upper_quant"},
-         "ss",
-         {-1, -1},
-         [](bool upper, double p, A a, double* x, double* c) {
-             (upper ? beta_upper_quant : beta_lower_quant)(p, BetaShapes(a[0], a[1]), x, c);
-         }},
-        {{"F_lower_quant", "F_upper_quant"},
-         "ss",
-         {1, 0},
-         [](bool upper, double p, A a, double* x, double*) {
-             (upper ? F_upper_quant : F_lower_quant)(p, BetaShapes(a[0], a[1]), x);
-         }},
-        {{"t_lower_qt", "t_upper_qt"},
-         "d",
-         {1, 0},
-         [](bool upper, double p, A a, double* x, double*) { (upper ? t_upper_qt : t_lower_qt)(p, a[0], x); },
-         -DBL_MAX},
-        {{"binomial_lower_quant", "binomial_upper_quant"},
-         "cf",
-         {-1, -1},
-         [](bool upper, double p, A a, double* k, double* c) {
-             (upper ? binomial_upper_quant : binomial_lower_quant)(p, BinomialShape(a[0], a[1]), k, c);
-         }},
-        {{"hypergeo_lower_quant", "hypergeo_upper_quant"},
-         "cuu",
-         {-1, -1},
-         [](bool upper, double p, A a, double* k, double* c) {
-             (upper ? hypergeo_upper_quant : hypergeo_lower_quant)(p, HypergeometricShape(a[0], a[1], a[2]),
-                                                                   k, c);
-         }},
-        {{"poisson_lower_quant", "poisson_upper_quant"},
-         "b",
-         {1, 0},
-         [](bool upper, double p, A a, double* k, double* c) {
-             (upper ? poisson_upper_quant : poisson_lower_quant)(p, a[0], k, c);
-         }},
+        {"gamma", "s", {1, 0}, QuantilesOf(gamma_lower_quant, gamma_upper_quant)},
+        {"beta", "ss", {-1, -1}, QuantilesOf(beta_lower_quant, beta_upper_quant)},
+        {"F", "ss", {1, 0}, QuantilesOf(F_lower_quant, F_upper_quant)},
+        {"t", "d", {1, 0}, QuantilesOf(t_lower_qt, t_upper_qt), -DBL_MAX},
+        {"binomial", "cf", {-1, -1}, QuantilesOf(binomial_lower_quant, binomial_upper_quant)},
+        {"hypergeo", "cuu", {-1, -1}, QuantilesOf(hypergeo_lower_quant, hypergeo_upper_quant)},
+        {"poisson", "b", {1, 0}, QuantilesOf(poisson_lower_quant, poisson_upper_quant)},
     };
     return kQuantiles[place % std::size(kQuantiles)];
 }
@@ -236,12 +223,13 @@ void CheckQuantile(Input& input) {
     const A a = parameters.data();
     const double p = input.Flag() ? input.Fraction() : input.Real();
     const bool upper = input.Flag();
-    const Evaluation evaluation(quantile.names[upper], p, parameters);
+    const bool isT = quantile.stem == "t";
+    const std::string name = quantile.stem + (upper ? "_upper_" : "_lower_") + (isT ? "qt" : "quant");
+    const Evaluation evaluation(name, p, parameters);
     double x = 0;
     double second = 0;
     evaluation.Run(input, [&] { quantile.evaluate(upper, p, a, &x, &second); });
     const double target = std::min(p, 1 - p);
-    const bool isT = quantile.parameters == "d";
     const bool isRefused = p == quantile.ends[upper] || (isT && target == 0);
     const bool isTiny =
         target < 1e-280 || *std::min_element(parameters.begin(), parameters.end()) <= (isT ? 1 : 1e-280);
@@ -250,7 +238,7 @@ void CheckQuantile(Input& input) {
     if (ErrorState().Failed())
         return evaluation.Require(x == -DBL_MAX && (second == x || second == 0), " failure", x, second);
     const bool isCount = quantile.parameters.front() == 'c' || quantile.parameters == "b";
-    const bool isShare = quantile.names[0] == std::string_view("beta_lower_quant");
+    const bool isShare = quantile.stem == "beta";
     evaluation.Require(x >= quantile.lowest && x <= (isShare ? 1 : DBL_MAX) && second >= 0 && second <= 1,
                        " range", x, second);
     evaluation.Require(!isCount || x == std::floor(x), " count", x);
@@ -271,13 +259,11 @@ void CheckNormal(Input& input) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
+void RunInput(Input& input) {
     constexpr std::array kParts = {CheckPair,   CheckPair,  CheckQuantile, CheckFineTails,
                                    CheckNormal, RootFinder, Guarded,       Elementary};
-    Input input(data, size);
     input.OneOf(kParts)(input);
-    return 0;
 }
+
+}  // namespace zul::fuzz

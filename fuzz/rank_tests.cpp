@@ -1,25 +1,16 @@
 // The rank tests of any numbers: statuses, what is NaN at which, probabilities, order statistics of all pairs, rank sums.
 #include "zul/rank_tests.h"
 
-#include <algorithm>
-#include <cmath>
-#include <cstring>
-
-#include "fuzz/hypothesis/parts.h"
+#include "fuzz/support/tests.h"
 
 namespace zul::fuzz {
 namespace {
-
-bool IsUsable(const Data& x) {
-    return std::all_of(x.begin(), x.end(), [](double value) { return std::isfinite(value); });
-}
 
 template <typename Record>
 void ExpectNothing(const Record& record, std::size_t doubles) {
     Data values(doubles);
     std::memcpy(values.data(), static_cast<const void*>(&record), doubles * sizeof(double));
-    Expect(std::all_of(values.begin(), values.end(), [](double value) { return value != value; }),
-           "a failure left results");
+    Expect(AreNaN(values), "a failure left results");
 }
 
 // The middle of all values, beside what huge ones round to.
@@ -38,12 +29,11 @@ void ExpectInterval(const Record& r, int status, const Data& pairs, const Settin
     Expect(IsProbability(r.pValue) && IsProbability(r.achievedConfidence), "a probability outside [0, 1]");
     Expect(!(r.lowerBound > r.estimate || r.upperBound < r.estimate), "an estimate outside its interval");
     const bool hasBounds = s.HasType() && s.confidence > 0 && s.confidence < 1;
-    Expect(hasBounds == (r.lowerBound == r.lowerBound) && hasBounds == (r.upperBound == r.upperBound),
-           "bounds");
+    Expect(AreNaN({r.lowerBound}) != hasBounds && AreNaN({r.upperBound}) != hasBounds, "bounds");
 }
 
 void OneSample(Input& input, const Settings& s) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
     v0::Wilcoxon w;
     v0::SignTest sign;
     w.n = sign.n = static_cast<unsigned>(x.size());
@@ -53,7 +43,7 @@ void OneSample(Input& input, const Settings& s) {
         status = RunWilcoxon(&w, x.data(), s.flag, s.confidence, s.type, s.alternative, s.hypothesised);
         statusOfSigns = RunSignTest(&sign, x.data(), s.confidence, s.type, s.alternative, s.hypothesised);
     });
-    if (x.empty() || !IsUsable(x)) {
+    if (x.empty() || !AreFinite(x)) {
         Expect(status == 30000 && statusOfSigns == 30000, "status of unusable values");
         ExpectNothing(w, 6);
         return ExpectNothing(sign, 10);
@@ -74,8 +64,8 @@ void OneSample(Input& input, const Settings& s) {
 }
 
 void TwoSamples(Input& input, const Settings& s) {
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
-    const Data y = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
+    const Data y = Sample(input);
     v0::MannWhitney r;
     r.n1 = static_cast<unsigned>(x.size());
     r.n2 = static_cast<unsigned>(y.size());
@@ -83,7 +73,7 @@ void TwoSamples(Input& input, const Settings& s) {
     Run("RunMannWhitney", [&] {
         status = RunMannWhitney(&r, x.data(), y.data(), s.flag, s.confidence, s.type, s.alternative);
     });
-    if (x.empty() || y.empty() || !IsUsable(x) || !IsUsable(y)) {
+    if (x.empty() || y.empty() || !AreFinite(x) || !AreFinite(y)) {
         Expect(status == (x.empty() || y.empty() ? 30023 : 30000), "status of unusable samples");
         return ExpectNothing(r, 10);
     }
@@ -120,7 +110,7 @@ void Several(Input& input, const Settings&) {
     });
     Expect(IsProbability(kruskal.pValueAdjusted) && IsProbability(mood.pValue), "p-values of groups");
     Expect(out[1] != out[1] && above[1] == 0, "an empty group");
-    const bool isUsable = IsUsable(x) && n > 0;
+    const bool isUsable = AreFinite(x) && n > 0;
     Expect((status[0] == 30000) == !(isUsable && first > 0 && first < n) &&
                status[1] % 30007 == status[0] % 30007,
            "status of groups");
@@ -129,14 +119,10 @@ void Several(Input& input, const Settings&) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
-    constexpr std::array kTargets = {OneSample, TwoSamples, Several};
-    Input input(data, size);
-    const auto target = kTargets[input.Choice(kTargets.size())];
-    const Settings settings(input);
-    target(input, settings);
-    return 0;
+void RunInput(Input& input) {
+    const auto target = input.OneOf(std::array{OneSample, TwoSamples, Several});
+    target(input, Settings(input));
 }
+
+}  // namespace zul::fuzz

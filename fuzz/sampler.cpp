@@ -2,15 +2,9 @@
 // parameters lie in the support.
 #include "zul/sampler.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <iterator>
 
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
 #include "fuzz/support/parameters.h"
-#include "fuzz/support/values.h"
 #include "sampling/slots.h"
 
 namespace zul::fuzz {
@@ -43,24 +37,17 @@ Parameters Any(const test::Slot& slot, Input& input) {
     return p;
 }
 
-// What one call on a fresh sampler does.
-struct Outcome {
-    std::vector<double> values;
-    int status = -1;
-    bool returned = false;
-};
-
+// What one call on a fresh sampler draws, its status being the one expected; nothing after an exception that may be.
 template <typename Draw>
-Outcome CallOnce(const std::string& name, Mode mode, Draw draw, double seed, std::size_t size,
-                 unsigned count) {
+Data CallOnce(const std::string& name, Mode mode, double seed, std::size_t size, unsigned count, int expected,
+              Draw draw) {
     const test::SamplerPtr sampler = test::MakeSampler(seed);
     const double before = sampler->GetSeed();
-    Outcome outcome{std::vector<double>(size, kUnwritten)};
-    const auto run = [&] { outcome.status = draw(*sampler, outcome.values.data(), count); };
-    outcome.returned = Checked(mode, run, [&] { return name; });
-    const bool isNothing = outcome.returned && sampler->GetSeed() == before;
-    Expect(count > 0 || isNothing, name, "drew nothing, and did something");
-    return outcome;
+    Data out(size, kUnwritten);
+    const int status = StatusOf(mode, name, {expected}, [&] { return draw(*sampler, out.data(), count); });
+    Expect(count > 0 || (status >= 0 && sampler->GetSeed() == before), name,
+           "drew nothing, and did something");
+    return status >= 0 ? out : Data();
 }
 
 double Seed(Input& input) {
@@ -69,17 +56,15 @@ double Seed(Input& input) {
 }
 
 void Table(Input& input) {
-    const std::vector<double> values = Values(input, input.Choice(20));
-    const std::vector<double> probabilities = Values(input, values.size());
+    const Data values = Values(input, input.Choice(20));
+    const Data probabilities = Values(input, values.size());
     const auto size = static_cast<unsigned>(values.size());
     const auto count = static_cast<unsigned>(input.Choice(40));
-    const auto draw = [&](ISampler& sampler, double* out, unsigned n) {
-        return sampler.SampleDiscrete(out, n, values.data(), probabilities.data(), size);
-    };
-    const Outcome outcome = CallOnce("Discrete", Mode::Framed, draw, Seed(input), count, count);
-    if (!outcome.returned) return;
-    Expect(outcome.status == 0, "SampleDiscrete: status");
-    for (const double x : outcome.values)
+    const Data drawn =
+        CallOnce("Discrete", Mode::Framed, Seed(input), count, count, 0, [&](auto& sampler, auto... to) {
+            return sampler.SampleDiscrete(to..., values.data(), probabilities.data(), size);
+        });
+    for (const double x : drawn)
         Expect(size > 0 ? IsWritten(x) : x != x, "SampleDiscrete: no deviate");
 }
 
@@ -93,16 +78,15 @@ void Deviates(Input& input) {
         static_cast<unsigned>(input.Choice(name == "T" ? 5 : 41));  // quantiles take their time
     const Parameters parameters = isValid ? Valid(slot, input) : Any(slot, input);
     const Mode mode = name != "Indices" && name != "Weibull" ? Mode::Framed : Mode::Bare;
-    const auto draw = [&, &operation = slot](ISampler& sampler, double* out, unsigned n) {
-        return operation.draw(sampler, out, n, parameters);
-    };
-    const Outcome outcome = CallOnce(name, mode, draw, seed, count, count);
-    if (!outcome.returned) return;
-    const auto describe = [&, &called = name] { return Listed(called, parameters); };
     const bool fits = name != "Indices" || parameters[1] == 0 || count <= std::floor(parameters[0]);
-    Require(outcome.status == (fits ? 0 : 30011), describe);
+    const std::string call = Listed(name, parameters);
+    const auto describe = [&] { return call; };
+    const auto draw = [&, &operation = slot](auto& sampler, auto... to) {
+        return operation.draw(sampler, to..., parameters);
+    };
+    const Data drawn = CallOnce(call, mode, seed, count, count, fits ? 0 : 30011, draw);
     const auto [lowest, highest] = slot.support(parameters);
-    for (const double x : outcome.values) {
+    for (const double x : drawn) {
         Require(IsWritten(x), describe);
         if (!isValid || !fits) continue;
         Require(x >= lowest && x <= highest && x != kNA, describe);
@@ -115,19 +99,18 @@ void Rows(Input& input) {
     const std::size_t dimension = input.Choice(7);
     const auto count = static_cast<unsigned>(input.Choice(10));
     const bool isProper = input.Flag();
-    const std::vector<double> mean = Values(input, dimension);
-    std::vector<double> covariance = Values(input, dimension * dimension);
+    const Data mean = Values(input, dimension);
+    Data covariance = Values(input, dimension * dimension);
     // A diagonal that dominates makes it positive definite.
     for (std::size_t i = 0; isProper && i < dimension * dimension; ++i)
         covariance[i] = i % (dimension + 1) == 0 ? static_cast<double>(dimension)
                                                  : static_cast<double>(input.Byte()) / 128 - 1;
-    const auto draw = [&](ISampler& sampler, double* out, unsigned n) {
-        return sampler.SampleMVNormal(out, n, static_cast<unsigned>(dimension), mean.data(),
+    const auto draw = [&](auto& sampler, auto... to) {
+        return sampler.SampleMVNormal(to..., static_cast<unsigned>(dimension), mean.data(),
                                       covariance.data());
     };
-    const Outcome outcome = CallOnce("MVNormal", Mode::Framed, draw, Seed(input), count * dimension, count);
-    if (!outcome.returned) return;
-    Expect(outcome.status == 0 && std::ranges::all_of(outcome.values, IsWritten), "SampleMVNormal");
+    const Data drawn = CallOnce("MVNormal", Mode::Framed, Seed(input), count * dimension, count, 0, draw);
+    Expect(std::ranges::all_of(drawn, IsWritten), "SampleMVNormal");
 }
 
 // The state of the generator, and what there is beside deviates.
@@ -139,22 +122,19 @@ void Seeds(Input& input) {
     const auto count = static_cast<unsigned>(input.Choice(100));
     int status = -1;
     ISampler* sampler = nullptr;
-    Checked(
-        Mode::Framed, [&] { sampler = MakeISampler(&status, seed, rng); },
-        [&] { return Call("MakeISampler", seed, static_cast<int>(rng)); });
-    const int expected = rng == 10 ? 0 : rng >= 0 && rng < 10 ? 30011 : 30017;
     const auto where = [&] { return Call("seeds", seed, other, static_cast<int>(rng)); };
+    Checked(
+        Mode::Framed, [&] { sampler = MakeISampler(&status, seed, rng); }, where);
+    const int expected = rng == 10 ? 0 : rng >= 0 && rng < 10 ? 30011 : 30017;
     Require(status == expected && (sampler != nullptr) == (status == 0), where);
     if (sampler == nullptr) return;
-    std::vector<double> out(count);
-    Checked(
-        Mode::Framed,
-        [&] {
-            sampler->Reseed(other);
-            sampler->SampleUniform(out.data(), count, 0, 1);
-            sampler->Reseed(sampler->GetSeed());
-        },
-        where);
+    Data out(count);
+    const auto draw = [&] {
+        sampler->Reseed(other);
+        sampler->SampleUniform(out.data(), count, 0, 1);
+        sampler->Reseed(sampler->GetSeed());
+    };
+    Checked(Mode::Framed, draw, where);
     DeleteISampler(&sampler);
     Require(sampler == nullptr, where);
     for (const double u : out)
@@ -162,12 +142,10 @@ void Seeds(Input& input) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
+void RunInput(Input& input) {
     constexpr std::array kTargets = {Table, Rows, Seeds, Deviates, Deviates, Deviates, Deviates, Deviates};
-    Input input(data, size);
     input.OneOf(kTargets)(input);
-    return 0;
 }
+
+}  // namespace zul::fuzz

@@ -2,13 +2,7 @@
 // [0, 1], nothing left of what the record held, critical values that have their level.
 #include "zul/variances.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
-#include <initializer_list>
-
-#include "fuzz/hypothesis/parts.h"
+#include "fuzz/support/tests.h"
 #include "zul/multiple_comparison.h"
 
 namespace zul::fuzz {
@@ -16,12 +10,6 @@ namespace {
 
 using v0::TwoVariance;
 using v0::VariancesTest;
-
-template <typename Record>
-void FillDoubles(Record* record, unsigned count) {
-    for (unsigned i = 0; i < count; ++i)
-        std::memcpy(reinterpret_cast<char*>(record) + i * sizeof kUnwritten, &kUnwritten, sizeof kUnwritten);
-}
 
 template <typename Where>
 void ExpectPValues(const Where& where, std::initializer_list<double> values) {
@@ -31,13 +19,14 @@ void ExpectPValues(const Where& where, std::initializer_list<double> values) {
 
 void TwoSamples(Input& input) {
     const Settings s(input);
-    const Data x = Values(input, input.Choice(kMaxCount + 1));
-    const Data y = Values(input, input.Choice(kMaxCount + 1));
+    const Data x = Sample(input);
+    const Data y = Sample(input);
     TwoVariance r;
-    FillDoubles(&r, 14);
+    for (unsigned i = 0; i < 14; ++i)
+        SetDouble(&r, i, kUnwritten);
     const bool withData = input.Byte() < 200;
-    r.n1 = withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
-    r.n2 = withData ? static_cast<unsigned>(y.size()) : Counts(input).n;
+    r.n1 = CountOf(x, withData, input);
+    r.n2 = CountOf(y, withData, input);
     if (!withData) {
         r.variance1 = AnyReal(input);
         r.variance2 = AnyReal(input);
@@ -47,14 +36,11 @@ void TwoSamples(Input& input) {
     };
     TwoVariance plain = r;
     const auto run = [&](TwoVariance* record, auto... test) {
-        int status = -1;
-        const auto call = [&] {
-            status = withData ? RunTwoVariance(record, x.data(), y.data(), s.confidence, s.type, test...)
-                              : RunTwoVariance(record, s.confidence, s.type, test...);
-        };
-        Checked(Mode::Bare, call, name);
-        Expect(IsAmong(status, {0, 30000, 30002, 30007}) && (status != 30002 || !s.HasType()), name,
-               "undocumented status");
+        const int status = StatusOf(Mode::Bare, name, {0, 30000, 30002, 30007}, [&] {
+            return withData ? RunTwoVariance(record, x.data(), y.data(), s.confidence, s.type, test...)
+                            : RunTwoVariance(record, s.confidence, s.type, test...);
+        });
+        Expect(status != 30002 || !s.HasType(), name, "undocumented status");
     };
     run(&plain);
     run(&r, s.alternative, s.hypothesised);
@@ -68,11 +54,12 @@ void TwoSamples(Input& input) {
 
 void SeveralSamples(Input& input) {
     constexpr std::size_t kMostGroups = 6;
-    const double confidence = input.Byte() < 230 ? input.Fraction() : AnyReal(input);
+    const double confidence = Confidence(input);
     std::array<unsigned, kMostGroups> sizes{};
     Data data;
     VariancesTest r;
-    FillDoubles(&r, 9);
+    for (unsigned i = 0; i < 9; ++i)
+        SetDouble(&r, i, kUnwritten);
     r.groups = static_cast<unsigned>(input.Choice(kMostGroups + 1));
     for (unsigned i = 0; i < r.groups; ++i) {
         sizes[i] = static_cast<unsigned>(input.Choice(16)) + (input.Byte() < 200 ? 2 : 0);
@@ -81,14 +68,11 @@ void SeveralSamples(Input& input) {
     }
     Data out(5 * kMostGroups, kUnwritten);
     const auto array = [&out](std::size_t k) { return out.data() + k * kMostGroups; };
-    int status = -1;
-    const auto name = [&] { return Call("RunVariancesTest", r.groups, confidence, status); };
-    const auto run = [&] {
-        status = RunVariancesTest(&r, data.data(), sizes.data(), confidence, array(0), array(1), array(2),
-                                  array(3), array(4));
-    };
-    Checked(Mode::Bare, run, name);
-    Expect(IsAmong(status, {0, 30000, 30007}), name, "undocumented status");
+    const auto name = [&] { return Call("RunVariancesTest", r.groups, confidence); };
+    StatusOf(Mode::Bare, name, {0, 30000, 30007}, [&] {
+        return RunVariancesTest(&r, data.data(), sizes.data(), confidence, array(0), array(1), array(2),
+                                array(3), array(4));
+    });
     ExpectPValues(name, {r.comparisonPValue, r.levenePValue, r.bartlettPValue});
     for (std::size_t i = 0; i < out.size(); ++i)
         Expect(IsWritten(out[i]) == (i % kMostGroups < r.groups), name,
@@ -118,12 +102,9 @@ void CriticalValue(Input& input) {
 }
 
 }  // namespace
-}  // namespace zul::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace zul::fuzz;
-    constexpr std::array kTargets = {TwoSamples, SeveralSamples, CriticalValue};
-    Input input(data, size);
-    kTargets[input.Choice(kTargets.size())](input);
-    return 0;
+void RunInput(Input& input) {
+    input.OneOf(std::array{TwoSamples, SeveralSamples, CriticalValue})(input);
 }
+
+}  // namespace zul::fuzz

@@ -1,15 +1,10 @@
 // What the parts of the target `numerics` share: evaluations of special functions, and their arguments.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "frame/error_state.h"
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
+#include "fuzz/support/target.h"
 #include "numerics/limits.h"
 #include "zul/frame.h"
 
@@ -20,8 +15,9 @@ using Numbers = std::vector<double>;
 // An evaluation for some arguments, and the complaints about it.
 class Evaluation {
 public:
-    Evaluation(const char* name, Numbers arguments) : name_(name), arguments_(std::move(arguments)) {}
-    Evaluation(const char* name, double x, const Numbers& parameters) : Evaluation(name, {x}) {
+    Evaluation(std::string name, Numbers arguments)
+        : name_(std::move(name)), arguments_(std::move(arguments)) {}
+    Evaluation(std::string name, double x, const Numbers& parameters) : Evaluation(std::move(name), {x}) {
         arguments_.insert(arguments_.end(), parameters.begin(), parameters.end());
     }
 
@@ -49,7 +45,7 @@ public:
 private:
     std::string Text() const { return Listed(name_, arguments_); }
 
-    const char* name_;
+    std::string name_;
     Numbers arguments_;
 };
 

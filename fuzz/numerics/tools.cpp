@@ -1,8 +1,5 @@
 // The root finder, the guarded functions and the elementary ones.
-#include <algorithm>
-#include <array>
 #include <cfloat>
-#include <cmath>
 #include <limits>
 
 #include "frame/call_frame.h"

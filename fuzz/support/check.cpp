@@ -1,11 +1,11 @@
 #include "fuzz/support/check.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
 
+#include "fuzz/support/target.h"
 #include "support/float_mode.h"
 #include "support/sanitized.h"
 #include "zul/frame.h"
@@ -68,4 +68,10 @@ bool Checked(Mode mode, const std::function<void()>& evaluate, const std::functi
 // Both the fuzzer and the replay call it first.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     return zul::RegisterKelSigfpeHandler();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    zul::fuzz::Input input(data, size);
+    zul::fuzz::RunInput(input);
+    return 0;
 }

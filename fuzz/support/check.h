@@ -21,15 +21,18 @@ void Require(bool condition, Describe describe) {
     if (!condition) Fail(describe());
 }
 
-// `where` is the name of the call, or gives its text.
+// `where` is the name of a call, or gives its text.
+template <typename Where>
+std::string Text(const Where& where) {
+    if constexpr (std::is_invocable_v<const Where&>)
+        return where();
+    else
+        return where;
+}
+
 template <typename Where>
 void Expect(bool condition, const Where& where, const char* what) {
-    Require(condition, [&] {
-        if constexpr (std::is_invocable_v<const Where&>)
-            return where() + ": " + what;
-        else
-            return std::string(where) + ": " + what;
-    });
+    Require(condition, [&] { return Text(where) + ": " + what; });
 }
 
 inline void Expect(bool condition, const char* what) {

@@ -1,11 +1,8 @@
 // Arguments of the functions in the table of tests/distributions: any, or inside their domains.
 #pragma once
 
-#include <cmath>
-#include <vector>
-
 #include "distributions/families.h"
-#include "fuzz/support/input.h"
+#include "fuzz/support/target.h"
 
 namespace zul::fuzz {
 

@@ -1,6 +1,7 @@
 // The clustering as its rules are written, one sentence after the other, over a square of distances.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>

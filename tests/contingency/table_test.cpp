@@ -189,7 +189,23 @@ TEST(ContingencyTable, WithoutRowsOrAFiniteTotalIsNotMade) {
     DeleteIContingencyTable(&table);
     EXPECT_EQ(table, nullptr);
     TableTest r;
-    EXPECT_EQ((Counts{2, 3, {0, 0, 0, 0, 0, 0}}).Make()->GetMcNemar(&r), 30011);
+    const Counts empty{2, 3, {0, 0, 0, 0, 0, 0}};
+    EXPECT_EQ(empty.Make()->GetMcNemar(&r), 30011);
+    TableFisher fisher;
+    EXPECT_EQ(empty.Make()->GetFisher(&fisher), 30011);
+    TableRisk risk;
+    EXPECT_EQ(empty.Make()->GetRisk(&risk, 0.95), 30011);
+}
+
+TEST(ContingencyTable, WithAZeroHasNoBounds) {
+    for (std::size_t zero = 0; zero < 4; ++zero) {
+        Counts counts{2, 2, {3, 4, 5, 6}};
+        counts.cells[zero] = 0;
+        TableRisk r;
+        EXPECT_EQ(counts.Make()->GetRisk(&r, 0.95), 0);
+        EXPECT_FALSE(std::isnan(r.oddsRatio));
+        EXPECT_TRUE(std::isnan(r.oddsRatioLower) && std::isnan(r.relativeRiskUpper)) << zero;
+    }
 }
 
 }  // namespace

@@ -160,6 +160,9 @@ TEST(ExtendedSummary, JoinsTheOthersAndFiveModes) {
     EXPECT_EQ(v1::GetKel2013ExtendedSummary(&moments, &five, modes, &count, &frequency, x), 0);
     EXPECT_TRUE(moments.sum == 48 && five.minimum == 0 && five.firstQuartile == 1.5 && five.maximum == 7);
     EXPECT_TRUE(count == 5 && frequency == 2 && modes[0] == 1 && modes[4] == 6 && modes[5] == -7);
+    const double highest[] = {4, 1, 4};
+    EXPECT_EQ(v1::GetMode(highest, 3, modes, 5, &count, &frequency), 0);
+    EXPECT_TRUE(count == 1 && frequency == 2 && modes[0] == 4);
 }
 
 }  // namespace

@@ -167,5 +167,19 @@ TEST(FittingReference, Curves) {
     }
 }
 
+TEST(FittingReference, CurvesEndAtTheirEnds) {
+    v2::DistributionFit fit;
+    fit.parameter[0] = 0;
+    fit.parameter[1] = 1;
+    double x[3] = {};
+    const auto run = [&](double width) {
+        return v2::RunKelGrCurveFit(&fit, v2::DistributionFamily::Normal, 10, width, 1, 1e-20, 3, x, nullptr);
+    };
+    EXPECT_EQ(run(0), 0);
+    EXPECT_EQ(x[2], 1e-20);
+    EXPECT_EQ(run(-0.5), 30000);
+    EXPECT_TRUE(std::isnan(x[0]));
+}
+
 }  // namespace
 }  // namespace zul

@@ -62,6 +62,13 @@ TEST(OneVariance, ExtremeHypothesesAndSamples) {
     EXPECT_TRUE(std::isnan(RunTest({1, 2, kNaN, 4, 5, 6}, kNotEqual, 2).bonettPValue));
 }
 
+// The bounds by the formula, the trimmed mean being 5.5: without trimming it would be 7.5.
+TEST(OneVariance, SixValuesAreTrimmed) {
+    const OneVariance r = RunTest({1, 2, 4, 7, 11, 20}, kNotEqual, 2);
+    EXPECT_NEAR(r.bonettLowerBound, 6.020832446712426, 1e-7);
+    EXPECT_NEAR(r.bonettUpperBound, 941.6541063201811, 1e-5);
+}
+
 TEST(OneVariance, LargeSampleOverflows) {
     Sample data;
     for (int i = 0; i < 300'000; ++i)

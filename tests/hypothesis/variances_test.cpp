@@ -215,7 +215,8 @@ TEST(Variances, OfMoreValuesThanACount) {
     r.groups = 2;
     r.pooledStandardDeviation = 1;
     EXPECT_EQ(RunVariancesTest(&r, nullptr, sizes, 0.95, sds, nullptr, nullptr, nullptr, nullptr), 30011);
-    EXPECT_TRUE(std::isnan(r.pooledStandardDeviation) && std::isnan(sds[0]) && std::isnan(sds[1]) && r.n == 0);
+    EXPECT_TRUE(std::isnan(r.pooledStandardDeviation) && std::isnan(sds[0]) && std::isnan(sds[1]) &&
+                r.n == 0);
 }
 
 // Seven times ln 7 has a variance of 1e-38 by its sums.
@@ -225,6 +226,18 @@ TEST(Variances, OfEqualValuesAreZero) {
     EXPECT_EQ(r["status"], 30007);
     EXPECT_EQ(r["variance1"], 0);
     EXPECT_EQ(SeveralSamples({{1, 2, 4}, equal}, 0.95)["status"], 30007);
+}
+
+// Nor have these a spread, though rounding gives their squares a sum.
+TEST(Variances, OfEqualDistancesHaveNoLeveneTest) {
+    Values x;
+    Values y;
+    for (int i = 0; i < 7; ++i) {
+        x.insert(x.end(), {0.1, 0.44000000000000006});
+        y.insert(y.end(), {1.1, 1.94});
+    }
+    Fields r = TwoSamples({x, y}, false, {0.95, 0, 0, 1});
+    EXPECT_TRUE(std::isnan(r["leveneStatistic"]) && std::isnan(r["levenePValue"]));
 }
 
 }  // namespace

@@ -79,6 +79,26 @@ ZUL_INLINE bool IsOrdinaryScale(double scale) {
     return IsOrdinary(scale) && scale > 1 / kOrdinary;
 }
 
+// What many texts take as their parameters.
+struct LocationScale {
+    double location;
+    double scale;
+    bool Takes() const { return IsOrdinary(location) && IsOrdinaryScale(scale); }
+};
+
+struct ScaleThreshold {
+    double scale;
+    double threshold;
+    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+};
+
+struct LocationScaleThreshold {
+    double location;
+    double scale;
+    double threshold;
+    bool Takes() const { return IsOrdinary(location) && IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+};
+
 // The elementary functions of what their cores take; the others are left and computed of an argument that they take.
 template <class D>
 ZUL_INLINE D Exp(D x, Left<D>* left) {

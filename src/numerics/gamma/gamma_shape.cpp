@@ -53,8 +53,6 @@ double GammaMedianSplit(double a) {
 // those of CountTermsOneByOne by rounding, less than a relative 1e-9 over all terms, so that only a product
 // this close to the tolerance needs the other order.
 double CountSeriesTerms(double a, double x) {
-    constexpr double kSurelyAbove = kSeriesTolerance * (1 + 1e-8);
-    constexpr double kSurelyBelow = kSeriesTolerance * (1 - 1e-8);
     double t = 1;
     double n = 0;
     while (t > kSurelyAbove && n <= kTermLimit) {
@@ -62,6 +60,51 @@ double CountSeriesTerms(double a, double x) {
         t *= x / (n + a);
     }
     return t < kSurelyBelow ? n : CountTermsOneByOne(a, x);
+}
+
+namespace {
+
+// Within this relative distance of an argument at which the terms change rounding may decide.
+constexpr double kStartMargin = 1e-8;
+
+}  // namespace
+
+void SeriesTermTable::Make(double a, double medianSplit) {
+    constexpr double kLargestShape = 50;
+    // The starts of smaller ones may underflow.
+    constexpr double kLeastSplit = 1e-100;
+    if (!(a <= kLargestShape && medianSplit >= kLeastSplit)) return;
+    // x^n / ((a + 1) ... (a + n)) is the tolerance at the n-th start.
+    double product = kSeriesTolerance;
+    int n = 0;
+    do {
+        if (++n > kMostTerms) return;
+        product *= n + a;
+        starts_[n] = elementary::Exp(elementary::Log(product) / n) * (1 + kStartMargin);
+    } while (starts_[n] <= medianSplit * (1 + 2 * kStartMargin));
+    cellsPerUnit_ = kCells / medianSplit;
+    n = 1;
+    for (int cell = 0; cell <= kCells; ++cell) {
+        const double low = cell / cellsPerUnit_ * (1 - 1e-6);
+        while (low > starts_[n])
+            ++n;
+        leastTerms_[cell] = static_cast<unsigned char>(n);
+    }
+    std::atomic_signal_fence(std::memory_order_release);  // as Lazy does
+    end_ = medianSplit * (1 + kStartMargin);
+}
+
+double SeriesTermTable::TermsAt(double a, double x) const {
+    int n = leastTerms_[static_cast<std::size_t>(x * cellsPerUnit_)];
+    while (x >= starts_[n])
+        ++n;
+    return x < starts_[n] * (1 - 2 * kStartMargin) ? n : CountTermsOneByOne(a, x);
+}
+
+double GammaShape::CountedSeriesTerms(double x) const {
+    constexpr int kFewArguments = 16;
+    if (counted_ < kFewArguments && ++counted_ == kFewArguments) seriesTerms_.Make(a_, MedianSplit());
+    return CountSeriesTerms(a_, x);
 }
 
 double FractionalShape::GammaQuotient() const {

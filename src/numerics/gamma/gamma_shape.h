@@ -3,6 +3,7 @@
 // members, so that the functions are templates over the shape.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cmath>
@@ -11,6 +12,7 @@
 #include "elementary/logarithm.h"
 #include "numerics/gamma/gamma.h"
 #include "numerics/gamma/one_half_table.h"
+#include "numerics/limits.h"
 
 namespace zul::numerics {
 
@@ -40,6 +42,33 @@ private:
 // then t = t x / (n + a) for n = 1, 2, ... Above kTermLimit: the series failed.
 double CountSeriesTerms(double a, double x);
 
+// Products closer to the tolerance than these may be on the other side of it in the order of "gamma_df". They differ by
+// less than a relative 1e-10 over all terms.
+inline constexpr double kSurelyAbove = kSeriesTolerance * (1 + 1e-8);
+inline constexpr double kSurelyBelow = kSeriesTolerance * (1 - 1e-8);
+
+// CountSeriesTerms of one shape, looked up: the sum, whose terms wait for one another, then begins at once, and the
+// processor knows how its loop will end. Made when a shape has met some arguments, as it costs that many counts.
+class SeriesTermTable {
+public:
+    void Make(double a, double medianSplit);
+    // Whether there is a table, and the argument is within it.
+    bool Holds(double x) const { return x < end_; }
+    double TermsAt(double a, double x) const;
+
+private:
+    // The terms of a shape of about 60 at its median.
+    static constexpr int kMostTerms = 64;
+    static constexpr int kCells = 64;
+    double end_ = 0;
+    // cppcheck-suppress uninitMemberVarNoCtor ; the rest is for an end above 0
+    double cellsPerUnit_;
+    // A little above the arguments from which on there are more than so many terms.
+    double starts_[kMostTerms + 1];
+    // A number of terms that the arguments of a cell take at the least.
+    unsigned char leastTerms_[kCells + 1];
+};
+
 // The fractional shape b in [0, 1) of UpperGammaSmall.
 class FractionalShape {
 public:
@@ -60,11 +89,21 @@ public:
     static constexpr int kSeriesLimit = 40;
     // A number of terms that UpperGammaSmall's series takes at x at the least.
     static constexpr int SureTerms(double) { return 1; }
-    // A number of pairs of convergents that the continued fraction is likely to need at x >= 1.
-    static constexpr int ExpectedPairs(double) { return 1; }
+    // A number of pairs of convergents that the continued fraction is likely to need at x >= 1: the fewest it has
+    // needed nearby.
+    int ExpectedPairs(double x) const { return std::max<int>(1, fewestPairs_[CellOf(x)]); }
+    void NotePairs(double x, int pairs) const {
+        unsigned char& fewest = fewestPairs_[CellOf(x)];
+        if (fewest == 0 || pairs < fewest) fewest = static_cast<unsigned char>(pairs);
+    }
 
 private:
+    // The cells are those of 1 / x.
+    static constexpr int kPairCells = 64;
+    static std::size_t CellOf(double x) { return static_cast<std::size_t>(kPairCells / x); }
+
     double b_;
+    mutable unsigned char fewestPairs_[kPairCells + 1] = {};
     mutable Lazy gammaQuotient_;
     mutable int ratiosKnown_ = 1;
     mutable double ratios_[kSeriesLimit + 1];
@@ -74,6 +113,7 @@ private:
 // alone is computed on first need and kept, so an object serves one thread at a time.
 class GammaShape {
 public:
+    // cppcheck-suppress uninitMemberVar ; the table is made when it pays
     GammaShape(double a)  // NOLINT: a shape is a number
         : a_(a), fraction_(std::isfinite(a) ? a - std::floor(a) : 0) {}
     double Value() const { return a_; }
@@ -94,10 +134,13 @@ public:
     }
     // As numerics::InverseGammaScale.
     double InverseGammaScale() const;
-    double SeriesTerms(double x) const { return CountSeriesTerms(a_, x); }
+    double SeriesTerms(double x) const {
+        return seriesTerms_.Holds(x) ? seriesTerms_.TermsAt(a_, x) : CountedSeriesTerms(x);
+    }
     const FractionalShape& Fraction() const { return fraction_; }
 
 private:
+    double CountedSeriesTerms(double x) const;
     double a_;
     FractionalShape fraction_;
     mutable Lazy log_;
@@ -106,6 +149,8 @@ private:
     mutable Lazy logGamma_;
     mutable Lazy medianSplit_;
     mutable Lazy inverseGammaScale_;
+    mutable int counted_ = 0;
+    mutable SeriesTermTable seriesTerms_;
 };
 
 // The shape 1/2: its terms are computed when the library is loaded, by the same routines.
@@ -136,6 +181,7 @@ public:
     double TermRatio(int n) const { return termRatios_[static_cast<std::size_t>(n)]; }
     int SureTerms(double x) const { return sureTerms_[static_cast<std::size_t>(x * kCellsPerUnit)]; }
     int ExpectedPairs(double x) const { return leastPairs_[static_cast<std::size_t>(kPairCells / x)]; }
+    static void NotePairs(double, int) {}
 
     // Arguments of the pair at all of which it takes the same branch and the same number of terms.
     struct Stretch {

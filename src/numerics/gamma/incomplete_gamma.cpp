@@ -9,7 +9,10 @@ double GammaLogDensity(const GammaShape& shape, double x) {
 }
 
 void gamma_df(double x, const GammaShape& shape, double* lower, double* upper, double* density) {
-    incomplete_gamma::Pair(x, shape, lower, upper, density);
+    if (shape.Value() == OneHalf::Value())
+        incomplete_gamma::Pair(x, kOneHalf, lower, upper, density);
+    else
+        incomplete_gamma::Pair(x, shape, lower, upper, density);
 }
 
 int gamma_Iax(const GammaShape& shape, double x, double* sum) {

@@ -39,6 +39,40 @@ inline double ExpOrZero(double logarithm) {
     return logarithm < kLogUnderflow ? 0 : elementary::Exp(logarithm);
 }
 
+// s = step(j, s) for j = n down to 1, each being about s ratio(j) + 1.
+//
+// A step waits for the division of the one before it. So the later ones begin at the same time, with a value by rounded
+// ratios: its error dwindles by the ratio in each step, and is gone, nearly always, where the earlier steps arrive. They
+// then have the bits that these would have given.
+template <typename Step, typename Ratio>
+double Recur(double n, double s, Step step, Ratio ratio) {
+    constexpr double kLong = 12;
+    constexpr int kStepsToMeet = 5;
+    double j = n;
+    double late = s;
+    double met = s;
+    if (n >= kLong) {
+        // Then both take about the same time.
+        const double meeting = std::floor(0.4 * n) - 2;
+        for (; j > meeting + kStepsToMeet; --j) {
+            s = step(j, s);
+            late = late * ratio(j) + 1;
+        }
+        for (int i = 0; i < kStepsToMeet; ++i, --j) {
+            s = step(j, s);
+            late = step(j, late);
+        }
+        met = late;
+    }
+    const double meeting = j;
+    for (; j >= 1; --j)
+        late = step(j, late);
+    if (s == met) return late;
+    for (j = meeting; j >= 1; --j)
+        s = step(j, s);
+    return s;
+}
+
 template <typename Shape>
 int SeriesFactor(const Shape& shape, double x, double* sum) {
     const double a = shape.Value();
@@ -47,10 +81,9 @@ int SeriesFactor(const Shape& shape, double x, double* sum) {
         ErrorState().Fail(frame::LevelNoConvergence, "gamma_Iax"_routine);
         return kNotConverged;
     }
-    double s = 1;
-    for (double k = terms; k >= 1; --k)
-        s = x * s / (k + a) + 1;
-    *sum = s;
+    *sum = Recur(
+        terms, 1, [x, a](double k, double s) { return x * s / (k + a) + 1; },
+        [x, a](double k) { return x / (k + a); });
     ErrorState().count = static_cast<int>(terms);
     ErrorState().ClearWarning("gamma_Iax"_routine);
     return kConverged;
@@ -138,14 +171,29 @@ int ContinuedFraction(double x, const Fraction& shape, double* factor) {
     int pairs = FirstClosePair(x, b, from, factor);
     if (pairs == from && from > 1) pairs = FirstClosePair(x, b, 1, factor);
     if (pairs == 0) return kNotConverged;
+    shape.NotePairs(x, pairs);
     ErrorState().method = 1;
     ErrorState().count = pairs;
     return kConverged;
 }
 
-template <typename Shape>
-int UpperFactor(const Shape& shape, double x, double* factor) {
-    const double a = shape.Value();
+inline int FractionOfShape(double x, const OneHalf& shape, double* factor) {
+    return ContinuedFraction(x, shape, factor);
+}
+
+// The shapes of chi-square with odd degrees of freedom share what is known of 1/2.
+inline int FractionOfShape(double x, const FractionalShape& shape, double* factor) {
+    return shape.Value() == OneHalf::Value() ? ContinuedFraction(x, kOneHalf, factor)
+                                             : ContinuedFraction(x, shape, factor);
+}
+
+// The terms of the expansion down to the first one below kSeriesTolerance, or to the last one with a positive factor.
+struct ExpansionTerms {
+    double count;
+    bool isSmall;  // the last one
+};
+
+inline ExpansionTerms CountExpansionTermsOneByOne(double a, double x) {
     double term = 1;
     double k = 0;
     while (a - 1 >= k && k <= kTermLimit) {
@@ -153,25 +201,51 @@ int UpperFactor(const Shape& shape, double x, double* factor) {
         term = term * (a - k) / x;
         if (term < kSeriesTolerance) break;
     }
+    return {k, term < kSeriesTolerance};
+}
+
+// As CountSeriesTerms, by products that wait for no division.
+inline ExpansionTerms CountExpansionTerms(double a, double x) {
+    const double reciprocal = 1 / x;
+    double term = 1;
+    double k = 0;
+    while (a - 1 >= k && k <= kTermLimit && term > kSurelyAbove) {
+        k += 1;
+        term *= (a - k) * reciprocal;
+    }
+    if (term > kSurelyAbove) return {k, false};
+    return term < kSurelyBelow ? ExpansionTerms{k, true} : CountExpansionTermsOneByOne(a, x);
+}
+
+template <typename Shape>
+int UpperFactor(const Shape& shape, double x, double* factor) {
+    const double a = shape.Value();
+    const auto [k, isSmall] = CountExpansionTerms(a, x);
     double n = k;
     double t = 1;
     if (k > kTermLimit) {
         ErrorState().Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
         return kNotConverged;
     }
-    if (term < kSeriesTolerance) {
+    if (isSmall) {
         ErrorState().method = 0;
         ErrorState().count = static_cast<int>(k);
     } else {
         n = a - shape.Fraction().Value();
-        if (ContinuedFraction(x, shape.Fraction(), &t) != kConverged) {
+        if (FractionOfShape(x, shape.Fraction(), &t) != kConverged) {
             ErrorState().Fail(frame::LevelNoConvergence, "gamma_Jax"_routine);
             return kNotConverged;
         }
     }
-    for (double j = n; j >= 1; --j)
-        t = (a - j) * t / x + 1;
-    *factor = t;
+    const double reciprocal = 1 / x;
+    // The last two factors of a whole shape are 1 and 0.
+    if (isSmall && k == a && k >= 2) {
+        t = reciprocal + 1;
+        n = k - 2;
+    }
+    *factor = Recur(
+        n, t, [x, a](double j, double s) { return (a - j) * s / x + 1; },
+        [reciprocal, a](double j) { return (a - j) * reciprocal; });
     ErrorState().ClearWarning("gamma_Jax"_routine);
     return kConverged;
 }

@@ -152,6 +152,7 @@ write("anderson_darling", [
     ["lognormal", "=0.5", 0, 1, "0", nan, nan],
     ["exponential", "=", 1, "-", "0", nan, nan],
     ["normal", "=-1 0.5 nan", 0, 1, "0", nan, nan],
+    ["normal", "=1 1 1", 1, 0, "0", nan, nan],
     ["lognormal", "=-1 0.5 2", 0, 1, "0", nan, nan],
     ["exponential", "=1 nan", 1, "-", "0", nan, nan],
     ["weibull", "=1 nan", 1, 1, "0", nan, nan],

@@ -162,6 +162,19 @@ TEST(RankTests, MirrorImagesAndShifts) {
     }
 }
 
+// The differences of two of these do not overflow, but their sum over the treatments would.
+TEST(RankTests, EffectsOfHugeValuesAreFinite) {
+    Values x(20, -1e307);
+    x[0] = 1e307;
+    Values effects(20);
+    v0::Friedman r;
+    r.blocks = 1;
+    r.treatments = 20;
+    EXPECT_EQ(RunFriedman(&r, x.data(), nullptr, effects.data()), 0);
+    EXPECT_DOUBLE_EQ(effects[0], 1.9e307);
+    EXPECT_DOUBLE_EQ(r.grandMedian, -9e306);
+}
+
 TEST(RankTests, GroupsOfMoreValuesThanACount) {
     const unsigned sizes[] = {3'000'000'000, 3'000'000'000};
     v0::KruskalWallis kruskal;

@@ -12,10 +12,7 @@ namespace {
 
 using std::numbers::pi;
 
-struct CauchyPdfText : OfNumbers {
-    double location;
-    double scale;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
+struct CauchyPdfText : OfNumbers, LocationScale {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const D distance = x - location;
@@ -27,14 +24,11 @@ struct CauchyPdfText : OfNumbers {
 };
 
 ZUL_INLINE CauchyPdfText TextOf(const CauchyPdfKernel& at) {
-    return {{}, at.location, at.scale};
+    return {{}, {at.location, at.scale}};
 }
 
-struct CauchyCdfText : OfNumbers {
-    double location;
-    double scale;
+struct CauchyCdfText : OfNumbers, LocationScale {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const D distance = (x - location) / scale;
@@ -48,14 +42,11 @@ struct CauchyCdfText : OfNumbers {
 };
 
 ZUL_INLINE CauchyCdfText TextOf(const CauchyCdfKernel& at) {
-    return {{}, at.location, at.scale, at.upper};
+    return {{}, {at.location, at.scale}, at.upper};
 }
 
-struct CauchyInvCdfText {
-    double location;
-    double scale;
+struct CauchyInvCdfText : LocationScale {
     static constexpr bool kTakesEveryTail = true;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     // By the distance from the nearer end, or from the middle.
     template <class D>
     ZUL_INLINE D Standard(D p, Left<D>* left) const {
@@ -78,7 +69,7 @@ struct CauchyInvCdfText {
 };
 
 ZUL_INLINE CauchyInvCdfText TextOf(const CauchyInvCdfKernel& at) {
-    return {at.location, at.scale};
+    return {{at.location, at.scale}};
 }
 
 }  // namespace

@@ -16,10 +16,7 @@ ZUL_INLINE D StandardTail(D t, bool upper, Left<D>* left) {
     return 1.0 - e;
 }
 
-struct ExponentialPdfText : OfNumbers {
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+struct ExponentialPdfText : OfNumbers, ScaleThreshold {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x < threshold;
@@ -28,14 +25,11 @@ struct ExponentialPdfText : OfNumbers {
 };
 
 ZUL_INLINE ExponentialPdfText TextOf(const ExponentialPdfKernel& at) {
-    return {{}, at.scale, at.threshold};
+    return {{}, {at.scale, at.threshold}};
 }
 
-struct ExponentialCdfText : OfNumbers {
-    double scale;
-    double threshold;
+struct ExponentialCdfText : OfNumbers, ScaleThreshold {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto outside = x <= threshold;
@@ -45,13 +39,10 @@ struct ExponentialCdfText : OfNumbers {
 };
 
 ZUL_INLINE ExponentialCdfText TextOf(const ExponentialCdfKernel& at) {
-    return {{}, at.scale, at.threshold, at.upper};
+    return {{}, {at.scale, at.threshold}, at.upper};
 }
 
-struct ExponentialInvCdfText {
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+struct ExponentialInvCdfText : ScaleThreshold {
     template <class D>
     ZUL_INLINE D AtLowerTail(D p, Left<D>*) const {
         return threshold - LogOfRest(p) * scale;
@@ -63,7 +54,7 @@ struct ExponentialInvCdfText {
 };
 
 ZUL_INLINE ExponentialInvCdfText TextOf(const ExponentialInvCdfKernel& at) {
-    return {at.scale, at.threshold};
+    return {{at.scale, at.threshold}};
 }
 
 }  // namespace

@@ -8,10 +8,7 @@
 namespace zul::kernels {
 namespace {
 
-struct LaplacePdfText : OfNumbers {
-    double location;
-    double scale;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
+struct LaplacePdfText : OfNumbers, LocationScale {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         return Exp(-(Absolute(x - location) / scale), left) / (2 * scale);
@@ -19,14 +16,11 @@ struct LaplacePdfText : OfNumbers {
 };
 
 ZUL_INLINE LaplacePdfText TextOf(const LaplacePdfKernel& at) {
-    return {{}, at.location, at.scale};
+    return {{}, {at.location, at.scale}};
 }
 
-struct LaplaceCdfText : OfNumbers {
-    double location;
-    double scale;
+struct LaplaceCdfText : OfNumbers, LocationScale {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const D distance = (x - location) / scale;
@@ -38,14 +32,11 @@ struct LaplaceCdfText : OfNumbers {
 };
 
 ZUL_INLINE LaplaceCdfText TextOf(const LaplaceCdfKernel& at) {
-    return {{}, at.location, at.scale, at.upper};
+    return {{}, {at.location, at.scale}, at.upper};
 }
 
-struct LaplaceInvCdfText {
-    double location;
-    double scale;
+struct LaplaceInvCdfText : LocationScale {
     static constexpr bool kTakesEveryTail = true;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D AtLowerTail(D p, Left<D>* left) const {
         LeaveHalf(p, left);
@@ -60,7 +51,7 @@ struct LaplaceInvCdfText {
 };
 
 ZUL_INLINE LaplaceInvCdfText TextOf(const LaplaceInvCdfKernel& at) {
-    return {at.location, at.scale};
+    return {{at.location, at.scale}};
 }
 
 }  // namespace

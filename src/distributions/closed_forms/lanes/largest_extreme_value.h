@@ -8,10 +8,7 @@
 namespace zul::kernels {
 namespace {
 
-struct LargestExtremeValuePdfText : OfNumbers {
-    double location;
-    double scale;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
+struct LargestExtremeValuePdfText : OfNumbers, LocationScale {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const D e = Exp(-((x - location) / scale), left);
@@ -20,14 +17,11 @@ struct LargestExtremeValuePdfText : OfNumbers {
 };
 
 ZUL_INLINE LargestExtremeValuePdfText TextOf(const LargestExtremeValuePdfKernel& at) {
-    return {{}, at.location, at.scale};
+    return {{}, {at.location, at.scale}};
 }
 
-struct LargestExtremeValueCdfText : OfNumbers {
-    double location;
-    double scale;
+struct LargestExtremeValueCdfText : OfNumbers, LocationScale {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         return StandardTail(Exp(-((x - location) / scale), left), !upper, left);
@@ -35,13 +29,10 @@ struct LargestExtremeValueCdfText : OfNumbers {
 };
 
 ZUL_INLINE LargestExtremeValueCdfText TextOf(const LargestExtremeValueCdfKernel& at) {
-    return {{}, at.location, at.scale, at.upper};
+    return {{}, {at.location, at.scale}, at.upper};
 }
 
-struct LargestExtremeValueInvCdfText {
-    double location;
-    double scale;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
+struct LargestExtremeValueInvCdfText : LocationScale {
     template <class D>
     ZUL_INLINE D AtLogarithm(D logP, Left<D>* left) const {
         return location - scale * Log(-logP, left);
@@ -57,7 +48,7 @@ struct LargestExtremeValueInvCdfText {
 };
 
 ZUL_INLINE LargestExtremeValueInvCdfText TextOf(const LargestExtremeValueInvCdfKernel& at) {
-    return {at.location, at.scale};
+    return {{at.location, at.scale}};
 }
 
 }  // namespace

@@ -15,11 +15,7 @@ ZUL_INLINE D LogDistance(D x, double threshold, Left<D>* left) {
     return Log(Select(x > threshold, x - threshold, Splat<D>(1)), left);
 }
 
-struct LogLogisticPdfText : OfNumbers {
-    double location;
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
+struct LogLogisticPdfText : OfNumbers, LocationScaleThreshold {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto above = x > threshold;
@@ -30,15 +26,11 @@ struct LogLogisticPdfText : OfNumbers {
 };
 
 ZUL_INLINE LogLogisticPdfText TextOf(const LogLogisticPdfKernel& at) {
-    return {{}, at.location, at.scale, at.threshold};
+    return {{}, {at.location, at.scale, at.threshold}};
 }
 
-struct LogLogisticCdfText : OfNumbers {
-    double location;
-    double scale;
-    double threshold;
+struct LogLogisticCdfText : OfNumbers, LocationScaleThreshold {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const D tail = LogisticTail((LogDistance(x, threshold, left) - location) / scale, upper, left);
@@ -47,7 +39,7 @@ struct LogLogisticCdfText : OfNumbers {
 };
 
 ZUL_INLINE LogLogisticCdfText TextOf(const LogLogisticCdfKernel& at) {
-    return {{}, at.location, at.scale, at.threshold, at.upper};
+    return {{}, {at.location, at.scale, at.threshold}, at.upper};
 }
 
 struct LogLogisticInvCdfText {
@@ -65,7 +57,7 @@ struct LogLogisticInvCdfText {
 };
 
 ZUL_INLINE LogLogisticInvCdfText TextOf(const LogLogisticInvCdfKernel& at) {
-    return {{at.location, at.scale}, at.threshold};
+    return {{{at.location, at.scale}}, at.threshold};
 }
 
 }  // namespace

@@ -29,10 +29,7 @@ ZUL_INLINE D LogOdds(D p, Left<D>* left) {
     return Log((1.0 - q) / q, left);
 }
 
-struct LogisticPdfText : OfNumbers {
-    double location;
-    double scale;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
+struct LogisticPdfText : OfNumbers, LocationScale {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         return LogisticDensity((x - location) / scale, scale, left);
@@ -40,14 +37,11 @@ struct LogisticPdfText : OfNumbers {
 };
 
 ZUL_INLINE LogisticPdfText TextOf(const LogisticPdfKernel& at) {
-    return {{}, at.location, at.scale};
+    return {{}, {at.location, at.scale}};
 }
 
-struct LogisticCdfText : OfNumbers {
-    double location;
-    double scale;
+struct LogisticCdfText : OfNumbers, LocationScale {
     bool upper;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         return LogisticTail((x - location) / scale, upper, left);
@@ -55,14 +49,11 @@ struct LogisticCdfText : OfNumbers {
 };
 
 ZUL_INLINE LogisticCdfText TextOf(const LogisticCdfKernel& at) {
-    return {{}, at.location, at.scale, at.upper};
+    return {{}, {at.location, at.scale}, at.upper};
 }
 
-struct LogisticInvCdfText {
-    double location;
-    double scale;
+struct LogisticInvCdfText : LocationScale {
     static constexpr bool kTakesEveryTail = true;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location); }
     template <class D>
     ZUL_INLINE D AtLowerTail(D p, Left<D>* left) const {
         LeaveHalf(p, left);
@@ -75,7 +66,7 @@ struct LogisticInvCdfText {
 };
 
 ZUL_INLINE LogisticInvCdfText TextOf(const LogisticInvCdfKernel& at) {
-    return {at.location, at.scale};
+    return {{at.location, at.scale}};
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ struct SmallestExtremeValuePdfText : OfNumbers {
 };
 
 ZUL_INLINE SmallestExtremeValuePdfText TextOf(const SmallestExtremeValuePdfKernel& at) {
-    return {{}, {{}, -at.location, at.scale}};
+    return {{}, {{}, {-at.location, at.scale}}};
 }
 
 struct SmallestExtremeValueCdfText : OfNumbers {
@@ -32,7 +32,7 @@ struct SmallestExtremeValueCdfText : OfNumbers {
 };
 
 ZUL_INLINE SmallestExtremeValueCdfText TextOf(const SmallestExtremeValueCdfKernel& at) {
-    return {{}, {{}, -at.location, at.scale, !at.upper}};
+    return {{}, {{}, {-at.location, at.scale}, !at.upper}};
 }
 
 struct SmallestExtremeValueInvCdfText {
@@ -57,7 +57,7 @@ private:
 };
 
 ZUL_INLINE SmallestExtremeValueInvCdfText TextOf(const SmallestExtremeValueInvCdfKernel& at) {
-    return {{-at.location, at.scale}};
+    return {{{-at.location, at.scale}}};
 }
 
 }  // namespace

@@ -14,13 +14,9 @@ ZUL_INLINE bool IsOrdinaryExponent(double y) {
     return IsOrdinary(y) && FromBits<double>(AbsoluteBits(y)) < kOrdinaryExponent;
 }
 
-struct WeibullPdfText : OfNumbers {
+struct WeibullPdfText : OfNumbers, ScaleThreshold {
     double shape;
-    double scale;
-    double threshold;
-    bool Takes() const {
-        return IsOrdinaryExponent(shape - 1) && IsOrdinaryScale(scale) && IsOrdinary(threshold);
-    }
+    bool Takes() const { return IsOrdinaryExponent(shape - 1) && ScaleThreshold::Takes(); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x <= threshold;
@@ -31,17 +27,13 @@ struct WeibullPdfText : OfNumbers {
 };
 
 ZUL_INLINE WeibullPdfText TextOf(const WeibullPdfKernel& at) {
-    return {{}, at.shape, at.scale, at.threshold};
+    return {{}, {at.scale, at.threshold}, at.shape};
 }
 
-struct WeibullCdfText : OfNumbers {
+struct WeibullCdfText : OfNumbers, ScaleThreshold {
     double shape;
-    double scale;
-    double threshold;
     bool upper;
-    bool Takes() const {
-        return IsOrdinaryExponent(shape) && IsOrdinaryScale(scale) && IsOrdinary(threshold);
-    }
+    bool Takes() const { return IsOrdinaryExponent(shape) && ScaleThreshold::Takes(); }
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x <= threshold;
@@ -51,16 +43,13 @@ struct WeibullCdfText : OfNumbers {
 };
 
 ZUL_INLINE WeibullCdfText TextOf(const WeibullCdfKernel& at) {
-    return {{}, at.shape, at.scale, at.threshold, at.upper};
+    return {{}, {at.scale, at.threshold}, at.shape, at.upper};
 }
 
-struct WeibullInvCdfText {
+struct WeibullInvCdfText : ScaleThreshold {
     double shape;
-    double scale;
-    double threshold;
     bool Takes() const {
-        return shape > 1 / kOrdinaryExponent && IsOrdinary(shape) && IsOrdinaryScale(scale) &&
-               IsOrdinary(threshold);
+        return shape > 1 / kOrdinaryExponent && IsOrdinary(shape) && ScaleThreshold::Takes();
     }
     template <class D>
     ZUL_INLINE D AtLogarithm(D logUpper, Left<D>* left) const {
@@ -77,7 +66,7 @@ struct WeibullInvCdfText {
 };
 
 ZUL_INLINE WeibullInvCdfText TextOf(const WeibullInvCdfKernel& at) {
-    return {at.shape, at.scale, at.threshold};
+    return {{at.scale, at.threshold}, at.shape};
 }
 
 }  // namespace

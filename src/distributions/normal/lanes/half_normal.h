@@ -8,10 +8,7 @@
 namespace zul::kernels {
 namespace {
 
-struct HalfNormalPdfText : OfNumbers {
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+struct HalfNormalPdfText : OfNumbers, ScaleThreshold {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x < threshold;
@@ -21,13 +18,10 @@ struct HalfNormalPdfText : OfNumbers {
 };
 
 ZUL_INLINE HalfNormalPdfText TextOf(const HalfNormalPdfKernel& at) {
-    return {{}, at.scale, at.threshold};
+    return {{}, {at.scale, at.threshold}};
 }
 
-struct HalfNormalCdfText : OfTails {
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(threshold); }
+struct HalfNormalCdfText : OfTails, ScaleThreshold {
     template <class D>
     ZUL_INLINE D DeviateOf(D x, Left<D>* left) const {
         left->Where(x < threshold);
@@ -40,13 +34,10 @@ struct HalfNormalCdfText : OfTails {
 };
 
 ZUL_INLINE HalfNormalCdfText TextOf(const HalfNormalCdfKernel& at) {
-    return {{{}, at.upper}, at.scale, at.threshold};
+    return {{{}, at.upper}, {at.scale, at.threshold}};
 }
 
-struct HalfNormalInvCdfText : OfDeviates {
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinary(scale) && IsOrdinary(threshold); }
+struct HalfNormalInvCdfText : OfDeviates, ScaleThreshold {
     // The deviates are not negative.
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>*) const {
@@ -60,7 +51,7 @@ struct HalfNormalInvCdfText : OfDeviates {
 };
 
 ZUL_INLINE HalfNormalInvCdfText TextOf(const HalfNormalInvCdfKernel& at) {
-    return {{{}, false}, at.scale, at.threshold};
+    return {{{}, false}, {at.scale, at.threshold}};
 }
 
 }  // namespace

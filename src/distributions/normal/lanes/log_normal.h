@@ -8,11 +8,7 @@
 namespace zul::kernels {
 namespace {
 
-struct LogNormalPdfText : OfNumbers {
-    double location;
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
+struct LogNormalPdfText : OfNumbers, LocationScaleThreshold {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
         const auto below = x <= threshold;
@@ -23,14 +19,10 @@ struct LogNormalPdfText : OfNumbers {
 };
 
 ZUL_INLINE LogNormalPdfText TextOf(const LogNormalPdfKernel& at) {
-    return {{}, at.location, at.scale, at.threshold};
+    return {{}, {at.location, at.scale, at.threshold}};
 }
 
-struct LogNormalCdfText : OfTails {
-    double location;
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinaryScale(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
+struct LogNormalCdfText : OfTails, LocationScaleThreshold {
     template <class D>
     ZUL_INLINE D DeviateOf(D x, Left<D>* left) const {
         return (Log(x - threshold, left) - location) / scale;
@@ -42,14 +34,10 @@ struct LogNormalCdfText : OfTails {
 };
 
 ZUL_INLINE LogNormalCdfText TextOf(const LogNormalCdfKernel& at) {
-    return {{{}, at.upper}, at.location, at.scale, at.threshold};
+    return {{{}, at.upper}, {at.location, at.scale, at.threshold}};
 }
 
-struct LogNormalInvCdfText : OfDeviates {
-    double location;
-    double scale;
-    double threshold;
-    bool Takes() const { return IsOrdinary(scale) && IsOrdinary(location) && IsOrdinary(threshold); }
+struct LogNormalInvCdfText : OfDeviates, LocationScaleThreshold {
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>* sign) const {
         return SmallerNormalTail(p, byUpperTail, sign);
@@ -61,7 +49,7 @@ struct LogNormalInvCdfText : OfDeviates {
 };
 
 ZUL_INLINE LogNormalInvCdfText TextOf(const LogNormalInvCdfKernel& at) {
-    return {{{}, false}, at.location, at.scale, at.threshold};
+    return {{{}, false}, {at.location, at.scale, at.threshold}};
 }
 
 }  // namespace

@@ -21,27 +21,21 @@ ZUL_INLINE D NormalDensity(D x, double mean, double sd, Left<D>* left) {
     return elementary::CoreExp(-0.5 * (near * near)) / (kSqrtTwoPi * sd);
 }
 
-struct NormalPdfText : OfNumbers {
-    double mean;
-    double sd;
-    bool Takes() const { return IsOrdinaryScale(sd) && IsOrdinary(mean); }
+struct NormalPdfText : OfNumbers, LocationScale {
     template <class D>
     ZUL_INLINE D Evaluate(D x, Left<D>* left) const {
-        return NormalDensity(x, mean, sd, left);
+        return NormalDensity(x, location, scale, left);
     }
 };
 
 ZUL_INLINE NormalPdfText TextOf(const NormalPdfKernel& at) {
-    return {{}, at.mean, at.sd};
+    return {{}, {at.mean, at.sd}};
 }
 
-struct NormalCdfText : OfTails {
-    double mean;
-    double sd;
-    bool Takes() const { return IsOrdinaryScale(sd) && IsOrdinary(mean); }
+struct NormalCdfText : OfTails, LocationScale {
     template <class D>
     ZUL_INLINE D DeviateOf(D x, Left<D>*) const {
-        return (x - mean) / sd;
+        return (x - location) / scale;
     }
     template <class D>
     ZUL_INLINE D Of(D tail) const {
@@ -50,7 +44,7 @@ struct NormalCdfText : OfTails {
 };
 
 ZUL_INLINE NormalCdfText TextOf(const NormalCdfKernel& at) {
-    return {{{}, at.upper}, at.mean, at.sd};
+    return {{{}, at.upper}, {at.mean, at.sd}};
 }
 
 // The smaller tail of a normal deviate with the tail p, which is the upper one or not.
@@ -61,22 +55,19 @@ ZUL_INLINE D SmallerNormalTail(D p, bool upper, BitsOf<D>* sign) {
     return Select(lessHalf < 0.0, p, 1.0 - p);
 }
 
-struct NormalInvCdfText : OfDeviates {
-    double mean;
-    double sd;
-    bool Takes() const { return IsOrdinary(sd) && IsOrdinary(mean); }
+struct NormalInvCdfText : OfDeviates, LocationScale {
     template <class D>
     ZUL_INLINE D TailOf(D p, BitsOf<D>* sign) const {
         return SmallerNormalTail(p, byUpperTail, sign);
     }
     template <class D>
     ZUL_INLINE D Of(D deviate, Left<D>*) const {
-        return deviate * sd + mean;
+        return deviate * scale + location;
     }
 };
 
 ZUL_INLINE NormalInvCdfText TextOf(const NormalInvCdfKernel& at) {
-    return {{{}, false}, at.mean, at.sd};
+    return {{{}, false}, {at.mean, at.sd}};
 }
 
 }  // namespace

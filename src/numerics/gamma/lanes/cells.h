@@ -48,14 +48,14 @@ public:
     ZUL_INLINE BitsOf<D> Of(D argument) const {
         const BitsOf<D> beyond =
             (Bits(argument) - Bits(kLeastPairArgument)) | (Bits(kLargestPairArgument) - Bits(argument));
-        const MaskOf<D> out = (MaskOf<D>)(beyond >> 63) != 0;
-        const D x = Select(out, Splat<D>(inside_), argument);
+        const BitsOf<D> out = 0 - (beyond >> 63);
+        const D x = FromBits<D>((Bits(argument) & ~out) | (Bits(inside_) & out));
         const MaskOf<D> above = x > split_;
         const D distance = (1.0 - Select(above, upperStart_ / x, x * inverse_)) * spread_;
         const BitsOf<D> cell = Whole(Select(distance < 1.0, distance, Splat<D>(1)) * (kCells - 1.0));
         const BitsOf<D> upper =
             Select(x < smallBelow_, Whole(x * (kCells - 1.0)) + kFirstSmall, cell + kFirstUpper);
-        return Select(out, cell * 0 + SortedArguments::kLeftOut, Select(above, upper, cell));
+        return (Select(above, upper, cell) & ~out) | (SortedArguments::kLeftOut & out);
     }
 
 private:

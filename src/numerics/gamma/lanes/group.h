@@ -64,11 +64,6 @@ struct Group {
     MaskOf<D> bad[kVectors];
 };
 
-// Products this close to the tolerance may be on the other side of it in the order of "gamma_df". They differ by
-// less than a relative 1e-11 over all terms.
-inline constexpr double kSurelyAbove = kSeriesTolerance * (1 + 1e-8);
-inline constexpr double kSurelyBelow = kSeriesTolerance * (1 - 1e-8);
-
 // Terms between two questions whether all have ended: a term that has ended stays.
 inline constexpr int kTermsAtATime = 4;
 

@@ -1,22 +1,24 @@
-// What the parts of the hypothesis target share: the arguments of the tests, and what a call does to a record.
+// What the targets of hypothesis tests share: their arguments, and what a call does to a record.
 #pragma once
 
 #include <climits>
-#include <vector>
+#include <cstring>
 
-#include "fuzz/support/check.h"
-#include "fuzz/support/input.h"
-#include "fuzz/support/values.h"
+#include "fuzz/support/target.h"
 #include "zul/hypothesis.h"
 
 namespace zul::fuzz {
 
-using Data = std::vector<double>;
-
 inline constexpr std::size_t kMaxCount = 64;
 
-inline bool IsProbability(double p) {
-    return !(p < 0 || p > 1);  // NaN as well
+inline Data Sample(Input& input) {
+    return Values(input, input.Choice(kMaxCount + 1));
+}
+
+// Of the doubles that a record begins with.
+template <typename Record>
+void SetDouble(Record* record, std::size_t i, double value) {
+    std::memcpy(reinterpret_cast<char*>(record) + i * sizeof value, &value, sizeof value);
 }
 
 // The arguments that the tests have in common.
@@ -29,7 +31,7 @@ struct Settings {
     bool flag;
 
     explicit Settings(Input& input)
-        : confidence(input.Byte() < 230 ? input.Fraction() : AnyReal(input)),
+        : confidence(Confidence(input)),
           type(static_cast<IntervalType>(Option(input))),
           alternative(static_cast<AlternativeHypothesis>(Option(input))),
           hypothesised(input.Flag() ? AnyReal(input) : input.Fraction()),
@@ -62,6 +64,10 @@ private:
         return small < 200 ? small % (kMaxCount + 1) : static_cast<unsigned>(input.Word());
     }
 };
+
+inline unsigned CountOf(const Data& x, bool withData, Input& input) {
+    return withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
+}
 
 // Asserts of a record what holds for any arguments: p-values are probabilities, bounds in order.
 template <typename Record, typename Where>
@@ -102,11 +108,5 @@ void RunOn(Record* record, const Form& form, const Settings& s, Call call) {
     Expect(status == (form.succeeds ? 0 : 30002), name, "wrong status");
     ExpectSound(*record, name, form.isOrdered && s.confidence >= 0 && s.confidence <= 1);
 }
-
-// One call of a test and what can be said of it; hypothesis.cpp has the others.
-void OneProportion(Input& input, const Settings& settings);
-void KelOneProportion(Input& input, const Settings& settings);
-void SingleMethods(Input& input, const Settings& settings);
-void TwoProportion(Input& input, const Settings& settings);
 
 }  // namespace zul::fuzz
