@@ -37,7 +37,7 @@ bool AllowReciprocals(const Panels& panels, const std::vector<double>& divisors)
     return frame::RoundsToNearest() &&
            std::all_of(divisors.begin(), divisors.end(),
                        [&](double divisor) { return isBetween(divisor, 1e-150, 1e150); }) &&
-           std::all_of(panels.values.begin(), panels.values.end(), [&](double value) {
+           std::all_of(panels.values.get(), panels.values.get() + panels.size, [&](double value) {
                return isBetween(value, 1e-100, 1e100) || isBetween(value, 0, 0);
            });
 }

@@ -1,6 +1,8 @@
 #include "clustering/distances/panels.h"
 
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 #include "clustering/containers/rectangular_array.h"
 
@@ -29,6 +31,8 @@ void ForEachRow(const Data& data, int rows, int columns, Take take) {
 
 Panels PanelsOfRows(const Data& data, int rows, int columns) {
     Panels panels(static_cast<std::size_t>(std::max(0, rows)), static_cast<std::size_t>(columns));
+    const std::size_t whole = panels.rows / kLanes * kLanes * panels.columns;
+    std::fill(panels.values.get() + whole, panels.values.get() + panels.size, 0.0);
     ForEachRow(data, rows, columns, [&](std::size_t row, const std::vector<double>& values) {
         double* const out = panels.At(row);
         for (std::size_t column = 0; column < panels.columns; ++column)
@@ -41,15 +45,15 @@ Panels PanelsOfColumns(const Data& data, int rows, int columns) {
     Panels panels(static_cast<std::size_t>(columns), static_cast<std::size_t>(std::max(0, rows)));
     ForEachRow(data, rows, columns, [&](std::size_t row, const std::vector<double>& values) {
         const double* from = values.data();
-        double* to = panels.values.data() + row * kLanes;
+        double* to = &panels.values[row * kLanes];
         std::size_t left = panels.rows;
         for (; left >= kLanes; left -= kLanes) {
-            std::copy_n(from, kLanes, to);
+            std::memcpy(to, from, kLanes * sizeof(double));
             from += kLanes;
             to += panels.columns * kLanes;
         }
-        for (std::size_t i = 0; i < kLanes; ++i)  // quicker than a copy of an unknown size
-            if (i < left) to[i] = from[i];
+        for (std::size_t i = 0; left > 0 && i < kLanes; ++i)
+            to[i] = i < left ? from[i] : 0;
     });
     return panels;
 }

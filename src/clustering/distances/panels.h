@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <memory>
 
 #include "clustering/distances/term_sums.h"
 #include "zul/clustering.h"
@@ -10,8 +10,12 @@ namespace zul::dax::clustering {
 
 // Rows of values in panels of kLanes, the last one filled up with zeros.
 struct Panels {
+    // The values are to be written.
     Panels(std::size_t rowCount, std::size_t columnCount)
-        : rows(rowCount), columns(columnCount), values((rows + kLanes - 1) / kLanes * kLanes * columns) {}
+        : rows(rowCount),
+          columns(columnCount),
+          size((rows + kLanes - 1) / kLanes * kLanes * columns),
+          values(std::make_unique_for_overwrite<double[]>(size)) {}
 
     // The row in the first column; the other columns are at distances of kLanes.
     const double* At(std::size_t row) const {
@@ -21,7 +25,8 @@ struct Panels {
 
     std::size_t rows;
     std::size_t columns;
-    std::vector<double> values;
+    std::size_t size;  // of the values
+    std::unique_ptr<double[]> values;
 };
 
 // The rows of the data.

@@ -35,7 +35,7 @@ template <class D>
 inline constexpr std::size_t kRowsAtOnce = sizeof(D) > 16 ? kTile : 1;
 
 // So far ahead of what is written the next lines of memory are fetched: several rows are written in turn.
-inline constexpr std::size_t kAhead = 40;
+inline constexpr std::size_t kAhead = 80;
 
 // Where the sums of a row are two vectors, the compiler moves them in pieces of which no vector can be read at once.
 template <class D>

@@ -16,7 +16,7 @@ namespace {
 
 // Takes the mean of each row from its values.
 void TakeMeans(const std::vector<double>& means, Panels& panels) {
-    double* values = panels.values.data();
+    double* values = panels.values.get();
     for (std::size_t first = 0; first < panels.rows; first += kLanes) {
         double shifts[kLanes] = {};
         std::copy_n(&means[first], std::min(kLanes, panels.rows - first), shifts);
