@@ -99,6 +99,27 @@ void AddDistances(int columns) {
                       });
 }
 
+// Those that take the columns' means and deviations.
+void AddStatisticalDistances(int columns) {
+    const std::string suffix = ", columns " + std::to_string(columns);
+    const Table table = DrawTable(columns);
+    const auto shared = std::make_shared<SharedTable>(kObjects, columns, false);
+    const auto addPeer = [=](const std::string& workload, std::int64_t pairs, const std::string& metric) {
+        AddTimedBenchmark(workload, kScipy, pairs,
+                          [=] { return SecondsInPython("pdist " + metric + ' ' + shared->arguments); });
+    };
+    AddBenchmark("Pearson" + suffix, kOurs, kPairs, [=, matrix = Matrix(MakeDistanceMatrix(kObjects))] {
+        CreateForClusterObservations(*table, Pearson, false, *matrix);
+    });
+    addPeer("Pearson" + suffix, kPairs, "seuclidean");
+    const std::int64_t pairs = std::int64_t{columns} * (columns - 1) / 2;
+    AddBenchmark("between variables" + suffix, kOurs, pairs,
+                 [=, matrix = Matrix(MakeDistanceMatrix(columns))] {
+                     CreateForClusterVariables(*table, false, *matrix);
+                 });
+    addPeer("between variables" + suffix, pairs, "correlation");
+}
+
 double ThreadSeconds() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
@@ -166,6 +187,8 @@ void AddLinkage(const std::string& name, LinkageEnums linkage) {
 void AddClusteringBenchmarks() {
     AddDistances(10);
     AddDistances(100);
+    AddStatisticalDistances(10);
+    AddStatisticalDistances(100);
     AddLinkage("average", Average);
     AddLinkage("single", Single);
     AddLinkage("Ward", Ward);

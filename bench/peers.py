@@ -1,7 +1,7 @@
 """Prints the processor time in seconds that a library of Python takes.
 
     peers.py linkage METHOD TABLE COLUMNS     fastcluster's joins; the distances, SciPy's, are not in the time
-    peers.py pdist METRIC TABLE COLUMNS       SciPy's distances
+    peers.py pdist METRIC TABLE COLUMNS       SciPy's distances: between columns if METRIC is correlation
 
 TABLE is a file of doubles, row by row. Ward, centroid and median linkage get squared distances, as they expect here.
 """
@@ -27,6 +27,8 @@ def linkage(method, path, columns):
 
 def distances(metric, path, columns):
     table = read_table(path, columns)
+    if metric == "correlation":
+        table = numpy.ascontiguousarray(table.T)
     room = pdist(table, metric)  # what it allocates and reads for the first time is there
     return lambda: pdist(table, metric, out=room)
 

@@ -109,7 +109,8 @@ std::vector<int> Events(Input& input) {
 std::tuple<unsigned, unsigned> CountsOf(const std::vector<int>& events, bool withData, Input& input) {
     const Counts counts(input);
     if (!withData) return {counts.x, counts.n};
-    return {std::accumulate(events.begin(), events.end(), 0U), static_cast<unsigned>(events.size())};
+    const std::int64_t sum = std::accumulate(events.begin(), events.end(), std::int64_t{0});
+    return {static_cast<unsigned>(sum), static_cast<unsigned>(events.size())};
 }
 
 template <bool kIsKel>

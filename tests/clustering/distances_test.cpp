@@ -75,22 +75,23 @@ std::vector<double> Deviations(const types::IRectangularArray<double>& data) {
     return deviations;
 }
 
-test::Table DrawTable(int rows, int columns) {
+test::Table DrawTable(int rows, int columns, double scale) {
     test::Table data(types::MakeIRectangularArrayDouble(rows, columns));
     std::mt19937_64 random(3);
-    std::normal_distribution<double> normal(100, 3);
+    std::normal_distribution<double> normal(100 * scale, 3 * scale);
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column)
-            data->Set(row, column, column == 3 ? 7 : normal(random));  // one is constant
+            data->Set(row, column, column == 3 ? 7 * scale : normal(random));  // one is constant
     return data;
 }
 
 // For each count of rows up to several of the groups that are computed together, by few and by many columns, in the
-// library's matrix, which holds something else before, and in one of a host.
+// library's matrix, which holds something else before, and in one of a host. Some are so small that their squares have
+// few digits.
 TEST(Distances, HaveTheBitsOfThePlainSum) {
     const Matrix m = MakeMatrix(3);
     for (int n = 0; n < 42; ++n) {
-        const test::Table data = DrawTable(n, n % 2 == 0 ? 5 : 100);
+        const test::Table data = DrawTable(n, n % 2 == 0 ? 5 : 100, n % 3 == 0 ? 1e-153 : 1);
         const std::vector<double> s = Deviations(*data);
         for (const DistanceEnums measure : kMeasures) {
             HostMatrix host(n);
@@ -113,7 +114,7 @@ TEST(Distances, FailWhereTheHostsMatrixDoes) {
     HostMatrix host(2);
     host.initStatus = Failure;
     EXPECT_EQ(CreateForClusterVariables(*MakeTable({{1, 2}}), false, host), Failure);
-    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3, 5), Manhattan, true, host), Failure);
+    EXPECT_EQ(CreateForClusterObservations(*DrawTable(3, 5, 1), Manhattan, true, host), Failure);
     EXPECT_EQ(CreateForClusterObservations(*MakeTable({}), Manhattan, true, host), Success);
 }
 

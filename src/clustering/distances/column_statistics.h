@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "zul/clustering.h"
+#include "clustering/distances/panels.h"
 
 namespace zul::dax::clustering {
 
@@ -11,7 +11,7 @@ struct ColumnStatistics {
     std::vector<double> deviations;  // divisor n - 1; 1 where it is 0, so that it can divide
 };
 
-ColumnStatistics ComputeColumnMeansAndDeviations(const types::IRectangularArray<double>& data, int rows,
-                                                 int columns);
+// Of each row of the panels, which is a column of the data.
+ColumnStatistics ComputeColumnMeansAndDeviations(const Panels& columns);
 
 }  // namespace zul::dax::clustering

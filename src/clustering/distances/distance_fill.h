@@ -6,26 +6,11 @@
 #include <vector>
 
 #include "clustering/distances/distance_matrix.h"
+#include "clustering/distances/panels.h"
 #include "clustering/distances/term_sums.h"
 #include "zul/clustering.h"
 
 namespace zul::dax::clustering {
-
-// The data as the distances see them: rows in panels, the last one filled up with zeros.
-struct Panels {
-    Panels(std::size_t rowCount, std::size_t columnCount)
-        : rows(rowCount), columns(columnCount), values((rows + kLanes - 1) / kLanes * kLanes * columns) {}
-
-    // The row in the first column; the other columns are at distances of kLanes.
-    const double* At(std::size_t row) const {
-        return &values[row / kLanes * kLanes * columns + row % kLanes];
-    }
-    double* At(std::size_t row) { return &values[row / kLanes * kLanes * columns + row % kLanes]; }
-
-    std::size_t rows;
-    std::size_t columns;
-    std::vector<double> values;
-};
 
 // So many rows go through panels of so many values while these are in the first cache.
 inline constexpr std::size_t kGroup = 16;

@@ -1,9 +1,14 @@
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "clustering/distances/column_statistics.h"
 #include "clustering/distances/distance_fill.h"
+#include "clustering/distances/panels.h"
 #include "clustering/distances/term_sums.h"
+#include "frame/platform.h"
 #include "frame/recover.h"
 #include "processor/level.h"
 #include "zul/clustering.h"
@@ -13,14 +18,6 @@ namespace {
 
 using Data = types::IRectangularArray<double>;
 
-Panels PanelsOf(const Data& data, int rowCount, int columnCount) {
-    Panels panels(static_cast<std::size_t>(std::max(0, rowCount)), static_cast<std::size_t>(columnCount));
-    for (std::size_t row = 0; row < panels.rows; ++row)
-        for (std::size_t column = 0; column < panels.columns; ++column)
-            panels.At(row)[column * kLanes] = data.At(static_cast<int>(row), static_cast<int>(column));
-    return panels;
-}
-
 void Standardize(const ColumnStatistics& statistics, Panels& panels) {
     for (std::size_t row = 0; row < panels.rows; ++row) {
         for (std::size_t column = 0; column < panels.columns; ++column) {
@@ -28,6 +25,21 @@ void Standardize(const ColumnStatistics& statistics, Panels& panels) {
             value = (value - statistics.means[column]) / statistics.deviations[column];
         }
     }
+}
+
+// Whether all squares of differences, and all divisors, are such that quotients by reciprocals are those by the divisors:
+// differences of numbers from 1e-100 on are 0 or above 1e-117. By the bits, since a comparison would trap NaN.
+bool AllowReciprocals(const Panels& panels, const std::vector<double>& divisors) {
+    const auto isBetween = [](double x, double low, double high) {
+        const std::uint64_t bits = std::bit_cast<std::uint64_t>(x) & ~(std::uint64_t{1} << 63);
+        return bits >= std::bit_cast<std::uint64_t>(low) && bits <= std::bit_cast<std::uint64_t>(high);
+    };
+    return frame::RoundsToNearest() &&
+           std::all_of(divisors.begin(), divisors.end(),
+                       [&](double divisor) { return isBetween(divisor, 1e-150, 1e150); }) &&
+           std::all_of(panels.values.begin(), panels.values.end(), [&](double value) {
+               return isBetween(value, 1e-100, 1e100) || isBetween(value, 0, 0);
+           });
 }
 
 StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standardize, DistanceMatrix& out) {
@@ -43,18 +55,26 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
     if (status != types::Success) return status;
     const bool pearson = measure == Pearson || measure == SquaredPearson;
     ColumnStatistics statistics;
-    if (standardize || pearson) statistics = ComputeColumnMeansAndDeviations(data, rows, columns);
-    Panels panels = PanelsOf(data, rows, columns);
+    if (standardize || pearson)
+        statistics = ComputeColumnMeansAndDeviations(PanelsOfColumns(data, rows, columns));
+    Panels panels = PanelsOfRows(data, rows, columns);
     if (standardize) Standardize(statistics, panels);
-    for (double& s : statistics.deviations)
+    std::vector<double> reciprocals;
+    for (double& s : statistics.deviations) {
         s *= s;
+        reciprocals.push_back(1 / s);
+    }
     const TermSums& sums = TermSumsOf(processor::CurrentLevel());
+    const SumTerms divided =
+        AllowReciprocals(panels, statistics.deviations) ? sums.squaresByReciprocals : sums.dividedSquares;
     const SumTerms sumTerms = measure == Manhattan      ? sums.absolutes
-                              : pearson && !standardize ? sums.dividedSquares
+                              : pearson && !standardize ? divided
                                                         : sums.squares;
     const bool isRoot = measure == Euclidean || measure == Pearson;
     target.TakeRows(panels.rows);
-    DistanceFill(panels, sumTerms, {panels.columns, statistics.deviations.data(), isRoot}, target).Fill();
+    DistanceFill(panels, sumTerms, {panels.columns, statistics.deviations.data(), reciprocals.data(), isRoot},
+                 target)
+        .Fill();
     return types::Success;
 }
 

@@ -15,8 +15,9 @@ inline constexpr std::size_t kTile = 4;
 
 struct TermSum {
     std::size_t columns;
-    const double* divisors;  // for each column, if the terms are divided
-    bool isRoot;             // the square root of the sum is wanted
+    const double* divisors;     // for each column, if the terms are divided
+    const double* reciprocals;  // of them
+    bool isRoot;                // the square root of the sum is wanted
 };
 
 // Computes the sums for kTile rows, whose values are kLanes apart, and each row of so many panels; the sums of
@@ -24,12 +25,24 @@ struct TermSum {
 using SumTerms = void (*)(const TermSum& sum, const double* rows, const double* panels,
                           std::size_t panelCount, double* const (&out)[kTile]);
 
+// The means, and the sums of the squares of the deviations from them, of kLanes rows of two panels.
+struct ColumnMoments {
+    double means[2][kLanes];
+    double squares[2][kLanes];
+};
+
 // By the terms that are summed.
 struct TermSums {
     SumTerms squares;
     SumTerms absolutes;
     SumTerms dividedSquares;
+    // The same with the reciprocals of the divisors, for elementary::Quotient: rounding to nearest, of squares that are 0
+    // or from 1e-250 to 1e250, and of divisors from 1e-150 to 1e150.
+    SumTerms squaresByReciprocals;
     SumTerms products;  // of the values, not of their differences
+    // The moments of GetSampleMeanAndVariance() for n values of each row of two panels. False: not surely those, which it
+    // is for when rounding to nearest.
+    bool (*moments)(const double* const (&panels)[2], std::size_t n, ColumnMoments& out);
 };
 
 // Of any level that the processor has. The results are the same.

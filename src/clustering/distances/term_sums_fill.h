@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstring>
 
+#include "clustering/distances/column_moments_fill.h"
 #include "clustering/distances/term_sums.h"
+#include "elementary/core/division.h"
 #include "elementary/core/value.h"
 #include "processor/prefetch.h"
 
@@ -16,14 +18,15 @@
 namespace zul::dax::clustering {
 namespace {
 
-enum class Term { Square, Absolute, DividedSquare, Product };
+enum class Term { Square, Absolute, DividedSquare, SquareByReciprocal, Product };
 
 template <Term kTerm, class D>
-ZUL_INLINE D TermOf(D a, D b, D divisor) {
+ZUL_INLINE D TermOf(D a, D b, [[maybe_unused]] D divisor, [[maybe_unused]] D reciprocal) {
     if constexpr (kTerm == Term::Product) return b * a;
     const D d = a - b;
     if constexpr (kTerm == Term::Absolute) return elementary::Absolute(d);
     if constexpr (kTerm == Term::DividedSquare) return d * d / divisor;
+    if constexpr (kTerm == Term::SquareByReciprocal) return elementary::Quotient(d * d, divisor, reciprocal);
     return d * d;
 }
 
@@ -57,11 +60,14 @@ ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* pa
         D values[kVectors];
         for (std::size_t v = 0; v < kVectors; ++v)
             std::memcpy(&values[v], panel + column * kLanes + v * kCount, sizeof(D));
-        const D divisor = elementary::Splat<D>(kTerm == Term::DividedSquare ? sum.divisors[column] : 1);
+        constexpr bool kHasReciprocal = kTerm == Term::SquareByReciprocal;
+        constexpr bool kHasDivisor = kTerm == Term::DividedSquare || kHasReciprocal;
+        const D divisor = elementary::Splat<D>(kHasDivisor ? sum.divisors[column] : 1);
+        const D reciprocal = elementary::Splat<D>(kHasReciprocal ? sum.reciprocals[column] : 1);
         for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row)
             for (std::size_t v = 0; v < kVectors; ++v)
-                running[row][v] +=
-                    TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]), values[v], divisor);
+                running[row][v] += TermOf<kTerm>(elementary::Splat<D>(rows[column * kLanes + row]), values[v],
+                                                 divisor, reciprocal);
     }
     for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row) {
         double sums[kLanes];
@@ -87,7 +93,9 @@ void Sum(const TermSum& sum, const double* rows, const double* panels, std::size
 
 template <class D>
 constexpr TermSums MakeTermSums() {
-    return {Sum<Term::Square, D>, Sum<Term::Absolute, D>, Sum<Term::DividedSquare, D>, Sum<Term::Product, D>};
+    return {Sum<Term::Square, D>,        Sum<Term::Absolute, D>,
+            Sum<Term::DividedSquare, D>, Sum<Term::SquareByReciprocal, D>,
+            Sum<Term::Product, D>,       Moments<D>};
 }
 
 }  // namespace

@@ -73,19 +73,24 @@ struct TabledCounts {
 };
 
 template <class Kernel>
-struct InverseAndTail {
-    explicit InverseAndTail(const Kernel& kernel) : inverse(kernel) {}
-    const Kernel& inverse;
-    const bool isUpper = false;
-};
+const Kernel& InverseOf(const Kernel& kernel) {
+    return kernel;
+}
 
 template <class Kernel>
-struct InverseAndTail<EitherTail<Kernel>> {
-    explicit InverseAndTail(const EitherTail<Kernel>& kernel)
-        : inverse(kernel.Inverse()), isUpper(kernel.IsUpper()) {}
-    const Kernel& inverse;
-    const bool isUpper;
-};
+const Kernel& InverseOf(const EitherTail<Kernel>& kernel) {
+    return kernel.Inverse();
+}
+
+template <class Kernel>
+bool IsByUpperTail(const Kernel&) {
+    return false;
+}
+
+template <class Kernel>
+bool IsByUpperTail(const EitherTail<Kernel>& kernel) {
+    return kernel.IsUpper();
+}
 
 // Leaves the run of `first` before each element that is left, and at the end, so that the kernel finds the error state
 // of the element before the run.
@@ -97,14 +102,14 @@ inline void LeaveRunsOf(double first, double* out, std::size_t n) {
 template <class Kernel>
 bool FillQuantiles(Kernel& kernel, double* out, const double* in, std::size_t n) {
     constexpr std::size_t kMassesOfAnElement = 16;  // they take less time than a search
-    const InverseAndTail<Kernel> at(kernel);
-    const TabledCounts counts = at.inverse.Counts();
+    const bool isUpper = IsByUpperTail(kernel);
+    const TabledCounts counts = InverseOf(kernel).Counts();
     const numerics::QuantileTable table(counts.distribution, n * kMassesOfAnElement);
     std::fill_n(out, n, frame::kNA);
     if (table.IsEmpty()) return false;
     bool all = true;
     for (std::size_t i = 0; i < n; ++i) {
-        const double k = table.At(at.isUpper ? 1 - in[i] : in[i]);
+        const double k = table.At(isUpper ? 1 - in[i] : in[i]);
         if (frame::IsNA(k))
             all = false;
         else

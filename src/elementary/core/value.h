@@ -148,6 +148,15 @@ ZUL_INLINE bool AnyTopBit(U bits) {
     }
 }
 
+// Whether a comparison holds for any lane.
+template <class D, class Comparison>
+ZUL_INLINE bool AnyLane(Comparison holds) {
+    if constexpr (sizeof(D) == sizeof(double))
+        return holds;
+    else
+        return AnyTopBit((BitsOf<D>)holds);
+}
+
 template <class D>
 ZUL_INLINE D Load(const double* from) {
     D value;

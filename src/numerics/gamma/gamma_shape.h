@@ -61,12 +61,12 @@ private:
     static constexpr int kMostTerms = 64;
     static constexpr int kCells = 64;
     double end_ = 0;
-    // The rest is for an end above 0.
-    double cellsPerUnit_;  // cppcheck-suppress uninitMemberVarPrivate
+    // cppcheck-suppress uninitMemberVarNoCtor ; the rest is for an end above 0
+    double cellsPerUnit_;
     // A little above the arguments from which on there are more than so many terms.
-    double starts_[kMostTerms + 1];  // cppcheck-suppress uninitMemberVarPrivate
+    double starts_[kMostTerms + 1];
     // A number of terms that the arguments of a cell take at the least.
-    unsigned char leastTerms_[kCells + 1];  // cppcheck-suppress uninitMemberVarPrivate
+    unsigned char leastTerms_[kCells + 1];
 };
 
 // The fractional shape b in [0, 1) of UpperGammaSmall.
@@ -113,7 +113,7 @@ private:
 // alone is computed on first need and kept, so an object serves one thread at a time.
 class GammaShape {
 public:
-    // cppcheck-suppress uninitMemberVar ; the table is made when it is needed
+    // cppcheck-suppress uninitMemberVar ; the table is made when it pays
     GammaShape(double a)  // NOLINT: a shape is a number
         : a_(a), fraction_(std::isfinite(a) ? a - std::floor(a) : 0) {}
     double Value() const { return a_; }
