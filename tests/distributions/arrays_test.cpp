@@ -14,8 +14,10 @@
 #include "distributions/families.h"
 #include "elementary/arguments.h"
 #include "frame/error_state.h"
+#include "numerics/beta/switch_points.h"
 #include "processor/level.h"
 #include "support/float_mode.h"
+#include "zul/distributions.h"
 
 namespace zul::test {
 namespace {
@@ -250,6 +252,100 @@ TEST(Arrays, OfTheGammaPairMeetItsSwitches) {
             doubled.push_back(2 * value);
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqCdf"), {2 * shape, 0, 0}}, doubled));
         ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("ChiSqPdf"), {2 * shape}}, doubled));
+    }
+}
+
+// Of the search for a quantile: where its start by the first term of a series of the pair is good, and where it is exact;
+// where the terms of the pair change; the ends of the lanes; the complement that may be rounded.
+std::vector<double> AroundBetaSearchSwitches(const numerics::BetaShapes& shapes) {
+    std::vector<double> points = {0.5, 1e-285, 1e-270, 0.2, 1e-100, 1e-12};
+    for (const numerics::BetaOrientation& side : {shapes.Direct(), shapes.Mirrored()})
+        for (const double y : {0.2 / std::max(std::abs(side.Q() - 1), 0.4), 1e-12 / std::max(side.Q(), 1.0)})
+            points.push_back(std::exp(side.P() * std::log(y) - side.LogFirstDivisor()));
+    for (const double x : numerics::SwitchPoints(shapes)) {
+        double upper = 0;
+        numerics::beta_df(x, shapes, &points.emplace_back(), &upper, nullptr);
+    }
+    return points;
+}
+
+// Both tails of the points and of numbers beside them among others, in any order: probabilities.
+std::vector<double> AmongOthers(const std::vector<double>& points, RandomArguments& random) {
+    std::vector<double> values;
+    for (const double point : points)
+        for (const double shift : {0.0, 1e-15, -1e-12, 1e-9, -1e-6, 1e-4})
+            for (const double p : {point * (1 + shift), 1 - point * (1 + shift)})
+                if (p > 0 && p < 1) values.push_back(p);
+    for (int k = 0; k < 500; ++k) {
+        values.push_back(random.Uniform(0, 1));
+        values.push_back(random.AnyDouble(1e-290, 0.5));
+    }
+    for (std::size_t i = values.size() - 1; i > 0; --i)
+        std::swap(values[i], values[random.Bits() % (i + 1)]);
+    return values;
+}
+
+TEST(Arrays, OfBetaQuantilesMeetTheSwitchesOfTheirSearch) {
+    RandomArguments random;
+    for (const auto [a, b] : numerics::kShapes) {
+        const std::vector<double> values = AmongOthers(AroundBetaSearchSwitches({a, b}), random);
+        for (const double upper : {0.0, 1.0}) {
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("BetaInvCdf", 4), {a, b, upper}}, values));
+            ASSERT_NO_FATAL_FAILURE(
+                ExpectAlike({&FunctionOf("FInvCdf", 5), {2 * a, 2 * b, 0, upper}}, values));
+        }
+        ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("BetaInvCdf", 3), {a, b}}, values));
+    }
+}
+
+// Of the start by Hill, of the normal deviate that it takes, and of the probability that the search goes by; the tails at
+// which the other continued fraction is taken; the ends of the lanes.
+TEST(Arrays, OfTQuantilesMeetTheSwitchesOfTheirSearch) {
+    RandomArguments random;
+    for (const double df :
+         {0.7, 1.0, 1 + 1e-12, 1.5, 2.0, 2.5, 4.0, 4.999, 5.0, 11.5, 100.25, 1.9e5, 2.1e5}) {
+        std::vector<double> points = {0.5, 0.25, 0.225, 0.075, std::exp(-25), 0.4999999, 1e-100, 1e-280};
+        for (const double t : {3.0, std::sqrt(df), std::sqrt(df * 0.999), 1e50})
+            points.push_back(TCdf(t, df, 0, true));
+        for (int k = 1; k < 50; ++k)
+            points.push_back(k / 100.0);
+        const std::vector<double> values = AmongOthers(points, random);
+        for (const double upper : {0.0, 1.0})
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike({&FunctionOf("TInvCdf", 4), {df, 0, upper}}, values));
+    }
+}
+
+// Of the search for gamma quantiles: the ends of the ways to evaluate a point, as probabilities, those of where it
+// starts, of what it takes, and of the tail that it is searched for by.
+std::vector<double> AroundGammaQuantileSwitches(double shape) {
+    std::vector<double> points = {0.5,    0.25,   0.75,   1e-5,   1 - 1e-5, 1e-15,      1e-100,
+                                  1e-279, 1e-289, 1e-299, 3e-300, 1e-301,   1 - 0x1p-53};
+    for (const double x : {shape + 1, 1.5, 0.6 * shape, 1.4 * shape, shape, 0.3 * (shape + 1), 3 * shape,
+                           1e-100, 1e-25, 2e-9, 4e-4})
+        for (const double upper : {0.0, 1.0})
+            points.push_back(Applied{&FunctionOf("GammaCdf"), {shape, 1, 0, upper}}(x));
+    for (const double b : {0.01, 0.15, 0.35, 0.45, 0.6})
+        points.push_back(b / std::tgamma(std::min(shape, 100.0)));
+    return points;
+}
+
+TEST(Arrays, OfGammaQuantilesMeetTheSwitchesOfTheirSearch) {
+    RandomArguments random;
+    for (const double shape :
+         {1e-3, 0.02, 0.29, 0.3,   0.4,  0.9,  1 - 0x1p-53, 1.0,     1 + 1e-12, 1.5,   4.0,
+          9.99, 10.0, 15.5, 19.99, 20.0, 50.3, 400.7,       3000.25, 8.99e4,    9.01e4}) {
+        const std::vector<double> values = AmongOthers(AroundGammaQuantileSwitches(shape), random);
+        for (const double upper : {0.0, 1.0}) {
+            const Applied gamma{&FunctionOf("GammaInvCdf", 5), {shape, 2, 1, upper}};
+            ASSERT_NO_FATAL_FAILURE(ExpectAlike(gamma, values));
+            ASSERT_NO_FATAL_FAILURE(
+                ExpectAlike({&FunctionOf("ChiSqInvCdf", 4), {2 * shape, 0, upper}}, values));
+            // The error state comes from elements far before the end.
+            for (std::size_t count = 32; count < 50; ++count)
+                ASSERT_NO_FATAL_FAILURE(ExpectAlike(
+                    gamma,
+                    std::vector<double>(values.end() - static_cast<std::ptrdiff_t>(count), values.end())));
+        }
     }
 }
 

@@ -233,27 +233,34 @@ void RowAgglomeration::SearchRow(int cluster) {
 }
 
 void RowAgglomeration::SearchChunks(int cluster) {
-    constexpr std::size_t kChunk = ChunkBounds::kChunk;
-    const std::size_t first = Index(cluster) + 1;
-    const double* const row = rows_[Index(cluster)];
+    const std::size_t row = Index(cluster);
     LastPlace nearest{};
     std::size_t looked = kNone;  // the chunk that this is of
-    for (ChunkBounds::Chunk chunk; bounds_.FindNearest(Index(cluster), chunk);
-         bounds_.Set(Index(cluster), chunk)) {
-        const std::size_t begin = std::max(first, chunk.number * kChunk);
-        const std::size_t end = std::min(rows_.size(), (chunk.number + 1) * kChunk);
-        if (chunk.number != looked)
-            nearest = lanes_.lastSmallestPresent(row + begin, &absent_[begin], end - begin);
-        const std::size_t found = begin + nearest.end;
-        if (found > begin && nearest.value == chunk.bound) {
+    const auto look = [&](std::size_t number) {
+        looked = number;
+        nearest = LookAtChunk(cluster, number);
+        bounds_.Set(row, {number, nearest.end > 0 ? nearest.value : kNaN});
+    };
+    // What the neighbour had made of its bound is gone with it.
+    if (links_[row].neighbour > cluster) look(Index(links_[row].neighbour) / ChunkBounds::kChunk);
+    for (ChunkBounds::Chunk chunk; bounds_.FindNearest(row, chunk);) {
+        if (chunk.number == looked) {
             // Whether others are as near is not looked for.
-            Keep(cluster, row[found - 1], static_cast<int>(found - 1), false);
+            Keep(cluster, rows_[row][nearest.end - 1], static_cast<int>(nearest.end - 1), false);
             return;
         }
-        looked = chunk.number;
-        chunk.bound = found > begin ? nearest.value : kNaN;
+        look(chunk.number);
     }
     Keep(cluster, kInfinity, cluster, true);
+}
+
+LastPlace RowAgglomeration::LookAtChunk(int cluster, std::size_t number) const {
+    const std::size_t begin = std::max(Index(cluster) + 1, number * ChunkBounds::kChunk);
+    const std::size_t end = std::min(rows_.size(), (number + 1) * ChunkBounds::kChunk);
+    LastPlace nearest =
+        lanes_.lastSmallestPresent(rows_[Index(cluster)] + begin, &absent_[begin], end - begin);
+    if (nearest.end > 0) nearest.end += begin;
+    return nearest;
 }
 
 std::size_t RowAgglomeration::FindHighest(int cluster, double distance, std::size_t begin,

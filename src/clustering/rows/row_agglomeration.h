@@ -20,11 +20,13 @@ namespace zul::dax::clustering {
 // searches take long in spite of that, as when all clusters have the same neighbour again and again, they go by bounds
 // of chunks of the rows.
 //
-// Each join takes time in proportion to the clusters that are left, on the average of a run, whatever the distances. Its
-// passes over the clusters do. Searches by rows read at most a budget of so many distances for each pair of clusters.
-// A search by chunks ends at the first chunk whose bound is its smallest distance; at one whose bound is below it, the
-// bound is mended. A join spoils bounds of two chunks of each row and of all chunks of one, so no more are mended than
-// that; moving clusters up spoils all of them, but comes when a fifth of the clusters has gone.
+// Each join takes time in proportion to the clusters that are left, on the average of a run and whatever the distances:
+// - The passes over the clusters do.
+// - Searches by rows read at most a budget of so many distances for each pair of clusters.
+// - A search by chunks looks at that of the neighbour, and ends at the first whose bound is its smallest distance. The
+//   others that it looks at have bounds that are below, which are mended. A join spoils those of two chunks of each row
+//   and of all chunks of one, so no more are mended than that. The layers above are two for up to a million objects.
+// - Moving clusters up takes the square of their number, and spoils all bounds, but comes when a fifth has gone.
 //
 // The clusters stand at positions in the order of their numbers. Those that are left move up whenever a fifth of the
 // positions has none any more, so that the rows are short.
@@ -52,6 +54,8 @@ private:
     void Search(int cluster);
     void SearchRow(int cluster);
     void SearchChunks(int cluster);
+    // The smallest distance in a chunk of a cluster's row, and one more than its last position; 0: none.
+    LastPlace LookAtChunk(int cluster, std::size_t number) const;
     void PrefetchChunk(int cluster, int absorbed);
     // One more than the highest of the positions from `begin` to `end` - 1 that is at the distance; `begin`: none.
     std::size_t FindHighest(int cluster, double distance, std::size_t begin, std::size_t end) const;

@@ -92,6 +92,10 @@ double BetaInvCdfKernel::AtUpperTail(double q) const {
     return ErrorState().Failed() ? kNA : x;
 }
 
+numerics::BetaQuantilePlan BetaInvCdfKernel::Plan() const {
+    return numerics::PlanBetaQuantiles(shapes_);
+}
+
 }  // namespace kernels
 
 double BetaPdf(double x, double a, double b) {

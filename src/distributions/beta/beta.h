@@ -60,11 +60,14 @@ private:
 // The quantile at p, 0 at p = 0 and 1 at p = 1.
 class BetaInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     static constexpr bool kKeptBetweenCalls = true;
     BetaInvCdfKernel(double a, double b) : shapes_(a, b) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    // For lanes.
+    numerics::BetaQuantilePlan Plan() const;
 
 private:
     numerics::BetaShapes shapes_;

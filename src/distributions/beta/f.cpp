@@ -128,6 +128,11 @@ double FInvCdfKernel::AtUpperTail(double q) const {
     return ErrorState().Failed() ? kNA : x;
 }
 
+numerics::BetaQuantilePlan FInvCdfKernel::Plan() const {
+    if (noncentrality_ == 0) return numerics::PlanBetaQuantiles(halfDf_);
+    return {};
+}
+
 double FInvCdfKernel::Central(double p) const {
     double x = 0;
     if (p > 0.5)

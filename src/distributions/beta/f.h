@@ -69,12 +69,15 @@ private:
 // kFarEnd. A noncentrality below ten times the smallest normal number, also a negative one, counts as 0.
 class FInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double, double>;
     static constexpr bool kKeptBetweenCalls = true;
     FInvCdfKernel(double df1, double df2, double noncentrality)
         : halfDf_(df1 / 2, df2 / 2), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    // For lanes.
+    numerics::BetaQuantilePlan Plan() const;
 
 private:
     double Central(double p) const;

@@ -193,6 +193,14 @@ double TInvCdfKernel::AtUpperTail(double q) const {
     return ErrorState().Failed() ? kNA : t;
 }
 
+numerics::TQuantilePlan TInvCdfKernel::Plan() const {
+    const double df = shape_.Df();
+    // Quiet comparisons. From 1 on Hill's start serves, at 1 and 2 nothing is searched for.
+    const bool isSearch = std::isgreater(df, 1.0) && df != 2 && numerics::AreOrdinaryShapes(0.5, df / 2);
+    if (noncentrality_ != 0 || !isSearch) return {};
+    return {true, df, shape_.GammaRatio()};
+}
+
 double TInvCdfKernel::Central(double p) const {
     double t = 0;
     if (p > 0.5)

@@ -72,11 +72,14 @@ private:
 // The quantile at p. p = 0 and p = 1 give NA.
 class TInvCdfKernel {
 public:
+    using Table = Lanes;
     using Parameters = frame::ParameterList<double, double>;
     static constexpr bool kKeptBetweenCalls = true;
     TInvCdfKernel(double df, double noncentrality) : shape_(df), noncentrality_(noncentrality) {}
     double operator()(double p) const;
     double AtUpperTail(double q) const;
+    // For lanes.
+    numerics::TQuantilePlan Plan() const;
 
 private:
     double Central(double p) const;

@@ -107,13 +107,16 @@ double FirstAnswer(double p, const GammaShape& shape) {
 
 }  // namespace
 
-void FindStandardQuantiles(const GammaShape& shape, double* z, const double* p, std::size_t n) {
-    const frame::NumericErrorState state = ErrorState();
+void FindTargets(bool byUpperTail, double* targets, const double* p, std::size_t n) {
     for (std::size_t i = 0; i < n; ++i) {
         const bool isInside = std::isgreater(p[i], 0.0) && std::isless(p[i], 1.0);
-        z[i] = isInside ? FirstAnswer(p[i], shape) : kNA;
+        if (!isInside)
+            targets[i] = 0;
+        else if (byUpperTail)
+            targets[i] = p[i] < 0.5 ? -p[i] : LowerTailOf(p[i]);
+        else
+            targets[i] = p[i] > 0.5 ? -(1 - p[i]) : p[i];
     }
-    ErrorState() = state;
 }
 
 GammaTailInLanes GammaInvCdfKernel::InLanes() const {

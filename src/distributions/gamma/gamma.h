@@ -93,9 +93,9 @@ private:
     double threshold_;
 };
 
-// The quantiles of the standard gamma distribution at n lower tails before they are verified; NA outside 0 < p < 1 and
-// where none is found. The error state stays as it is.
-void FindStandardQuantiles(const numerics::GammaShape& shape, double* z, const double* p, std::size_t n);
+// The tails, at most 1/2, that the quantiles at n probabilities are searched for by, negative for the upper tail; 0 outside
+// 0 < p < 1.
+void FindTargets(bool byUpperTail, double* targets, const double* p, std::size_t n);
 
 // The lower tail of the standard gamma distribution at t minus p; the shape has to outlive it.
 class CmGammaCdf : public CmInversion {

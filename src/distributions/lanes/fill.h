@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "distributions/beta/lanes/densities.h"
+#include "distributions/beta/lanes/quantiles.h"
 #include "distributions/beta/lanes/tails.h"
 #include "distributions/bounded/lanes/triangular.h"
 #include "distributions/closed_forms/lanes/cauchy.h"
@@ -101,12 +102,12 @@ bool Fill(Kernel& kernel, double* out, const double* in, std::size_t n) {
 // Null where lanes gain nothing.
 template <class D, class Kernel>
 constexpr frame::FillInLanes<Kernel> FillOfKernel() {
-    if constexpr (!RestsOnBetaPair<Kernel>)
-        return Fill<D, Kernel>;
-    else if constexpr (kLanesOf<D> > 2)
+    if constexpr (kLanesOf<D> == 2 && (RestsOnBetaPair<Kernel> || kSearchesForBetaQuantile<Kernel>))
+        return nullptr;
+    else if constexpr (RestsOnBetaPair<Kernel>)
         return FillByBetaPair<D, Kernel>;
     else
-        return nullptr;
+        return Fill<D, Kernel>;
 }
 
 template <class D, class... Kernels>

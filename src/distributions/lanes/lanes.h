@@ -35,11 +35,11 @@ struct LaneFunctions : LaneFunction<Kernels>... {};
 // A family to a line.
 // clang-format off
 struct Lanes : LaneFunctions<
-    BetaPdfKernel, BetaCdfKernel,
+    BetaPdfKernel, BetaCdfKernel, BetaInvCdfKernel, EitherTail<BetaInvCdfKernel>,
     CauchyPdfKernel, CauchyCdfKernel, CauchyInvCdfKernel, EitherTail<CauchyInvCdfKernel>,
     ChiSqPdfKernel, ChiSqCdfKernel, ChiSqInvCdfKernel, EitherTail<ChiSqInvCdfKernel>,
     ExponentialPdfKernel, ExponentialCdfKernel, ExponentialInvCdfKernel, EitherTail<ExponentialInvCdfKernel>,
-    FPdfKernel, FCdfKernel,
+    FPdfKernel, FCdfKernel, FInvCdfKernel, EitherTail<FInvCdfKernel>,
     GammaPdfKernel, GammaCdfKernel, GammaInvCdfKernel, EitherTail<GammaInvCdfKernel>,
     HalfNormalPdfKernel, HalfNormalCdfKernel, HalfNormalInvCdfKernel, EitherTail<HalfNormalInvCdfKernel>,
     LaplacePdfKernel, LaplaceCdfKernel, LaplaceInvCdfKernel, EitherTail<LaplaceInvCdfKernel>,
@@ -49,7 +49,7 @@ struct Lanes : LaneFunctions<
     LogNormalPdfKernel, LogNormalCdfKernel, LogNormalInvCdfKernel, EitherTail<LogNormalInvCdfKernel>,
     NormalPdfKernel, NormalCdfKernel, NormalInvCdfKernel, EitherTail<NormalInvCdfKernel>,
     SmallestExtremeValuePdfKernel, SmallestExtremeValueCdfKernel, SmallestExtremeValueInvCdfKernel, EitherTail<SmallestExtremeValueInvCdfKernel>,
-    TPdfKernel, TCdfKernel,
+    TPdfKernel, TCdfKernel, TInvCdfKernel, EitherTail<TInvCdfKernel>,
     TriangularPdfKernel, TriangularCdfKernel, TriangularInvCdfKernel, EitherTail<TriangularInvCdfKernel>,
     WeibullPdfKernel, WeibullCdfKernel, WeibullInvCdfKernel, EitherTail<WeibullInvCdfKernel>> {
     // clang-format on

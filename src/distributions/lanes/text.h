@@ -9,6 +9,7 @@
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
 #include "elementary/core/power.h"
+#include "elementary/core/root.h"
 #include "elementary/core/trigonometric.h"
 #include "elementary/core/value.h"
 #include "numerics/lanes/part_of_vector.h"
@@ -26,6 +27,7 @@ using elementary::kLanesOf;
 using elementary::NotBelow;
 using elementary::Select;
 using elementary::Splat;
+using elementary::Sqrt;
 using numerics::LoadFirst;
 using numerics::StoreFirst;
 
@@ -43,19 +45,6 @@ struct Left {
     ZUL_INLINE auto Are() const { return (marks >> 63) != 0; }
     ZUL_INLINE BitsOf<D> Others() const { return (marks >> 63) - 1; }
 };
-
-template <class D>
-ZUL_INLINE D Sqrt(D x) {
-    if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
-#if defined(__AVX__)
-    if constexpr (kLanesOf<D> == 4)
-        return __builtin_bit_cast(D, _mm256_sqrt_pd(__builtin_bit_cast(__m256d, x)));
-#endif
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8)
-        return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
-#endif
-}
 
 // Numbers of which neither a distance nor its ratio to an ordinary scale overflows; not NaN.
 inline constexpr double kOrdinary = 1e150;

@@ -148,6 +148,15 @@ ZUL_INLINE bool AnyTopBit(U bits) {
     }
 }
 
+// Whether a comparison holds for any lane.
+template <class D, class Comparison>
+ZUL_INLINE bool AnyLane(Comparison holds) {
+    if constexpr (sizeof(D) == sizeof(double))
+        return holds;
+    else
+        return AnyTopBit((BitsOf<D>)holds);
+}
+
 template <class D>
 ZUL_INLINE D Load(const double* from) {
     D value;
@@ -168,6 +177,21 @@ ZUL_INLINE __m512d GatherEight(const double* table, __m512i place) {
     return _mm512_mask_i64gather_pd(_mm512_setzero_pd(), 0xFF, place, table, 8);
 }
 #pragma GCC diagnostic pop
+#endif
+
+#if defined(__GNUC__)
+template <class D>
+ZUL_INLINE D Sqrt(D x) {
+    if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
+#if defined(__AVX__)
+    if constexpr (kLanesOf<D> == 4)
+        return __builtin_bit_cast(D, _mm256_sqrt_pd(__builtin_bit_cast(__m256d, x)));
+#endif
+#if defined(__AVX512F__)
+    if constexpr (kLanesOf<D> == 8)
+        return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
+#endif
+}
 #endif
 
 // table[kStride index] of each lane.

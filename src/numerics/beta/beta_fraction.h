@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "elementary/core/value.h"
 #include "elementary/logarithm.h"
 
 namespace zul::numerics {
@@ -20,56 +21,66 @@ struct UnitArgument {
 // within about 20 steps for shapes below 100, within a few square roots of the smaller shape for others.
 // Source: A. R. DiDonato and A. H. Morris, Significant digit computation of the incomplete beta function
 // ratios, 1992, equation 9.
-class BetaFraction {
+// Over a value: a double or lanes of them.
+template <class D>
+class BetaFractionOf {
 public:
     static constexpr int kStepLimit = 10'000;
 
-    BetaFraction(double a, double b, const UnitArgument& at)
-        : a_(a), b_(b), x_(at.x), slope_(1 + at.complement), start_(a * at.complement - b * at.x + 1) {
-        reciprocal_ = 1 / (a + 1);
+    ZUL_INLINE BetaFractionOf(D a, D b, D x, D complement)
+        : a_(a), b_(b), x_(x), slope_(1.0 + complement), start_(a * complement - b * x + 1.0) {
+        reciprocal_ = 1.0 / (a + 1.0);
         denominator_ = a * start_ * reciprocal_;
     }
+    ZUL_INLINE BetaFractionOf(D a, D b, const UnitArgument& at) : BetaFractionOf(a, b, at.x, at.complement) {}
     // For n = 1, 2, ...
-    void Advance(double n) {
+    ZUL_INLINE void Advance(double n) {
         constexpr double kLarge = 1e100;  // where the convergents are scaled down
-        const double share = n * (b_ - n) * x_ * reciprocal_;
-        const double alpha = (a_ + n - 1) * (a_ + b_ + n - 1) * x_ * reciprocal_ * share;
-        reciprocal_ = 1 / (a_ + 2 * n + 1);
-        const double beta = n + share + (a_ + n) * (start_ + n * slope_) * reciprocal_;
-        const double numerator = beta * numerator_ + alpha * numeratorBefore_;
-        const double denominator = beta * denominator_ + alpha * denominatorBefore_;
+        const D share = n * (b_ - n) * x_ * reciprocal_;
+        const D alpha = (a_ + n - 1.0) * (a_ + b_ + n - 1.0) * x_ * reciprocal_ * share;
+        reciprocal_ = 1.0 / (a_ + 2 * n + 1.0);
+        const D beta = n + share + (a_ + n) * (start_ + n * slope_) * reciprocal_;
+        const D numerator = beta * numerator_ + alpha * numeratorBefore_;
+        const D denominator = beta * denominator_ + alpha * denominatorBefore_;
         numeratorBefore_ = numerator_;
         denominatorBefore_ = denominator_;
         numerator_ = numerator;
         denominator_ = denominator;
-        if (std::abs(denominator) > kLarge) {
-            numerator_ /= kLarge;
-            denominator_ /= kLarge;
-            numeratorBefore_ /= kLarge;
-            denominatorBefore_ /= kLarge;
+        const auto large = elementary::Absolute(denominator) > kLarge;
+        if (elementary::AnyLane<D>(large)) {
+            const D scale = elementary::Select(large, elementary::Splat<D>(kLarge), elementary::Splat<D>(1));
+            numerator_ = numerator_ / scale;
+            denominator_ = denominator_ / scale;
+            numeratorBefore_ = numeratorBefore_ / scale;
+            denominatorBefore_ = denominatorBefore_ / scale;
         }
     }
     // Whether the last two convergents agree.
-    bool Converged() const {
+    ZUL_INLINE auto Converged() const {
         constexpr double kTolerance = 1e-15;
-        const double cross = numerator_ * denominatorBefore_;
-        return std::abs(cross - numeratorBefore_ * denominator_) <= kTolerance * std::abs(cross);
+        const D cross = numerator_ * denominatorBefore_;
+        return elementary::Absolute(cross - numeratorBefore_ * denominator_) <=
+               kTolerance * elementary::Absolute(cross);
     }
+    ZUL_INLINE D Numerator() const { return numerator_; }
+    ZUL_INLINE D Denominator() const { return denominator_; }
     // 0 where the denominator is.
-    double Value() const { return denominator_ == 0 ? 0 : a_ * (numerator_ / denominator_); }
+    ZUL_INLINE D Value() const { return denominator_ == 0 ? 0 : a_ * (numerator_ / denominator_); }
 
 private:
-    double a_;
-    double b_;
-    double x_;
-    double slope_;
-    double start_;
-    double reciprocal_;  // of a + 2 n + 1
-    double numeratorBefore_ = 0;
-    double denominatorBefore_ = 1;
-    double numerator_ = 1;
-    double denominator_;
+    D a_;
+    D b_;
+    D x_;
+    D slope_;
+    D start_;
+    D reciprocal_;  // of a + 2 n + 1
+    D numeratorBefore_ = D{};
+    D denominatorBefore_ = elementary::Splat<D>(1);
+    D numerator_ = elementary::Splat<D>(1);
+    D denominator_;
 };
+
+using BetaFraction = BetaFractionOf<double>;
 
 // The limit; 0 when kStepLimit steps do not do.
 inline double BetaFractionLimit(double a, double b, const UnitArgument& at) {

@@ -10,6 +10,7 @@
 #include "elementary/trigonometric.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/quantile_steps.h"
 #include "numerics/gamma/incomplete_gamma.h"
 #include "numerics/limits.h"
 #include "numerics/roots/newton_refinement.h"
@@ -20,24 +21,7 @@ namespace {
 using frame::ErrorState;
 using frame::operator""_routine;
 
-// Below it the pair may be an exact 0.
-constexpr double kSmallTarget = 1e-285;
-// The first term of the series at an end of [0, 1] is the whole tail to full precision.
-constexpr double kFirstTermAlone = 1e-12;
-
-// A point of (0, 1) and its complement, both to full precision.
-struct Point {
-    double y;
-    double rest;
-};
-
-// Where log(y / (1 - y)) is the logit.
-Point AtLogit(double logit) {
-    const double odds = elementary::Exp(-std::abs(logit));
-    const double smaller = odds / (1 + odds);
-    const double larger = 1 / (1 + odds);
-    return logit < 0 ? Point{smaller, larger} : Point{larger, smaller};
-}
+using Point = PointOf<double>;
 
 // The lower tail beside its target: excess = log(tail / target), slope its derivative with respect to the
 // logit; a slope of 0 says that only the sign of the excess is known.
@@ -71,8 +55,6 @@ Residual SmallTail(const BetaOrientation& shapes, const Point& at, double logTar
 }
 
 Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target, double logTarget) {
-    constexpr double kNear = 0.5;       // where the logarithms would cancel
-    constexpr double kSteady = 1e-270;  // times the largest shape still no underflow
     if (target < kSmallTarget) return SmallTail(shapes, at, logTarget);
     double tail = 0;
     double other = 0;
@@ -85,28 +67,8 @@ Residual Evaluate(const BetaOrientation& shapes, const Point& at, double target,
     if (ErrorState().Failed()) return kUnknown;
     if (!(tail > 0)) return SmallTail(shapes, at, logTarget);
     const double slope = density > 0 ? density * at.y * at.rest / tail : 0;
-    const double ratio = tail / target;
     const bool steady = target > kSteady && density * std::min(at.y, at.rest) > kSteady;
-    return {std::abs(ratio - 1) < kNear ? elementary::Log1p((tail - target) / target)
-                                        : elementary::Log(tail) - logTarget,
-            slope, true, steady};
-}
-
-// The logit of y from log(y).
-double LogitOfLog(double logY) {
-    return logY < 0 ? logY - elementary::Log(-elementary::Expm1(logY)) : 0;
-}
-
-// The logarithm of the shape-th root, at most 0.
-double LogOfRoot(double logarithm, double shape) {
-    constexpr double kSurelyZero = -800;  // the exponential of it
-    if (logarithm >= 0) return 0;
-    return logarithm < kSurelyZero * shape ? kSurelyZero : logarithm / shape;
-}
-
-// log(y) where the first term of the series, y^p / (p B(p, q)), is the tail; 0 where it is none.
-double LogOfFirstTerm(const BetaOrientation& shapes, double logTail) {
-    return LogOfRoot(logTail + shapes.LogFirstDivisor(), shapes.P());
+    return {ExcessOf(tail, target, logTarget), slope, true, steady};
 }
 
 // The quantiles in closed form: the first term is the whole tail, or the other one, and the arc sine
@@ -137,100 +99,27 @@ struct Target {
     bool briefly;
 };
 
-// How a start was found: as good as exact, or to be refined.
-struct Start {
-    double logit;
-    bool exact;
-    Point point;
-};
-
-// From the first term at the near end; false where the second one is not small beside it.
-bool StartAtEnd(const BetaOrientation& shapes, double logTail, Start* start) {
-    constexpr double kSmallCorrection = 0.2;
-    const double logY = LogOfFirstTerm(shapes, logTail);
-    if (logY >= 0) return false;
-    const double y = elementary::Exp(logY);
-    const double secondTerm = (shapes.Q() - 1) * y;
-    if (!(std::abs(secondTerm) <= kSmallCorrection)) return false;
-    const bool exact = y * std::max(shapes.Q(), 1.0) <= kFirstTermAlone;
-    *start = {LogitOfLog(logY) + secondTerm / (shapes.P() + 1), exact, {y, 1 - y}};
-    return true;
-}
-
-// AS 109: from the normal distribution for large shapes, from chi-square otherwise.
-double StartInside(const BetaOrientation& shapes, double target, double logTarget) {
-    constexpr double kVanishing = 1e-100;  // where 1 / (9 q) to the power 1.5 may overflow
-    const double p = shapes.P();
-    const double q = shapes.Q();
-    const double r = std::sqrt(-2 * logTarget);
-    const double z = r - (2.30753 + 0.27061 * r) / (1 + (0.99229 + 0.04481 * r) * r);
-    if (p > 1 && q > 1) {
-        const double lambda = (z * z - 3) / 6;
-        const double s = 1 / (2 * p - 1);
-        const double t = 1 / (2 * q - 1);
-        const double h = 2 / (s + t);
-        const double w =
-            z * std::sqrt(std::max(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
-        return shapes.LogP() - shapes.LogQ() - 2 * w;
-    }
-    const double variance = q > kVanishing ? 1 / (9 * q) : 0;
-    const double root = q > kVanishing ? 1 - variance + z * std::sqrt(variance) : 0;
-    const double chiSquare = 2 * q * root * root * root;
-    if (!(chiSquare > 0)) return -LogitOfLog(LogOfFirstTerm(shapes.Mirrored(), elementary::Log1p(-target)));
-    const double ratio = (4 * p + 2 * q - 2) / chiSquare;
-    if (ratio <= 1) return LogitOfLog(LogOfFirstTerm(shapes, logTarget));
-    return elementary::Log((ratio - 1) / 2);
-}
-
-// The step to the zero of the excess as a function of the logit: the inverse of its Taylor series up to the
-// third order, or Halley's where that is far away, no further than twice Newton's.
-double Step(const BetaOrientation& shapes, const Point& at, const Residual& r) {
-    constexpr double kNear = 0.1;
-    constexpr double kLeastDivisor = 0.5;
-    const double p = shapes.P();
-    const double q = shapes.Q();
-    const double newton = -r.excess / r.slope;
-    const double curvature = p * at.rest - q * at.y - r.slope;  // the second derivative over the first
-    const double bend = curvature * newton / 2;
-    if (!(std::abs(bend) < kNear && std::abs(r.excess) < kNear && std::abs(newton) < 1)) {
-        return newton / std::max(1 + bend, kLeastDivisor);
-    }
-    const double third = curvature * (curvature - r.slope) - (p + q) * at.y * at.rest;  // over the first, too
-    return newton * (1 - bend + 2 * bend * bend - third * newton * newton / 6);
-}
-
-// The pair itself jumps by its tolerance here and there: what is close is good, and after some steps all that the
-// tolerance asks for.
-constexpr double kClose = 2e-10;
-
-// Whether the pair at the next point, a step from the last one, is surely within kClose of the target, and leaves the
-// error state as it is, so that evaluating it would change nothing.
+// Whether the pair at the next point, a step from the last one, is surely within kCloseToTarget of the target, and
+// leaves the error state as it is, so that evaluating it would change nothing.
 //
 // Let f be the logarithm of the tail as a function of the logit, s = f', K = p + q + 1 and u = K |e / s| for the excess
 // e. Then s <= p, and the curvature, third and fourth derivatives over s are at most 2 K, 6.25 K^2 and 30 K^3 (they are
 // polynomials in p, q, s, y and 1 - y). The step is the inverse of the Taylor series up to the third order, so that it
-// leaves an excess of at most (5 + 5 + 1.25) u^3 |e|, and a little of higher order: below 2e-11 by kLeft.
+// leaves an excess of at most (5 + 5 + 1.25) u^3 |e|, and a little of higher order: below 2e-11 by LeavesNothing.
 //
 // Of the n terms of the series, in number and kind the same at both points by RepeatsBetaTerms, what is left out is at
 // most 2e-9 of their sum: no earlier ratio is below the last one. Relative to the sum it changes by no more than 4 n
 // times the step, and counts for a tail that is the complement of the computed one at most four times: 4 * 2e-9 * 4 u =
 // 1.3e-10, with n counted to K. The slope, which is as good as the tail, adds 1e-9 |e|, roundings add 1e-11 up to
-// kLargestSum. Altogether that is below kClose.
+// kLargestSureSum. Altogether that is below kCloseToTarget.
 bool NeedsNoEvaluation(const BetaOrientation& shapes, double target, const Point& at, const Residual& r,
                        double nextLogit) {
-    constexpr double kFarthest = 4e-3;
-    constexpr double kLeft = 1e-12;
-    constexpr double kLargestExcess = 1e-4;
-    constexpr double kLargestSum = 1e4;
-    constexpr double kLeastComplement = 0.2;
-
     const double sum = shapes.P() + shapes.Q();
-    const double excess = std::abs(r.excess);
-    if (!(r.steady && sum <= kLargestSum && excess <= kLargestExcess)) return false;
-    const double u = (sum + 1 + ErrorState().count) * excess / r.slope;
-    if (!(u <= kFarthest && u * u * u * excess <= kLeft)) return false;
+    if (!(r.steady && sum <= kLargestSureSum)) return false;
+    if (!LeavesNothing(sum, static_cast<double>(ErrorState().count), std::abs(r.excess), r.slope))
+        return false;
     const bool isComplement = (at.rest < at.y) == (ErrorState().method == BetaLower);
-    if (isComplement && target < kLeastComplement) return false;
+    if (isComplement && target < kLeastSureComplement) return false;
     const Point next = AtLogit(nextLogit);
     if ((at.rest < at.y) != (next.rest < next.y)) return false;
     return shapes.IsMirrored() ? RepeatsBetaTerms(next.rest, next.y, shapes.Shapes())
@@ -240,19 +129,9 @@ bool NeedsNoEvaluation(const BetaOrientation& shapes, double target, const Point
 // From a start to the point with the target, between bounds. False: no convergence.
 bool Refine(const BetaOrientation& shapes, const Target& target, double logit, Point* result) {
     constexpr int kEvaluationLimit = 200;
-    constexpr double kLogitLimit = 662;     // beyond it the pair counts as (0, 1)
-    constexpr double kLeastSlope = 1e-200;  // so that no step overflows
-    constexpr double kMargin = 1e-3;
-    constexpr int kPatience = 8;  // evaluations that try to be close
 
-    const double p = shapes.P();
-    const double q = shapes.Q();
     double lo = -kLogitLimit;
-    double hi = kLogitLimit;
-    if (p > 1 && q > 1) {
-        // The median, which the root does not exceed, lies between mean and mode.
-        hi = std::max(shapes.LogP() - shapes.LogQ(), elementary::Log((p - 1) / (q - 1))) + kMargin;
-    }
+    double hi = HighestLogit(shapes);
     double least = DBL_MAX;
     logit = std::clamp(logit, lo, hi);
     for (int k = 1; k <= kEvaluationLimit; ++k) {
@@ -263,10 +142,11 @@ bool Refine(const BetaOrientation& shapes, const Target& target, double logit, P
             least = std::abs(r.excess);
             *result = at;
         }
-        if (least <= (k <= kPatience ? kClose : kSeriesTolerance)) return true;
+        if (least <= (k <= kPatience ? kCloseToTarget : kSeriesTolerance)) return true;
         (r.excess < 0 ? lo : hi) = logit;
         // From the side where the tail is flat there may be no step at all.
-        double next = r.slope > kLeastSlope ? logit + Step(shapes, at, r) : lo;
+        double next =
+            r.slope > kLeastSlope ? logit + StepOf(shapes.P(), shapes.Q(), at, r.excess, r.slope) : lo;
         if (!(next > lo && next < hi)) {
             next = lo + (hi - lo) / 2;
         } else if (target.briefly && k < kPatience && NeedsNoEvaluation(shapes, target.tail, at, r, next)) {
@@ -287,22 +167,25 @@ bool LowerQuantile(const BetaOrientation& shapes, double target, bool briefly, P
     }
     if (InClosedForm(shapes, target, result)) return true;
     const double logTarget = elementary::Log(target);
-    Start start{};
-    if (StartAtEnd(shapes, logTarget, &start)) {
-        if (start.exact) {
-            *result = start.point;
-            return true;
-        }
-    } else if (shapes.Q() < 1 && StartAtEnd(shapes.Mirrored(), elementary::Log1p(-target), &start)) {
-        if (start.exact) {
-            *result = {start.point.rest, start.point.y};
-            return true;
-        }
-        start.logit = -start.logit;
+    double logit = 0;
+    const StartAtEnd<double> near = FindStartAtEnd(shapes, logTarget);
+    if (near.good) {
+        *result = {near.y, 1 - near.y};
+        if (near.exact) return true;
+        logit = near.Logit();
     } else {
-        start.logit = StartInside(shapes, target, logTarget);
+        StartAtEnd<double> far{};
+        if (shapes.Q() < 1) far = FindStartAtEnd(shapes.Mirrored(), elementary::Log1p(-target));
+        if (!far.good) {
+            logit = StartInside(shapes, target, logTarget);
+        } else if (far.exact) {
+            *result = {1 - far.y, far.y};
+            return true;
+        } else {
+            logit = -far.Logit();
+        }
     }
-    return Refine(shapes, {target, logTarget, briefly}, start.logit, result);
+    return Refine(shapes, {target, logTarget, briefly}, logit, result);
 }
 
 void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::RoutineName& routine,
@@ -311,6 +194,7 @@ void Quantile(double target, const BetaShapes& shapes, bool upper, const frame::
     const double b = shapes.B();
     ErrorState().Begin(routine);
     ErrorState().method = 0;
+    ErrorState().count = 0;
     *x = *complement = -DBL_MAX;
     if (!(target >= 0 && target <= 1 && a > 0 && a <= kShapeLimit && b > 0 && b <= kShapeLimit)) {
         ErrorState().level = frame::LevelDomain;

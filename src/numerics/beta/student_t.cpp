@@ -11,6 +11,7 @@
 #include "elementary/trigonometric.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
+#include "numerics/beta/t_quantile_steps.h"
 #include "numerics/limits.h"
 #include "numerics/normal.h"
 
@@ -24,10 +25,6 @@ namespace {
 
 // Quantiles above it are given up.
 constexpr double kLargestQuantile = 1e300;
-// Below it the tails come close to their underflow.
-constexpr double kSmallestTail = 1e-280;
-// The most that a step moves log(t).
-constexpr double kLargeStep = 5;
 
 // The probability outside [-t, t], for t > 0 and many degrees of freedom.
 double NormalOutside(double t, double df) {
@@ -60,49 +57,11 @@ double Outside(double t, const TShape& shape) {
     return 0;
 }
 
-// The normal deviate with the upper tail q <= 0.5 to seven digits.
-double UpperDeviate(double q) {
-    const double centre = 0.5 - q;
-    if (centre <= 0.425) {
-        const double r = 0.180625 - centre * centre;
-        return centre * (((59.109374720 * r + 159.29113202) * r + 50.434271938) * r + 3.3871327179) /
-               (((67.187563600 * r + 78.757757664) * r + 17.895169469) * r + 1);
-    }
-    double r = std::sqrt(-elementary::Log(q));
-    if (r <= 5) {
-        r -= 1.6;
-        return (((0.17023821103 * r + 1.3067284816) * r + 2.7568153900) * r + 1.4234372777) /
-               ((0.12021132975 * r + 0.73700164250) * r + 1);
-    }
-    r -= 5;
-    return (((0.017337203997 * r + 0.42868294337) * r + 3.0812263860) * r + 6.6579051150) /
-           ((0.012258202635 * r + 0.24197894225) * r + 1);
-}
-
-// Hill's quantile with the upper tail q <= 0.5, for df n >= 1, in his letters.
-double HillQuantile(double q, double n) {
-    constexpr double kTinyPower = 1e-100;
-
-    const double a = 1 / (n - 0.5);
-    const double b = 48 / (a * a);
-    double c = ((20700 * a / b - 98) * a - 16) * a + 96.36;
-    const double d = ((94.5 / (b + c) - 3) / b + 1) * std::sqrt(a * std::numbers::pi / 2) * n;
-    const double power = elementary::Pow(d * 2 * q, 1 / n);
-    if (power < kTinyPower) return std::sqrt(n) / std::max(power, DBL_MIN);
-    double y = power * power;
-    if (y > 0.05 + a) {
-        const double x = -UpperDeviate(q);
-        y = x * x;
-        if (n < 5) c += 0.3 * (n - 4.5) * (x + 0.6);
-        c = (((0.05 * d * x - 5) * x - 7) * x - 2) * x + b + c;
-        y = (((((0.4 * y + 6.3) * y + 36) * y + 94.5) / c - y - 3) / b + 1) * x;
-        y = elementary::Expm1(a * y * y);
-    } else {
-        y = ((1 / (((n + 6) / (n * y) - 0.089 * d - 0.822) * (n + 2) * 3) + 0.5 / (n + 4)) * y - 1) *
-                (n + 1) / (n + 2) +
-            1 / y;
-    }
-    return std::sqrt(n * y);
+double StartByHill(double q, double df) {
+    const HillConstants constants(df);
+    const double power = elementary::Pow(constants.d * 2 * q, 1 / df);
+    if (power < kTinyPower) return std::sqrt(df) / std::max(power, DBL_MIN);
+    return HillQuantile(constants, q, power);
 }
 
 // For df n < 1: the leading term of the tail, or that of the centre; both give less than the quantile.
@@ -117,45 +76,18 @@ double SmallDfQuantile(double q, const TShape& shape) {
     return elementary::Exp(std::min(std::max(logTail, logCentre), kLogLargest));
 }
 
-// The step of log(t) to the quantile with the upper tail q: Newton's for the logarithm of the smaller of the
-// probabilities of [-t, t] and of the rest, which is nearly linear in log(t) both in the centre and far out;
-// and with the curvature. False: the probability is 0, and the step only a direction.
-struct Step {
-    double first;
-    double second;
-};
-
-bool NextStep(double t, double q, const TShape& shape, Step* step) {
-    constexpr double kSqrtPi = 1.772453850905516;
-    constexpr double kClose = 0.1;
-
+StepOfT<double> NextStep(double t, double q, const TShape& shape) {
     const TArgument argument(t, shape.Df());
     const UnitArgument& at = argument.at;
     const double b = shape.Df() / 2;
-    // t times the density of |T|: 2 sqrt(x) (1 - x)^b / B(1/2, b).
-    const double slope = 2 * std::sqrt(at.x) * elementary::Exp(b * at.LogComplement()) * shape.GammaRatio() /
-                         kSqrtPi * argument.outsideFactor;
+    const TSquare<double> square{at.x, at.complement, b, shape.GammaRatio()};
+    const double slope = SlopeOf(square, at.LogComplement()) * argument.outsideFactor;
     // By the fraction that converges at once; near t = 1 to 3 that is the one of the inside, which is not
     // close to 1 yet.
     const bool outsideFraction = t > 3 || (shape.Df() < 2 && t * t > shape.Df());
     const double found = slope * (outsideFraction ? BetaFractionLimit(b, 0.5, at.Mirrored()) / (2 * b)
                                                   : BetaFractionLimit(0.5, b, at));
-    const bool byOutside = q <= 0.25;
-    const double target = byOutside ? 2 * q : 1 - 2 * q;
-    const double value = byOutside == outsideFraction ? found : 1 - found;
-    if (!(value > 0)) {  // by underflow
-        step->second = byOutside ? -kLargeStep : kLargeStep;
-        return false;
-    }
-    const double logSlope = (byOutside ? -1 : 1) * slope / value;
-    const double excess = (value - target) / target;
-    const double logExcess =
-        std::abs(excess) < kClose ? elementary::Log1p(excess) : elementary::Log(value / target);
-    step->first = -logExcess / logSlope;
-    const double fall = (2 * b + 1) * at.x;  // of the density, in log(t)
-    const double correction = (fall + logSlope - 1) / 2 * step->first;
-    step->second = step->first * (1 + std::clamp(correction, -0.5, 1.0));
-    return true;
+    return FindStepOfT(q, square, slope, found, outsideFraction);
 }
 
 double Fail(frame::ErrorLevel level) {
@@ -165,16 +97,15 @@ double Fail(frame::ErrorLevel level) {
 
 // t > 0 with the upper tail q < 0.5, or -DBL_MAX and the level.
 double SolveQuantile(double q, const TShape& shape) {
-    constexpr double kLastStep = 5e-5;  // what it leaves is of the order of its cube
     constexpr int kStepLimit = 200;
 
-    const double start = shape.Df() < 1 ? SmallDfQuantile(q, shape) : HillQuantile(q, shape.Df());
+    const double start = shape.Df() < 1 ? SmallDfQuantile(q, shape) : StartByHill(q, shape.Df());
     double t = std::min(start, kLargestQuantile);
     double low = 0;
     double high = DBL_MAX;
     for (int count = 0; count < kStepLimit; ++count) {
-        Step step{};
-        if (NextStep(t, q, shape, &step) && std::abs(step.first) < kLastStep) {
+        const StepOfT<double> step = NextStep(t, q, shape);
+        if (step.known && std::abs(step.first) < kLastStep) {
             return t + t * elementary::Expm1(step.second);
         }
         if (step.second > 0 && t >= kLargestQuantile) return Fail(frame::LevelDomain);

@@ -7,6 +7,7 @@
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "frame/error_state.h"
+#include "frame/missing_value.h"
 #include "numerics/gamma/gamma_tails.h"
 #include "numerics/limits.h"
 #include "numerics/rough_deviate.h"
@@ -27,12 +28,28 @@ struct Target {
 };
 
 // log(gamma(a + 1)).
-double LogFactorial(const GammaShape& shape) {
+double LogFactorialOf(const GammaShape& shape) {
     const double a = shape.Value();
     if (a <= 1) return -elementary::Log1p(a * InverseGammaSlope(a));
     const double scale = -elementary::Log(shape.InverseGammaScale());
     return a < kStirlingShape ? scale : scale + a * (shape.Log() - 1);
 }
+
+// A shape at which searches start.
+class StartingShape {
+public:
+    explicit StartingShape(const GammaShape& shape) : shape_(shape) {}
+    double Value() const { return shape_.Value(); }
+    double Log() const { return shape_.Log(); }
+    double InverseGammaScale() const { return shape_.InverseGammaScale(); }
+    double LogFactorial() const {
+        return logFactorial_.Get([this] { return LogFactorialOf(shape_); });
+    }
+
+private:
+    const GammaShape& shape_;
+    mutable Lazy logFactorial_;
+};
 
 // Up to this v the series is exact to 1e-13.
 constexpr double kExactSeries = 4e-4;
@@ -69,14 +86,14 @@ double CornishFisher(double s, double a) {
 }
 
 // The v of LowerSeriesInverse, (p gamma(a + 1))^(1 / a) for the lower tail p.
-double SeriesArgument(const Target& target, const GammaShape& shape) {
+double SeriesArgument(const Target& target, const StartingShape& shape) {
     constexpr double kVanishing = -800;
-    const double logarithm = target.LogLower() + LogFactorial(shape);
+    const double logarithm = target.LogLower() + shape.LogFactorial();
     return logarithm < kVanishing * shape.Value() ? 0 : elementary::Exp(logarithm / shape.Value());
 }
 
 // Where the search begins. Sets *exact if that is the end of it, too.
-double StartBelowOne(const Target& target, const GammaShape& shape, bool* exact) {
+double StartBelowOne(const Target& target, const StartingShape& shape, bool* exact) {
     // Keeps the quotient below from an overflow, for shapes at which any quantile is 0.
     constexpr double kLeastShape = 1e-300;
     const double a = shape.Value();
@@ -98,7 +115,7 @@ double StartBelowOne(const Target& target, const GammaShape& shape, bool* exact)
            elementary::Log((u * u + 2 * (3 - a) * u + (2 - a) * (3 - a)) / (u * u + (5 - a) * u + 2));
 }
 
-double StartAboveOne(const Target& target, const GammaShape& shape, bool* exact) {
+double StartAboveOne(const Target& target, const StartingShape& shape, bool* exact) {
     const double a = shape.Value();
     const double s = RoughNormalDeviate(target.tail);
     const double x = CornishFisher(target.upper ? s : -s, a);
@@ -109,10 +126,14 @@ double StartAboveOne(const Target& target, const GammaShape& shape, bool* exact)
         return x > 0 ? x : v;
     }
     if (target.upper && x > 3 * a) {
-        const double y = shape.Log() - LogFactorial(shape) - elementary::Log(target.tail);
+        const double y = shape.Log() - shape.LogFactorial() - elementary::Log(target.tail);
         if (y > std::max(2.0, a * (a - 1))) return UpperSeriesInverse(y, a);
     }
     return x;
+}
+
+double Start(const Target& target, const StartingShape& shape, bool* exact) {
+    return shape.Value() < 1 ? StartBelowOne(target, shape, exact) : StartAboveOne(target, shape, exact);
 }
 
 // A step in log(x) towards the target, and the error that is left after it, in the logarithm of the tail too.
@@ -134,9 +155,7 @@ Step StepTo(const Target& target, const GammaTails& tails, double x, double a) {
     const double c2 = slope / 2;
     const double c3 = (slope * (slope - r) - x) / 6;
     const double theta = std::abs(newton) * std::max(std::abs(c2), std::sqrt(std::abs(c3)));
-    // Beyond its reach the series may point anywhere; Newton's own step does not, G being concave.
-    constexpr double kReach = 0.3;
-    if (theta > kReach) return {newton, 1};
+    if (theta > kSearchReach) return {newton, 1};
     const double length = newton * (1 - newton * (c2 - newton * (2 * c2 * c2 - c3)));
     const double error = 5 * std::abs(newton) * theta * theta * theta * std::max(1.0, std::abs(r));
     return {length, error};
@@ -145,14 +164,12 @@ Step StepTo(const Target& target, const GammaTails& tails, double x, double a) {
 // False: the search did not end.
 bool Solve(const Target& target, const GammaShape& shape, double* x) {
     constexpr int kStepLimit = 100;
-    constexpr double kTolerance = 1e-13;
-    constexpr double kLongestStep = 3;
 
     const double a = shape.Value();
     bool exact = false;
     double lo = 0;
     double hi = kArgumentLimit;
-    *x = a < 1 ? StartBelowOne(target, shape, &exact) : StartAboveOne(target, shape, &exact);
+    *x = Start(target, StartingShape(shape), &exact);
     if (exact) return true;
     for (int n = 0; n < kStepLimit; ++n) {
         GammaTails tails{};
@@ -163,8 +180,8 @@ bool Solve(const Target& target, const GammaShape& shape, double* x) {
         if (known) {
             const Step step = StepTo(target, tails, *x, a);
             const double next =
-                *x + *x * elementary::Expm1(std::clamp(step.length, -kLongestStep, kLongestStep));
-            if (step.error < kTolerance) {
+                *x + *x * elementary::Expm1(std::clamp(step.length, -kLongestSearchStep, kLongestSearchStep));
+            if (step.error < kSearchTolerance) {
                 *x = next;
                 return true;
             }
@@ -232,6 +249,40 @@ void gamma_lower_quant(double p, const GammaShape& shape, double* x) {
 
 void gamma_upper_quant(double q, const GammaShape& shape, double* x) {
     Quantile(q, true, shape, "gamma_upper_quant"_routine, x);
+}
+
+std::size_t BeginSearches(const GammaShape& shape, const double* targets, std::size_t n,
+                          const GammaSearches& searches, double* z) {
+    const StartingShape start(shape);
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        z[i] = frame::kNA;
+        const Target target{std::abs(targets[i]), targets[i] < 0};
+        if (target.tail < kLeastTarget || shape.Value() == 1) continue;
+        bool exact = false;
+        const double x = Start(target, start, &exact);
+        if (exact && x > 0) z[i] = x;
+        if (exact || !(x > 0)) continue;
+        searches.x[count] = x;
+        searches.tail[count] = targets[i];
+        searches.target[count] = static_cast<std::uint16_t>(i);
+        ++count;
+    }
+    return count;
+}
+
+void FinishSearches(const GammaShape& shape, const double* targets, std::size_t n, double* z) {
+    const frame::NumericErrorState state = ErrorState();
+    for (std::size_t i = 0; i < n; ++i) {
+        if (z[i] != frame::kNA || targets[i] == 0) continue;
+        double x = 0;
+        if (targets[i] < 0)
+            gamma_upper_quant(-targets[i], shape, &x);
+        else
+            gamma_lower_quant(targets[i], shape, &x);
+        z[i] = ErrorState().Failed() ? frame::kNA : x;
+    }
+    ErrorState() = state;
 }
 
 void chi2_lower_quant(double p, double df, double* x) {

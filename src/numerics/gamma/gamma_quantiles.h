@@ -1,6 +1,9 @@
 // Quantiles of the gamma and the chi-square distribution. The routines report through frame::ErrorState.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include "numerics/gamma/gamma_shape.h"
 
 namespace zul::numerics {
@@ -26,5 +29,26 @@ void gamma_upper_quant(double q, const GammaShape& shape, double* x);
 // The same for chi-square with df >= 1e-323 degrees of freedom: twice the quantile for the shape df / 2.
 void chi2_lower_quant(double p, double df, double* x);
 void chi2_upper_quant(double q, double df, double* x);
+
+// The steps of the search. Beyond its reach the series of a step may point anywhere; Newton's own step does not, the
+// logarithm of a tail being concave.
+inline constexpr double kSearchReach = 0.3;
+inline constexpr double kLongestSearchStep = 3;
+inline constexpr double kSearchTolerance = 1e-13;
+
+// Searches for quantiles of one shape that go on side by side: where each begins, the tail that it looks for, which is at
+// most 1/2 and that of the upper tail negative, and of which target it is.
+struct GammaSearches {
+    double* x;
+    double* tail;
+    std::uint16_t* target;
+};
+
+// Of n targets, tails like those of the searches or 0 for none: the quantiles that need no search into z, NA for the
+// others, and the searches for these, but for some rare ones. How many there are. The error state stays as it is.
+std::size_t BeginSearches(const GammaShape& shape, const double* targets, std::size_t n,
+                          const GammaSearches& searches, double* z);
+// Finds by itself what is missing yet; NA where there is no target or no quantile.
+void FinishSearches(const GammaShape& shape, const double* targets, std::size_t n, double* z);
 
 }  // namespace zul::numerics

@@ -15,11 +15,7 @@
 namespace zul::numerics {
 namespace {
 
-constexpr double kPrecision = 1e-16;
 constexpr int kTermLimit = 10'000;
-// From here on, and this close to the shape, the uniform expansion below is exact to 4e-16.
-constexpr double kUniformShape = 20;
-constexpr double kUniformWidth = 0.4;
 
 // (1 / gamma(1 + b) - 1) / b = sum of c_k b^k for |b| <= 1/2. Source: M. Abramowitz and I. A. Stegun,
 // Handbook of Mathematical Functions, 1964, 6.1.34.
@@ -72,12 +68,8 @@ constexpr std::array<std::size_t, 10> kUniformEnds = {15, 30, 44, 56, 67, 76, 83
 
 // c_0 + c_1 / a + c_2 / a^2 + ...
 double UniformSum(double a, double eta) {
-    // c_k / a^k is below 1e-19 for k beyond it.
-    std::size_t k = kUniformEnds.size() - 1;
-    if (a > 1e3) k = 5;
-    if (a > 1e6) k = 2;
     double sum = 0;
-    for (;; --k) {
+    for (std::size_t k = LastUniformTerm(a);; --k) {
         const std::size_t begin = k == 0 ? 0 : kUniformEnds[k - 1];
         double c = 0;
         for (std::size_t i = kUniformEnds[k]; i > begin; --i)
@@ -117,7 +109,7 @@ bool LowerSeries(double x, double a, GammaTails* tails) {
     for (int n = 1; n < kTermLimit; ++n) {
         term *= x / (a + n);
         sum += term;
-        if (term < kPrecision * sum) {
+        if (term < kFinePrecision * sum) {
             SetLower(tails->power * sum, tails);
             return true;
         }
@@ -140,7 +132,7 @@ bool UpperFraction(double x, double a, GammaTails* tails) {
         const double p2 = denominator * p1 + numerator * p0;
         const double q2 = denominator * q1 + numerator * q0;
         const double product = p2 * q1;
-        if (std::abs(product - p1 * q2) <= kPrecision * std::abs(product)) {
+        if (std::abs(product - p1 * q2) <= kFinePrecision * std::abs(product)) {
             SetUpper(a * tails->power * (p2 / q2), tails);
             return true;
         }
@@ -163,7 +155,7 @@ void SmallTails(double x, double a, double ratio, GammaTails* tails) {
         power *= -x / n;
         const double term = power / (a + n);
         sum -= term;
-        if (std::abs(term) < kPrecision * sum) break;
+        if (std::abs(term) < kFinePrecision * sum) break;
     }
     const double lower = ratio * (1 - a * sum);
     if (lower < 0.5) {
@@ -176,6 +168,15 @@ void SmallTails(double x, double a, double ratio, GammaTails* tails) {
 }
 
 }  // namespace
+
+const double* const kUniformCoefficients = kUniform.data();
+const std::size_t* const kUniformEndsOf = kUniformEnds.data();
+
+// c_k / a^k is below 1e-19 for k beyond it.
+std::size_t LastUniformTerm(double a) {
+    if (a > 1e6) return 2;
+    return a > 1e3 ? 5 : kUniformEnds.size() - 1;
+}
 
 double InverseGammaSlope(double a) {
     if (a <= 0.5) return InverseGammaSeries(a);
@@ -210,14 +211,13 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
     constexpr double kFarUpper = 800;
     // Where x^a / gamma(a + 1) is, for any shape from kStirlingShape on.
     constexpr double kVanishing = 1e-35;
-    constexpr double kSmallArgument = 1.5;
 
     const double a = shape.Value();
     if (x == 0) {
         *tails = {0, 1, 0};
         return true;
     }
-    if (a < 1 && x < kSmallArgument) {
+    if (a < 1 && x < kSmallFineArgument) {
         const double ratio = elementary::Pow(x, a) * shape.InverseGammaScale();
         tails->power = ratio * elementary::Exp(-x);
         SmallTails(x, a, ratio, tails);
@@ -235,7 +235,7 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
     } else {
         const double deviance = Deviance(a, x);
         tails->power = elementary::Exp(-deviance) * shape.InverseGammaScale();
-        if (a >= kUniformShape && std::abs(x - a) <= kUniformWidth * a) {
+        if (a >= kFineUniformShape && std::abs(x - a) <= kFineUniformWidth * a) {
             UniformTails(x, a, deviance, tails);
             return true;
         }
@@ -244,7 +244,7 @@ bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails) {
         *tails = x < a ? GammaTails{0, 1, 0} : GammaTails{1, 0, 0};
         return true;
     }
-    return x < std::max(a + 1, kSmallArgument) ? LowerSeries(x, a, tails) : UpperFraction(x, a, tails);
+    return x < std::max(a + 1, kSmallFineArgument) ? LowerSeries(x, a, tails) : UpperFraction(x, a, tails);
 }
 
 }  // namespace zul::numerics

@@ -3,6 +3,8 @@
 // themselves; the two agree to its tolerance.
 #pragma once
 
+#include <cstddef>
+
 #include "numerics/gamma/gamma_shape.h"
 
 namespace zul::numerics {
@@ -25,6 +27,18 @@ struct GammaTails {
 // NIST Handbook of Mathematical Functions, 2010); A. R. DiDonato and A. H. Morris, Computation of the
 // incomplete gamma function ratios and their inverse, 1986.
 [[nodiscard]] bool FineGammaTails(double x, const GammaShape& shape, GammaTails* tails);
+
+// Where FineGammaTails takes which way, for those who take it several at a time.
+inline constexpr double kFinePrecision = 1e-16;
+inline constexpr double kSmallFineArgument = 1.5;
+// From here on, and this close to the shape, the uniform expansion is exact to 4e-16.
+inline constexpr double kFineUniformShape = 20;
+inline constexpr double kFineUniformWidth = 0.4;
+// The coefficients of the uniform expansion, those of c_0 first, and where those of each c_k end.
+extern const double* const kUniformCoefficients;
+extern const std::size_t* const kUniformEndsOf;
+// The last k that a shape needs.
+std::size_t LastUniformTerm(double a);
 
 // From here on Stirling's series is exact to the last bit.
 inline constexpr double kStirlingShape = 10;

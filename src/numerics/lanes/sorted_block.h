@@ -28,7 +28,8 @@ struct SortedBlock {
 
     // By place. A branch begins at a whole group, and the last one is filled with copies of its last element. The results
     // go into the first column, where those of the elements left out are frame::kNA.
-    alignas(64) double columns[kColumns][kMost + kBranches * kGroup];
+    static constexpr std::size_t kPlaces = kMost + kBranches * kGroup;
+    alignas(64) double columns[kColumns][kPlaces];
     std::size_t begin[kBranches + 1];
     std::size_t end[kBranches + 1];
 
@@ -72,10 +73,16 @@ struct SortedBlock {
     // Those of a vector of elements, the first of which is the i-th.
     template <class D>
     ZUL_INLINE D ResultsAt(std::size_t i) const {
+        return ValuesAt<D>(columns[0], i);
+    }
+
+    // Of numbers by place.
+    template <class D>
+    ZUL_INLINE D ValuesAt(const double* byPlace, std::size_t i) const {
         elementary::BitsOf<D> at{};
         for (int k = 0; k < elementary::kLanesOf<D>; ++k)
             at[k] = places[i + static_cast<std::size_t>(k)];
-        return elementary::Gather<D, 1>(columns[0], at);
+        return elementary::Gather<D, 1>(byPlace, at);
     }
 
 private:

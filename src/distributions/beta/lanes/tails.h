@@ -103,7 +103,7 @@ ZUL_INLINE bool FillPairBlock(const BetaPlan& plan, bool upper, double* out, con
         const UnitLanes<D> at = Points::Point(plan, Select(outside, Splat<D>(0.5), x));
         return UnitLanes<D>{Select(outside, D{}, at.x), Select(outside, Splat<D>(1), at.complement)};
     };
-    return numerics::FillBetaTails<D>(plan, upper, pointsFrom, count, out);
+    return numerics::FillBetaPoints<D>(plan, pointsFrom, count, numerics::BetaTailsOnly{upper, out});
 }
 
 template <class D, class Points>

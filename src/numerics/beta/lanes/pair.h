@@ -73,9 +73,44 @@ ZUL_INLINE void FindBetaCells(const BetaPlan& plan, PointsFrom pointsFrom, std::
     }
 }
 
-// The tail, upper or lower, at the points of one group, in place of y. Whether none is left to beta_df.
+// What is asked of the pair at each point: one of its tails.
+struct BetaTailsOnly {
+    static constexpr bool kInFull = false;
+    bool upper;
+    double* tails;
+};
+
+// Also the density and, for a step to the next point, the count of terms or kOtherTerms.
+struct BetaEvaluations {
+    static constexpr bool kInFull = true;
+    bool upper;
+    double* tails;
+    double* densities;
+    double* terms;
+};
+
+// Density and terms of a flight of which the tails are known.
 template <class D>
-ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, BetaOrder& order) {
+ZUL_INLINE void StoreRest(const BetaPlan& plan, const BetaSidePlan& side, int branch,
+                          const LaneRatios& ratios, BetaFlight<D>& at, double* densities, double* terms) {
+    if (branch == SmallShapeBranch)
+        TakeLogDensity(plan, side, at);
+    else
+        TakeRepeatedTerms(ratios, at);
+    if (branch != LowerBranch) TakeDensity(at);
+    for (int w = 0; w < kInFlight; ++w) {
+        const D count = branch == SmallShapeBranch ? elementary::Splat<D>(kOtherTerms) : at.count[w];
+        elementary::Store(densities + w * elementary::kLanesOf<D>, Select(at.gone[w], D{}, at.power[w]));
+        elementary::Store(terms + w * elementary::kLanesOf<D>, count);
+    }
+}
+
+// At the points of one group: the tails in place of y and, if they are asked for, the densities in place of its
+// complement and the terms. Whether none is left to beta_df.
+template <class D, class Out>
+ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, const Out& out, BetaOrder& order,
+                              [[maybe_unused]] double* terms) {
+    constexpr bool kInFull = Out::kInFull;
     const bool mirrored = group >= kBetaBranches;
     const int branch = group % kBetaBranches;
     const BetaSidePlan& side = plan.sides[mirrored];
@@ -85,10 +120,10 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, BetaO
     ratios.q = ratioSide.q;
     ratios.known = 0;
     bool all = true;
-    const bool direct = upper == (mirrored != (branch != LowerBranch));
+    const bool direct = out.upper == (mirrored != (branch != LowerBranch));
     for (std::size_t first = order.begin[group]; first < order.end[group]; first += kFlightPoints<D>) {
         double* const y = order.columns[0] + first;
-        const double* const rest = order.columns[1] + first;
+        double* const rest = order.columns[1] + first;
         BetaFlight<D> at;
         for (int w = 0; w < kInFlight; ++w) {
             at.y[w] = elementary::Load<D>(y + w * elementary::kLanesOf<D>);
@@ -96,11 +131,12 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, BetaO
             at.left[w] = MarksOf<D>{};
         }
         if (branch == LowerBranch)
-            EvaluateLower(plan, side, ratios, at);
+            EvaluateLower<kInFull>(plan, side, ratios, at);
         else if (branch == UpperBranch)
-            EvaluateUpper(plan, side, ratios, at);
+            EvaluateUpper<kInFull>(plan, side, ratios, at);
         else
             EvaluateSmallShape(side, at);
+        if constexpr (kInFull) StoreRest(plan, side, branch, ratios, at, rest, terms + first);
         all &= !AnyLane<D>(at.left);
         for (int w = 0; w < kInFlight; ++w) {
             const D tail = direct ? at.value[w] : 1.0 - at.value[w];
@@ -111,19 +147,25 @@ ZUL_INLINE bool FillBetaGroup(const BetaPlan& plan, int group, bool upper, BetaO
     return all;
 }
 
-// The tail, upper or lower, at count points, up to kBetaPoints; frame::kNA where it is left to beta_df.
-// Whether none is. pointsFrom(i) are those from point i on, whatever behind the last one.
-template <class D, class PointsFrom>
-ZUL_INLINE bool FillBetaTails(const BetaPlan& plan, bool upper, PointsFrom pointsFrom, std::size_t count,
-                              double* out) {
+// At count points, up to kBetaPoints; the tail is frame::kNA where it is left to beta_df. Whether none is.
+// pointsFrom(i) are those from point i on, whatever behind the last one.
+template <class D, class PointsFrom, class Out>
+ZUL_INLINE bool FillBetaPoints(const BetaPlan& plan, PointsFrom pointsFrom, std::size_t count,
+                               const Out& out) {
     BetaOrder order;
     FindBetaCells<D>(plan, pointsFrom, count, order);
     bool all = order.Sort(count);
+    [[maybe_unused]] double terms[Out::kInFull ? BetaOrder::kPlaces : 1] = {};
     for (int group = 0; group < kBetaGroups; ++group) {
-        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, upper, order);
+        if (order.end[group] > order.begin[group]) all &= FillBetaGroup<D>(plan, group, out, order, terms);
     }
-    for (std::size_t i = 0; i < count; i += elementary::kLanesOf<D>)
-        StoreFirst(out + i, count - i, order.template ResultsAt<D>(i));
+    for (std::size_t i = 0; i < count; i += elementary::kLanesOf<D>) {
+        StoreFirst(out.tails + i, count - i, order.template ResultsAt<D>(i));
+        if constexpr (Out::kInFull) {
+            StoreFirst(out.densities + i, count - i, order.template ValuesAt<D>(order.columns[1], i));
+            StoreFirst(out.terms + i, count - i, order.template ValuesAt<D>(terms, i));
+        }
+    }
     return all;
 }
 

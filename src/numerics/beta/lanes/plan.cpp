@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "numerics/beta/quantile_steps.h"
+
 namespace zul::numerics {
 namespace {
 
@@ -13,6 +15,10 @@ BetaSidePlan PlanSide(const BetaOrientation& shapes) {
         plan.smallShapeConstant = shapes.SmallShapeConstant();
     }
     return plan;
+}
+
+BetaQuantileSide PlanQuantileSide(const BetaOrientation& shapes) {
+    return {shapes.LogP(), shapes.LogQ(), shapes.LogFirstDivisor(), HighestLogit(shapes)};
 }
 
 }  // namespace
@@ -35,6 +41,11 @@ BetaPlan PlanBeta(const BetaShapes& shapes) {
             sum <= kBetaMediumSum ? shapes.MinusLogBeta() : 0,
             shapes.DensityConstant(),
             std::sqrt(a * b / (sum + 1)) / sum};
+}
+
+BetaQuantilePlan PlanBetaQuantiles(const BetaShapes& shapes) {
+    if (!AreOrdinaryShapes(shapes.A(), shapes.B()) || AreInClosedForm(shapes.A(), shapes.B())) return {};
+    return {PlanBeta(shapes), {PlanQuantileSide(shapes.Direct()), PlanQuantileSide(shapes.Mirrored())}};
 }
 
 }  // namespace zul::numerics

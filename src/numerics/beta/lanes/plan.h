@@ -39,4 +39,27 @@ bool AreOrdinaryShapes(double a, double b);
 
 BetaPlan PlanBeta(const BetaShapes& shapes);
 
+// What the search for a quantile takes of one orientation.
+struct BetaQuantileSide {
+    double logP;
+    double logQ;
+    double logFirstDivisor;
+    double highestLogit;
+};
+
+// The plan of the pair is not ordinary where the quantiles are closed forms.
+struct BetaQuantilePlan {
+    BetaPlan pair;
+    BetaQuantileSide sides[2] = {};
+};
+
+// What the search for a quantile of Student's t distribution takes; not ordinary: nothing.
+struct TQuantilePlan {
+    bool ordinary = false;
+    double df = 1;
+    double gammaRatio = 0;  // gamma((df + 1) / 2) / gamma(df / 2)
+};
+
+BetaQuantilePlan PlanBetaQuantiles(const BetaShapes& shapes);
+
 }  // namespace zul::numerics

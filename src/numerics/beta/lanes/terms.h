@@ -64,6 +64,8 @@ struct BetaFlight {
     Flight<D> odds;
     Flight<D> value;
     Flight<D> count;
+    Flight<D> last;        // term
+    Flight<D> beforeLast;  // where it is asked for
     Flight<MarksOf<D>> alternating;
     Flight<MarksOf<D>> gone;  // by underflow: the tail is 0
     Flight<MarksOf<D>> left;  // to beta_df
@@ -130,7 +132,7 @@ ZUL_INLINE void TakePower(const Flight<D>& logarithm, double ratio, const Flight
 }
 
 // As CountTerms in incomplete_beta.cpp.
-template <class D>
+template <bool kInFull, class D>
 ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
     Flight<D> t;
     Flight<MarksOf<D>> live;
@@ -139,6 +141,7 @@ ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
         live[w] = ~(at.left[w] | at.gone[w]);
         at.alternating[w] = MarksOf<D>{};
         at.count[w] = D{};
+        if constexpr (kInFull) at.beforeLast[w] = D{};
     }
     int n = 0;
     while (n < LaneRatios::kMost && AnyLane<D>(live)) {
@@ -146,6 +149,7 @@ ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
         const double quotient = ratios.At(n);
         for (int w = 0; w < kInFlight; ++w) {
             const D ratio = quotient * at.odds[w];
+            if constexpr (kInFull) at.beforeLast[w] = Select(live[w], t[w], at.beforeLast[w]);
             t[w] = Select(live[w], t[w] * ratio, t[w]);
             at.count[w] = Select(live[w], elementary::Splat<D>(n), at.count[w]);
             const D size = elementary::Absolute(t[w]);
@@ -155,6 +159,7 @@ ZUL_INLINE void CountLaneTerms(LaneRatios& ratios, BetaFlight<D>& at) {
         }
     }
     for (int w = 0; w < kInFlight; ++w) {
+        if constexpr (kInFull) at.last[w] = t[w];
         at.left[w] |= live[w] | (MarksOf<D>)(t[w] >= kTermRise);
         at.alternating[w] =
             (MarksOf<D>)(elementary::Absolute(t[w]) >= kSeriesTolerance) & ~(at.left[w] | at.gone[w]);
@@ -212,14 +217,14 @@ ZUL_INLINE void SumPositiveSeries(const BetaSidePlan& side, BetaFlight<D>& at) {
 }
 
 // As BetaLowerSide.
-template <class D>
+template <bool kInFull, class D>
 ZUL_INLINE void EvaluateLower(const BetaPlan& plan, const BetaSidePlan& side, LaneRatios& ratios,
                               BetaFlight<D>& at) {
     TakeLogDensity(plan, side, at);
     for (int w = 0; w < kInFlight; ++w)
         at.odds[w] = at.y[w] / at.rest[w];
     TakePower(at.logDensity, side.q > 1 ? (side.q - 1) / (side.p + 1) : 0, at.y, at.rest, at);
-    CountLaneTerms(ratios, at);
+    CountLaneTerms<kInFull>(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
         at.value[w] = Select((MarksOf<D>)(side.q - 1 >= at.count[w]), elementary::Splat<D>(1), at.rest[w]);
     SumLaneTerms(ratios, at);
@@ -286,7 +291,7 @@ ZUL_INLINE void BeginWithFraction(const BetaSidePlan& side, LaneRatios& ratios, 
 }
 
 // As BetaUpperSide. The ratios are those of the other orientation.
-template <class D>
+template <bool kInFull, class D>
 ZUL_INLINE void EvaluateUpper(const BetaPlan& plan, const BetaSidePlan& side, LaneRatios& ratios,
                               BetaFlight<D>& at) {
     TakeLogDensity(plan, side, at);
@@ -296,7 +301,7 @@ ZUL_INLINE void EvaluateUpper(const BetaPlan& plan, const BetaSidePlan& side, La
         logPower[w] = at.logRest[w] + at.logDensity[w] - side.logQ;
     }
     TakePower(logPower, side.p > 1 ? (side.p - 1) / (side.q + 1) : 0, at.rest, at.y, at);
-    CountLaneTerms(ratios, at);
+    CountLaneTerms<kInFull>(ratios, at);
     for (int w = 0; w < kInFlight; ++w)
         at.value[w] = Select((MarksOf<D>)(side.p - 1 >= at.count[w]), elementary::Splat<D>(1), at.y[w]);
     if (AnyLane<D>(at.alternating)) BeginWithFraction(side, ratios, at);
@@ -330,6 +335,35 @@ ZUL_INLINE void EvaluateSmallShape(const BetaSidePlan& side, BetaFlight<D>& at) 
         const D integral =
             (side.smallShapeConstant - powerLess1[w]) / side.p - (powerLess1[w] + 1.0) * sum[w];
         at.value[w] = integral / side.gammaP / side.gammaRatioFactor;
+    }
+}
+
+// The density in place of the power, which is that already on the lower side.
+template <class D>
+ZUL_INLINE void TakeDensity(BetaFlight<D>& at) {
+    for (int w = 0; w < kInFlight; ++w) {
+        at.gone[w] = (MarksOf<D>)(at.logDensity[w] < kLogUnderflow);
+        at.left[w] |= (MarksOf<D>)(at.logDensity[w] > elementary::kExpReach);
+        at.power[w] = elementary::CoreExp(Select(at.gone[w] | at.left[w], D{}, at.logDensity[w]));
+    }
+}
+
+// The count of terms where another point, whose odds differ by at most a relative 0.005 divided by the count, surely has
+// the same terms of the same series; kOtherTerms elsewhere. The terms before the last are not below the one beside it,
+// nor are their ratios.
+inline constexpr double kOtherTerms = 1e30;
+
+template <class D>
+ZUL_INLINE void TakeRepeatedTerms(const LaneRatios& ratios, BetaFlight<D>& at) {
+    constexpr double kSurelyConverged = 0.99 * kSeriesTolerance;
+    constexpr double kSurelyNot = 1.01 * kSeriesTolerance;
+    constexpr double kSurelyFalling = 0.98 * kFallingRatio;
+    for (int w = 0; w < kInFlight; ++w) {
+        const D lastRatio = (ratios.q - at.count[w]) / (at.count[w] + ratios.p) * at.odds[w];
+        const auto repeated = (elementary::Absolute(at.last[w]) < kSurelyConverged) &
+                              (elementary::Absolute(at.beforeLast[w]) >= kSurelyNot) &
+                              (lastRatio > kSurelyFalling);
+        at.count[w] = Select(repeated, at.count[w], elementary::Splat<D>(kOtherTerms));
     }
 }
 

@@ -2,8 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+
+#include "numerics/gamma/gamma_tails.h"
 
 namespace zul::numerics {
+
+GammaSearchConstants SearchConstantsOf(const GammaShape& shape) {
+    const double a = shape.Value();
+    return {a,
+            shape.InverseGammaScale(),
+            a < 1 ? InverseGammaSlope(a) : 0,
+            std::sqrt(2 / a),
+            std::sqrt(2 * std::numbers::pi * a),
+            LastUniformTerm(a)};
+}
 
 GammaDensityConstants DensityConstantsOf(const GammaShape& shape) {
     return {shape.Value(), shape.Log(), shape.StirlingTerm()};

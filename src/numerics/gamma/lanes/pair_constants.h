@@ -2,6 +2,8 @@
 // source that is compiled for a better processor may call no common function.
 #pragma once
 
+#include <cstddef>
+
 #include "numerics/gamma/gamma_shape.h"
 
 namespace zul::numerics {
@@ -32,6 +34,17 @@ struct GammaPairConstants : GammaDensityConstants {
     double termRatios[kSmallTermLimit + 1];
 };
 
+// What the search for quantiles takes.
+struct GammaSearchConstants {
+    double a;
+    double inverseScale;      // InverseGammaScale
+    double slope;             // InverseGammaSlope, for a < 1
+    double rootOfTwoByShape;  // sqrt(2 / a)
+    double normalScale;       // sqrt(2 pi a)
+    std::size_t lastUniformTerm;
+};
+
+GammaSearchConstants SearchConstantsOf(const GammaShape& shape);
 GammaDensityConstants DensityConstantsOf(const GammaShape& shape);
 GammaPairConstants PairConstantsOf(const GammaShape& shape);
 

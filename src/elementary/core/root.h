@@ -1,0 +1,23 @@
+// The square root of a vector: of IEEE, as that of a double.
+#pragma once
+
+#include "elementary/core/value.h"
+
+namespace zul::elementary {
+namespace {
+
+template <class D>
+ZUL_INLINE D Sqrt(D x) {
+    if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
+#if defined(__AVX__)
+    if constexpr (kLanesOf<D> == 4)
+        return __builtin_bit_cast(D, _mm256_sqrt_pd(__builtin_bit_cast(__m256d, x)));
+#endif
+#if defined(__AVX512F__)
+    if constexpr (kLanesOf<D> == 8)
+        return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
+#endif
+}
+
+}  // namespace
+}  // namespace zul::elementary
