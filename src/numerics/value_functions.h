@@ -7,6 +7,7 @@
 
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
+#include "elementary/core/root.h"
 #include "elementary/core/value.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"

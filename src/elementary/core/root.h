@@ -6,6 +6,7 @@
 namespace zul::elementary {
 namespace {
 
+#if defined(__GNUC__)
 template <class D>
 ZUL_INLINE D Sqrt(D x) {
     if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
@@ -18,6 +19,7 @@ ZUL_INLINE D Sqrt(D x) {
         return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
 #endif
 }
+#endif
 
 }  // namespace
 }  // namespace zul::elementary

@@ -179,21 +179,6 @@ ZUL_INLINE __m512d GatherEight(const double* table, __m512i place) {
 #pragma GCC diagnostic pop
 #endif
 
-#if defined(__GNUC__)
-template <class D>
-ZUL_INLINE D Sqrt(D x) {
-    if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
-#if defined(__AVX__)
-    if constexpr (kLanesOf<D> == 4)
-        return __builtin_bit_cast(D, _mm256_sqrt_pd(__builtin_bit_cast(__m256d, x)));
-#endif
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8)
-        return __builtin_bit_cast(D, _mm512_maskz_sqrt_pd(0xFF, __builtin_bit_cast(__m512d, x)));
-#endif
-}
-#endif
-
 // table[kStride index] of each lane.
 template <class D, int kStride>
 ZUL_INLINE D Gather(const double* table, BitsOf<D> index) {
