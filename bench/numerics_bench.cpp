@@ -191,5 +191,5 @@ void AddNumericsBenchmarks() {
 }  // namespace zul::bench
 
 int main(int argc, char** argv) {
-    return zul::bench::Run(argc, argv, {zul::bench::AddNumericsBenchmarks});
+    return zul::bench::RunAtLevel(argc, argv, {zul::bench::AddNumericsBenchmarks});
 }
