@@ -34,8 +34,8 @@ ZUL_INLINE ExpParts<D> SplitExp(D x, int shift = 0) {
 // exp = power (1 + rest), of the argument and, where that has one, a small low part of it.
 template <class D>
 ZUL_INLINE D ExpRest(const ExpParts<D>& parts, D r) {
-    const Two<D> lines = SplatTwo<D>(0.5, kExpSeries[1]) + SplatTwo<D>(kExpSeries[0], kExpSeries[2]) * r;
     const D r2 = r * r;
+    const Two<D> lines = SplatTwo<D>(0.5, kExpSeries[1]) + SplatTwo<D>(kExpSeries[0], kExpSeries[2]) * r;
     return parts.error + r + r2 * lines.first + r2 * r2 * lines.second;
 }
 

@@ -85,15 +85,21 @@ ZUL_INLINE LogParts<D> SplitLogOfTwo(BitsOf<D> bits, D low) {
     return {high, ((cell.tabled.first - high) + r) + (rest + cell.tabled.second), r, rest};
 }
 
-// log(1 + r) - r
+// log(1 + r) - r, of lanes in an order that keeps fewer of them in registers.
 template <class D>
 ZUL_INLINE D LogSeries(D r) {
     const double* c = kLogSeries;
-    const Two<D> lines = SplatTwo<D>(c[0], c[2]) * r + SplatTwo<D>(-0.5, c[1]);
-    const Two<D> powers = Two<D>{r, Splat<D>(c[4])} * r;
-    const D r2 = powers.first;
-    const Two<D> terms = Two<D>{lines.second, r2} * r2;
-    return r2 * ((lines.first + terms.first) + terms.second * (c[3] + powers.second));
+    if constexpr (kLanesOf < D >> 1) {
+        const D r2 = r * r;
+        const Two<D> lines = SplatTwo<D>(c[1], c[3]) + SplatTwo<D>(c[2], c[4]) * r;
+        return r2 * (((c[0] * r - 0.5) + r2 * lines.first) + (r2 * r2) * lines.second);
+    } else {
+        const Two<D> lines = SplatTwo<D>(c[0], c[2]) * r + SplatTwo<D>(-0.5, c[1]);
+        const Two<D> powers = Two<D>{r, c[4]} * r;
+        const D r2 = powers.first;
+        const Two<D> terms = Two<D>{lines.second, r2} * r2;
+        return r2 * ((lines.first + terms.first) + terms.second * (c[3] + powers.second));
+    }
 }
 
 template <class D>
