@@ -48,9 +48,19 @@ struct OneSample {
     Origin origin;
 };
 
-// The words of a report on it.
-struct OneSampleWords {
-    std::string test;
+// What its test gives, by either of two functions.
+struct TestOfMean {
+    double standardError;
+    double lowerBound;
+    double upperBound;
+    double t;
+    double pValue;
+};
+
+// How the test runs, and the words of a report on it.
+struct OneSampleTest {
+    TestOfMean (*run)(const Moments& moments, const OneSampleOptions& options);
+    std::string name;
     std::string count;
     std::string mean;
     std::string sd;
@@ -91,27 +101,41 @@ OneSample ReadDifferences(const OneSampleOptions& options) {
             OriginOf(table, rows.Missing())};
 }
 
-// Of differences too: the paired t test is the one of their mean.
-void PrintOneSample(std::ostream& out, const OneSampleOptions& options, const OneSample& sample,
-                    const OneSampleWords& words) {
-    CheckSpread(sample.moments.sd, sample.name);
+TestOfMean RunOneSample(const Moments& moments, const OneSampleOptions& options) {
     zul::v0::OneSampleT test;
-    test.n = sample.moments.n;
-    test.mean = sample.moments.mean;
-    test.standardDeviation = sample.moments.sd;
+    test.n = moments.n;
+    test.mean = moments.mean;
+    test.standardDeviation = moments.sd;
     Expect(RunOneSampleT(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
                          options.hypothesised),
            "the t test");
+    return {test.standardError, test.lowerBound, test.upperBound, test.tStatistic, test.pValue};
+}
 
-    out << words.test << " t test of " << OneLine(sample.name) << '\n';
-    PrintRow(out, words.count, std::to_string(test.n));
+TestOfMean RunPaired(const Moments& differences, const OneSampleOptions& options) {
+    zul::v0::PairedT test;
+    test.n = differences.n;
+    test.meanDifference = differences.mean;
+    test.standardDeviationDifference = differences.sd;
+    Expect(RunPairedT(&test, options.confidence, IntervalOf(options.alternative), options.alternative,
+                      options.hypothesised),
+           "the paired t test");
+    return {test.standardErrorDifference, test.lowerBound, test.upperBound, test.tStatistic, test.pValue};
+}
+
+void PrintOneSample(std::ostream& out, const OneSampleOptions& options, const OneSample& sample,
+                    const OneSampleTest& as) {
+    CheckSpread(sample.moments.sd, sample.name);
+    const TestOfMean test = as.run(sample.moments, options);
+    out << as.name << " t test of " << OneLine(sample.name) << '\n';
+    PrintRow(out, as.count, std::to_string(sample.moments.n));
     PrintOrigin(out, sample.origin);
-    PrintEstimate(out, words.mean, test.mean);
-    PrintEstimate(out, words.sd, test.standardDeviation);
+    PrintEstimate(out, as.mean, sample.moments.mean);
+    PrintEstimate(out, as.sd, sample.moments.sd);
     PrintEstimate(out, "standard error", test.standardError);
-    PrintInterval(out, words.mean, options, test.lowerBound, test.upperBound);
-    PrintHypotheses(out, words.mean, options);
-    PrintT(out, test.tStatistic, "df", test.n - 1.0, test.pValue);
+    PrintInterval(out, as.mean, options, test.lowerBound, test.upperBound);
+    PrintHypotheses(out, as.mean, options);
+    PrintT(out, test.t, "df", sample.moments.n - 1.0, test.pValue);
 }
 
 void PrintSampleRow(std::ostream& out, const std::string& label, const std::array<std::string, 4>& cells) {
@@ -212,7 +236,8 @@ void AddOneSample(CLI::App& app) {
     AddInference(t, *options);
     t.callback([options, &t] {
         options->isSummary = HasSummary(t, {"--mean", "--sd", "--n"});
-        PrintOneSample(std::cout, *options, ReadOneSample(*options), {"One-sample", "n", "mean", "sd"});
+        PrintOneSample(std::cout, *options, ReadOneSample(*options),
+                       {&RunOneSample, "One-sample", "n", "mean", "sd"});
     });
 }
 
@@ -230,7 +255,7 @@ void AddPaired(CLI::App& app) {
         options->isSummary = HasSummary(paired, {"--mean", "--sd", "--n"});
         if (!options->isSummary && !options->columns.with) throw InputError("--with is required");
         PrintOneSample(std::cout, *options, ReadDifferences(*options),
-                       {"Paired", "pairs", "mean difference", "sd of differences"});
+                       {&RunPaired, "Paired", "pairs", "mean difference", "sd of differences"});
     });
 }
 
