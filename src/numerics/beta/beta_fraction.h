@@ -28,10 +28,13 @@ public:
     static constexpr int kStepLimit = 10'000;
 
     ZUL_INLINE BetaFractionOf(D a, D b, D x, D complement)
-        : a_(a), b_(b), x_(x), slope_(1.0 + complement), start_(a * complement - b * x + 1.0) {
-        reciprocal_ = 1.0 / (a + 1.0);
-        denominator_ = a * start_ * reciprocal_;
-    }
+        : a_(a),
+          b_(b),
+          x_(x),
+          slope_(1.0 + complement),
+          start_(a * complement - b * x + 1.0),
+          reciprocal_(1.0 / (a + 1.0)),
+          denominator_(a * start_ * reciprocal_) {}
     ZUL_INLINE BetaFractionOf(D a, D b, const UnitArgument& at) : BetaFractionOf(a, b, at.x, at.complement) {}
     // For n = 1, 2, ...
     ZUL_INLINE void Advance(double n) {

@@ -91,8 +91,9 @@ ZUL_INLINE void StartSearches(const PlannedShapes& shapes, BetaSearches& searche
 template <class D>
 ZUL_INLINE MarksOf<D> AreAlike(const PlannedShapes& shapes, const PointOf<D>& at, const PointOf<D>& next,
                                D target) {
+    const PlannedShapes mirroredShapes = shapes.Mirrored();
     const BetaSidePlan& direct = shapes.Side();
-    const BetaSidePlan& mirrored = shapes.Mirrored().Side();
+    const BetaSidePlan& mirrored = mirroredShapes.Side();
     const MarksOf<D> far = (MarksOf<D>)(at.rest < at.y);
     const MarksOf<D> nextFar = (MarksOf<D>)(next.rest < next.y);
     const auto ofSide = [&](double BetaSidePlan::*member) {
