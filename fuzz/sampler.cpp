@@ -80,7 +80,7 @@ void Deviates(Input& input) {
     const Mode mode = name != "Indices" && name != "Weibull" ? Mode::Framed : Mode::Bare;
     const bool fits = name != "Indices" || parameters[1] == 0 || count <= std::floor(parameters[0]);
     const std::string call = Listed(name, parameters);
-    const auto describe = [&] { return call; };
+    const auto describe = [&]() -> const std::string& { return call; };
     const auto draw = [&, &operation = slot](auto& sampler, auto... to) {
         return operation.draw(sampler, to..., parameters);
     };
