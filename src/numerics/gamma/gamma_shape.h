@@ -61,8 +61,8 @@ private:
     static constexpr int kMostTerms = 64;
     static constexpr int kCells = 64;
     double end_ = 0;
-    // cppcheck-suppress uninitMemberVarNoCtor ; the rest is for an end above 0
-    double cellsPerUnit_;
+    // The rest is for an end above 0.
+    double cellsPerUnit_ = 0;
     // A little above the arguments from which on there are more than so many terms.
     double starts_[kMostTerms + 1];
     // A number of terms that the arguments of a cell take at the least.
