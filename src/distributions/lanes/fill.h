@@ -99,20 +99,11 @@ bool Fill(Kernel& kernel, double* out, const double* in, std::size_t n) {
     return false;
 }
 
-// As GCC 12 compiles them for Windows, searches for beta and F quantiles in four lanes differ from those of doubles.
-#if defined(_WIN32)
-inline constexpr bool kBetaQuantilesOneByOne = true;
-#else
-inline constexpr bool kBetaQuantilesOneByOne = false;
-#endif
-
 // Null where lanes gain nothing.
 template <class D, class Kernel>
 constexpr frame::FillInLanes<Kernel> FillOfKernel() {
     constexpr bool kFewLanes = kLanesOf<D> == 2;
-    if constexpr (kFewLanes && RestsOnBetaPair<Kernel>)
-        return nullptr;
-    else if constexpr ((kFewLanes || kBetaQuantilesOneByOne) && kSearchesForBetaQuantile<Kernel>)
+    if constexpr (kFewLanes && (RestsOnBetaPair<Kernel> || kSearchesForBetaQuantile<Kernel>))
         return nullptr;
     else if constexpr (RestsOnBetaPair<Kernel>)
         return FillByBetaPair<D, Kernel>;
