@@ -208,8 +208,8 @@ ZUL_INLINE void CloseRanks(BetaSearches& searches, const BetaQuantiles& out) {
 
 // Of the targets and elements that the searches hold. The result is NA where it is left.
 template <class D>
-ZUL_INLINE void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, BetaSearches& searches,
-                                  const BetaQuantiles& out) {
+void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, BetaSearches& searches,
+                       const BetaQuantiles& out) {
     const PlannedShapes shapes(plan, mirrored);
     if (searches.count == 0) return;
     RepeatLast(searches.target, searches.count);

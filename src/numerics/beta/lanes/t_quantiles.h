@@ -175,7 +175,7 @@ ZUL_INLINE void CloseRanks(TSearches& searches, double sign, double* out) {
 
 // Of the upper tails and elements that the searches hold, by the sign. The result is NA where it is left.
 template <class D>
-ZUL_INLINE void FindTQuantiles(const TQuantilePlan& plan, double sign, TSearches& searches, double* out) {
+void FindTQuantiles(const TQuantilePlan& plan, double sign, TSearches& searches, double* out) {
     constexpr std::size_t kCopies = kFractions * 8;
     constexpr int kRounds = 10;
     if (searches.count == 0) return;

@@ -46,12 +46,11 @@ ZUL_INLINE bool SortArguments(const GammaPairConstants& g, const double* in, std
     return sorted->Sort(n);
 }
 
-// out: the lower or upper tails at the n <= kPairBlock arguments, NA for those that are left out. False: some are.
-template <class D, class Argument>
-ZUL_INLINE bool FillTails(const GammaPairConstants& g, bool upper, double* out, const double* in,
-                          std::size_t n, Argument argument) {
-    SortedArguments sorted;
-    bool all = SortArguments<D>(g, in, n, argument, &sorted);
+// out: the tails at the n arguments as they stood before they were sorted. False: NA for some.
+template <class D>
+bool FillSorted(const GammaPairConstants& g, bool upper, SortedArguments& sorted, double* out,
+                std::size_t n) {
+    bool all = true;
     if (sorted.begin[LowerBranch] != sorted.end[LowerBranch]) {
         Reciprocals reciprocals;
         SetReciprocals(g, &reciprocals);
@@ -69,6 +68,15 @@ ZUL_INLINE bool FillTails(const GammaPairConstants& g, bool upper, double* out, 
     for (std::size_t i = 0; i < n; i += kLanesOf<D>)
         StoreFirst(out + i, n - i, sorted.template ResultsAt<D>(i));
     return all;
+}
+
+// out: the lower or upper tails at the n <= kPairBlock arguments, NA for those that are left out. False: some are.
+template <class D, class Argument>
+ZUL_INLINE bool FillTails(const GammaPairConstants& g, bool upper, double* out, const double* in,
+                          std::size_t n, Argument argument) {
+    SortedArguments sorted;
+    const bool all = SortArguments<D>(g, in, n, argument, &sorted);
+    return FillSorted<D>(g, upper, sorted, out, n) && all;
 }
 
 }  // namespace

@@ -172,7 +172,7 @@ ZUL_INLINE std::size_t KeepSearching(std::size_t count, std::uint16_t* targets, 
 
 // z: of the targets of BeginSearches, the quantiles that are found.
 template <class D>
-ZUL_INLINE void Search(const GammaShape& shape, const double* targets, std::size_t n, double* z) {
+void Search(const GammaShape& shape, const double* targets, std::size_t n, double* z) {
     // Nearly all take one or two.
     constexpr int kRounds = 8;
     const GammaSearchConstants g = SearchConstantsOf(shape);
