@@ -10,8 +10,7 @@ else()
 endif()
 
 # zul_arithmetic: for code whose arithmetic may trap. A trap is turned into a C++ exception, so the
-# compiler must neither assume that arithmetic cannot throw nor move or contract it. Square roots are the processor's:
-# those of the C library for Windows round twice.
+# compiler must neither assume that arithmetic cannot throw nor move or contract it.
 add_library(zul_arithmetic INTERFACE)
 if(MSVC)
   # Not tested by this project. CMake's own /EHsc has to make way for /EHa, also in the programs that catch.
@@ -20,7 +19,7 @@ if(MSVC)
 else()
   target_compile_options(
     zul_arithmetic
-    INTERFACE -ffp-contract=off -fno-math-errno
+    INTERFACE -ffp-contract=off
               $<$<CXX_COMPILER_ID:GNU>:-fnon-call-exceptions>
               $<$<CXX_COMPILER_ID:Clang>:-ffp-exception-behavior=maytrap>)
 endif()

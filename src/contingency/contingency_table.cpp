@@ -1,6 +1,5 @@
 #include "contingency/contingency_table.h"
 
-#include <cmath>
 #include <new>
 
 #include "contingency/chi_square.h"
@@ -9,6 +8,7 @@
 #include "contingency/measures/association.h"
 #include "contingency/risk.h"
 #include "contingency/scores.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 
@@ -54,7 +54,7 @@ double ContingencyTable::Residual(unsigned row, unsigned column) const {
 
 double ContingencyTable::StandardizedResidual(unsigned row, unsigned column) const {
     if (!Has(row, column)) return kQuietNaN;
-    return Quotient(table_.Residual(row, column), std::sqrt(table_.Expected(row, column)));
+    return Quotient(table_.Residual(row, column), elementary::Sqrt(table_.Expected(row, column)));
 }
 
 // Source: S. J. Haberman, The analysis of residuals in cross-classified tables, 1973.
@@ -64,7 +64,7 @@ double ContingencyTable::AdjustedResidual(unsigned row, unsigned column) const {
     const double otherRows = Quotient(n - table_.RowTotal(row), n);
     const double otherColumns = Quotient(n - table_.ColumnTotal(column), n);
     return Quotient(table_.Residual(row, column),
-                    std::sqrt(table_.Expected(row, column) * otherRows * otherColumns));
+                    elementary::Sqrt(table_.Expected(row, column) * otherRows * otherColumns));
 }
 
 double ContingencyTable::Contribution(unsigned row, unsigned column) const {

@@ -4,6 +4,7 @@
 #include "contingency/risk.h"
 #include "contingency/table.h"
 #include "descriptive/compensated_sum.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/contingency.h"
@@ -69,7 +70,7 @@ int EstimateRatio(const StrataSums& sums, double confidence, IntervalType type, 
     if (r > 0 && s > 0) {
         const double variance =
             sums.pr.Value() / r / r / 2 + sums.psQr.Value() / r / s / 2 + sums.qs.Value() / s / s / 2;
-        record->logOddsRatioStandardError = std::sqrt(variance);
+        record->logOddsRatioStandardError = elementary::Sqrt(variance);
     }
     return LogarithmicBounds(record->oddsRatio, record->logOddsRatioStandardError, confidence, type,
                              &record->lowerBound, &record->upperBound);

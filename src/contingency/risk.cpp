@@ -5,6 +5,7 @@
 
 #include "distributions/reference_distributions.h"
 #include "elementary/exponential.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -50,8 +51,8 @@ int MeasureRisk(const Table& table, double confidence, TableRisk* out) {
     out->oddsRatio = Quotient(a * d, b * c);
     out->relativeRisk = Quotient(Quotient(a, first), Quotient(c, second));
     if (a == 0 || b == 0 || c == 0 || d == 0) return kSuccess;
-    const double oddsError = std::sqrt(1 / a + 1 / b + 1 / c + 1 / d);
-    const double riskError = std::sqrt(b / a / first + d / c / second);
+    const double oddsError = elementary::Sqrt(1 / a + 1 / b + 1 / c + 1 / d);
+    const double riskError = elementary::Sqrt(b / a / first + d / c / second);
     const auto bounds = [confidence](double ratio, double error, double* lower, double* upper) {
         LogarithmicBounds(ratio, error, confidence, IntervalType::TwoSided, lower, upper);
     };

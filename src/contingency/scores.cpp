@@ -1,6 +1,5 @@
 #include "contingency/scores.h"
 
-#include <cmath>
 #include <memory>
 #include <new>
 
@@ -8,6 +7,7 @@
 #include "contingency/partial_sums.h"
 #include "descriptive/compensated_sum.h"
 #include "distributions/reference_distributions.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 
@@ -59,7 +59,7 @@ double Correlation(const Table& table, RowScore rowScore, ColumnScore columnScor
     }
     const double squares = SumOfSquares(table.RowTotals(), table.Rows(), rowScore) *
                            SumOfSquares(table.ColumnTotals(), table.Columns(), columnScore);
-    return std::clamp(products.Value() / std::sqrt(squares), -1.0, 1.0);
+    return std::clamp(products.Value() / elementary::Sqrt(squares), -1.0, 1.0);
 }
 
 // Twice the midranks less their mean: the observations before less those after.
@@ -115,7 +115,7 @@ int TestTrend(const Table& table, TableTrend* out) {
     if (table.Rows() != 2 && table.Columns() != 2) return kUnsuitableShape;
     if (table.IsEmpty()) return kUnusableData;
     if (table.FewerUsed() < 2) return kNoVariation;
-    out->z = -std::sqrt(table.Total()) * PearsonCorrelation(table) + 0.0;
+    out->z = -elementary::Sqrt(table.Total()) * PearsonCorrelation(table) + 0.0;
     out->lessPValue = reference::NormalPValue(out->z, Side::Lower);
     out->greaterPValue = reference::NormalPValue(out->z, Side::Upper);
     out->twoSidedPValue = std::min(1.0, 2 * std::min(out->lessPValue, out->greaterPValue));

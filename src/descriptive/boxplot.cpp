@@ -1,8 +1,8 @@
-#include <cmath>
 
 #include "descriptive/median_interval.h"
 #include "descriptive/quantiles.h"
 #include "descriptive/sorting.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/descriptive.h"
@@ -50,7 +50,7 @@ int RunKelBoxplotHelper(KelBoxplotHelper* out, double confidence, const double* 
 
     double variance = kQuietNaN;
     GetSampleMeanAndVariance(x, n, &out->mean, &variance);
-    out->standardDeviation = std::sqrt(variance);
+    out->standardDeviation = elementary::Sqrt(variance);
     return kSuccess;
 }
 

@@ -1,8 +1,8 @@
-#include <cmath>
 #include <memory>
 #include <new>
 
 #include "descriptive/power_sums.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/descriptive.h"
@@ -23,7 +23,7 @@ double GetPearsonCorrelation(const double* x, const double* y, unsigned n) {
     if (n < 2) return frame::kQuietNaN;
     const auto [sxx, syy, sxy] = AccumulateCoMoments(x, y, n);
     // Deliberate: the root of the squared ratio with the sign put back, not sxy / sqrt(sxx * syy).
-    const double r = std::sqrt(sxy * sxy / (syy * sxx));
+    const double r = elementary::Sqrt(sxy * sxy / (syy * sxx));
     return sxy < 0 ? -r : r;
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "numerics/counts/binomial.h"
@@ -51,7 +52,7 @@ double NormalCoverage(double d, double half, double sd) {
 
 MedianDepth NormalDepth(double n, double confidence) {
     const double half = n / 2;
-    const double sd = std::sqrt(n) / 2;
+    const double sd = elementary::Sqrt(n) / 2;
     double z = 0;
     numerics::inv_normal_df((1 - confidence) / 2, &z);
     if (ErrorState().Failed()) return {kQuietNaN, kQuietNaN, kQuietNaN};

@@ -1,8 +1,8 @@
-#include <cmath>
 
 #include "descriptive/compensated_sum.h"
 #include "descriptive/count_division.h"
 #include "descriptive/power_sums.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/platform.h"
 #include "frame/status.h"
@@ -118,7 +118,7 @@ void GetKelSkewnessAndKurtosis(const double* x, unsigned n, double* skewness, do
     AccumulateCenteredPowerSums(x, n, sums);
     const auto [mean, m2, m3, m4] = sums;
     const double count = n;
-    *skewness = std::sqrt((count - 1) / m2) * (count / (count - 2)) * (m3 / m2);
+    *skewness = elementary::Sqrt((count - 1) / m2) * (count / (count - 2)) * (m3 / m2);
     if (n < 4) return;
     *kurtosis = (m4 / (m2 * m2) * (count + 1) * count - 3 * (count - 1)) *
                 ((count - 1) / ((count - 3) * (count - 2)));

@@ -7,6 +7,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "numerics/rough_deviate.h"
 
@@ -25,7 +26,7 @@ double RoughDeviate(double p) {
 // How fast the logit of the tail grows with the normal deviate z, roughly.
 double LogitSlope(double z) {
     constexpr double kAtCentre = 1.6;
-    return std::sqrt(kAtCentre * kAtCentre + z * z);
+    return elementary::Sqrt(kAtCentre * kAtCentre + z * z);
 }
 
 // The logit of the tail p + difference less that of p, without cancellation. Both tails lie in (0, 1).
@@ -46,7 +47,7 @@ double Asinh(double t) {
     const double size = std::abs(t);
     if (size > kLarge) return std::copysign(elementary::Log(size) + std::numbers::ln2, t);
     const double square = size * size;
-    return std::copysign(elementary::Log1p(size + square / (1 + std::sqrt(1 + square))), t);
+    return std::copysign(elementary::Log1p(size + square / (1 + elementary::Sqrt(1 + square))), t);
 }
 
 // The search along u, which is log(t) or asinh(t).
@@ -174,7 +175,7 @@ double RatioGuess::At(double z) const {
     const double a2 = 1 - variance2_;
     const double rest1 = a1 * a1 - z * z * variance1_;
     const double rest2 = a2 * a2 - z * z * variance2_;
-    const double shift = z * std::sqrt(std::max(a1 * a1 * variance2_ + rest2 * variance1_, 0.0));
+    const double shift = z * elementary::Sqrt(std::max(a1 * a1 * variance2_ + rest2 * variance1_, 0.0));
     // Of the two forms of the root the one that does not cancel.
     const double root = z < 0 ? (a1 > 0 ? rest1 / std::max(a1 * a2 - shift, kLeast) : 0)
                               : (a1 * a2 + shift) / std::max(rest2, kLeast);

@@ -1,6 +1,6 @@
-#include <cmath>
 
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/families.h"
 #include "fitting/sample.h"
 #include "frame/status.h"
@@ -25,7 +25,7 @@ struct Moments {
 Moments MomentsOf(const Column& column, double divisor) {
     const double n = static_cast<double>(column.values.size());
     const double mean = MeanOf(column.values);
-    const double sd = std::sqrt(SquaresAround(column.values, mean) / divisor);
+    const double sd = elementary::Sqrt(SquaresAround(column.values, mean) / divisor);
     const double logSd = elementary::Log(sd) + elementary::Log(column.unit);
     return {column.At(mean), column.unit * sd, -n * (logSd + kHalfLogTwoPi) - 0.5 * divisor};
 }
@@ -33,8 +33,8 @@ Moments MomentsOf(const Column& column, double divisor) {
 int StoreNormal(DistributionFit* record, const Moments& moments, double divisor) {
     record->parameter[0] = moments.mean;
     record->parameter[1] = moments.sd;
-    StoreErrors(record, moments.sd / std::sqrt(static_cast<double>(record->n)),
-                moments.sd / std::sqrt(2 * divisor), 0);
+    StoreErrors(record, moments.sd / elementary::Sqrt(static_cast<double>(record->n)),
+                moments.sd / elementary::Sqrt(2 * divisor), 0);
     record->logLikelihood = moments.logLikelihood;
     return kSuccess;
 }
@@ -96,7 +96,7 @@ int FitExponential(DistributionFit* record, const double* data, unsigned) {
     const double unit = sample.largest;
     const double mean = SumOf(sample.n, [&](std::size_t i) { return data[i] / unit; }) / n * unit;
     record->parameter[0] = mean;
-    record->standardError[0] = mean / std::sqrt(n);
+    record->standardError[0] = mean / elementary::Sqrt(n);
     record->logLikelihood = -n * (elementary::Log(mean) + 1);
     return kSuccess;
 }
@@ -108,7 +108,7 @@ int FitExponential2(DistributionFit* record, const double* data, unsigned) {
     const double n = record->n;
     record->parameter[0] = excess.mean;
     record->parameter[1] = excess.minimum;
-    StoreErrors(record, excess.mean * std::sqrt(n - 1) / n, excess.mean / n, 0);
+    StoreErrors(record, excess.mean * elementary::Sqrt(n - 1) / n, excess.mean / n, 0);
     record->logLikelihood = -n * (excess.logMean + 1);
     return kSuccess;
 }
@@ -122,7 +122,7 @@ int FitKelExponential2(DistributionFit* record, const double* data, unsigned) {
     const double scale = excess.mean * (n / (n - 1));
     record->parameter[0] = scale;
     record->parameter[1] = excess.minimum - scale / n;
-    StoreErrors(record, scale / std::sqrt(n - 1), scale / std::sqrt(n * (n - 1)),
+    StoreErrors(record, scale / elementary::Sqrt(n - 1), scale / elementary::Sqrt(n * (n - 1)),
                 -(scale / (n - 1)) * (scale / n));
     record->logLikelihood = -n * (excess.logMean - elementary::Log1p(-1 / n) + 1);
     return kSuccess;

@@ -8,6 +8,7 @@
 #include "elementary/exponential.h"
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/gamma/gamma.h"
@@ -266,7 +267,7 @@ double LogGammaQuantile(double shape, double p) {
     if (shape > numerics::kShapeLimit) {
         // Source: E. A. Cornish and R. A. Fisher, Revue de l'Institut International de Statistique 5, 1937.
         const double z = NormalScore(p);
-        const double v = 1 / std::sqrt(shape);
+        const double v = 1 / elementary::Sqrt(shape);
         return elementary::Log1p(v * (z + v * ((z * z - 1) / 3 + v * (z * z - 7) * z / 36)));
     }
     const double quantile = GammaInvCdf(p, shape, 1, 0);

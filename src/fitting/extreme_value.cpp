@@ -8,6 +8,7 @@
 #include "elementary/exponential.h"
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/families.h"
 #include "fitting/sample.h"
 #include "frame/status.h"
@@ -65,7 +66,7 @@ WeightedMoments MomentsAt(const std::vector<double>& u, double scale) {
 
 double ScaleByMoments(const std::vector<double>& u) {
     constexpr double kSqrtSixOverPi = 0.77969680123368;
-    return std::sqrt(SquaresAround(u, MeanOf(u)) / static_cast<double>(u.size())) * kSqrtSixOverPi;
+    return elementary::Sqrt(SquaresAround(u, MeanOf(u)) / static_cast<double>(u.size())) * kSqrtSixOverPi;
 }
 
 // The scale s is the root of mean + s - mean with the weights exp(u / s), which grows with s: Newton's steps with

@@ -5,6 +5,7 @@
 
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/families.h"
 #include "frame/status.h"
 #include "numerics/gamma/gamma.h"
@@ -20,7 +21,7 @@ using v2::DistributionFit;
 GammaShapeFit FitGammaShape(double h, unsigned cap) {
     constexpr double kLastStep =
         1e-9;  // of the shape: the error that it leaves is of the order of its square
-    double shape = (3 - h + std::sqrt((h - 3) * (h - 3) + 24 * h)) / (12 * h);
+    double shape = (3 - h + elementary::Sqrt((h - 3) * (h - 3) + 24 * h)) / (12 * h);
     for (unsigned iterations = 1; iterations <= cap; ++iterations) {
         const double excess = numerics::LogLessDigamma(shape) - h;
         const double relative = excess / (shape * numerics::TrigammaExcess(shape));
@@ -78,7 +79,7 @@ int FitGamma(DistributionFit* record, const double* data, unsigned cap) {
     const double excess = shape * numerics::TrigammaExcess(shape);
     const double variance = shape / (n * excess);  // of the shape
     const double trigamma = numerics::Trigamma(shape);
-    StoreErrors(record, std::sqrt(variance), scale * std::sqrt(trigamma / (n * excess)),
+    StoreErrors(record, elementary::Sqrt(variance), scale * elementary::Sqrt(trigamma / (n * excess)),
                 -scale / (n * excess));
     return fit.converged ? kSuccess : kCapReached;
 }

@@ -1,11 +1,11 @@
 #include "fitting/logistic.h"
 
-#include <cmath>
 #include <limits>
 
 #include "descriptive/compensated_sum.h"
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/families.h"
 #include "fitting/logistic_terms.h"
 #include "fitting/sample.h"
@@ -82,7 +82,8 @@ bool Climb(const std::vector<double>& u, double centre, const double* step, Poin
 LogisticStart LogisticByMoments(const std::vector<double>& u) {
     constexpr double kSqrtThreeOverPi = 0.55132889542179;
     const double mean = MeanOf(u);
-    return {mean, std::sqrt(SquaresAround(u, mean) / static_cast<double>(u.size())) * kSqrtThreeOverPi};
+    return {mean,
+            elementary::Sqrt(SquaresAround(u, mean) / static_cast<double>(u.size())) * kSqrtThreeOverPi};
 }
 
 // Newton's steps in location / scale and 1 / scale. Source: J. Burridge, A note on maximum likelihood estimation for

@@ -7,6 +7,7 @@
 #include "descriptive/sorting.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/distribution.h"
 #include "fitting/families.h"
 #include "fitting/sample.h"
@@ -104,7 +105,7 @@ double Correlation(const Distribution& distribution, const double* sorted,
     const double meanX = MeanOf(x);
     const double meanY = MeanOf(y);
     const double products = SumOf(n, [&](std::size_t i) { return (x[i] - meanX) * (y[i] - meanY); });
-    return products / (std::sqrt(SquaresAround(x, meanX)) * std::sqrt(SquaresAround(y, meanY)));
+    return products / (elementary::Sqrt(SquaresAround(x, meanX)) * elementary::Sqrt(SquaresAround(y, meanY)));
 }
 
 // A percentile, or its logarithm, with the standard error of that.
@@ -123,7 +124,7 @@ Percentile PercentileOf(const Distribution& d, const DistributionFit& fit, doubl
         const double slope = (LogGammaQuantile(above, p) - LogGammaQuantile(below, p)) / (above - below);
         const double ofMean = 1 / (static_cast<double>(fit.n) * d.shape);
         return {elementary::Log(d.shape) + elementary::Log(d.scale) + LogGammaQuantile(d.shape, p),
-                std::sqrt(ofMean + slope * error[0] * (slope * error[0]))};
+                elementary::Sqrt(ofMean + slope * error[0] * (slope * error[0]))};
     }
     const double w = ScoreOf(d, p);
     if (d.standard == Standard::Exponential)
@@ -133,7 +134,8 @@ Percentile PercentileOf(const Distribution& d, const DistributionFit& fit, doubl
     const double first = gradient[0] * error[0];
     const double second = gradient[1] * error[1];
     const double both = 2 * gradient[0] * gradient[1] * fit.covariance[0];
-    return {d.location + w * d.scale, std::sqrt(std::max(0.0, first * first + second * second + both))};
+    return {d.location + w * d.scale,
+            elementary::Sqrt(std::max(0.0, first * first + second * second + both))};
 }
 
 // By the delta method: J. F. Lawless, Statistical Models and Methods for Lifetime Data, 2nd ed., 2003, section 5.1.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <new>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 
@@ -45,7 +46,7 @@ numerics::Smatrix<double> Standardised(const numerics::Smatrix<double>& informat
     const std::size_t count = information.Size();
     numerics::Smatrix<double> standardised(count);
     for (std::size_t i = 0; i < count; ++i)
-        units[i] = 1 / std::sqrt(information(i, i));
+        units[i] = 1 / elementary::Sqrt(information(i, i));
     for (std::size_t i = 0; i < count; ++i)
         for (std::size_t j = i; j < count; ++j)
             standardised(i, j) =
@@ -84,7 +85,7 @@ int StoreErrors(DistributionFit* record, const numerics::Smatrix<double>& inform
     }
     const numerics::Smatrix<double> covariance = numerics::TransposeProduct(roots);
     for (std::size_t p = 0; p < count; ++p)
-        record->standardError[p] = sizes[p] * std::sqrt(covariance(p, p));
+        record->standardError[p] = sizes[p] * elementary::Sqrt(covariance(p, p));
     for (std::size_t p = 0; p < count; ++p)
         for (std::size_t q = p + 1; q < count; ++q)
             record->covariance[p + q - 1] = covariance(p, q) * sizes[p] * sizes[q];

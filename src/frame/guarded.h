@@ -8,6 +8,7 @@
 #include "elementary/core/logarithm.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "elementary/trigonometric.h"
 #include "frame/errors.h"
 
@@ -18,7 +19,7 @@ inline constexpr double kExpOverflowLimit = 0x1.62e42fefa39eep+9;
 
 inline double SafeSqrt(double x) {
     if (x < 0) ThrowSqrtOfNegative();
-    return std::sqrt(x);
+    return elementary::Sqrt(x);
 }
 
 // Of ordinary arguments without a call, by one test instead of the guards and the function's own; here as in the cores

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "elementary/root.h"
 #include "frame/compare.h"
 #include "frame/missing_value.h"
 #include "hypothesis/intervals.h"
@@ -15,7 +16,7 @@ double GetKelCorrelationPValue(double r, unsigned n) {
     // The square of a huge r would overflow and leave t = -0.
     if (!(std::abs(r) <= 1)) return frame::kQuietNaN;
     const double df = n - 2.0;
-    const double t = r * std::sqrt(df / (1 - r * r));
+    const double t = r * elementary::Sqrt(df / (1 - r * r));
     return hypothesis::TTestPValue(t, df, AlternativeHypothesis::NotEqual);
 }
 

@@ -4,6 +4,7 @@
 
 #include "distributions/reference_distributions.h"
 #include "elementary/exponential.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "numerics/gamma/gamma.h"
@@ -70,7 +71,7 @@ double ExpectedRuns(double above, double below, double kept) {
 double ApproximatePValue(double above, double below, double runs, double n) {
     const double variance = (2 * above * below - n) * 2 * above * below / (n * n * (n - 1));
     if (variance <= 0) return kQuietNaN;
-    const double z = (runs - ExpectedRuns(above, below, n)) / std::sqrt(variance);
+    const double z = (runs - ExpectedRuns(above, below, n)) / elementary::Sqrt(variance);
     return std::isfinite(z) ? reference::NormalPValue(z, Side::Both) : kQuietNaN;
 }
 

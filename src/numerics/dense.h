@@ -4,12 +4,12 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <memory>
 
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 
 namespace zul::numerics {
 
@@ -138,7 +138,7 @@ bool Factor(const Smatrix<T>& a, UTmatrix<T>& u) {
     for (std::size_t i = 0; i < n; ++i) {
         const T pivot = a(i, i) - ColumnProduct(u, i, i, i);
         if (!(pivot > least)) return false;
-        u(i, i) = std::sqrt(pivot);
+        u(i, i) = elementary::Sqrt(pivot);
         for (std::size_t j = i + 1; j < n; ++j)
             u(i, j) = (a(i, j) - ColumnProduct(u, i, j, i)) / u(i, i);
     }

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/gamma/incomplete_gamma_pair.h"
 #include "numerics/limits.h"
@@ -30,7 +31,7 @@ double StartingDeviate(double p) {
         return r * (((-25.44106049637 * s + 41.39119773534) * s - 18.61500062529) * s + 2.50662823884) /
                ((((3.13082909833 * s - 21.06224101826) * s + 23.08336743743) * s - 8.4735109309) * s + 1);
     }
-    const double t = std::sqrt(-elementary::Log(std::min(p, 1 - p)));
+    const double t = elementary::Sqrt(-elementary::Log(std::min(p, 1 - p)));
     const double deviate = (((2.32121276858 * t + 4.85014127135) * t - 2.29796479134) * t - 2.78718931138) /
                            ((1.63706781897 * t + 3.54388924762) * t + 1);
     return r < 0 ? -deviate : deviate;
@@ -108,7 +109,7 @@ void normal_upper_quant(double q, double* z) {
     } else {
         NewtonOfOneHalf(1 - 2 * q, &x, Side::Lower);
     }
-    *z = std::sqrt(x + x);
+    *z = elementary::Sqrt(x + x);
     ErrorState().ClearWarning("normal_upper_quant"_routine);
 }
 

@@ -11,6 +11,7 @@
 #include "elementary/error_function.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "numerics/normal_range.h"
@@ -72,7 +73,7 @@ double StepFor(double count, double df) {
         0.5;  // from there on down the strip is that of the exponential in the density
     const bool many = count > kManyValues;
     const double deviations =
-        std::sqrt(2 * std::clamp(df, kLeastDf, kInfiniteDf));  // per unit of the logarithm
+        elementary::Sqrt(2 * std::clamp(df, kLeastDf, kInfiniteDf));  // per unit of the logarithm
     const double width = many ? deviations / (1 + 0.45 * elementary::Log(count / kManyValues)) : deviations;
     const double coarsest = df < 8 || many ? 0.25 : 0.4;
     return std::min(coarsest, 0.09 * width + 0.01) / deviations;

@@ -3,14 +3,13 @@
 // All is in an unnamed namespace: see elementary/core/value.h.
 #pragma once
 
-#include <cmath>
-
 #include "elementary/core/exponential.h"
 #include "elementary/core/logarithm.h"
 #include "elementary/core/root.h"
 #include "elementary/core/value.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 
 namespace zul::numerics {
 namespace {
@@ -68,14 +67,6 @@ ZUL_INLINE D Log1pOf(D x) {
         return elementary::Log1p(x);
     else
         return elementary::CoreLog1p(x);
-}
-
-template <class D>
-ZUL_INLINE D SqrtOf(D x) {
-    if constexpr (kIsDouble<D>)
-        return std::sqrt(x);
-    else
-        return elementary::Sqrt(x);
 }
 
 // As std::max.

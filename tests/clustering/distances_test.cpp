@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -106,6 +107,38 @@ TEST(Distances, HaveTheBitsOfThePlainSum) {
                 }
             }
             ASSERT_EQ(m->Init(n, 7), Success);
+        }
+    }
+}
+
+// The products of deviations are summed in the order of the rows, of which there may be many.
+TEST(Distances, BetweenVariablesHaveTheBitsOfThePlainSum) {
+    for (const int n : {1, 2, 4, 8, 9, 10, 17, 33}) {
+        const int rows = 40 * n - 33;
+        const test::Table data = DrawTable(rows, n, 1);
+        const std::vector<double> s = Deviations(*data);
+        std::vector<std::vector<double>> deviations(static_cast<std::size_t>(n));
+        for (int c = 0; c < n; ++c) {
+            std::vector<double>& column = deviations[static_cast<std::size_t>(c)];
+            for (int row = 0; row < rows; ++row)
+                column.push_back(data->At(row, c));
+            const double mean = v1::GetSampleMean(column.data(), static_cast<unsigned>(rows));
+            for (double& x : column)
+                x -= mean;
+        }
+        const Matrix m = MakeMatrix(1);
+        HostMatrix host(n);
+        ASSERT_EQ(CreateForClusterVariables(*data, true, *m), Success);
+        ASSERT_EQ(CreateForClusterVariables(*data, true, host), Success);
+        const double root = std::sqrt(rows - 1.0);
+        for (std::size_t j = 0; j < deviations.size(); ++j) {
+            for (std::size_t i = 0; i < j; ++i) {
+                const double sum = std::inner_product(deviations[i].begin(), deviations[i].end(),
+                                                      deviations[j].begin(), 0.0);
+                const double expected = 1 - std::abs(sum / (root * s[j] * s[i] * root));
+                ASSERT_EQ((*m)(static_cast<int>(j), static_cast<int>(i)), expected) << n << " " << j;
+                ASSERT_EQ(host(static_cast<int>(j), static_cast<int>(i)), expected);
+            }
         }
     }
 }

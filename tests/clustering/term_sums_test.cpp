@@ -28,11 +28,17 @@ TEST(TermSums, AreTheSameAtEveryLevel) {
     for (double& value : panel)
         value = normal(random);
     const auto compute = [&](processor::Level level, SumTerms TermSums::*terms, bool isRoot) {
-        std::vector<double> sums(kTile * kLanes);
+        std::vector<double> sums(kTile * kLanes, 1.5);  // products are added to it
         double* const out[kTile] = {&sums[0], &sums[kLanes], &sums[2 * kLanes], &sums[3 * kLanes]};
-        (TermSumsOf(level).*terms)({kColumns, divisors.data(), reciprocals.data(), isRoot},
+        (TermSumsOf(level).*terms)({kColumns, divisors.data(), reciprocals.data(), isRoot, true},
                                    panel.data() + kTile, panel.data(), 1, out);
         return sums;
+    };
+    const auto deviate = [&](processor::Level level) {
+        std::vector<double> deviations(panel.size());
+        constexpr double kMeans[kLanes] = {3, 2.9, 3.1, 0, -1, 0.3, 1e10, 3};
+        TermSumsOf(level).deviations(panel.data(), kMeans, kColumns, deviations.data());
+        return deviations;
     };
     using processor::Level;
     for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
@@ -41,6 +47,7 @@ TEST(TermSums, AreTheSameAtEveryLevel) {
              {&TermSums::squares, &TermSums::absolutes, &TermSums::dividedSquares, &TermSums::products})
             for (const bool isRoot : {false, true})
                 EXPECT_EQ(compute(level, terms, isRoot), compute(Level::One, terms, isRoot));
+        EXPECT_EQ(deviate(level), deviate(Level::One));
         EXPECT_EQ(compute(level, &TermSums::squaresByReciprocals, false),
                   compute(Level::One, &TermSums::dividedSquares, false));
     }

@@ -57,6 +57,13 @@ void ExpectElements(const std::vector<double>& in, Call call) {
     EXPECT_EQ(states[1].count, states[0].count);
 }
 
+template <typename Density, typename Tail>
+void ExpectDensityAndTails(const std::vector<double>& in, Density density, Tail tail) {
+    ExpectElements(in, density);
+    for (const bool upper : {false, true})
+        ExpectElements(in, [&](double* out, const double* x, std::size_t n) { tail(out, x, n, upper); });
+}
+
 TEST(CountArrays, OfDensitiesAndTailsAreTheirElements) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     constexpr double kBinomials[][2] = {{10, 0.5}, {40, 0.03}, {1000, 0.7}, {3000, 0.001}, {5, 1}, {0, 0.5}};
@@ -72,29 +79,18 @@ TEST(CountArrays, OfDensitiesAndTailsAreTheirElements) {
             in[random.Bits() % in.size()] = kOthers[random.Bits() % std::size(kOthers)];
         // Outside of the range last: the state is that of the one before.
         if (round % 3 == 0) in.back() = -1;
-        for (const auto [n, prob] : kBinomials) {
-            const int trials = static_cast<int>(n);
-            const auto each = [&, n = n, prob = prob](auto... upper) {
-                ExpectElements(in, [&](double* out, const double* x, std::size_t count) {
-                    if constexpr (sizeof...(upper) == 0)
-                        BinomialPdf(out, x, count, trials, prob);
-                    else
-                        BinomialCdf(out, x, count, n, prob, upper...);
+        for (const auto [n, prob] : kBinomials)
+            ExpectDensityAndTails(
+                in, [n = static_cast<int>(n), prob = prob](auto... x) { BinomialPdf(x..., n, prob); },
+                [n = n, prob = prob](auto* out, auto* x, auto count, bool upper) {
+                    BinomialCdf(out, x, count, n, prob, upper);
                 });
-            };
-            ASSERT_NO_FATAL_FAILURE((each(), each(false), each(true)));
-        }
-        for (const auto [prob, r] : kWaits) {
-            const auto each = [&, prob = prob, r = r](auto... upper) {
-                ExpectElements(in, [&](double* out, const double* x, std::size_t count) {
-                    if constexpr (sizeof...(upper) == 0)
-                        NegBinomialPdf(out, x, count, prob, r);
-                    else
-                        NegBinomialCdf(out, x, count, prob, r, upper...);
+        for (const auto [prob, r] : kWaits)
+            ExpectDensityAndTails(
+                in, [prob = prob, r = r](auto... x) { NegBinomialPdf(x..., prob, r); },
+                [prob = prob, r = r](auto* out, auto* x, auto count, bool upper) {
+                    NegBinomialCdf(out, x, count, prob, r, upper);
                 });
-            };
-            ASSERT_NO_FATAL_FAILURE((each(), each(false), each(true)));
-        }
     }
 }
 

@@ -70,7 +70,7 @@ find . -name '*.h' -o -name '*.cpp' | sed 's|^\./||' | sort | xargs awk -v list=
     {
         code = $0
         sub(/\/\/.*/, "", code)
-        while (match(code, /std::(exp2?|expm1|log(10|1p|2|b)?|pow|a?(sin|cos|tan)h?|atan2|erfc?|[lt]gamma|hypot|cbrt|fma)[^a-z0-9_]/)) {
+        while (match(code, /std::(sqrt|exp2?|expm1|log(10|1p|2|b)?|pow|a?(sin|cos|tan)h?|atan2|erfc?|[lt]gamma|hypot|cbrt|fma)[^a-z0-9_]/)) {
             check_function(FILENAME, substr(code, RSTART, RLENGTH - 1))
             code = substr(code, RSTART + RLENGTH)
         }

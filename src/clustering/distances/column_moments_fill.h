@@ -74,5 +74,14 @@ bool Moments(const double* const (&panels)[2], std::size_t n, ColumnMoments& out
     return !isStrange;
 }
 
+template <class D>
+void Deviations(const double* panel, const double (&means)[kLanes], std::size_t n, double* out) {
+    for (std::size_t lane = 0; lane < kLanes; lane += elementary::kLanesOf<D>) {
+        const D mean = elementary::Load<D>(means + lane);
+        for (std::size_t i = lane; i < n * kLanes; i += kLanes)
+            elementary::Store(out + i, elementary::Load<D>(panel + i) - mean);
+    }
+}
+
 }  // namespace
 }  // namespace zul::dax::clustering

@@ -1,10 +1,10 @@
 #include "clustering/distances/column_statistics.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 #include "clustering/distances/term_sums.h"
+#include "elementary/root.h"
 #include "frame/platform.h"
 #include "processor/level.h"
 #include "zul/descriptive.h"
@@ -32,7 +32,7 @@ void ComputeSome(const Panels& columns, std::size_t first, std::size_t other, Co
             double mean = moments.means[panel][i];
             double variance = moments.squares[panel][i] / (static_cast<double>(n) - 1.0);
             if (!isComputed) ComputeOne(columns, start + i, &mean, &variance);
-            const double deviation = std::sqrt(variance);
+            const double deviation = elementary::Sqrt(variance);
             statistics.means[start + i] = mean;
             statistics.deviations[start + i] = deviation == 0 ? 1 : deviation;
         }

@@ -109,20 +109,27 @@ private:
 
     // The distances of kTile rows, or fewer at the end of the data, from those in one panel that are others of each.
     void FillPart(std::size_t first, std::size_t start) {
-        double sums[kTile][kLanes];
+        double sums[kTile][kLanes] = {};
         double* const out[kTile] = {sums[0], sums[1], sums[2], sums[3]};
-        bool isSummed = false;
-        const std::size_t end = std::min(first + kTile, data_.rows);
-        for (std::size_t row = first; row < end; ++row) {
-            const Others others = target_.OthersOf(row);
-            const std::size_t from = std::max(others.from, start);
-            const std::size_t to = std::min(others.to, start + kLanes);
-            if (from >= to) continue;
-            if (!isSummed) sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
-            isSummed = true;
-            std::copy(sums[row - first] + (from - start), sums[row - first] + (to - start),
-                      target_.Place(row, from));
-        }
+        const auto forEachRow = [&](auto take) {
+            const std::size_t end = std::min(first + kTile, data_.rows);
+            bool isAny = false;
+            for (std::size_t row = first; row < end; ++row) {
+                const Others others = target_.OthersOf(row);
+                const std::size_t from = std::max(others.from, start);
+                const std::size_t to = std::min(others.to, start + kLanes);
+                if (from >= to) continue;
+                take(sums[row - first] + (from - start), to - from, target_.Place(row, from));
+                isAny = true;
+            }
+            return isAny;
+        };
+        const bool isAny = forEachRow([&](double* some, std::size_t n, const double* place) {
+            if (sum_.isAdded) std::copy_n(place, n, some);
+        });
+        if (!isAny) return;
+        sumTerms_(sum_, data_.At(first), data_.At(start), 1, out);
+        forEachRow([](const double* some, std::size_t n, double* place) { std::copy_n(some, n, place); });
     }
 
     const Panels& data_;

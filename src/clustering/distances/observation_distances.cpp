@@ -72,8 +72,8 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
                                                         : sums.squares;
     const bool isRoot = measure == Euclidean || measure == Pearson;
     target.TakeRows(panels.rows);
-    DistanceFill(panels, sumTerms, {panels.columns, statistics.deviations.data(), reciprocals.data(), isRoot},
-                 target)
+    DistanceFill(panels, sumTerms,
+                 {panels.columns, statistics.deviations.data(), reciprocals.data(), isRoot, false}, target)
         .Fill();
     return types::Success;
 }

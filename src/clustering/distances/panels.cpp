@@ -43,17 +43,15 @@ Panels PanelsOfRows(const Data& data, int rows, int columns) {
 
 Panels PanelsOfColumns(const Data& data, int rows, int columns) {
     Panels panels(static_cast<std::size_t>(columns), static_cast<std::size_t>(std::max(0, rows)));
+    const std::size_t left = panels.rows % kLanes;
+    const std::size_t whole = panels.rows - left;
+    double* const last = panels.values.get() + whole * panels.columns;
+    std::fill(last, panels.values.get() + panels.size, 0.0);
     ForEachRow(data, rows, columns, [&](std::size_t row, const std::vector<double>& values) {
-        const double* from = values.data();
-        double* to = &panels.values[row * kLanes];
-        std::size_t left = panels.rows;
-        for (; left >= kLanes; left -= kLanes) {
-            std::memcpy(to, from, kLanes * sizeof(double));
-            from += kLanes;
-            to += panels.columns * kLanes;
-        }
-        for (std::size_t i = 0; left > 0 && i < kLanes; ++i)
-            to[i] = i < left ? from[i] : 0;
+        for (std::size_t i = 0; i < whole; i += kLanes)
+            std::memcpy(panels.At(i) + row * kLanes, &values[i], kLanes * sizeof(double));
+        for (std::size_t i = 0; i < left; ++i)
+            last[row * kLanes + i] = values[whole + i];
     });
     return panels;
 }

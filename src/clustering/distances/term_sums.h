@@ -18,6 +18,7 @@ struct TermSum {
     const double* divisors;     // for each column, if the terms are divided
     const double* reciprocals;  // of them
     bool isRoot;                // the square root of the sum is wanted
+    bool isAdded;               // to what is there: sums of products always are, no others
 };
 
 // Computes the sums for kTile rows, whose values are kLanes apart, and each row of so many panels; the sums of
@@ -43,6 +44,8 @@ struct TermSums {
     // The moments of GetSampleMeanAndVariance() for n values of each row of two panels. False: not surely those, which it
     // is for when rounding to nearest.
     bool (*moments)(const double* const (&panels)[2], std::size_t n, ColumnMoments& out);
+    // What n values of each row of a panel are beyond the mean of the row.
+    void (*deviations)(const double* panel, const double (&means)[kLanes], std::size_t n, double* out);
 };
 
 // Of any level that the processor has. The results are the same.

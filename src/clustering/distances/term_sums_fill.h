@@ -1,13 +1,13 @@
 // The sums of one level: included by the source of each.
 #pragma once
 
-#include <cmath>
 #include <cstddef>
 #include <cstring>
 
 #include "clustering/distances/column_moments_fill.h"
 #include "clustering/distances/term_sums.h"
 #include "elementary/core/division.h"
+#include "elementary/core/root.h"
 #include "elementary/core/value.h"
 #include "processor/prefetch.h"
 
@@ -41,9 +41,10 @@ inline constexpr std::size_t kAhead = 80;
 template <class D>
 inline constexpr bool kRootsLater = sizeof(D) == 32;
 
+template <class D>
 ZUL_INLINE void TakeRoots(double* sums, std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i)
-        sums[i] = std::sqrt(sums[i]);
+    for (std::size_t i = 0; i < n; i += elementary::kLanesOf<D>)
+        elementary::Store(sums + i, elementary::Sqrt(elementary::Load<D>(sums + i)));
 }
 
 template <Term kTerm, class D>
@@ -53,9 +54,10 @@ ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* pa
     constexpr std::size_t kVectors = kLanes / kCount;
     // Copied vector by vector: an array that is copied whole stays in memory.
     D running[kRowsAtOnce<D>][kVectors];
-    for (auto& row : running)
-        for (D& vector : row)
-            vector = D{};
+    for (std::size_t row = 0; row < kRowsAtOnce<D>; ++row)
+        for (std::size_t v = 0; v < kVectors; ++v)
+            running[row][v] =
+                kTerm == Term::Product ? elementary::Load<D>(out[row] + place + v * kCount) : D{};
     for (std::size_t column = 0; column < sum.columns; ++column) {
         D values[kVectors];
         for (std::size_t v = 0; v < kVectors; ++v)
@@ -73,7 +75,7 @@ ZUL_INLINE void SumSome(const TermSum& sum, const double* rows, const double* pa
         double sums[kLanes];
         for (std::size_t v = 0; v < kVectors; ++v)
             std::memcpy(sums + v * kCount, &running[row][v], sizeof(D));
-        if (sum.isRoot && !kRootsLater<D>) TakeRoots(sums, kLanes);
+        if (sum.isRoot && !kRootsLater<D>) TakeRoots<D>(sums, kLanes);
         std::memcpy(out[row] + place, sums, sizeof sums);
         processor::Prefetch(out[row] + place + kAhead);
     }
@@ -88,14 +90,18 @@ void Sum(const TermSum& sum, const double* rows, const double* panels, std::size
                               panel * kLanes);
     if (sum.isRoot && kRootsLater<D>)
         for (double* const sums : out)
-            TakeRoots(sums, panelCount * kLanes);
+            TakeRoots<D>(sums, panelCount * kLanes);
 }
 
 template <class D>
 constexpr TermSums MakeTermSums() {
-    return {Sum<Term::Square, D>,        Sum<Term::Absolute, D>,
-            Sum<Term::DividedSquare, D>, Sum<Term::SquareByReciprocal, D>,
-            Sum<Term::Product, D>,       Moments<D>};
+    return {Sum<Term::Square, D>,
+            Sum<Term::Absolute, D>,
+            Sum<Term::DividedSquare, D>,
+            Sum<Term::SquareByReciprocal, D>,
+            Sum<Term::Product, D>,
+            Moments<D>,
+            Deviations<D>};
 }
 
 }  // namespace

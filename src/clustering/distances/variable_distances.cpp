@@ -7,6 +7,7 @@
 #include "clustering/distances/distance_fill.h"
 #include "clustering/distances/panels.h"
 #include "clustering/distances/term_sums.h"
+#include "elementary/root.h"
 #include "frame/recover.h"
 #include "processor/level.h"
 #include "zul/clustering.h"
@@ -14,20 +15,24 @@
 namespace zul::dax::clustering {
 namespace {
 
-// Takes the mean of each row from its values.
-void TakeMeans(const std::vector<double>& means, Panels& panels) {
-    double* values = panels.values.get();
-    for (std::size_t first = 0; first < panels.rows; first += kLanes) {
-        double shifts[kLanes] = {};
-        std::copy_n(&means[first], std::min(kLanes, panels.rows - first), shifts);
-        for (std::size_t column = 0; column < panels.columns; ++column)
-            for (const double shift : shifts)
-                *values++ -= shift;
+// So many rows of the data at a time, whose deviations stay in the first cache.
+constexpr std::size_t kRowsAtOnce = 128;
+
+// The deviations of some rows of the data from the means of their columns.
+Panels DeviationsOf(const Panels& columns, const std::vector<double>& means, std::size_t first) {
+    Panels deviations(columns.rows, std::min(kRowsAtOnce, columns.columns - first));
+    const TermSums& lanes = TermSumsOf(processor::CurrentLevel());
+    for (std::size_t column = 0; column < columns.rows; column += kLanes) {
+        double some[kLanes] = {};
+        std::copy_n(&means[column], std::min(kLanes, columns.rows - column), some);
+        lanes.deviations(columns.At(column) + first * kLanes, some, deviations.columns,
+                         deviations.At(column));
     }
+    return deviations;
 }
 
 // The products of the deviations are summed plainly, in the order of the rows, in the matrix itself.
-void SumProducts(const Panels& deviations, DistanceMatrix& out) {
+void AddProducts(const Panels& deviations, DistanceMatrix& out) {
     const int count = static_cast<int>(deviations.rows);
     for (std::size_t row = 0; row < deviations.columns; ++row) {
         const auto at = [&](int i) { return deviations.At(static_cast<std::size_t>(i))[row * kLanes]; };
@@ -37,12 +42,10 @@ void SumProducts(const Panels& deviations, DistanceMatrix& out) {
     }
 }
 
-// The same sums for the library's own matrix, several at a time.
-void SumProductsOfColumns(const Panels& deviations, Target& target) {
-    if (deviations.columns == 0) return;
+// The same for the library's own matrix, several sums at a time.
+void AddProductsTo(Target& target, const Panels& deviations) {
     const SumTerms products = TermSumsOf(processor::CurrentLevel()).products;
-    target.TakeRows(deviations.rows);
-    DistanceFill(deviations, products, {deviations.columns, nullptr, nullptr, false}, target).Fill();
+    DistanceFill(deviations, products, {deviations.columns, nullptr, nullptr, false, true}, target).Fill();
 }
 
 StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool absolute,
@@ -52,15 +55,18 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     if (columns <= 0) return out.Init(0, 0);
     const StatlibraryErrorCode status = out.Init(columns, 0);
     if (status != types::Success) return status;
-    Panels panels = PanelsOfColumns(data, rows, columns);
+    const Panels panels = PanelsOfColumns(data, rows, columns);
     const auto [means, s] = ComputeColumnMeansAndDeviations(panels);
-    TakeMeans(means, panels);
     Target target(out);
-    if (target.IsOwn())
-        SumProductsOfColumns(panels, target);
-    else
-        SumProducts(panels, out);
-    const double root = std::sqrt(rows - 1.0);
+    target.TakeRows(panels.rows);
+    for (std::size_t row = 0; row < panels.columns; row += kRowsAtOnce) {
+        const Panels deviations = DeviationsOf(panels, means, row);
+        if (target.IsOwn())
+            AddProductsTo(target, deviations);
+        else
+            AddProducts(deviations, out);
+    }
+    const double root = elementary::Sqrt(rows - 1.0);
     for (int j = 0; j < columns; ++j) {
         for (int i = 0; i < j; ++i) {
             const double spread =

@@ -1,12 +1,12 @@
 #include "contingency/measures/nominal_measures.h"
 
-#include <cmath>
 #include <memory>
 #include <new>
 
 #include "contingency/chi_square.h"
 #include "descriptive/compensated_sum.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/status.h"
 
 namespace zul::contingency {
@@ -16,17 +16,17 @@ using descriptive::CompensatedSum;
 
 void MeasureByChiSquare(const Table& table, double chiSquare, TableAssociation* out) {
     const double n = table.Total();
-    out->phi = std::sqrt(chiSquare / n);
+    out->phi = elementary::Sqrt(chiSquare / n);
     if (table.Is(2, 2)) {
         const double rows = table.RowTotal(0) * table.RowTotal(1);
         const double columns = table.ColumnTotal(0) * table.ColumnTotal(1);
         const double difference =
             table.Count(0, 0) * table.Count(1, 1) - table.Count(0, 1) * table.Count(1, 0);
-        out->phi = Quotient(difference, std::sqrt(rows) * std::sqrt(columns));
+        out->phi = Quotient(difference, elementary::Sqrt(rows) * elementary::Sqrt(columns));
     }
-    out->contingencyCoefficient = std::sqrt(chiSquare / (chiSquare + n));
+    out->contingencyCoefficient = elementary::Sqrt(chiSquare / (chiSquare + n));
     const double freedom = static_cast<double>(table.FewerUsed() - 1);
-    out->cramersV = std::sqrt(Quotient(chiSquare, n * freedom));
+    out->cramersV = elementary::Sqrt(Quotient(chiSquare, n * freedom));
 }
 
 double Largest(const double* from, std::size_t n) {

@@ -3,6 +3,7 @@
 #include "contingency/measures/pair_counts.h"
 #include "contingency/measures/standard_error.h"
 #include "descriptive/compensated_sum.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 
@@ -90,7 +91,7 @@ public:
     }
 
 private:
-    double BothUntied() const { return std::sqrt(untiedRows_) * std::sqrt(untiedColumns_); }
+    double BothUntied() const { return elementary::Sqrt(untiedRows_) * elementary::Sqrt(untiedColumns_); }
     double Excess(std::size_t i, std::size_t j) const {
         return pairs_.Concordant(i, j) - pairs_.Discordant(i, j);
     }

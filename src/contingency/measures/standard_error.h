@@ -2,11 +2,11 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 
 #include "contingency/partial_sums.h"
 #include "contingency/table.h"
 #include "descriptive/compensated_sum.h"
+#include "elementary/root.h"
 
 namespace zul::contingency {
 
@@ -27,7 +27,7 @@ public:
     }
     double StandardError(double n) const {
         const double mean = first_.Value() / n;
-        return std::sqrt(std::max(0.0, second_.Value() / n - mean * mean) / n);
+        return elementary::Sqrt(std::max(0.0, second_.Value() / n - mean * mean) / n);
     }
 
 private:

@@ -9,6 +9,7 @@
 #include "distributions/quantile_search.h"
 #include "elementary/error_function.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -176,10 +177,10 @@ double FInvCdfKernel::Noncentral(double p, bool upper) const {
     CmFCdf f(halfDf_, noncentrality_, p, upper);
     if (noncentrality_ > kSlow && df2 < kFewDf) {
         return SolveFromGuess(f, Range::Positive, FixedNumeratorGuess(df1, noncentrality_, halfDf_.B()),
-                              std::sqrt(noncentrality_));
+                              elementary::Sqrt(noncentrality_));
     }
     return SolveFromGuess(f, Range::Positive, RatioGuess(df1, noncentrality_, df2, 1),
-                          std::sqrt(noncentrality_));
+                          elementary::Sqrt(noncentrality_));
 }
 
 CmFCdf::CmFCdf(const BetaShapes& halfDf, double noncentrality, double p, bool upper)

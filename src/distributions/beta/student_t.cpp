@@ -8,6 +8,7 @@
 #include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -59,7 +60,7 @@ double TPdfKernel::Central(double x, double logFactor) {
     const double logScale = LogScale();
     const double size = std::abs(x);
     const double logSum = size < kMedium && df_ > 1 / kMedium ? numerics::FastLog1p(size * size / df_)
-                                                              : LogSumOfFar(size / std::sqrt(df_));
+                                                              : LogSumOfFar(size / elementary::Sqrt(df_));
     const double shift = std::min(std::abs(noncentrality_), kMedium);
     return frame::SafeExp(logScale - (df_ + 1) / 2 * logSum - shift * shift / 2 + logFactor);
 }
@@ -86,10 +87,10 @@ double TPdfKernel::Noncentral(double x) {
 double SineOfLegs(double x, double y) {
     if (std::abs(x) <= y) {
         const double tangent = x / y;
-        return tangent / std::sqrt(1 + tangent * tangent);
+        return tangent / elementary::Sqrt(1 + tangent * tangent);
     }
     const double cotangent = y / x;
-    return std::copysign(1 / std::sqrt(1 + cotangent * cotangent), x);
+    return std::copysign(1 / elementary::Sqrt(1 + cotangent * cotangent), x);
 }
 
 // The logarithm of the density's quotient with the central one: of the sum over j >= 0 of gamma((df + j + 1)
@@ -110,8 +111,8 @@ bool TPdfKernel::LogPowerSeries(double x, double* logSum) {
     const double df = df_;
     const double size = std::abs(noncentrality_);
     if (!(df > 0 && df < kLargestDf && size <= kLargestSize)) return false;
-    const double y = std::numbers::sqrt2 * noncentrality_ * SineOfLegs(x, std::sqrt(df));
-    const double reach = y * std::sqrt((df + 1) / 2);
+    const double y = std::numbers::sqrt2 * noncentrality_ * SineOfLegs(x, elementary::Sqrt(df));
+    const double reach = y * elementary::Sqrt((df + 1) / 2);
     if (reach < -kReach || reach > (size <= kSizeForPositive ? kPositiveReach : kReach)) return false;
     double even = 1;
     double odd = df / 2 / gammaRatio_.Get([df] { return numerics::HalfStepGammaRatio(df / 2); }) * y;
@@ -136,10 +137,10 @@ double AcceptedNoncentrality(double df) {
     // Of y^2 + kLinear y + df / 2 - kLimit, over 4: a product with 4 might overflow.
     const double discriminant = kLinear * kLinear / 4 - (df / 2 - kLimit);
     if (!(discriminant >= 0)) return kNA;
-    const double y = std::sqrt(discriminant) - kLinear / 2;
+    const double y = elementary::Sqrt(discriminant) - kLinear / 2;
     // Deliberate: sqrt(2 y), not sqrt(2) y. Any noncentrality below the refused one whose answer is saturated
     // proves the answer.
-    return y < 0 ? kNA : std::sqrt(2 * y) * kJustBelow;
+    return y < 0 ? kNA : elementary::Sqrt(2 * y) * kJustBelow;
 }
 
 // For a positive noncentrality that "t_ncdf" refuses.
@@ -158,7 +159,8 @@ bool TTails(double x, const TShape& shape, double noncentrality, TailPair* tails
     TailPair found;
     numerics::t_ncdf(x, shape, noncentrality, &found.lower, &found.upper);
     if (ErrorState().Failed()) {
-        if (ErrorState().level != frame::LevelNoncentrality || noncentrality == 0) return false;
+        const bool isSigned = std::islessgreater(noncentrality, 0.0);  // quiet for NaN
+        if (ErrorState().level != frame::LevelNoncentrality || !isSigned) return false;
         if (noncentrality > 0) {
             if (!SaturatedTails(x, shape, &found)) return false;
         } else {
@@ -223,7 +225,7 @@ public:
         const double square = meanScale_ * meanScale_;
         const double variance = std::max(1 - square, 0.0);
         const double excess = noncentrality_ * noncentrality_ - z * z;
-        const double root = std::sqrt(std::max(square + variance * excess, 0.0));
+        const double root = elementary::Sqrt(std::max(square + variance * excess, 0.0));
         const double centre = noncentrality_ * meanScale_;
         // Between 0 and the centre nothing cancels in this form.
         if (excess > 0 && noncentrality_ * z < 0) return excess / (centre - z * root);
@@ -234,8 +236,8 @@ private:
     // The mean of the divisor sqrt(chi-square / df).
     static double MeanScale(const TShape& shape) {
         constexpr double kLeast = 1e-50;
-        if (shape.Df() < kLeast) return std::sqrt(kLeast);
-        return shape.Df() > kMost ? 1 : shape.GammaRatio() * std::sqrt(2 / shape.Df());
+        if (shape.Df() < kLeast) return elementary::Sqrt(kLeast);
+        return shape.Df() > kMost ? 1 : shape.GammaRatio() * elementary::Sqrt(2 / shape.Df());
     }
     static constexpr double kMost = 1e50;
     double noncentrality_;

@@ -5,6 +5,7 @@
 
 #include "distributions/either_tail.h"
 #include "distributions/lanes/lanes.h"
+#include "elementary/root.h"
 #include "frame/errors.h"
 #include "frame/guarded.h"
 #include "zul/distributions.h"
@@ -60,7 +61,7 @@ double RootOfProduct(double range, double side, double p) {
 // range (below + above p).
 double DistanceFromLower(double range, double below, double above, double p) {
     const double share = above / range;
-    return range * ((below / range + share * p) / (1 + std::sqrt(share * (1 - p))));
+    return range * ((below / range + share * p) / (1 + elementary::Sqrt(share * (1 - p))));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -89,7 +90,7 @@ double BinomialPdfKernel::MassOfMany(double k) const {
                             numerics::CountDeviance(left, n_ * (1 - prob_), -deviation);
     const double weight =
         numerics::StirlingWeight(n_) / numerics::StirlingWeight(left) / numerics::StirlingWeight(k);
-    return std::sqrt(weight) * numerics::MassExponential(-exponent);
+    return elementary::Sqrt(weight) * numerics::MassExponential(-exponent);
 }
 
 double BinomialPdfKernel::MassByLogarithms(double k) const {
@@ -150,7 +151,7 @@ TabledCounts BinomialInvCdfKernel::Counts() const {
     return {{.first = 0,
              .last = n_,
              .mean = mean,
-             .sd = std::sqrt(mean * failure),
+             .sd = elementary::Sqrt(mean * failure),
              .odds = prob_ / failure,
              .falling = {n_, numerics::kEndlessCount}}};
 }

@@ -1,10 +1,10 @@
 #include "distributions/counts/hypergeometric.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "zul/distributions.h"
@@ -67,7 +67,7 @@ TabledCounts HypergeometricInvCdfKernel::Counts() const {
     return {{.first = shape_.First(),
              .last = shape_.Last(),
              .mean = n * M / N,
-             .sd = std::sqrt(variance),
+             .sd = elementary::Sqrt(variance),
              .odds = 1,
              .falling = {M, n},
              .rising = {0, N - M - n}}};

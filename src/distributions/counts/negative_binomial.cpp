@@ -9,6 +9,7 @@
 #include "distributions/normal/normal.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -136,7 +137,7 @@ TabledCounts NegBinomialInvCdfKernel::Counts() const {
     return {{.first = 0,
              .last = 20 * kMost,
              .mean = mean,
-             .sd = std::sqrt(mean / prob_),
+             .sd = elementary::Sqrt(mean / prob_),
              .odds = -failure,
              .falling = {-r_, numerics::kEndlessCount}},
             r_,

@@ -4,6 +4,7 @@
 
 #include "distributions/counts/discrete_rules.h"
 #include "distributions/either_tail.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "frame/recover.h"
@@ -61,7 +62,7 @@ TabledCounts PoissonInvCdfKernel::Counts() const {
     return {{.first = 0,
              .last = 2 * kMost,
              .mean = mean,
-             .sd = std::sqrt(mean),
+             .sd = elementary::Sqrt(mean),
              .odds = mean / numerics::kEndlessCount}};
 }
 

@@ -1,7 +1,6 @@
 #include "distributions/gamma/chi_square.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -9,6 +8,7 @@
 #include "distributions/lanes/lanes.h"
 #include "distributions/quantile_search.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -127,7 +127,7 @@ double ChiSqInvCdfKernel::Noncentral(double p, bool upper) const {
     const double df = 2 * halfDf_.Value();
     CmChiSqCdf f(halfDf_, noncentrality_, p, upper);
     return SolveFromGuess(f, Range::Positive, RatioGuess(df, noncentrality_, kInfinity, df),
-                          std::sqrt(std::max(noncentrality_, 0.0)));
+                          elementary::Sqrt(std::max(noncentrality_, 0.0)));
 }
 
 double CmChiSqCdf::Evaluate(double t) {

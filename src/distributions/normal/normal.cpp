@@ -1,11 +1,11 @@
 #include "distributions/normal/normal.h"
 
-#include <cmath>
 #include <numbers>
 
 #include "distributions/either_tail.h"
 #include "distributions/lanes/lanes.h"
 #include "distributions/tail_pair.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -49,7 +49,7 @@ double StandardQuantile(double p) {
 
 double NormalDensity(const NormalPdfKernel* at, double x) {
     const double z = (x - at->mean) / at->sd;
-    return frame::SafeExp(-0.5 * (z * z)) / (std::sqrt(2 * std::numbers::pi) * at->sd);
+    return frame::SafeExp(-0.5 * (z * z)) / (elementary::Sqrt(2 * std::numbers::pi) * at->sd);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 
@@ -26,7 +27,7 @@ CmDistBeta::SetUp CmDistBeta::PrepareBB(double first, double second) {
     s.a = std::min(first, second);
     s.b = std::max(first, second);
     s.alpha = s.a + s.b;
-    s.beta = std::sqrt((s.alpha - 2) / (2 * s.a * s.b - s.alpha));
+    s.beta = elementary::Sqrt((s.alpha - 2) / (2 * s.a * s.b - s.alpha));
     s.gamma = s.a + 1 / s.beta;
     s.largestV = LargestV(s.b);
     s.isFirstA = frame::CompareTolerant(first, s.a, 0) == 0;
@@ -158,7 +159,7 @@ void CmDistT::SetGenerator(UniformSource* generator) {
 
 double CmDistT::Draw() {
     if (!IsCentral()) return inverse_(NextUniform());
-    const double size = std::sqrt(square_.Draw());
+    const double size = elementary::Sqrt(square_.Draw());
     return NextUniform() >= 0.5 ? -size : size;
 }
 

@@ -9,6 +9,7 @@
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
+#include "elementary/root.h"
 #include "frame/compare.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -48,7 +49,7 @@ CmDistGammaB::SetUp CmDistGammaB::Prepare(double shape) {
     constexpr double kTinyMode = 1e-7;
     const double c1 = std::numbers::ln2;
     const double c2 = shape - 1;
-    const double d = c2 < kTinyMode ? 1 - c2 : (std::sqrt(4 * c2 + 1) - 1) / (2 * c2);
+    const double d = c2 < kTinyMode ? 1 - c2 : (elementary::Sqrt(4 * c2 + 1) - 1) / (2 * c2);
     const double c4 = 1 - d;
     const double q = elementary::Pow(c4, c2);
     const double c = (1 / d) * frame::SafeExp(-d * c2) + c2 * q;
@@ -92,13 +93,13 @@ constexpr double kTailShare = 0.009572265238289;
 
 CmDistGammaC::SetUp CmDistGammaC::Prepare(double shape) {
     const double c2 = shape - 1;
-    const double r = std::sqrt(shape);
-    const double s = std::sqrt(8.0 / 3.0) * r + shape;
-    const double t = std::sqrt(s);
+    const double r = elementary::Sqrt(shape);
+    const double s = elementary::Sqrt(8.0 / 3.0) * r + shape;
+    const double t = elementary::Sqrt(s);
     const double w = s / c2;
-    const double v = std::sqrt(6.0) * t;
+    const double v = elementary::Sqrt(6.0) * t;
     const double z = v + c2;
-    const double k = -elementary::Log(std::sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
+    const double k = -elementary::Log(elementary::Sqrt(2 * std::numbers::pi) * kTailShare / (1 - kTailShare));
     return {c2, r, t, w, v, z, k, elementary::Log(t * v / z), SureFrom(shape, c2, t)};
 }
 

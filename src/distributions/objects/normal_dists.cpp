@@ -6,6 +6,7 @@
 #include <new>
 
 #include "elementary/lanes/columns.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 
 namespace zul::objects {
@@ -13,7 +14,7 @@ namespace zul::objects {
 void CmDistNormal::Factors(double* factors, const double* s, std::size_t count) {
     elementary::CurrentColumns().log(factors, s, count);
     for (std::size_t i = 0; i < count; ++i)
-        factors[i] = std::sqrt(-2 * factors[i] / s[i]);
+        factors[i] = elementary::Sqrt(-2 * factors[i] / s[i]);
 }
 
 // As Draw() so many times. The points of a block are found before their logarithms are taken: the search has no
@@ -85,7 +86,7 @@ bool FactorInPlace(numerics::UTmatrix<double>& u) {
         // Each step of the elimination rounds once.
         const double rounding = 8 * static_cast<double>(i + 1) * DBL_EPSILON * std::abs(variance);
         if (rest < -rounding) return false;
-        diagonal = rest <= rounding ? 0 : std::sqrt(rest);
+        diagonal = rest <= rounding ? 0 : elementary::Sqrt(rest);
     }
     return true;
 }

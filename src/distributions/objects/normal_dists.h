@@ -1,7 +1,6 @@
 // Objects of the normal family, of one dimension and of several.
 #pragma once
 
-#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -9,6 +8,7 @@
 #include "distributions/objects/kernel_dist.h"
 #include "distributions/objects/rejection.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "numerics/dense.h"
 
 namespace zul::objects {
@@ -50,7 +50,7 @@ public:
         }
         return point;
     }
-    static double Factor(double s) { return std::sqrt(-2 * elementary::Log(s) / s); }
+    static double Factor(double s) { return elementary::Sqrt(-2 * elementary::Log(s) / s); }
     static void Factors(double* factors, const double* s, std::size_t count);
     // Whether a second deviate waits for the next draw, and what it is to be.
     bool HasSecond() const { return hasSecond_; }

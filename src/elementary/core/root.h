@@ -1,14 +1,15 @@
-// The square root of a vector: of IEEE, as that of a double.
+// The square root of a double, and that of a vector with the same bits.
 #pragma once
 
 #include "elementary/core/value.h"
+#include "elementary/root.h"
 
 namespace zul::elementary {
 namespace {
 
 #if defined(__GNUC__)
 template <class D>
-ZUL_INLINE D Sqrt(D x) {
+requires(kLanesOf<D> > 1) ZUL_INLINE D Sqrt(D x) {
     if constexpr (kLanesOf<D> == 2) return __builtin_bit_cast(D, _mm_sqrt_pd(__builtin_bit_cast(__m128d, x)));
 #if defined(__AVX__)
     if constexpr (kLanesOf<D> == 4)

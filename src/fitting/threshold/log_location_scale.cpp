@@ -8,6 +8,7 @@
 #include "elementary/exponential.h"
 #include "elementary/lanes/columns.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "fitting/extreme_value.h"
 #include "fitting/families.h"
 #include "fitting/logistic.h"
@@ -48,7 +49,7 @@ struct Normal {
         constexpr double kHalfLogTwoPi = 0.91893853320467274178;
         const double n = static_cast<double>(y.size());
         const double mean = MeanOf(y);
-        const double sd = std::sqrt(SquaresAround(y, mean) / n);
+        const double sd = elementary::Sqrt(SquaresAround(y, mean) / n);
         return {mean, sd, -n * (elementary::Log(sd) + kHalfLogTwoPi + 0.5), true};
     }
 };

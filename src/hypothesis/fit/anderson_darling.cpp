@@ -4,6 +4,7 @@
 #include "distributions/reference_distributions.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "zul/hypothesis.h"
@@ -74,7 +75,7 @@ int WeibullTablePValue(double aSquared, double n, double* pValue) {
     constexpr int kPoints = 5;
     constexpr double kCritical[kPoints] = {0.474, 0.637, 0.757, 0.877, 1.038};
     constexpr double kPValues[kPoints] = {0.25, 0.10, 0.05, 0.025, 0.01};
-    const double modified = aSquared * (1 + 0.2 / std::sqrt(n));
+    const double modified = aSquared * (1 + 0.2 / elementary::Sqrt(n));
     if (modified > kCritical[kPoints - 1]) return Answer(kPValues[kPoints - 1], kPValueAtMost, pValue);
     if (modified < kCritical[0]) return Answer(kPValues[0], kPValueAtLeast, pValue);
     for (int k = kPoints - 2; k >= 0; --k) {

@@ -1,5 +1,5 @@
-#include <cmath>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -40,7 +40,7 @@ int RunOneSampleT(OneSampleT* record, const double* data, double confidence, Int
 }
 
 int RunOneSampleT(OneSampleT* record, double confidence, IntervalType type) {
-    record->standardError = record->standardDeviation / std::sqrt(static_cast<double>(record->n));
+    record->standardError = record->standardDeviation / elementary::Sqrt(static_cast<double>(record->n));
     return hypothesis::TInterval(record->n - 1.0, confidence, type, record->mean, record->standardError,
                                  &record->lowerBound, &record->upperBound);
 }

@@ -1,5 +1,5 @@
-#include <cmath>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -41,7 +41,7 @@ int RunOneSampleZ(OneSampleZ* record, const double* data, double sigma, double c
 }
 
 int RunOneSampleZ(OneSampleZ* record, double sigma, double confidence, IntervalType type) {
-    record->standardError = sigma / std::sqrt(static_cast<double>(record->n));
+    record->standardError = sigma / elementary::Sqrt(static_cast<double>(record->n));
     return hypothesis::NormalInterval(confidence, type, record->mean, record->standardError,
                                       &record->lowerBound, &record->upperBound);
 }

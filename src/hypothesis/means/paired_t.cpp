@@ -1,7 +1,7 @@
-#include <cmath>
 #include <memory>
 #include <new>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -44,7 +44,7 @@ int SummariseDifferences(PairedT* record, const double* first, const double* sec
 
 int Summarise(PairedT* record, const double* first, const double* second) {
     const unsigned n = record->n;
-    const double rootN = std::sqrt(static_cast<double>(n));
+    const double rootN = elementary::Sqrt(static_cast<double>(n));
     MeanAndStandardDeviation(first, n, &record->mean1, &record->standardDeviation1);
     MeanAndStandardDeviation(second, n, &record->mean2, &record->standardDeviation2);
     record->standardError1 = record->standardDeviation1 / rootN;
@@ -68,7 +68,7 @@ int RunPairedT(PairedT* record, const double* first, const double* second, doubl
 
 int RunPairedT(PairedT* record, double confidence, IntervalType type) {
     const double n = record->n;
-    record->standardErrorDifference = record->standardDeviationDifference / std::sqrt(n);
+    record->standardErrorDifference = record->standardDeviationDifference / elementary::Sqrt(n);
     return hypothesis::TInterval(n - 1, confidence, type, record->meanDifference,
                                  record->standardErrorDifference, &record->lowerBound, &record->upperBound);
 }

@@ -1,7 +1,6 @@
 #include "hypothesis/means/sample.h"
 
-#include <cmath>
-
+#include "elementary/root.h"
 #include "zul/descriptive.h"
 
 namespace zul::hypothesis {
@@ -9,7 +8,7 @@ namespace zul::hypothesis {
 void MeanAndStandardDeviation(const double* data, unsigned n, double* mean, double* standardDeviation) {
     double variance = 0;
     v1::GetSampleMeanAndVariance(data, n, mean, &variance);
-    *standardDeviation = std::sqrt(variance);
+    *standardDeviation = elementary::Sqrt(variance);
 }
 
 unsigned SumCounts(const int* data, unsigned n) {

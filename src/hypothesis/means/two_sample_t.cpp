@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -43,8 +44,8 @@ double PooledStandardError(TwoSampleT* record) {
     // Deliberate: the sum of the counts is one of 32 bits.
     const double df = (record->n1 + record->n2) - 2.0;
     record->degreesOfFreedom = df;
-    record->pooledStandardDeviation = std::sqrt((n2 - 1) * variance2 / df + (n1 - 1) * variance1 / df);
-    return std::sqrt(1 / n2 + 1 / n1) * record->pooledStandardDeviation;
+    record->pooledStandardDeviation = elementary::Sqrt((n2 - 1) * variance2 / df + (n1 - 1) * variance1 / df);
+    return elementary::Sqrt(1 / n2 + 1 / n1) * record->pooledStandardDeviation;
 }
 
 double WelchStandardError(TwoSampleT* record) {
@@ -53,14 +54,14 @@ double WelchStandardError(TwoSampleT* record) {
     // Deliberate: rounded down to a whole number, before interval and p-value use it.
     record->degreesOfFreedom =
         std::floor((a + b) * (a + b) / (b * b / (record->n2 - 1.0) + a * a / (record->n1 - 1.0)));
-    return std::sqrt(a + b);
+    return elementary::Sqrt(a + b);
 }
 
 int RunInterval(TwoSampleT* record, bool equalVariances, double confidence, IntervalType type,
                 double* standardError) {
     record->difference = record->mean1 - record->mean2;
-    record->standardError1 = record->standardDeviation1 / std::sqrt(static_cast<double>(record->n1));
-    record->standardError2 = record->standardDeviation2 / std::sqrt(static_cast<double>(record->n2));
+    record->standardError1 = record->standardDeviation1 / elementary::Sqrt(static_cast<double>(record->n1));
+    record->standardError2 = record->standardDeviation2 / elementary::Sqrt(static_cast<double>(record->n2));
     *standardError = equalVariances ? PooledStandardError(record) : WelchStandardError(record);
     return hypothesis::TInterval(record->degreesOfFreedom, confidence, type, record->difference,
                                  *standardError, &record->lowerBound, &record->upperBound);

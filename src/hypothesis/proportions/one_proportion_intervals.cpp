@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "distributions/reference_distributions.h"
+#include "elementary/root.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
 #include "zul/hypothesis.h"
@@ -21,7 +22,7 @@ struct CorrectedScore {
     double Bound(Side side, double q) const {
         const double sign = side == Side::Lower ? -1 : 1;
         const double shifted = x + sign * 0.5;
-        const double spread = std::sqrt((n - x - sign * 0.5) / n * shifted + quarter);
+        const double spread = elementary::Sqrt((n - x - sign * 0.5) / n * shifted + quarter);
         return (half + shifted) / adjusted + sign * q * spread / adjusted;
     }
 };
@@ -50,7 +51,7 @@ int RunOneProportionWilson(OneProportion* record, bool continuity, double confid
     if (continuity)
         return CorrectedInterval(score, confidence, type, &record->lowerBound, &record->upperBound);
     const double centre = (score.half + x) / score.adjusted;
-    const double spread = std::sqrt((1 - x / n) * x + score.quarter) / score.adjusted;
+    const double spread = elementary::Sqrt((1 - x / n) * x + score.quarter) / score.adjusted;
     return hypothesis::NormalInterval(confidence, type, centre, spread, &record->lowerBound,
                                       &record->upperBound);
 }
@@ -68,7 +69,7 @@ int RunOneProportionWilson(OneProportion* record, bool continuity, AlternativeHy
         else if (alternative != AlternativeHypothesis::NotEqual || std::abs(deviation) >= n * 0.5)
             correction = -0.5;
     }
-    record->zStatistic = (deviation + correction) / std::sqrt((1 - p0) * (n * p0));
+    record->zStatistic = (deviation + correction) / elementary::Sqrt((1 - p0) * (n * p0));
     record->pValue = hypothesis::NormalTestPValue(record->zStatistic, alternative);
     return kSuccess;
 }
@@ -76,7 +77,7 @@ int RunOneProportionWilson(OneProportion* record, bool continuity, AlternativeHy
 int RunOneProportionWaldCI(OneProportion* record, bool continuity, double confidence, IntervalType type) {
     const double n = record->n;
     const double p = GetSampleProportion(record->x, record->n);
-    const double standardError = std::sqrt((1 - p) * p / n);
+    const double standardError = elementary::Sqrt((1 - p) * p / n);
     const int status = hypothesis::NormalInterval(confidence, type, p, standardError, &record->lowerBound,
                                                   &record->upperBound);
     if (continuity) {
@@ -92,7 +93,7 @@ int RunOneProportionAgrestiCoullCI(OneProportion* record, bool addTwo, double co
     const double addedTrials = addTwo ? 4 : z * z;
     const double trials = record->n + addedTrials;
     const double p = (record->x + addedEvents) / trials;
-    const double standardError = std::sqrt((1 - p) * p / trials);
+    const double standardError = elementary::Sqrt((1 - p) * p / trials);
     return hypothesis::NormalInterval(confidence, type, p, standardError, &record->lowerBound,
                                       &record->upperBound);
 }

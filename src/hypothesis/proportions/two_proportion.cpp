@@ -1,5 +1,5 @@
-#include <cmath>
 
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -51,7 +51,7 @@ int RunTwoProportionWaldCI(TwoProportion* record, bool continuity, double confid
     const double n2 = record->n2;
     const double p1 = GetSampleProportion(record->x1, record->n1);
     const double p2 = GetSampleProportion(record->x2, record->n2);
-    const double standardError = std::sqrt(Variance(p1, n1, p2, n2));
+    const double standardError = elementary::Sqrt(Variance(p1, n1, p2, n2));
     const int status = hypothesis::NormalInterval(confidence, type, p1 - p2, standardError,
                                                   &record->lowerBound, &record->upperBound);
     if (continuity) {
@@ -70,7 +70,7 @@ int RunTwoProportionAgrestiCaffoCI(TwoProportion* record, bool addOne, double co
     const double n2 = record->n2 + addedTrials;
     const double p1 = (record->x1 + addedEvents) / n1;
     const double p2 = (record->x2 + addedEvents) / n2;
-    const double standardError = std::sqrt(Variance(p1, n1, p2, n2));
+    const double standardError = elementary::Sqrt(Variance(p1, n1, p2, n2));
     return hypothesis::NormalInterval(confidence, type, p1 - p2, standardError, &record->lowerBound,
                                       &record->upperBound);
 }
@@ -100,7 +100,7 @@ int RunKelTwoProportion(TwoProportion* record, bool pooled, AlternativeHypothesi
     const bool noDifference = difference0 == 0;
     const double variance =
         noDifference && pooled ? PooledVariance(*record) : Variance(p1, record->n1, p2, record->n2);
-    record->zStatistic = (p1 - p2 - difference0) / std::sqrt(variance);
+    record->zStatistic = (p1 - p2 - difference0) / elementary::Sqrt(variance);
     record->pValue = hypothesis::NormalTestPValue(record->zStatistic, alternative);
     if (noDifference) record->fisherPValue = FisherPValue(*record, SideOf(alternative));
     return kSuccess;

@@ -1,9 +1,9 @@
-#include <cmath>
 #include <vector>
 
 #include "descriptive/quantiles.h"
 #include "descriptive/sorting.h"
 #include "distributions/reference_distributions.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/ranks/tied_ranks.h"
@@ -74,7 +74,7 @@ int SetGroups(KruskalWallis* record, const Groups& groups, const double* ranks, 
             rankSum += *ranks++;
         SetOutput(out.meanRanks, i, rankSum / n);
         const double difference = rankSum - n * (N + 1) / 2;
-        SetOutput(out.z, i, difference / n / std::sqrt((N + 1) * ((N - n) / n) / 12));
+        SetOutput(out.z, i, difference / n / elementary::Sqrt((N + 1) * ((N - n) / n) / 12));
         spread += difference * difference / n;
     }
     record->h = 12 / (N * (N + 1)) * spread;

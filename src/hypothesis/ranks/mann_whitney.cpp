@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <new>
 
 #include "descriptive/quantiles.h"
 #include "descriptive/sorting.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/ranks/rank_interval.h"
@@ -63,7 +63,7 @@ struct Samples {
 
 // Of the number of pairs without ties.
 NormalLaw UntiedLaw(double n1, double n2) {
-    return {n1 * n2 / 2, std::sqrt(n1 * n2 * (n1 + n2 + 1) / 12)};
+    return {n1 * n2 / 2, elementary::Sqrt(n1 * n2 * (n1 + n2 + 1) / 12)};
 }
 
 // untied: the exact law of untied ranks, if that is the one.
@@ -123,7 +123,7 @@ int Test(MannWhitney* record, const Samples& samples, double tieShare, const Ran
     }
     NormalLaw law = UntiedLaw(record->n1, record->n2);
     record->pValue = hypothesis::PValueOf(law.Tails(record->u), side);
-    law.sd *= std::sqrt(tieShare);
+    law.sd *= elementary::Sqrt(tieShare);
     record->pValueTies = hypothesis::PValueOf(law.Tails(record->u), side);
     return kSuccess;
 }

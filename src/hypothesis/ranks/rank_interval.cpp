@@ -8,6 +8,7 @@
 #include "distributions/reference_distributions.h"
 #include "elementary/error_function.h"
 #include "elementary/exponential.h"
+#include "elementary/root.h"
 
 namespace zul::hypothesis {
 namespace {
@@ -24,7 +25,7 @@ double NormalLowerTail(double z) {
 // A depth among very many pairs hangs on more digits than the quantile function has: Newton's step.
 double NormalQuantile(double p) {
     const double z = reference::NormalQuantile(p);
-    const double density = elementary::Exp(-0.5 * (z * z)) / std::sqrt(2 * std::numbers::pi);
+    const double density = elementary::Exp(-0.5 * (z * z)) / elementary::Sqrt(2 * std::numbers::pi);
     return z - (NormalLowerTail(z) - p) / density;
 }
 

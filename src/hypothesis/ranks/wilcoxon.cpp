@@ -5,6 +5,7 @@
 #include <new>
 
 #include "descriptive/sorting.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/ranks/rank_interval.h"
@@ -38,7 +39,7 @@ constexpr unsigned kLastExactCount = 200;
 
 // Of n untied ranks.
 NormalLaw UntiedLaw(double n) {
-    return {n * (n + 1) / 4, std::sqrt(n * (n + 1) * (2 * n + 1) / 24)};
+    return {n * (n + 1) / 4, elementary::Sqrt(n * (n + 1) * (2 * n + 1) / 24)};
 }
 
 // untied: the exact law of untied ranks, if that is the one.
@@ -102,7 +103,7 @@ void Test(Wilcoxon* record, const double* x, const RankLaw& untied, Side side, d
         tails = ExactTails(x, record->n, median0, statistic, untied);
     } else if (used > 0) {
         NormalLaw law = UntiedLaw(record->used);
-        law.sd = std::sqrt(law.sd * law.sd - tied / 48);
+        law.sd = elementary::Sqrt(law.sd * law.sd - tied / 48);
         tails = law.Tails(statistic);
     }
     record->pValue = hypothesis::PValueOf(tails, side);

@@ -11,6 +11,7 @@
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
+#include "elementary/root.h"
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
 #include "frame/missing_value.h"
@@ -28,14 +29,14 @@ int EstimateKurtosis(const double* data, unsigned count, double variance, double
     *kurtosis = 1;
     if (variance <= 0) return kSuccess;
     const double n = count;
-    const double trimming = count >= 6 ? 1 / (2 * std::sqrt(n - 4)) : 0;
+    const double trimming = count >= 6 ? 1 / (2 * elementary::Sqrt(n - 4)) : 0;
     int status = kSuccess;
     const double centre = v1::GetTrimmedMean(data, count, trimming, &status);
     if (status != kSuccess) {
         *kurtosis = kQuietNaN;
         return status;
     }
-    const double sd = std::sqrt(variance);
+    const double sd = elementary::Sqrt(variance);
     descriptive::CompensatedSum sum;
     for (unsigned i = 0; i < count; ++i)
         sum.Add(elementary::Pow((data[i] - centre) / sd, 4.0));
@@ -52,7 +53,7 @@ void BonettBounds(const BonettSample& sample, double confidence, IntervalType ty
     const double z = reference::NormalQuantile(UpperLevel(confidence, type));
     if (!(z < n)) return;
     const double c = n / (n - z);
-    const double factor = elementary::Exp(c * z * std::sqrt(excess / (n - 1)));
+    const double factor = elementary::Exp(c * z * elementary::Sqrt(excess / (n - 1)));
     const double scaled = c * sample.variance;
     SetBounds(
         type, 0, std::numeric_limits<double>::infinity(), [=] { return scaled / factor; },
@@ -150,7 +151,7 @@ double BonettPValue(const BonettSample& sample, double variance0, Side side) {
     constexpr double kLeastVariance0 = 1e-30;
     if (!std::isfinite(sample.kurtosis) || !(variance0 >= kLeastVariance0 && variance0 <= DBL_MAX))
         return kQuietNaN;
-    const double spread = std::sqrt(sample.Excess() / (sample.n - 1));
+    const double spread = elementary::Sqrt(sample.Excess() / (sample.n - 1));
     const bool constant = sample.variance == 0;
     if (!std::isfinite(sample.variance) || (!constant && !std::isfinite(spread))) return kQuietNaN;
     const Problem problem{sample.n, sample.variance, spread, variance0};

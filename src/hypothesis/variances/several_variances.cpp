@@ -13,6 +13,7 @@
 #include "distributions/reference_distributions.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -147,14 +148,14 @@ void CompareIntervals(std::span<const Group> groups, double allErrors, double co
     const double q =
         GetStudentizedRangeCritValue(1 - confidence, static_cast<unsigned>(groups.size()), kInfinity);
     const auto own = [&](std::size_t i) {
-        return std::sqrt(groups[i].sample.Excess() / (groups[i].sample.n - 1));
+        return elementary::Sqrt(groups[i].sample.Excess() / (groups[i].sample.n - 1));
     };
     for (std::size_t i = 0; i < groups.size(); ++i) {
         const double share = groups.size() == 2
                                  ? allErrors * own(i) / (own(0) + own(1))
                                  : ((k - 1) * groups[i].errors - allErrors) / ((k - 1) * (k - 2));
         const double factor = elementary::Exp(q * share / (2 * std::numbers::sqrt2));
-        const double sd = std::sqrt(groups[i].sample.variance);
+        const double sd = elementary::Sqrt(groups[i].sample.variance);
         Write(out.comparisonLower, i, sd / factor);
         Write(out.comparisonUpper, i, sd * factor);
     }
@@ -166,8 +167,8 @@ void SimultaneousIntervals(std::span<const Group> groups, double confidence, con
         double lower = 0;
         double upper = 0;
         hypothesis::BonettBounds(groups[i].sample, level, IntervalType::TwoSided, &lower, &upper);
-        Write(out.simultaneousLower, i, std::sqrt(lower));
-        Write(out.simultaneousUpper, i, std::sqrt(upper));
+        Write(out.simultaneousLower, i, elementary::Sqrt(lower));
+        Write(out.simultaneousUpper, i, elementary::Sqrt(upper));
     }
 }
 
@@ -181,10 +182,10 @@ int CompareVariances(VariancesTest* record, std::span<Group> groups, double conf
         squares.Add((n - 1) * variance);
         df.Add(n - 1);
         haveVariation = haveVariation && variance > 0;
-        Write(out.standardDeviations, i, std::sqrt(variance));
+        Write(out.standardDeviations, i, elementary::Sqrt(variance));
     }
     const double pooledVariance = squares.Value() / df.Value();
-    record->pooledStandardDeviation = std::sqrt(pooledVariance);
+    record->pooledStandardDeviation = elementary::Sqrt(pooledVariance);
     if (!haveVariation) return kNoVariation;
     if (!std::isfinite(pooledVariance)) return kSuccess;  // values whose squares overflow
     record->bartlettStatistic = BartlettStatistic(groups, pooledVariance, df.Value());

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "distributions/reference_distributions.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -91,7 +92,7 @@ void LeveneTest(TwoVariance* record, const Distances (&samples)[2], AlternativeH
         record->levenePValue = reference::FPValue(statistic, df1, df2, Side::Upper);
         return;
     }
-    const double t = std::copysign(std::sqrt(statistic), samples[0].mean - samples[1].mean);
+    const double t = std::copysign(elementary::Sqrt(statistic), samples[0].mean - samples[1].mean);
     record->levenePValue = hypothesis::TTestPValue(t, df2, alternative);
 }
 

@@ -7,6 +7,7 @@
 #include "distributions/reference_distributions.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
 #include "hypothesis/intervals.h"
@@ -36,7 +37,7 @@ double VarianceRatio::ErrorAt(double u) const {
     const double squares = scale1 * (first_.n - 1) + scale2 * (second_.n - 1);
     const double kurtosis = (first_.n + second_.n) * fourth / (squares * squares);
     const auto term = [kurtosis](double n) { return (kurtosis - (n - 3) / n) / (n - 1); };
-    return std::sqrt(term(first_.n) + term(second_.n));
+    return elementary::Sqrt(term(first_.n) + term(second_.n));
 }
 
 double VarianceRatio::LogFactor(double z) const {
@@ -101,7 +102,8 @@ double RootOfSmallerFirst(const VarianceRatio& ratio, CmTwoSamplePValueFunction*
     const double n1 = ratio.First().n;
     const double n2 = ratio.Second().n;
     const double difference = n2 - n1;
-    const double least = (n1 + n2 - std::sqrt(difference * difference + 4 * difference / g->Error())) / 2;
+    const double least =
+        (n1 + n2 - elementary::Sqrt(difference * difference + 4 * difference / g->Error())) / 2;
     if (!(g->Evaluate(least) <= 0)) return n1;
     // For negative z the factor is above n1 / n2.
     const double low = (g->Distance() - elementary::Log(n2 / n1)) / g->Error();

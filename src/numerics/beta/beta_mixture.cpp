@@ -7,6 +7,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "numerics/beta/beta_shapes.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/limits.h"
@@ -25,7 +26,7 @@ double Peak(double x, double b, double mean, const MixtureLane& lane) {
     const double product = mean * x;
     const double excess = product - a;
     const double constant = product * (a + b);
-    const double root = std::sqrt(excess * excess + 4 * constant);
+    const double root = elementary::Sqrt(excess * excess + 4 * constant);
     const double peak = excess >= 0 ? (excess + root) / 2 : 2 * constant / (root - excess);
     return std::max(0.0, peak - lane.first);
 }
@@ -79,12 +80,12 @@ double LowerStart(double x, double b, double mean, const MixtureLane& lane) {
         }
     }
     // Bernstein's bound for the tail of a Poisson distribution with the mean peak + 1.
-    return j + std::ceil(kReach / 3 + std::sqrt(kReach * kReach / 9 + 2 * kReach * (peak + 1)));
+    return j + std::ceil(kReach / 3 + elementary::Sqrt(kReach * kReach / 9 + 2 * kReach * (peak + 1)));
 }
 
 double UpperStart(double x, double b, double mean, const MixtureLane& lane) {
     const double peak = Peak(x, b, mean, lane);
-    return std::max(0.0, std::floor(peak - std::sqrt(2 * kReach * (peak + 1))));
+    return std::max(0.0, std::floor(peak - elementary::Sqrt(2 * kReach * (peak + 1))));
 }
 
 // A sum on its way.

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 
+#include "elementary/root.h"
 #include "numerics/beta/beta_fraction.h"
 
 namespace zul::numerics {
@@ -49,7 +49,7 @@ struct BetaMixture {
         if (b < kSmallShape && at.complement < kNearEnd && product < kReached) return true;
         if (shape < kSmallShape && at.x < kNearEnd && at.x * b < kReached) return false;
         if (b < 1 || (b > kLargeShape && shape > kLargeShape)) return at.x * b > product;
-        return at.x * b > product + at.complement * kSds * std::sqrt(shape);
+        return at.x * b > product + at.complement * kSds * elementary::Sqrt(shape);
     }
 };
 

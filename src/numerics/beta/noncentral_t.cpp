@@ -7,6 +7,7 @@
 #include "elementary/error_function.h"
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/beta/beta_mixture.h"
 #include "numerics/gamma/gamma.h"
@@ -45,7 +46,7 @@ public:
     double Peak() const {
         const double shifted = t_ * (d_ + 1 / (d_ + 1));
         return elementary::Log(2 * df_ /
-                               (shifted + std::sqrt(shifted * shifted + 4 * df_ * (df_ + t_ * t_))));
+                               (shifted + elementary::Sqrt(shifted * shifted + 4 * df_ * (df_ + t_ * t_))));
     }
     // A step of the trapezoidal rule that leaves an error below 1e-14. The integrand is nearly a normal
     // density with the variance 1 / curvature at the peak, or, for small df, like that of the logarithm of a
@@ -56,7 +57,7 @@ public:
         constexpr double kStepsPerSd = 2;
         const double y = d_ + t_ * s;
         const double curvature = 2 * df_ * s * s + t_ * s * (y + 1 / (y + 1)) + t_ * s * t_ * s;
-        return std::min(df_ < kFewDf ? 0.14 : 0.1, 1 / (kStepsPerSd * std::sqrt(curvature)));
+        return std::min(df_ < kFewDf ? 0.14 : 0.1, 1 / (kStepsPerSd * elementary::Sqrt(curvature)));
     }
     // By how much at most the integrand, relative to it, deviates below u from an exponential of df u.
     double Deviation(double s) const { return t_ * s * (d_ + 1) + df_ * s * s; }
@@ -117,8 +118,8 @@ bool HalfSums(const TArgument& argument, const TShape& shape, double mean, Sums*
     const double b = shape.Df() / 2;
     // The steps and weights without exp(-h) (1 - x)^b: sqrt(x) gamma(b + 1/2) / (gamma(3/2) gamma(b)) and 1;
     // x b and sqrt(h) / gamma(3/2).
-    const double even = std::sqrt(at.x) * shape.GammaRatio() * (2 / kGammaOneHalf);
-    const double odd = at.x * b * std::sqrt(mean) * (2 / kGammaOneHalf);
+    const double even = elementary::Sqrt(at.x) * shape.GammaRatio() * (2 / kGammaOneHalf);
+    const double odd = at.x * b * elementary::Sqrt(mean) * (2 / kGammaOneHalf);
     const double logStep = b * at.LogComplement();  // nearly that of what is outside, for a tiny b
     const BetaMixture<2> mixture{at, b, mean, logStep, {{{0.5, 0, even}, {1, 0.5, odd}}}};
     // Next to no degrees of freedom leave little inside, unless t is far.

@@ -159,18 +159,19 @@ ZUL_INLINE D StartInside(const Shapes& shapes, D target, D logTarget) {
     constexpr double kVanishing = 1e-100;  // where 1 / (9 q) to the power 1.5 may overflow
     const double p = shapes.P();
     const double q = shapes.Q();
-    const D r = SqrtOf(-2.0 * logTarget);
+    const D r = elementary::Sqrt(-2.0 * logTarget);
     const D z = r - (2.30753 + 0.27061 * r) / (1.0 + (0.99229 + 0.04481 * r) * r);
     if (p > 1 && q > 1) {
         const D lambda = (z * z - 3.0) / 6.0;
         const double s = 1 / (2 * p - 1);
         const double t = 1 / (2 * q - 1);
         const double h = 2 / (s + t);
-        const D w = z * SqrtOf(LargerOf(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
+        const D w =
+            z * elementary::Sqrt(LargerOf(h + lambda, 0.0)) / h - (t - s) * (lambda + 5.0 / 6 - 2 / (3 * h));
         return shapes.LogP() - shapes.LogQ() - 2.0 * w;
     }
     const double variance = q > kVanishing ? 1 / (9 * q) : 0;
-    const D root = q > kVanishing ? 1 - variance + z * SqrtOf(variance) : D{};
+    const D root = q > kVanishing ? 1 - variance + z * elementary::Sqrt(variance) : D{};
     const D chiSquare = 2 * q * root * root * root;
     const auto positive = chiSquare > 0.0;
     const auto fromChiSquare = [&]() ZUL_INLINED {

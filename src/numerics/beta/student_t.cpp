@@ -8,6 +8,7 @@
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
+#include "elementary/root.h"
 #include "elementary/trigonometric.h"
 #include "frame/error_state.h"
 #include "numerics/beta/incomplete_beta.h"
@@ -34,7 +35,7 @@ double NormalOutside(double t, double df) {
     double z = std::min(t, kLargeT);
     if (df < kLargeDf && t < kLargeT) {
         const double a = df - 0.5;
-        const double w = std::sqrt(a * elementary::Log1p(t * t / df));
+        const double w = elementary::Sqrt(a * elementary::Log1p(t * t / df));
         z = w + w * (w * w + 3) / (48 * a * a);
     }
     double lower = 0;
@@ -60,7 +61,7 @@ double Outside(double t, const TShape& shape) {
 double StartByHill(double q, double df) {
     const HillConstants constants(df);
     const double power = elementary::Pow(constants.d * 2 * q, 1 / df);
-    if (power < kTinyPower) return std::sqrt(df) / std::max(power, DBL_MIN);
+    if (power < kTinyPower) return elementary::Sqrt(df) / std::max(power, DBL_MIN);
     return HillQuantile(constants, q, power);
 }
 
@@ -111,7 +112,7 @@ double SolveQuantile(double q, const TShape& shape) {
         if (step.second > 0 && t >= kLargestQuantile) return Fail(frame::LevelDomain);
         (step.second > 0 ? low : high) = t;
         t = std::min(t * elementary::Exp(std::clamp(step.second, -kLargeStep, kLargeStep)), kLargestQuantile);
-        if (!(t > low && t < high)) t = low > 0 ? std::sqrt(low) * std::sqrt(high) : high / 2;
+        if (!(t > low && t < high)) t = low > 0 ? elementary::Sqrt(low) * elementary::Sqrt(high) : high / 2;
     }
     return Fail(frame::LevelNoConvergence);
 }
@@ -124,7 +125,7 @@ double UpperHalf(double q, const TShape& shape) {
     if (df == 1)
         return q <= 0.25 ? 1 / elementary::Tan(std::numbers::pi * q)
                          : elementary::Tan(std::numbers::pi * (0.5 - q));
-    if (df == 2) return (1 - 2 * q) / std::sqrt(2 * q * (1 - q));
+    if (df == 2) return (1 - 2 * q) / elementary::Sqrt(2 * q * (1 - q));
     // |T| is above 1e300 with a probability of 1 to all digits.
     constexpr double kSmallestDf = 1e-15;
     if (df < kSmallestDf) return Fail(frame::LevelDomain);
@@ -163,7 +164,7 @@ double HalfStepGammaRatio(double b) {
         (((((691.0 / 180224 * s - 31.0 / 18432) * s + 17.0 / 14336) * s - 1.0 / 640) * s + 1.0 / 192) * s -
          1.0 / 8) /
         y;
-    return std::sqrt(y) * elementary::Exp(series) * (factor / divisor);
+    return elementary::Sqrt(y) * elementary::Exp(series) * (factor / divisor);
 }
 
 TArgument::TArgument(double t, double df) : size(std::abs(t)) {
@@ -175,7 +176,7 @@ TArgument::TArgument(double t, double df) : size(std::abs(t)) {
         at = {square / (df + square), df / (df + square)};
         if (at.complement > 1 / (kFar * kFar)) return;
     }
-    const double root = std::sqrt(df);
+    const double root = elementary::Sqrt(df);
     if (size / kFar > root) {
         outsideFactor = elementary::Pow(kFar / size * root, df);
         logOutsideFactor = df * (elementary::Log(root) - elementary::Log(size / kFar));

@@ -34,7 +34,7 @@ ZUL_INLINE D UpperDeviate(D q) {
                (((67.187563600 * r + 78.757757664) * r + 17.895169469) * r + 1.0);
     };
     const auto outside = [&]() ZUL_INLINED {
-        const D root = SqrtOf(-LogOf(q));
+        const D root = elementary::Sqrt(-LogOf(q));
         const auto middle = [&]() ZUL_INLINED {
             const D r = root - 1.6;
             return (((0.17023821103 * r + 1.3067284816) * r + 2.7568153900) * r + 1.4234372777) /
@@ -62,7 +62,7 @@ struct HillConstants {
         a = 1 / (n - 0.5);
         b = 48 / (a * a);
         c = ((20700 * a / b - 98) * a - 16) * a + 96.36;
-        d = ((94.5 / (b + c) - 3) / b + 1) * SqrtOf(a * std::numbers::pi / 2) * n;
+        d = ((94.5 / (b + c) - 3) / b + 1) * elementary::Sqrt(a * std::numbers::pi / 2) * n;
     }
 };
 
@@ -89,7 +89,7 @@ ZUL_INLINE D HillQuantile(const HillConstants& at, D q, D power) {
                    (n + 1) / (n + 2) +
                1.0 / y;
     };
-    return SqrtOf(n * Either<D>(central, inside, outside));
+    return elementary::Sqrt(n * Either<D>(central, inside, outside));
 }
 
 // t^2 / (df + t^2) with its complement; b = df / 2, and gamma(b + 1/2) / gamma(b).
@@ -105,7 +105,7 @@ struct TSquare {
 template <class D>
 ZUL_INLINE D SlopeOf(const TSquare<D>& at, D logComplement) {
     constexpr double kSqrtPi = 1.772453850905516;
-    return 2.0 * SqrtOf(at.x) * ExpOf(at.b * logComplement) * at.gammaRatio / kSqrtPi;
+    return 2.0 * elementary::Sqrt(at.x) * ExpOf(at.b * logComplement) * at.gammaRatio / kSqrtPi;
 }
 
 // The step of log(t) to the quantile with the upper tail q: Newton's for the logarithm of the smaller of the

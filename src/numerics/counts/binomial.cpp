@@ -8,6 +8,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -91,7 +92,7 @@ public:
     }
     double Start(double p, bool upper) const {
         if (Degenerate(shape_)) return OnlyNumber(shape_);
-        const double sd = std::sqrt(shape_.Successes() * shape_.Failure());
+        const double sd = elementary::Sqrt(shape_.Successes() * shape_.Failure());
         return CornishFisherStart(shape_.Successes(), sd, (shape_.Failure() - shape_.Success()) / sd, p,
                                   upper);
     }
@@ -147,7 +148,7 @@ double BinomialMass(double k, const BinomialShape& shape) {
         CountDeviance(k, shape.Successes(), deviation) + CountDeviance(left, shape.Failures(), -deviation);
     const double error = shape.StirlingError() - StirlingError(k) - StirlingError(left);
     const double weight = shape.StirlingWeight() / (StirlingWeight(k) * StirlingWeight(left));
-    return std::sqrt(weight) * MassExponential(error - deviance);
+    return elementary::Sqrt(weight) * MassExponential(error - deviance);
 }
 
 void binomial_df(double k, const BinomialShape& shape, double* lower, double* upper) {

@@ -7,6 +7,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -55,7 +56,7 @@ double ScaledMass(double k, const HypergeometricShape& shape, double logScale) {
         weight /= StirlingWeight(cell);
         error -= StirlingError(cell);
     }
-    return std::sqrt(weight) * MassExponential(error - deviance + logScale);
+    return elementary::Sqrt(weight) * MassExponential(error - deviance + logScale);
 }
 
 // The tail from the number next to k away from the mean, as a multiple of the mass at k.
@@ -116,7 +117,7 @@ public:
         const double size = shape_.Population();
         const double share = shape_.Successes() / size;
         const double drawn = shape_.Sample() / size;
-        const double sd = std::sqrt(size * share * (1 - share) * drawn * (1 - drawn));
+        const double sd = elementary::Sqrt(size * share * (1 - share) * drawn * (1 - drawn));
         return CornishFisherStart(shape_.Sample() * share, sd, (1 - 2 * share) * (1 - 2 * drawn) / sd, p,
                                   upper);
     }

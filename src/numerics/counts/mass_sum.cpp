@@ -1,11 +1,11 @@
 #include "numerics/counts/mass_sum.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/counts/saddle_point.h"
 
@@ -61,7 +61,7 @@ double Term(const MassWalk<Counts>& walk, double logSlope, double x) {
         quotient *= falling * rising / ((falling - x) * (rising + x));
         correction += x / (rising * (rising + x)) - x / (falling * (falling - x));
     }
-    return std::sqrt(quotient) * elementary::Exp(exponent + correction / 12);
+    return elementary::Sqrt(quotient) * elementary::Exp(exponent + correction / 12);
 }
 
 // The positive abscissas of Gauss's quadrature over [-1, 1] with 28 points, and their weights: exact to 1e-15
@@ -117,7 +117,8 @@ double MassSum(const MassWalk<Counts>& walk) {
     double curvature = 0;
     for (std::size_t j = 0; j < Counts; ++j)
         curvature += 1 / walk.falling[j] + 1 / walk.rising[j];
-    const double reach = 2 * kReach / (std::sqrt(logSlope * logSlope + 2 * kReach * curvature) + logSlope);
+    const double reach =
+        2 * kReach / (elementary::Sqrt(logSlope * logSlope + 2 * kReach * curvature) + logSlope);
     if (reach < kDirectTerms) return AddTerms(walk);
 
     double integral = 0;

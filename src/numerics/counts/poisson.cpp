@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "elementary/exponential.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/counts/discrete_quantile.h"
 #include "numerics/counts/mass_sum.h"
@@ -65,7 +66,7 @@ public:
     }
     double Start(double p, bool upper) const {
         if (shape_.Mean() == 0) return 0;
-        const double sd = std::sqrt(shape_.Mean());
+        const double sd = elementary::Sqrt(shape_.Mean());
         return CornishFisherStart(shape_.Mean(), sd, 1 / sd, p, upper);
     }
 
@@ -91,7 +92,7 @@ double PoissonMass(double k, const PoissonShape& shape) {
     const double mean = shape.Mean();
     if (k == 0) return MassExponential(-mean);
     const double exponent = StirlingError(k) + CountDeviance(k, mean, k - mean);
-    return MassExponential(-exponent) / std::sqrt(StirlingWeight(k));
+    return MassExponential(-exponent) / elementary::Sqrt(StirlingWeight(k));
 }
 
 void poisson_df(double k, const PoissonShape& shape, double* lower, double* upper) {

@@ -1,13 +1,13 @@
 #include "numerics/gamma/gamma.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <numbers>
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
+#include "elementary/root.h"
 #include "numerics/limits.h"
 
 namespace zul::numerics {
@@ -68,8 +68,8 @@ double GammaFn(double a) {
     const double logOfResult = elementary::Log(factor) + (elementary::Log(y) - 1) * y +
                                (kLogTwoPi - elementary::Log(y)) / 2 + correction;
     if (logOfResult > kLogOverflow) return RangeError(DBL_MAX);
-    return elementary::Pow(y / std::numbers::e, y) * std::sqrt(kTwoPi / y) * elementary::Exp(correction) *
-           factor;
+    return elementary::Pow(y / std::numbers::e, y) * elementary::Sqrt(kTwoPi / y) *
+           elementary::Exp(correction) * factor;
 }
 
 double LogGammaFn(double a) {
@@ -91,8 +91,8 @@ double StirlingTerm(double a) {
     if (a <= kMediumShape)
         return LogGammaFn(a + 1) - elementary::Log(elementary::Pow(a / std::numbers::e, a));
     // Only beyond the first bound would the product overflow.
-    const double logRoot =
-        a < kLogGammaLimit ? elementary::Log(std::sqrt(kTwoPi * a)) : (kLogTwoPi + elementary::Log(a)) / 2;
+    const double logRoot = a < kLogGammaLimit ? elementary::Log(elementary::Sqrt(kTwoPi * a))
+                                              : (kLogTwoPi + elementary::Log(a)) / 2;
     return logRoot + StirlingCorrection(a);
 }
 

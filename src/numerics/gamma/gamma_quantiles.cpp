@@ -6,6 +6,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "frame/missing_value.h"
 #include "numerics/gamma/gamma_tails.h"
@@ -79,7 +80,7 @@ double UpperSeriesInverse(double y, double a) {
 
 // The expansion of Cornish and Fisher at the normal deviate s of the lower tail.
 double CornishFisher(double s, double a) {
-    const double root = std::sqrt(a);
+    const double root = elementary::Sqrt(a);
     const double t = s * s;
     return a + s * root + (t - 1) / 3 + s * (t - 7) / (36 * root) - ((3 * t + 7) * t - 16) / (810 * a) +
            s * ((9 * t + 256) * t - 433) / (38880 * a * root);
@@ -154,7 +155,7 @@ Step StepTo(const Target& target, const GammaTails& tails, double x, double a) {
     const double slope = a - x - r;
     const double c2 = slope / 2;
     const double c3 = (slope * (slope - r) - x) / 6;
-    const double theta = std::abs(newton) * std::max(std::abs(c2), std::sqrt(std::abs(c3)));
+    const double theta = std::abs(newton) * std::max(std::abs(c2), elementary::Sqrt(std::abs(c3)));
     if (theta > kSearchReach) return {newton, 1};
     const double length = newton * (1 - newton * (c2 - newton * (2 * c2 * c2 - c3)));
     const double error = 5 * std::abs(newton) * theta * theta * theta * std::max(1.0, std::abs(r));

@@ -10,6 +10,7 @@
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
 #include "elementary/power.h"
+#include "elementary/root.h"
 #include "numerics/counts/deviance.h"
 
 namespace zul::numerics {
@@ -90,10 +91,10 @@ void SetUpper(double upper, GammaTails* tails) {
 }
 
 void UniformTails(double x, double a, double deviance, GammaTails* tails) {
-    const double y = std::sqrt(deviance);
-    const double eta = std::copysign(y * std::sqrt(2 / a), x - a);
+    const double y = elementary::Sqrt(deviance);
+    const double eta = std::copysign(y * elementary::Sqrt(2 / a), x - a);
     const double correction =
-        elementary::Exp(-deviance) / std::sqrt(2 * std::numbers::pi * a) * UniformSum(a, eta);
+        elementary::Exp(-deviance) / elementary::Sqrt(2 * std::numbers::pi * a) * UniformSum(a, eta);
     const double half = elementary::Erfc(y) / 2;
     if (x > a) {
         SetUpper(half + correction, tails);
@@ -192,7 +193,7 @@ double InverseGammaScale(double a) {
             product *= b + i;
         return (1 + b * InverseGammaSeries(b)) / product;
     }
-    return elementary::Exp(-StirlingCorrection(a)) / std::sqrt(2 * std::numbers::pi * a);
+    return elementary::Exp(-StirlingCorrection(a)) / elementary::Sqrt(2 * std::numbers::pi * a);
 }
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include "elementary/exponential.h"
 #include "elementary/logarithm.h"
+#include "elementary/root.h"
 #include "frame/error_state.h"
 #include "numerics/counts/deviance.h"
 #include "numerics/gamma/gamma_tails.h"
@@ -47,7 +48,7 @@ public:
         : x_(x),
           a_(a),
           mean_(mean),
-          peak_(std::floor(2 * mean * x / (a + std::sqrt(a * a + 4 * mean * x)))) {}
+          peak_(std::floor(2 * mean * x / (a + elementary::Sqrt(a * a + 4 * mean * x)))) {}
 
     // The tail that the sum makes in units of w_peak g_peak.
     double Scaled(double sum, const GammaShape& shape) const {
@@ -233,7 +234,7 @@ void gamma_ncdf(double x, const GammaShape& shape, double noncentrality, double*
         return;
     }
     // Each tail is below the exponential of kLogUnderflow beyond these.
-    const double spread = std::sqrt(-2 * kLogUnderflow) * std::sqrt(a + noncentrality);
+    const double spread = elementary::Sqrt(-2 * kLogUnderflow) * elementary::Sqrt(a + noncentrality);
     const bool lowerSide = x < a + mean + kAboveMean;
     if (lowerSide ? x < a + mean - spread : x > a + mean + spread - kLogUnderflow) {
         SetTails(0, lowerSide ? lower : upper, lowerSide ? upper : lower);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "elementary/root.h"
 #include "numerics/beta/quantile_steps.h"
 
 namespace zul::numerics {
@@ -40,7 +41,7 @@ BetaPlan PlanBeta(const BetaShapes& shapes) {
             {PlanSide(shapes.Direct()), PlanSide(shapes.Mirrored())},
             sum <= kBetaMediumSum ? shapes.MinusLogBeta() : 0,
             shapes.DensityConstant(),
-            std::sqrt(a * b / (sum + 1)) / sum};
+            elementary::Sqrt(a * b / (sum + 1)) / sum};
 }
 
 BetaQuantilePlan PlanBetaQuantiles(const BetaShapes& shapes) {

@@ -35,9 +35,10 @@ private:
     int index_;
 };
 
-// Searches for quantiles in one orientation; behind the last one are copies of it.
+// Searches for quantiles in one orientation.
 struct BetaSearches {
-    static constexpr std::size_t kSpace = kBetaPoints + 8;
+    static constexpr std::size_t kCopies = 8;
+    static constexpr std::size_t kSpace = kBetaPoints + kCopies;
     std::size_t count = 0;
     double target[kSpace];
     double logTarget[kSpace];
@@ -52,6 +53,11 @@ struct BetaSearches {
     double densities[kSpace] = {};
     double terms[kSpace] = {};
     std::uint64_t fates[kSpace];
+
+    struct Columns {
+        double* columns[5];
+    };
+    ZUL_INLINE Columns Kept() { return {{target, logTarget, logit, low, high}}; }
 };
 
 // Where a search starts, or its end where the start is exact.
@@ -187,40 +193,23 @@ struct BetaQuantiles {
     double* rest;
 };
 
-// Hands over the points of the searches that have ended and closes their ranks.
-ZUL_INLINE void CloseRanks(BetaSearches& searches, const BetaQuantiles& out) {
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < searches.count; ++i) {
-        const unsigned element = searches.element[i];
-        const bool known = searches.fates[i] == AtItsEnd;
-        out.y[element] = known ? searches.y[i] : frame::kNA;
-        out.rest[element] = known ? searches.rest[i] : frame::kNA;
-        searches.target[kept] = searches.target[i];
-        searches.logTarget[kept] = searches.logTarget[i];
-        searches.logit[kept] = searches.logit[i];
-        searches.low[kept] = searches.low[i];
-        searches.high[kept] = searches.high[i];
-        searches.element[kept] = searches.element[i];
-        kept += searches.fates[i] == StillSearched;
-    }
-    searches.count = kept;
-}
-
 // Of the targets and elements that the searches hold. The result is NA where it is left.
 template <class D>
 void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, BetaSearches& searches,
                        const BetaQuantiles& out) {
     const PlannedShapes shapes(plan, mirrored);
     if (searches.count == 0) return;
+    const auto handOver = [&](std::size_t i, bool isKnown) ZUL_INLINED {
+        out.y[searches.element[i]] = isKnown ? searches.y[i] : frame::kNA;
+        out.rest[searches.element[i]] = isKnown ? searches.rest[i] : frame::kNA;
+    };
     RepeatLast(searches.target, searches.count);
     for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
         StartSearches<D>(shapes, searches, i);
-    CloseRanks(searches, out);
+    CloseRanks(searches, handOver);
     const BetaEvaluations evaluations{mirrored, searches.tails, searches.densities, searches.terms};
     for (int k = 1; k <= kPatience && searches.count > 0; ++k) {
-        for (double(*values)[BetaSearches::kSpace] :
-             {&searches.target, &searches.logTarget, &searches.logit, &searches.low, &searches.high})
-            RepeatLast(*values, searches.count);
+        RepeatLastOne(searches);
         const auto pointsFrom = [&](std::size_t i) {
             const PointOf<D> at = AtLogit(elementary::Load<D>(searches.logit + i));
             elementary::Store(searches.y + i, at.y);
@@ -228,11 +217,11 @@ void FindBetaQuantiles(const BetaQuantilePlan& plan, bool mirrored, BetaSearches
             return mirrored ? UnitLanes<D>{at.rest, at.y} : UnitLanes<D>{at.y, at.rest};
         };
         FillBetaPoints<D>(plan.pair, pointsFrom, searches.count, evaluations);
-        for (double(*values)[BetaSearches::kSpace] : {&searches.tails, &searches.densities, &searches.terms})
-            RepeatLast(*values, searches.count);
+        for (double* const values : {searches.tails, searches.densities, searches.terms})
+            RepeatLast(values, searches.count);
         for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
             TakeEvaluations<D>(shapes, k < kPatience, searches, i);
-        CloseRanks(searches, out);
+        CloseRanks(searches, handOver);
     }
 }
 

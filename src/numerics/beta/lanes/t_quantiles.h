@@ -25,9 +25,10 @@ inline constexpr std::size_t kFractions = 2;
 template <class D>
 using Fractions = D[kFractions];
 
-// Searches for quantiles t > 0; behind the last one are copies of it.
+// Searches for quantiles t > 0.
 struct TSearches {
-    static constexpr std::size_t kSpace = frame::kBlock + kFractions * 8;
+    static constexpr std::size_t kCopies = kFractions * 8;
+    static constexpr std::size_t kSpace = frame::kBlock + kCopies;
     std::size_t count = 0;
     double q[kSpace];
     double t[kSpace];
@@ -35,6 +36,11 @@ struct TSearches {
     double high[kSpace];
     unsigned short element[kSpace];
     std::uint64_t fates[kSpace];
+
+    struct Columns {
+        double* columns[4];
+    };
+    ZUL_INLINE Columns Kept() { return {{q, t, low, high}}; }
 };
 
 template <class D>
@@ -158,40 +164,24 @@ ZUL_INLINE void TakeSteps(const TQuantilePlan& plan, TSearches& searches, std::s
     }
 }
 
-// Hands over the quantiles that are found, by their sign, and closes the ranks of the others.
-ZUL_INLINE void CloseRanks(TSearches& searches, double sign, double* out) {
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < searches.count; ++i) {
-        out[searches.element[i]] = searches.fates[i] == AtItsEnd ? sign * searches.t[i] : frame::kNA;
-        searches.q[kept] = searches.q[i];
-        searches.t[kept] = searches.t[i];
-        searches.low[kept] = searches.low[i];
-        searches.high[kept] = searches.high[i];
-        searches.element[kept] = searches.element[i];
-        kept += searches.fates[i] == StillSearched;
-    }
-    searches.count = kept;
-}
-
 // Of the upper tails and elements that the searches hold, by the sign. The result is NA where it is left.
 template <class D>
 void FindTQuantiles(const TQuantilePlan& plan, double sign, TSearches& searches, double* out) {
-    constexpr std::size_t kCopies = kFractions * 8;
     constexpr int kRounds = 10;
     if (searches.count == 0) return;
+    const auto handOver = [&](std::size_t i, bool isKnown) ZUL_INLINED {
+        out[searches.element[i]] = isKnown ? sign * searches.t[i] : frame::kNA;
+    };
     const HillConstants constants(plan.df);
-    RepeatLast<kCopies>(searches.q, searches.count);
+    RepeatLast<TSearches::kCopies>(searches.q, searches.count);
     for (std::size_t i = 0; i < searches.count; i += elementary::kLanesOf<D>)
         StartTSearches<D>(constants, searches, i);
-    CloseRanks(searches, sign, out);
+    CloseRanks(searches, handOver);
     for (int k = 0; k < kRounds && searches.count > 0; ++k) {
-        RepeatLast<kCopies>(searches.q, searches.count);
-        RepeatLast<kCopies>(searches.t, searches.count);
-        RepeatLast<kCopies>(searches.low, searches.count);
-        RepeatLast<kCopies>(searches.high, searches.count);
+        RepeatLastOne(searches);
         for (std::size_t i = 0; i < searches.count; i += kFractions * elementary::kLanesOf<D>)
             TakeSteps<D>(plan, searches, i);
-        CloseRanks(searches, sign, out);
+        CloseRanks(searches, handOver);
     }
 }
 

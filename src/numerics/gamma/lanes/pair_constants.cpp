@@ -1,9 +1,9 @@
 #include "numerics/gamma/lanes/pair_constants.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
 
+#include "elementary/root.h"
 #include "numerics/gamma/gamma_tails.h"
 
 namespace zul::numerics {
@@ -13,8 +13,8 @@ GammaSearchConstants SearchConstantsOf(const GammaShape& shape) {
     return {a,
             shape.InverseGammaScale(),
             a < 1 ? InverseGammaSlope(a) : 0,
-            std::sqrt(2 / a),
-            std::sqrt(2 * std::numbers::pi * a),
+            elementary::Sqrt(2 / a),
+            elementary::Sqrt(2 * std::numbers::pi * a),
             LastUniformTerm(a)};
 }
 
@@ -42,7 +42,7 @@ GammaPairConstants PairConstantsOf(const GammaShape& shape) {
     constants.fraction = shape.Fraction().Value();
     constants.whole = a - constants.fraction;
     constants.seriesTerms = static_cast<int>(shape.SeriesTerms(constants.medianSplit)) + kSpareTerms;
-    constants.spread = std::max(1.0, std::sqrt(a) / kFarOut);
+    constants.spread = std::max(1.0, elementary::Sqrt(a) / kFarOut);
     constants.small = constants.medianSplit < 1 && (a < 1 || constants.fraction > kLeastFraction);
     if (!constants.small) return constants;
     constants.gamma = a < 1 ? shape.Gamma() : 1;
