@@ -34,12 +34,6 @@ TEST(TermSums, AreTheSameAtEveryLevel) {
                                    panel.data() + kTile, panel.data(), 1, out);
         return sums;
     };
-    const auto deviate = [&](processor::Level level) {
-        std::vector<double> deviations(panel.size());
-        constexpr double kMeans[kLanes] = {3, 2.9, 3.1, 0, -1, 0.3, 1e10, 3};
-        TermSumsOf(level).deviations(panel.data(), kMeans, kColumns, deviations.data());
-        return deviations;
-    };
     using processor::Level;
     for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
         if (level > processor::HighestLevel()) continue;
@@ -47,43 +41,71 @@ TEST(TermSums, AreTheSameAtEveryLevel) {
              {&TermSums::squares, &TermSums::absolutes, &TermSums::dividedSquares, &TermSums::products})
             for (const bool isRoot : {false, true})
                 EXPECT_EQ(compute(level, terms, isRoot), compute(Level::One, terms, isRoot));
-        EXPECT_EQ(deviate(level), deviate(Level::One));
         EXPECT_EQ(compute(level, &TermSums::squaresByReciprocals, false),
                   compute(Level::One, &TermSums::dividedSquares, false));
     }
 }
 
-// Those of two panels, of which the last column of the second one may have a strange value.
+// Rows of numbers behind each other, and where they begin.
+struct RandomRows {
+    static constexpr std::size_t kWidth = 2 * kLanes;
+    explicit RandomRows(std::size_t count) : values(kWidth * count) {
+        std::mt19937_64 random(6);
+        std::normal_distribution<double> normal(3, 1);
+        for (double& value : values)
+            value = normal(random);
+        for (std::size_t i = 0; i < count; ++i)
+            rows.push_back(&values[i * kWidth]);
+    }
+
+    std::vector<double> values;
+    std::vector<double*> rows;
+};
+
+// The first column is constant, the last one may have a strange value.
 TEST(ColumnMoments, AreThoseOfOneColumnUnlessTheyAreRefusedForAnyArgument) {
     constexpr std::size_t kCount = 300;
     using processor::Level;
     for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
         if (level > processor::HighestLevel()) continue;
         for (const double strange : {0.0, 1e100, 1e260, -1e-260, kInf, kNaN}) {
-            std::mt19937_64 random(6);
-            std::normal_distribution<double> normal(3, 1);
-            std::vector<double> values(2 * kLanes * kCount);
-            for (double& value : values)
-                value = normal(random);
-            for (std::size_t i = 0; i < kCount; ++i)
-                values[i * kLanes] = 5;
-            for (std::size_t i = 1; i <= kCount; ++i)
-                values[(kCount + i) * kLanes - 1] = i == 2 ? strange : 0;
-            const double* const panels[2] = {values.data(), &values[kLanes * kCount]};
+            const RandomRows data(kCount);
+            for (std::size_t i = 0; i < kCount; ++i) {
+                data.rows[i][0] = 5;
+                data.rows[i][RandomRows::kWidth - 1] = i == 1 ? strange : 0;
+            }
             ColumnMoments moments{};
             const bool isModerate = strange == 0 || strange == 1e100;
-            ASSERT_EQ(TermSumsOf(level).moments(panels, kCount, moments), isModerate) << strange;
+            ASSERT_EQ(TermSumsOf(level).moments(data.rows.data(), kCount, {0, kLanes}, moments), isModerate)
+                << strange;
             if (!isModerate) continue;
-            for (std::size_t row = 0; row < 2 * kLanes; ++row) {
-                std::vector<double> column;
-                for (std::size_t i = 0; i < kCount; ++i)
-                    column.push_back(panels[row / kLanes][i * kLanes + row % kLanes]);
+            for (std::size_t column = 0; column < RandomRows::kWidth; ++column) {
+                std::vector<double> values;
+                for (const double* const row : data.rows)
+                    values.push_back(row[column]);
                 double mean = 0;
                 double variance = 0;
-                v1::GetSampleMeanAndVariance(column.data(), kCount, &mean, &variance);
-                EXPECT_EQ(moments.means[row / kLanes][row % kLanes], mean);
-                EXPECT_EQ(moments.squares[row / kLanes][row % kLanes] / (kCount - 1.0), variance);
+                v1::GetSampleMeanAndVariance(values.data(), kCount, &mean, &variance);
+                EXPECT_EQ(moments.means[column / kLanes][column % kLanes], mean);
+                EXPECT_EQ(moments.squares[column / kLanes][column % kLanes] / (kCount - 1.0), variance);
             }
+        }
+    }
+}
+
+TEST(ColumnDeviations, AreThoseFromTheMeansUpToTheLastColumn) {
+    constexpr std::size_t kCount = 5;
+    constexpr double kMeans[kLanes] = {3, 2.9, 3.1, 0, -1, 0.3, 1e10, 3};
+    const RandomRows data(kCount);
+    using processor::Level;
+    for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
+        if (level > processor::HighestLevel()) continue;
+        for (const std::size_t count : {1u, 2u, 7u, 8u}) {
+            double panel[kCount][kLanes] = {};
+            TermSumsOf(level).deviations(data.rows.data(), kCount, 5, count, kMeans, panel[0]);
+            for (std::size_t i = 0; i < kCount; ++i)
+                for (std::size_t k = 0; k < kLanes; ++k)
+                    EXPECT_EQ(panel[i][k], k < count ? data.rows[i][5 + k] - kMeans[k] : 0);
         }
     }
 }

@@ -9,9 +9,7 @@
 namespace zul::test {
 namespace {
 
-void ExpectQuotients(const double* n, const double* d) {
-    double quotients[4];
-    QuotientsOfFour(quotients, n, d);
+void ExpectQuotients(const double* quotients, const double* n, const double* d) {
     for (int k = 0; k < 4; ++k) {
         const double expected = n[k] / d[k];
         ASSERT_EQ(std::bit_cast<std::uint64_t>(quotients[k]), std::bit_cast<std::uint64_t>(expected))
@@ -38,7 +36,24 @@ TEST(Division, OfLanesIsTheDivision) {
         const double n[4] = {random.Signed(random.AnyDouble(1e-140, 1e140)), base,
                              4 - 0x1p-51 * static_cast<double>(random.Bits() % 4096),
                              NextToMiddle(&random, d[3])};
-        ASSERT_NO_FATAL_FAILURE(ExpectQuotients(n, d));
+        double quotients[4];
+        QuotientsOfFour(quotients, n, d);
+        ASSERT_NO_FATAL_FAILURE(ExpectQuotients(quotients, n, d));
+    }
+}
+
+TEST(Division, OfLanesByAWholeNumberIsTheDivision) {
+    if (processor::HighestLevel() < processor::Level::Four) GTEST_SKIP() << "no fused multiply-adds";
+    RandomArguments random;
+    for (int round = 0; round < 1'000'000; ++round) {
+        // Of few and of many digits.
+        const double whole = static_cast<double>(1 + (random.Bits() >> (24 + random.Bits() % 39)));
+        const double d[4] = {whole, whole, whole, whole};
+        const double n[4] = {random.Signed(random.AnyDouble(1e-240, 1e240)), random.AnyDouble(1, 2),
+                             NextToMiddle(&random, whole), -NextToMiddle(&random, whole)};
+        double quotients[4];
+        QuotientsByWhole(quotients, n, whole);
+        ASSERT_NO_FATAL_FAILURE(ExpectQuotients(quotients, n, d));
     }
 }
 

@@ -4,10 +4,16 @@
 
 namespace zul::test {
 
+using Four = double __attribute__((vector_size(32)));
+
 void QuotientsOfFour(double* out, const double* n, const double* d) {
-    using Four = double __attribute__((vector_size(32)));
     const Four divisors = elementary::Load<Four>(d);
     elementary::Store(out, elementary::Quotient(elementary::Load<Four>(n), divisors, 1.0 / divisors));
+}
+
+void QuotientsByWhole(double* out, const double* n, double d) {
+    elementary::Store(out,
+                      elementary::QuotientByWhole(elementary::Load<Four>(n), d, elementary::Reciprocal(d)));
 }
 
 }  // namespace zul::test

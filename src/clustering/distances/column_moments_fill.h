@@ -34,7 +34,7 @@ struct RunningMoments {
         : mean{elementary::Load<D>(x), D{}}, squares{D{}, D{}}, strange{} {}
 
     // The next value, after k others.
-    ZUL_INLINE void Add(const double* x, double k, double reciprocal) {
+    ZUL_INLINE void Add(const double* x, double k, const elementary::Reciprocal& reciprocal) {
         using elementary::Splat;
         const D delta = elementary::Load<D>(x) - mean.sum;
         // Has the top bit where a quotient by a reciprocal may not be the division.
@@ -42,7 +42,7 @@ struct RunningMoments {
         constexpr std::uint64_t kHigh = elementary::Bits(1e250);
         const auto bits = elementary::AbsoluteBits(delta);
         strange |= elementary::NotBelow(bits, kHigh) | ((bits - kLow) & ~(bits - 1));
-        const D increment = elementary::Quotient(delta, Splat<D>(k + 1), Splat<D>(reciprocal));
+        const D increment = elementary::QuotientByWhole(delta, k + 1, reciprocal);
         mean.Add(increment);
         squares.Add(Splat<D>(k) * increment * delta);
     }
@@ -54,16 +54,18 @@ struct RunningMoments {
 
 // Two vectors at a time, since each value has to wait for the one before.
 template <class D>
-bool Moments(const double* const (&panels)[2], std::size_t n, ColumnMoments& out) {
+bool Moments(const double* const* rows, std::size_t n, const std::size_t (&columns)[2], ColumnMoments& out) {
     bool isStrange = false;
     for (std::size_t lane = 0; lane < kLanes; lane += elementary::kLanesOf<D>) {
-        RunningMoments<D> first(panels[0] + lane);
-        RunningMoments<D> second(panels[1] + lane);
+        const std::size_t ofFirst = columns[0] + lane;
+        const std::size_t ofSecond = columns[1] + lane;
+        RunningMoments<D> first(rows[0] + ofFirst);
+        RunningMoments<D> second(rows[0] + ofSecond);
         for (std::size_t i = 1; i < n; ++i) {
             const double k = static_cast<double>(i);
-            const double reciprocal = 1 / (k + 1);
-            first.Add(panels[0] + i * kLanes + lane, k, reciprocal);
-            second.Add(panels[1] + i * kLanes + lane, k, reciprocal);
+            const elementary::Reciprocal reciprocal(k + 1);
+            first.Add(rows[i] + ofFirst, k, reciprocal);
+            second.Add(rows[i] + ofSecond, k, reciprocal);
         }
         isStrange |= elementary::AnyTopBit(first.strange | second.strange);
         elementary::Store(out.means[0] + lane, first.mean.sum);
@@ -74,13 +76,23 @@ bool Moments(const double* const (&panels)[2], std::size_t n, ColumnMoments& out
     return !isStrange;
 }
 
+// Those of as many columns as a vector has lanes.
 template <class D>
-void Deviations(const double* panel, const double (&means)[kLanes], std::size_t n, double* out) {
-    for (std::size_t lane = 0; lane < kLanes; lane += elementary::kLanesOf<D>) {
-        const D mean = elementary::Load<D>(means + lane);
-        for (std::size_t i = lane; i < n * kLanes; i += kLanes)
-            elementary::Store(out + i, elementary::Load<D>(panel + i) - mean);
-    }
+ZUL_INLINE void DeviationsOfOne(const double* const* rows, std::size_t n, std::size_t column, D mean,
+                                double* panel) {
+    for (std::size_t i = 0; i < n; ++i)
+        elementary::Store(panel + i * kLanes, elementary::Load<D>(rows[i] + column) - mean);
+}
+
+template <class D>
+void Deviations(const double* const* rows, std::size_t n, std::size_t column, std::size_t count,
+                const double* means, double* panel) {
+    constexpr std::size_t kStep = elementary::kLanesOf<D>;
+    std::size_t lane = 0;
+    for (; lane + kStep <= count; lane += kStep)
+        DeviationsOfOne(rows, n, column + lane, elementary::Load<D>(means + lane), panel + lane);
+    for (; lane < count; ++lane)
+        DeviationsOfOne(rows, n, column + lane, means[lane], panel + lane);
 }
 
 }  // namespace

@@ -12,39 +12,40 @@
 namespace zul::dax::clustering {
 namespace {
 
-void ComputeOne(const Panels& columns, std::size_t column, double* mean, double* variance) {
-    std::vector<double> values(columns.columns);
+void ComputeOne(const DataRows& rows, std::size_t column, double* mean, double* variance) {
+    std::vector<double> values(rows.Count());
     for (std::size_t i = 0; i < values.size(); ++i)
-        values[i] = columns.At(column)[i * kLanes];
+        values[i] = (*rows.From(i))[column];
     v1::GetSampleMeanAndVariance(values.data(), static_cast<unsigned>(values.size()), mean, variance);
 }
 
-// The means and variances of the columns of two panels, or of the same one twice.
-void ComputeSome(const Panels& columns, std::size_t first, std::size_t other, ColumnStatistics& statistics) {
-    const std::size_t n = columns.columns;
+// The means and variances of kLanes columns from each of two on, which may be the same.
+void ComputeSome(const DataRows& rows, const std::size_t (&columns)[2], ColumnStatistics& statistics) {
+    const std::size_t n = rows.Count();
     ColumnMoments moments{};
-    const bool isComputed =
-        frame::RoundsToNearest() && n > 1 &&
-        TermSumsOf(processor::CurrentLevel()).moments({columns.At(first), columns.At(other)}, n, moments);
-    for (std::size_t panel = 0; panel < 2; ++panel) {
-        const std::size_t start = panel == 0 ? first : other;
-        for (std::size_t i = 0; i < std::min(kLanes, columns.rows - start); ++i) {
-            double mean = moments.means[panel][i];
-            double variance = moments.squares[panel][i] / (static_cast<double>(n) - 1.0);
-            if (!isComputed) ComputeOne(columns, start + i, &mean, &variance);
+    const bool isComputed = frame::RoundsToNearest() && n > 1 &&
+                            TermSumsOf(processor::CurrentLevel()).moments(rows.From(0), n, columns, moments);
+    for (std::size_t k = 0; k < 2; ++k) {
+        for (std::size_t i = 0; i < std::min(kLanes, rows.Columns()); ++i) {
+            const std::size_t column = columns[k] + i;
+            double mean = moments.means[k][i];
+            double variance = moments.squares[k][i] / (static_cast<double>(n) - 1.0);
+            if (!isComputed) ComputeOne(rows, column, &mean, &variance);
             const double deviation = elementary::Sqrt(variance);
-            statistics.means[start + i] = mean;
-            statistics.deviations[start + i] = deviation == 0 ? 1 : deviation;
+            statistics.means[column] = mean;
+            statistics.deviations[column] = deviation == 0 ? 1 : deviation;
         }
     }
 }
 
 }  // namespace
 
-ColumnStatistics ComputeColumnMeansAndDeviations(const Panels& columns) {
-    ColumnStatistics statistics{std::vector<double>(columns.rows), std::vector<double>(columns.rows)};
-    for (std::size_t first = 0; first < columns.rows; first += 2 * kLanes)
-        ComputeSome(columns, first, first + kLanes < columns.rows ? first + kLanes : first, statistics);
+ColumnStatistics ComputeColumnMeansAndDeviations(const DataRows& rows) {
+    const std::size_t columns = rows.Columns();
+    ColumnStatistics statistics{std::vector<double>(columns), std::vector<double>(columns)};
+    const std::size_t last = std::max(columns, kLanes) - kLanes;
+    for (std::size_t first = 0; first < columns; first += 2 * kLanes)
+        ComputeSome(rows, {std::min(first, last), std::min(first + kLanes, last)}, statistics);
     return statistics;
 }
 

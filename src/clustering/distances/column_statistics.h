@@ -11,7 +11,6 @@ struct ColumnStatistics {
     std::vector<double> deviations;  // divisor n - 1; 1 where it is 0, so that it can divide
 };
 
-// Of each row of the panels, which is a column of the data.
-ColumnStatistics ComputeColumnMeansAndDeviations(const Panels& columns);
+ColumnStatistics ComputeColumnMeansAndDeviations(const DataRows& rows);
 
 }  // namespace zul::dax::clustering

@@ -69,10 +69,14 @@ public:
           blockPanels_(std::max(std::size_t{1}, kBlockValues / (kLanes * data.columns))) {}
 
     void Fill() {
-        for (std::size_t first = 0; first < data_.rows; first += kGroup) {
-            const std::size_t end = std::min(first + kGroup, data_.rows);
+        const std::size_t whole = data_.rows / kLanes * kLanes;
+        const bool isNarrow = target_.IsOwn() && data_.rows - whole <= kTile && whole > 0;
+        const std::size_t rows = isNarrow ? whole : data_.rows;
+        if (rows < data_.rows) FillNarrow(rows);
+        for (std::size_t first = 0; first < rows; first += kGroup) {
+            const std::size_t end = std::min(first + kGroup, rows);
             const std::size_t firstPanel = target_.OthersOf(first).from / kLanes;
-            const std::size_t endPanel = (target_.OthersOf(end - 1).to + kLanes - 1) / kLanes;
+            const std::size_t endPanel = (std::min(target_.OthersOf(end - 1).to, rows) + kLanes - 1) / kLanes;
             for (std::size_t panel = firstPanel; panel < endPanel; panel += blockPanels_)
                 for (std::size_t row = first; row < end; row += kTile)
                     FillTile(row, panel, std::min(panel + blockPanels_, endPanel));
@@ -105,6 +109,26 @@ private:
         for (std::size_t i = 0; i < kTile; ++i)
             out[i] = target_.Place(first + i, panel * kLanes);
         sumTerms_(sum_, data_.At(first), data_.At(panel * kLanes), endPanel - panel, out);
+    }
+
+    // The distances of all rows from the last ones, a tile or less, in a panel of their own. The tile with all panels
+    // leaves fewer sums that nobody wants than that panel with all tiles.
+    void FillNarrow(std::size_t start) {
+        const std::size_t panels = start / kLanes + 1;
+        std::vector<double> sums(kTile * panels * kLanes);
+        double* out[kTile];
+        for (std::size_t i = 0; i < kTile; ++i)
+            out[i] = &sums[i * panels * kLanes];
+        const auto forEach = [&](auto take) {
+            for (std::size_t i = 0; start + i < data_.rows; ++i)
+                for (std::size_t row = 0; row < start + i; ++row)
+                    take(out[i][row], *target_.Place(row, start + i));
+        };
+        if (sum_.isAdded) forEach([](double& sum, double place) { sum = place; });
+        sumTerms_(sum_, data_.At(start), data_.At(0), panels, out);
+        forEach([](double sum, double& place) { place = sum; });
+        for (std::size_t row = start; row < data_.rows; ++row)
+            target_.Finish(row);
     }
 
     // The distances of kTile rows, or fewer at the end of the data, from those in one panel that are others of each.

@@ -55,9 +55,9 @@ StatlibraryErrorCode Create(const Data& data, DistanceEnums measure, bool standa
     if (status != types::Success) return status;
     const bool pearson = measure == Pearson || measure == SquaredPearson;
     ColumnStatistics statistics;
-    if (standardize || pearson)
-        statistics = ComputeColumnMeansAndDeviations(PanelsOfColumns(data, rows, columns));
-    Panels panels = PanelsOfRows(data, rows, columns);
+    const DataRows dataRows(data, rows, columns);
+    if (standardize || pearson) statistics = ComputeColumnMeansAndDeviations(dataRows);
+    Panels panels = PanelsOf(dataRows);
     if (standardize) Standardize(statistics, panels);
     std::vector<double> reciprocals;
     for (double& s : statistics.deviations) {

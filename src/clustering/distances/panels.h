@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "clustering/distances/term_sums.h"
 #include "zul/clustering.h"
@@ -29,9 +30,22 @@ struct Panels {
     std::unique_ptr<double[]> values;
 };
 
-// The rows of the data.
-Panels PanelsOfRows(const types::IRectangularArray<double>& data, int rows, int columns);
-// Their columns: each is a row of the panels.
-Panels PanelsOfColumns(const types::IRectangularArray<double>& data, int rows, int columns);
+// The rows of the data, each with as many values as it has columns and at least kLanes: those of the library's own array
+// where they are, others as copies, filled up with zeros.
+class DataRows {
+public:
+    DataRows(const types::IRectangularArray<double>& data, int rows, int columns);
+    std::size_t Count() const { return rows_.size(); }
+    std::size_t Columns() const { return columns_; }
+    // The first value of each row from one on.
+    const double* const* From(std::size_t row) const { return rows_.data() + row; }
+
+private:
+    std::size_t columns_;
+    std::vector<const double*> rows_;
+    std::vector<double> copies_;
+};
+
+Panels PanelsOf(const DataRows& rows);
 
 }  // namespace zul::dax::clustering

@@ -26,7 +26,7 @@ struct TermSum {
 using SumTerms = void (*)(const TermSum& sum, const double* rows, const double* panels,
                           std::size_t panelCount, double* const (&out)[kTile]);
 
-// The means, and the sums of the squares of the deviations from them, of kLanes rows of two panels.
+// The means, and the sums of the squares of the deviations from them, of twice kLanes columns.
 struct ColumnMoments {
     double means[2][kLanes];
     double squares[2][kLanes];
@@ -41,11 +41,14 @@ struct TermSums {
     // or from 1e-250 to 1e250, and of divisors from 1e-150 to 1e150.
     SumTerms squaresByReciprocals;
     SumTerms products;  // of the values, not of their differences
-    // The moments of GetSampleMeanAndVariance() for n values of each row of two panels. False: not surely those, which it
-    // is for when rounding to nearest.
-    bool (*moments)(const double* const (&panels)[2], std::size_t n, ColumnMoments& out);
-    // What n values of each row of a panel are beyond the mean of the row.
-    void (*deviations)(const double* panel, const double (&means)[kLanes], std::size_t n, double* out);
+    // The moments of GetSampleMeanAndVariance() for n rows of the data, of kLanes columns from each of two on. False: not
+    // surely those, which it is for when rounding to nearest.
+    bool (*moments)(const double* const* rows, std::size_t n, const std::size_t (&columns)[2],
+                    ColumnMoments& out);
+    // A panel of the columns from one on, at most kLanes: what their values in n rows of the data are beyond the means.
+    // Lanes without a column are left alone.
+    void (*deviations)(const double* const* rows, std::size_t n, std::size_t column, std::size_t count,
+                       const double* means, double* panel);
 };
 
 // Of any level that the processor has. The results are the same.

@@ -18,17 +18,18 @@ namespace {
 // So many rows of the data at a time, whose deviations stay in the first cache.
 constexpr std::size_t kRowsAtOnce = 128;
 
-// The deviations of some rows of the data from the means of their columns.
-Panels DeviationsOf(const Panels& columns, const std::vector<double>& means, std::size_t first) {
-    Panels deviations(columns.rows, std::min(kRowsAtOnce, columns.columns - first));
-    const TermSums& lanes = TermSumsOf(processor::CurrentLevel());
-    for (std::size_t column = 0; column < columns.rows; column += kLanes) {
-        double some[kLanes] = {};
-        std::copy_n(&means[column], std::min(kLanes, columns.rows - column), some);
-        lanes.deviations(columns.At(column) + first * kLanes, some, deviations.columns,
-                         deviations.At(column));
-    }
-    return deviations;
+Panels ZeroPanels(std::size_t rows, std::size_t columns) {
+    Panels panels(rows, columns);
+    std::fill_n(panels.values.get(), panels.size, 0.0);
+    return panels;
+}
+
+// The deviations of rows from one on from the means of the columns.
+void TakeDeviations(const DataRows& rows, std::size_t first, const std::vector<double>& means, Panels& out) {
+    const auto take = TermSumsOf(processor::CurrentLevel()).deviations;
+    for (std::size_t column = 0; column < rows.Columns(); column += kLanes)
+        take(rows.From(first), out.columns, column, std::min(kLanes, rows.Columns() - column), &means[column],
+             out.At(column));
 }
 
 // The products of the deviations are summed plainly, in the order of the rows, in the matrix itself.
@@ -55,12 +56,15 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     if (columns <= 0) return out.Init(0, 0);
     const StatlibraryErrorCode status = out.Init(columns, 0);
     if (status != types::Success) return status;
-    const Panels panels = PanelsOfColumns(data, rows, columns);
-    const auto [means, s] = ComputeColumnMeansAndDeviations(panels);
+    const DataRows dataRows(data, rows, columns);
+    const auto [means, s] = ComputeColumnMeansAndDeviations(dataRows);
     Target target(out);
-    target.TakeRows(panels.rows);
-    for (std::size_t row = 0; row < panels.columns; row += kRowsAtOnce) {
-        const Panels deviations = DeviationsOf(panels, means, row);
+    target.TakeRows(dataRows.Columns());
+    Panels deviations = ZeroPanels(dataRows.Columns(), kRowsAtOnce);
+    for (std::size_t row = 0; row < dataRows.Count(); row += kRowsAtOnce) {
+        const std::size_t left = dataRows.Count() - row;
+        if (left < kRowsAtOnce) deviations = ZeroPanels(dataRows.Columns(), left);
+        TakeDeviations(dataRows, row, means, deviations);
         if (target.IsOwn())
             AddProductsTo(target, deviations);
         else

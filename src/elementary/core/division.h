@@ -47,5 +47,42 @@ ZUL_INLINE D Quotient(D n, D d, [[maybe_unused]] D r) {
     return n / d;
 }
 
+// 1 / d as the sum of two numbers, with an error of at most 2^-105 / d: high is off by at most 2^-53 / d, that times d is
+// a double, and the rest is rounded twice. Without fused multiply-adds it is not needed.
+struct Reciprocal {
+    explicit ZUL_INLINE Reciprocal(double d) : high(1 / d) {
+#if defined(__FMA__) || defined(__AVX512F__)
+        rest = __builtin_fma(-high, d, 1.0) * high;
+#endif
+    }
+
+    double high;
+    double rest = 0;
+};
+
+// n / d for whole d up to 2^40, and n as above, in less time from n to the quotient: n high + n rest, rounded once but for
+// an error of 2^-104 n / d. That does not matter unless n / d is within it of the middle m = M 2^e of two doubles, where M
+// is odd and has 54 digits. Let it be. Then n, of 53 digits, is a multiple of 2^e, since a finer one is at most half as
+// large as m d. So is m d, which is no double, as it has the 54 digits of M at least. So they differ by 2^e or more, which
+// is 2^-94 n at least.
+template <class D>
+ZUL_INLINE D QuotientByWhole(D n, double d, [[maybe_unused]] const Reciprocal& r) {
+#if defined(__AVX512F__)
+    if constexpr (kLanesOf<D> == 8) {
+        const __m512d rest = __builtin_bit_cast(__m512d, n * Splat<D>(r.rest));
+        return __builtin_bit_cast(
+            D, _mm512_fmadd_pd(__builtin_bit_cast(__m512d, n), _mm512_set1_pd(r.high), rest));
+    }
+#endif
+#if defined(__AVX2__) && defined(__FMA__)
+    if constexpr (kLanesOf<D> == 4) {
+        const __m256d rest = __builtin_bit_cast(__m256d, n * Splat<D>(r.rest));
+        return __builtin_bit_cast(
+            D, _mm256_fmadd_pd(__builtin_bit_cast(__m256d, n), _mm256_set1_pd(r.high), rest));
+    }
+#endif
+    return n / Splat<D>(d);
+}
+
 }  // namespace
 }  // namespace zul::elementary
