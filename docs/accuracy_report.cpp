@@ -346,7 +346,7 @@ int main() {
         "digits, "
         "the wrong ones too, are the\nsame on every processor and platform, by every compiler and with every "
         "option: "
-        "no function of a C library is behind\nthem but the square root and remainders, which have no error. "
+        "no function of a C library is behind\nthem but those of maxima and remainders, which have no error. "
         "`zul_results hash` prints the number and the hash of\nresults of all functions, which `README.md` "
         "states. "
         "Accuracies over wider grids stand at the declarations.\n\n"
