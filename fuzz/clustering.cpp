@@ -20,30 +20,28 @@ using Steps = std::vector<ClusterStep>;
 
 constexpr std::size_t kMaxObjects = 16;
 
-// The clusters of the objects after so many joins, by the lowest objects in order.
-std::vector<int> Partition(const Steps& steps, std::size_t joins) {
+template <typename T>
+std::vector<T> Elements(const IReadableVector<T>& vector) {
+    return {vector.DataImpl(), vector.DataImpl() + vector.size()};
+}
+
+// The clusters of the objects after the joins before `end`, by the lowest objects in order.
+std::vector<int> Partition(const Steps& steps, Steps::const_iterator end) {
     std::vector<int> lowest(steps.size() + 1);
     std::iota(lowest.begin(), lowest.end(), 0);
-    for (std::size_t s = 0; s < joins; ++s)
-        std::replace(lowest.begin(), lowest.end(), steps[s].cluster2, steps[s].cluster1);
-    std::vector<int> numbers(lowest.size());
-    int next = 0;
-    for (std::size_t i = 0; i < lowest.size(); ++i) {
-        const auto first = static_cast<std::size_t>(lowest[i]);
-        numbers[i] = first == i ? next++ : numbers[first];
-    }
-    return numbers;
+    for (auto step = steps.begin(); step != end; ++step)
+        std::ranges::replace(lowest, step->cluster2, step->cluster1);
+    std::map<int, int> numbers;
+    for (int& cluster : lowest)
+        cluster = numbers.try_emplace(cluster, static_cast<int>(numbers.size())).first->second;
+    return lowest;
 }
 
 // cut() gives the expected labels.
-template <typename Cut>
-void ExpectCut(const char* name, Cut cut, const std::vector<int>& expected) {
-    Labels labels;
-    Run(name, [&] { labels.reset(cut()); });
-    Expect(labels != nullptr && labels->EmptyImpl() == expected.empty() &&
-               std::equal(expected.begin(), expected.end(), labels->DataImpl(),
-                          labels->DataImpl() + labels->size()),
-           name, "another partition");
+void ExpectCut(const char* name, const std::vector<int>& expected, auto cut) {
+    const Labels labels(Result(name, cut));
+    Expect(labels != nullptr && labels->EmptyImpl() == expected.empty(), name, "labels");
+    Expect(Elements(*labels) == expected, name, "another partition");
 }
 
 // Every partition that valid joins make, and some cuts.
@@ -56,16 +54,13 @@ void CutEverywhere(Input& input, const Steps& steps) {
         level = input.Flag() || steps.empty() ? AnyReal(input) : steps[input.Choice(steps.size())].similarity;
     for (const int k : {1, n / 2, n, any}) {
         const bool isNumber = k >= 1 && k <= n;
-        ExpectCut(
-            "FindMembersWithNumber", [&] { return FindMembersWithNumber(host, k); },
-            isNumber ? Partition(steps, static_cast<std::size_t>(n - k)) : std::vector<int>());
+        const auto expected = isNumber ? Partition(steps, steps.begin() + (n - k)) : std::vector<int>();
+        ExpectCut("FindMembersWithNumber", expected, [&] { return FindMembersWithNumber(host, k); });
     }
     for (const double level : levels) {
-        const auto end =
-            std::ranges::find_if(steps, [=](const auto& step) { return step.similarity < level; });
-        ExpectCut(
-            "FindMembersWithCut", [&] { return FindMembersWithCut(host, level); },
-            Partition(steps, static_cast<std::size_t>(end - steps.begin())));
+        const auto isBelow = [=](const ClusterStep& step) { return step.similarity < level; };
+        const auto expected = Partition(steps, std::ranges::find_if(steps, isBelow));
+        ExpectCut("FindMembersWithCut", expected, [&] { return FindMembersWithCut(host, level); });
     }
 }
 
@@ -82,20 +77,19 @@ void ClusterBoth(Input& input, const test::Square& distances) {
         test::Fill(matrix, distances);
         Run("RunClustering", [&] { steps.reset(RunClustering(linkage, maximum, *matrix)); });
         const std::string difference = test::Difference(written, steps);
-        Require(difference.empty(), [&] { return Call("not as written", linkage, maximum) + difference; });
+        Expect(difference.empty(), [&] { return Call("not as written", linkage, maximum) + difference; });
     }
-    CutEverywhere(input, {steps->DataImpl(), steps->DataImpl() + steps->size()});
+    CutEverywhere(input, Elements(*steps));
 }
 
 void RandomMatrices(Input& input) {
     const std::size_t n = 1 + input.Choice(kMaxObjects);
     const Data values = Values(input, n * (n - 1) / 2);
+    auto value = values.begin();
     test::Square distances(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const auto row = values.begin() + static_cast<std::ptrdiff_t>((i * i - i) / 2);
-        distances[i].assign(row, row + static_cast<std::ptrdiff_t>(i));
-        distances[i].push_back(0);
-    }
+    for (std::size_t i = 0; i < n; ++i)
+        for (std::size_t j = 0; j <= i; ++j)
+            distances[i].push_back(i == j ? 0 : *value++);
     ClusterBoth(input, distances);
 }
 
@@ -104,23 +98,18 @@ using Table = std::unique_ptr<IRectangularArray<double>>;
 Table MakeTable(Input& input, int rows, int columns) {
     Table table(MakeIRectangularArrayDouble(rows, columns));
     Expect(table != nullptr && table->RowCount() == rows && table->ColumnCount() == columns, "no table");
-    const Data values = Values(input, static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    Data values = Values(input, static_cast<std::size_t>(rows * columns));
+    if (rows > 1 && input.Flag()) std::copy_n(values.begin(), columns, values.end() - columns);  // two alike
     for (int i = 0; i < rows * columns; ++i)
         table->Set(i / columns, i % columns, values[static_cast<std::size_t>(i)]);
-    // Rows that are alike.
-    const bool areAlike = rows > 1 && input.Flag();
-    for (int column = 0; areAlike && column < columns; ++column)
-        table->Set(rows - 1, column, table->At(0, column));
     return table;
 }
 
 // The library's matrix and a host's get the same distances and the same joins.
-template <typename Create>
-void CreateBoth(Input& input, int n, bool isKnown, Create create) {
+void CreateBoth(Input& input, int n, bool isKnown, auto create) {
     const std::unique_ptr<DistanceMatrix> own(MakeDistanceMatrix(n));
     test::HostMatrix host(n);
-    std::array statuses = {Failure, Failure};
-    Run("CreateForCluster", [&] { statuses = {create(*own), create(host)}; });
+    const auto statuses = Result("CreateForCluster", [&] { return std::array{create(*own), create(host)}; });
     const auto expected = isKnown ? Success : Failure;
     Expect(statuses == std::array{expected, expected}, "status of the distances");
     if (!isKnown || n == 0) return;
@@ -135,10 +124,9 @@ void CreateBoth(Input& input, int n, bool isKnown, Create create) {
 }
 
 void Observations(Input& input) {
-    const int n = static_cast<int>(input.Choice(kMaxObjects + 1));
-    const int columns = std::max(1, static_cast<int>(input.Choice(9)));
-    const int measure =
-        input.Byte() < 240 ? 2000 + static_cast<int>(input.Choice(5)) : input.Integer() % 4096;
+    const int n = input.Choice<int>(kMaxObjects + 1);
+    const int columns = std::max(1, input.Choice<int>(9));
+    const int measure = input.Byte() < 240 ? 2000 + input.Choice<int>(5) : input.Integer() % 4096;
     const bool standardize = input.Flag();
     const Table table = MakeTable(input, n, columns);
     CreateBoth(input, n, measure >= 2000 && measure <= 2004, [&](DistanceMatrix& out) {
@@ -147,8 +135,8 @@ void Observations(Input& input) {
 }
 
 void Variables(Input& input) {
-    const int rows = static_cast<int>(input.Choice(12));
-    const int n = static_cast<int>(input.Choice(12));
+    const int rows = input.Choice<int>(12);
+    const int n = input.Choice<int>(12);
     const bool absolute = input.Flag();
     const Table table = MakeTable(input, rows, n);
     CreateBoth(input, n, true,
@@ -162,10 +150,8 @@ void RandomSteps(Input& input) {
     Steps steps;
     std::vector<int> active(joins + 1);
     std::iota(active.begin(), active.end(), 0);
-    const auto number = [&] {
-        return input.Byte() < 250 ? static_cast<int>(input.Choice(joins + 1)) : input.Integer();
-    };
-    for (std::size_t s = 0; s < joins; ++s) {
+    const auto number = [&] { return input.Byte() < 250 ? input.Choice<int>(joins + 1) : input.Integer(); };
+    while (steps.size() < joins) {
         ClusterStep step{AnyReal(input), AnyReal(input), 0, 0, input.Integer()};
         const std::size_t low = isValid ? input.Choice(active.size() - 1) : 0;
         const std::size_t high = isValid ? low + 1 + input.Choice(active.size() - 1 - low) : 0;
@@ -175,20 +161,17 @@ void RandomSteps(Input& input) {
         steps.push_back(step);
     }
     if (isValid) return CutEverywhere(input, steps);
-    const int k = input.Byte() < 200 ? 1 + static_cast<int>(input.Choice(joins + 1)) : input.Integer();
+    const int k = input.Byte() < 200 ? 1 + input.Choice<int>(joins + 1) : input.Integer();
     const test::HostSteps host(steps);
-    std::array<Labels, 2> labels;
     const double level = AnyReal(input);
-    Run("FindMembers of any joins", [&] {
-        labels[0].reset(FindMembersWithNumber(host, k));
-        labels[1].reset(FindMembersWithCut(host, level));
-    });
-    Expect(labels[0] != nullptr && labels[1] != nullptr, "no labels");
+    const Labels some(Result("a number of any joins", [&] { return FindMembersWithNumber(host, k); }));
+    const Labels others(Result("a cut of any joins", [&] { return FindMembersWithCut(host, level); }));
+    Expect(some != nullptr && others != nullptr, "no labels");
 }
 
 // The library's matrix against a table of what was set.
 void MatrixElements(Input& input) {
-    const auto number = [&] { return static_cast<int>(input.Choice(9)) - 1; };
+    const auto number = [&] { return input.Choice<int>(9) - 1; };
     const auto index = [&] { return input.Byte() < 240 ? number() : input.Integer(); };
     const int n = number();
     const std::unique_ptr<DistanceMatrix> matrix(MakeDistanceMatrix(n));
@@ -203,19 +186,17 @@ void MatrixElements(Input& input) {
         const bool isInside = i >= 0 && j >= 0 && i < size && j < size;
         const double value = AnyReal(input);
         if (input.Byte() < 8) {
-            const int objects = static_cast<int>(input.Choice(10)) - 1;
-            StatlibraryErrorCode status = Failure;
-            Run("Init", [&] { status = matrix->Init(objects, value); });
+            const int objects = input.Choice<int>(10) - 1;
+            const auto status = Result("Init", [&] { return matrix->Init(objects, value); });
             Expect((status == Success) == (objects >= 0), "Init()");
             size = std::max(objects, 0);
             filler = value;
             set.clear();
             continue;
         }
-        double read = 0;
-        Run("Set", [&] {
+        const double read = Result("Set", [&] {
             matrix->Set(i, j, value);
-            read = (*matrix)(j, i);
+            return (*matrix)(j, i);
         });
         if (isInside) set[std::minmax(i, j)] = value;
         Expect(isInside ? Same(read, value) : read != read, "an element of the matrix");
@@ -252,10 +233,8 @@ void Vectors(Input& input) {
         if (kind == 1) expected.resize(size, value);
         if (kind == 2) expected.resize(size);
         if (kind == 4 && !expected.empty()) expected[element] = any;
-        Expect(status == Success && vector->size() == expected.size() &&
-                   vector->EmptyImpl() == expected.empty() &&
-                   std::equal(expected.begin(), expected.end(), vector->DataImpl(), SameBits),
-               "the vector differs");
+        Expect(status == Success && vector->EmptyImpl() == expected.empty(), "status or size of a vector");
+        Expect(std::ranges::equal(Elements(*vector), expected, SameBits), "the vector differs");
     }
 }
 

@@ -1,7 +1,5 @@
 // Contingency tables of random counts, strata and the ticks of random ranges: statuses, p-values and measures in their
 // ranges, bounds in order, ticks that enclose the range.
-#include <initializer_list>
-
 #include "contingency/tables.h"
 #include "fuzz/support/target.h"
 #include "zul/ticks.h"
@@ -25,11 +23,6 @@ Data Counts(Input& input, std::size_t n) {
 // The smallest has digits left beside the total.
 bool AreModerate(const Data& counts) {
     return std::ranges::all_of(counts, [](double x) { return x == 0 || (x > 0.01 && x < 1e7); });
-}
-
-void ExpectWithin(const char* what, double low, double high, std::initializer_list<double> values) {
-    for (const double x : values)
-        Require(std::isnan(x) || (x >= low && x <= high), [=] { return Call(what, x); });
 }
 
 template <typename Record>
@@ -60,13 +53,13 @@ void Evaluate(Input& input, const IContingencyTable& table, bool isModerate) {
 }
 
 void Table(Input& input) {
-    const auto side = [&] { return input.Flag() ? 2 : static_cast<unsigned>(input.Choice(8)); };
+    const auto side = [&] { return input.Flag() ? 2 : input.Choice<unsigned>(8); };
     const unsigned rows = side();
     const unsigned columns = side();
     const Data counts = Counts(input, std::size_t{rows} * columns);
     int status = -1;
-    test::TablePtr table;
-    Run("MakeIContingencyTable", [&] { table = test::MakeTable(counts, rows, columns, &status); });
+    const auto make = [&] { return test::MakeTable(counts, rows, columns, &status); };
+    const test::TablePtr table = Result("MakeIContingencyTable", make);
     Expect(status == (table == nullptr ? 30000 : 0), "another status of a table");
     if (table == nullptr) return;
     Expect(std::isnan(table->Count(rows, 0)) && std::isnan(table->Contribution(0, columns)), "a cell beyond");
@@ -75,11 +68,11 @@ void Table(Input& input) {
 
 void Strata(Input& input) {
     MantelHaenszel record;
-    record.strata = static_cast<unsigned>(input.Choice(6));
+    record.strata = input.Choice<unsigned>(6);
     const Data counts = Counts(input, std::size_t{record.strata} * 4);
     const bool continuity = input.Flag();
     const double confidence = input.Flag() ? input.Fraction() : AnyReal(input);
-    const auto type = static_cast<IntervalType>(static_cast<int>(input.Choice(4)) - 1);
+    const auto type = static_cast<IntervalType>(input.Choice<int>(4) - 1);
     StatusOf(Mode::Bare, "a table", {0, 30000, 30002, 30007},
              [&] { return RunMantelHaenszel(&record, counts.data(), continuity, confidence, type); });
     if (!AreModerate(counts)) return;
@@ -90,13 +83,12 @@ void Strata(Input& input) {
 void Ticks(Input& input) {
     const double low = AnyReal(input);
     const double high = input.Flag() ? AnyReal(input) : low + input.Size();
-    const auto wanted = static_cast<unsigned>(input.Choice(110));
+    const auto wanted = input.Choice<unsigned>(110);
     deprecated::TickCalculationResult r;
     StatusOf(Mode::Bare, "a table", {0, 30000, 30017}, [&] { return ComputeTicks(&r, low, high, wanted); });
     const double slack = r.step * 1e-9 + std::max(std::abs(low), std::abs(high)) * 1e-12;
     if (r.count == 0) return;
-    Expect(r.low <= std::min(low, high) + slack && r.high >= std::max(low, high) - slack,
-           "ticks do not enclose");
+    Expect(r.low <= std::min(low, high) + slack && r.high >= std::max(low, high) - slack, "range of ticks");
     Expect(r.count < 160 && r.countInside <= r.count, "too many ticks");
     for (unsigned i = 0; i <= r.count; ++i)
         Expect(std::isnan(TickValue(&r, i)) == (i == r.count), "a tick beyond");

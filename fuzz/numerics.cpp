@@ -1,8 +1,8 @@
 // The special functions, the root finder and the guarded functions under the distributions. Each is called in
 // the default mode or, on finite arguments, in trapping mode, in which it works.
 #include <cfloat>
+#include <concepts>
 #include <functional>
-#include <iterator>
 #include <type_traits>
 
 #include "fuzz/numerics/evaluation.h"
@@ -26,7 +26,7 @@ namespace {
 
 using namespace numerics;
 using frame::ErrorState;
-using A = const double*;
+using A = const Data&;
 
 struct Tails {
     double lower = kUnwritten;
@@ -37,7 +37,7 @@ struct Tails {
 // A letter for each parameter: s, h shapes, or twice them; b shapes that may be 0; d degrees of freedom; r, + real
 // and not negative numbers; n, m noncentralities of gamma and beta; c, u counts, and counts up to the first; f a
 // probability.
-double Parameter(char kind, A first, Input& input) {
+double Parameter(char kind, A before, Input& input) {
     if (kind == 'n' || kind == 'm') {  // the time grows with its root; what is beyond the last is refused
         const double noncentrality = Shape(input);
         return noncentrality > 1e6 && noncentrality < 6e9 ? 1e6 : noncentrality;
@@ -48,7 +48,7 @@ double Parameter(char kind, A first, Input& input) {
     }
     if (kind == 'c')
         return input.Flag() ? std::floor(input.Power(0, input.Flag() ? 3 : 9.33)) : input.Integer();
-    if (kind == 'u') return input.Byte() < 250 ? std::floor(*first * input.Uniform()) : input.Real();
+    if (kind == 'u') return input.Byte() < 250 ? std::floor(before.front() * input.Uniform()) : input.Real();
     if (kind == 'f') return input.Flag() ? input.Fraction() : input.Real();
     return Shape(input);
 }
@@ -66,10 +66,10 @@ bool IsInside(char kind, double x, double first) {
                          : x >= 0;
 }
 
-Numbers Parameters(const std::string& kinds, Input& input) {
-    Numbers values(kinds.size());
-    for (std::size_t i = 0; i < kinds.size(); ++i)
-        values[i] = Parameter(kinds[i], values.data(), input);
+Data Parameters(const std::string& kinds, Input& input) {
+    Data values;
+    for (const char kind : kinds)
+        values.push_back(Parameter(kind, values, input));
     return values;
 }
 
@@ -81,8 +81,7 @@ bool AreInside(const std::string& kinds, A a) {
 
 // Documented failures.
 bool MayFail(const std::string& kinds, A a) {
-    if (kinds.back() == 'n' || kinds.back() == 'm')
-        return a[kinds.size() - 1] > (kinds.back() == 'n' ? 2e10 : 6e9);
+    if (kinds.back() == 'n' || kinds.back() == 'm') return a.back() > (kinds.back() == 'n' ? 2e10 : 6e9);
     const double half = kinds == "dr" ? std::abs(a[1]) : 0;
     return kinds == "dr" && !(a[0] / 2 + half * half / 2 + 6.17 * half / std::sqrt(2.0) <= kShapeLimit);
 }
@@ -109,14 +108,11 @@ struct Pair {
     double (*centre)(A a) = [](A a) { return a[0]; };
 };
 
-template <typename Family>
-Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*)) {
-    return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper); };
-}
-
-template <typename Family>
-Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*, double*)) {
-    return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper, &t->third); };
+// With a density or a mass, where the routine writes one.
+template <typename Family, std::same_as<double*>... Third>
+Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*, Third...)) {
+    return
+        [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper, Third(&t->third)...); };
 }
 
 // With a noncentrality.
@@ -126,39 +122,36 @@ Evaluate TailsOf(void (*tails)(double, const Family&, double, double*, double*))
     return [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), a[kLast], &t->lower, &t->upper); };
 }
 
-const Pair& PairOf(std::size_t place) {
-    constexpr auto kMean = [](A a) { return a[0] * a[1]; };
-    constexpr auto kShare = [](A a) { return a[0] / (a[0] + a[1]); };
-    constexpr auto kBeta = [](double x, A a, Tails* t) {
-        beta_df(x, BetaShapes(a[0], a[1]), &t->lower, &t->upper, nullptr);
-    };
-    constexpr auto kChi2 = [](double x, A a, Tails* t) { chi2_ncdf(x, a[0], a[1], &t->lower, &t->upper); };
-    static const Pair kPairs[] = {
-        {"gamma_df", '+', "s", TailsOf(gamma_df)},
-        {"gamma_ncdf", '+', "sn", TailsOf(gamma_ncdf)},
-        {"beta_df", 'f', "bb", kBeta, kShare},
-        {"beta_ncdf", 'f', "ssm", TailsOf(beta_ncdf), kShare},
-        {"F_ncdf", '+', "ssm", TailsOf(F_ncdf), [](A) { return 1.0; }},
-        {"t_df", 'r', "d", TailsOf(t_df), [](A) { return 0.0; }},
-        {"t_ncdf", 'r', "dr", TailsOf(t_ncdf), [](A a) { return a[1]; }},
-        {"chi2_ncdf", '+', "hn", kChi2},
-        {"binomial_df", 'r', "cf", TailsOf(binomial_df), kMean},
-        {"hypergeo_df", 'r', "cuu", TailsOf(hypergeo_df),
-         [](A a) { return a[1] * (a[2] / std::max(a[0], 1.0)); }},
-        {"poisson_df", 'r', "+", TailsOf(poisson_df)},
-    };
-    return kPairs[place % std::size(kPairs)];
-}
+constexpr auto kMean = [](A a) { return a[0] * a[1]; };
+constexpr auto kShare = [](A a) { return a[0] / (a[0] + a[1]); };
+constexpr auto kBeta = [](double x, A a, Tails* t) {
+    beta_df(x, BetaShapes(a[0], a[1]), &t->lower, &t->upper, nullptr);
+};
+constexpr auto kChi2 = [](double x, A a, Tails* t) { chi2_ncdf(x, a[0], a[1], &t->lower, &t->upper); };
+
+const auto kPairs = std::to_array<Pair>({
+    {"gamma_df", '+', "s", TailsOf(gamma_df)},
+    {"gamma_ncdf", '+', "sn", TailsOf(gamma_ncdf)},
+    {"beta_df", 'f', "bb", kBeta, kShare},
+    {"beta_ncdf", 'f', "ssm", TailsOf(beta_ncdf), kShare},
+    {"F_ncdf", '+', "ssm", TailsOf(F_ncdf), [](A) { return 1.0; }},
+    {"t_df", 'r', "d", TailsOf(t_df), [](A) { return 0.0; }},
+    {"t_ncdf", 'r', "dr", TailsOf(t_ncdf), [](A a) { return a[1]; }},
+    {"chi2_ncdf", '+', "hn", kChi2},
+    {"binomial_df", 'r', "cf", TailsOf(binomial_df), kMean},
+    {"hypergeo_df", 'r', "cuu", TailsOf(hypergeo_df),
+     [](A a) { return a[1] * (a[2] / std::max(a[0], 1.0)); }},
+    {"poisson_df", 'r', "+", TailsOf(poisson_df)},
+});
 
 // Inside the domain both tails, which add up; outside level 2 and nothing written.
 void CheckPair(Input& input) {
-    const Pair& pair = PairOf(input.Byte());
-    const Numbers parameters = Parameters(pair.parameters, input);
-    const A a = parameters.data();
+    const Pair& pair = input.OneOf(kPairs);
+    const Data a = Parameters(pair.parameters, input);
     const double x = pair.argument == 'f' && input.Flag()
                          ? input.Fraction()
                          : Around(pair.centre(a), std::sqrt(std::abs(a[0])), input);
-    const Evaluation evaluation(pair.name, x, parameters);
+    const Evaluation evaluation{pair.name, Joined({{x}, a})};
     Tails t;
     evaluation.Run(input, [&] { pair.evaluate(x, a, &t); });
     const bool mayFail = MayFail(pair.parameters, a);
@@ -175,7 +168,7 @@ void CheckFineTails(Input& input) {
     const double a = Shape(input);
     const double x = Around(a, std::sqrt(std::abs(a)), input);
     if (!IsShape(a) || !(x >= kTinyArgument && x < DBL_MAX)) return;
-    const Evaluation fine("FineGammaTails", {x, a});
+    const Evaluation fine{"FineGammaTails", {x, a}};
     GammaTails exact{};
     bool found = false;
     fine.Run(input, [&] { found = FineGammaTails(x, a, &exact); });
@@ -204,35 +197,30 @@ Invert QuantilesOf(void (*lower)(double, const Family&, double*, Second...),
     };
 }
 
-const Quantile& QuantileOf(std::size_t place) {
-    static const Quantile kQuantiles[] = {
-        {"gamma", "s", {1, 0}, QuantilesOf(gamma_lower_quant, gamma_upper_quant)},
-        {"beta", "ss", {-1, -1}, QuantilesOf(beta_lower_quant, beta_upper_quant)},
-        {"F", "ss", {1, 0}, QuantilesOf(F_lower_quant, F_upper_quant)},
-        {"t", "d", {1, 0}, QuantilesOf(t_lower_qt, t_upper_qt), -DBL_MAX},
-        {"binomial", "cf", {-1, -1}, QuantilesOf(binomial_lower_quant, binomial_upper_quant)},
-        {"hypergeo", "cuu", {-1, -1}, QuantilesOf(hypergeo_lower_quant, hypergeo_upper_quant)},
-        {"poisson", "b", {1, 0}, QuantilesOf(poisson_lower_quant, poisson_upper_quant)},
-    };
-    return kQuantiles[place % std::size(kQuantiles)];
-}
+const auto kQuantiles = std::to_array<Quantile>({
+    {"gamma", "s", {1, 0}, QuantilesOf(gamma_lower_quant, gamma_upper_quant)},
+    {"beta", "ss", {-1, -1}, QuantilesOf(beta_lower_quant, beta_upper_quant)},
+    {"F", "ss", {1, 0}, QuantilesOf(F_lower_quant, F_upper_quant)},
+    {"t", "d", {1, 0}, QuantilesOf(t_lower_qt, t_upper_qt), -DBL_MAX},
+    {"binomial", "cf", {-1, -1}, QuantilesOf(binomial_lower_quant, binomial_upper_quant)},
+    {"hypergeo", "cuu", {-1, -1}, QuantilesOf(hypergeo_lower_quant, hypergeo_upper_quant)},
+    {"poisson", "b", {1, 0}, QuantilesOf(poisson_lower_quant, poisson_upper_quant)},
+});
 
 void CheckQuantile(Input& input) {
-    const Quantile& quantile = QuantileOf(input.Byte());
-    const Numbers parameters = Parameters(quantile.parameters, input);
-    const A a = parameters.data();
+    const Quantile& quantile = input.OneOf(kQuantiles);
+    const Data a = Parameters(quantile.parameters, input);
     const double p = input.Flag() ? input.Fraction() : input.Real();
     const bool upper = input.Flag();
     const bool isT = quantile.stem == "t";
     const std::string name = quantile.stem + (upper ? "_upper_" : "_lower_") + (isT ? "qt" : "quant");
-    const Evaluation evaluation(name, p, parameters);
+    const Evaluation evaluation{name, Joined({{p}, a})};
     double x = 0;
     double second = 0;
     evaluation.Run(input, [&] { quantile.evaluate(upper, p, a, &x, &second); });
     const double target = std::min(p, 1 - p);
     const bool isRefused = p == quantile.ends[upper] || (isT && target == 0);
-    const bool isTiny =
-        target < 1e-280 || *std::min_element(parameters.begin(), parameters.end()) <= (isT ? 1 : 1e-280);
+    const bool isTiny = target < 1e-280 || std::ranges::min(a) <= (isT ? 1 : 1e-280);
     evaluation.RequireLevel(AreInside(quantile.parameters, a) && p >= 0 && p <= 1 && !isRefused,
                             isTiny || quantile.parameters == "b");
     if (ErrorState().Failed())
@@ -249,7 +237,7 @@ void CheckNormal(Input& input) {
     const double p = input.Flag() ? input.Real() : input.Fraction();
     const bool upperTail = input.Flag();
     // The lower tail above 1/2 goes by the upper one, which refuses 0.
-    const Evaluation quantile(upperTail || p == 1 ? "normal_upper_quant" : "inv_normal_df", {p});
+    const Evaluation quantile{upperTail || p == 1 ? "normal_upper_quant" : "inv_normal_df", {p}};
     double z = 0;
     quantile.Run(input, [&] { (upperTail ? normal_upper_quant : inv_normal_df)(p, &z); });
     const bool inside = p >= 1e-100 && (upperTail ? p <= 0.5 : p < 1);

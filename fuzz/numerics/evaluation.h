@@ -1,8 +1,6 @@
 // What the parts of the target `numerics` share: evaluations of special functions, and their arguments.
 #pragma once
 
-#include <utility>
-
 #include "frame/error_state.h"
 #include "fuzz/support/target.h"
 #include "numerics/limits.h"
@@ -10,43 +8,26 @@
 
 namespace zul::fuzz {
 
-using Numbers = std::vector<double>;
-
 // An evaluation for some arguments, and the complaints about it.
-class Evaluation {
-public:
-    Evaluation(std::string name, Numbers arguments)
-        : name_(std::move(name)), arguments_(std::move(arguments)) {}
-    Evaluation(std::string name, double x, const Numbers& parameters) : Evaluation(std::move(name), {x}) {
-        arguments_.insert(arguments_.end(), parameters.begin(), parameters.end());
-    }
+struct Evaluation {
+    std::string name;
+    Data arguments;
 
-    template <typename Evaluate>
-    void Run(Input& input, Evaluate evaluate) const {
-        const bool trapping =
-            input.Flag() && std::ranges::all_of(arguments_, [](double x) { return std::isfinite(x); });
-        if (trapping) SetKelFpuStates();
-        Checked(Mode::Bare, evaluate, [this] { return Text(); });
+    std::string Text() const { return Listed(name, arguments); }
+    void Run(Input& input, auto evaluate) const {
+        if (input.Flag() && AreFinite(arguments)) SetKelFpuStates();
+        fuzz::Run([this] { return Text(); }, evaluate);
         ResetFpuStates();
     }
-    // The results tell what was wrong.
-    template <typename... Results>
-    void Require(bool condition, const char* rule, const Results&... results) const {
-        fuzz::Require(condition, [&] {
-            return Text() + " level " + std::to_string(frame::ErrorState().level) + Call(rule, results...);
-        });
+    // The results, and the level of the error state, tell what was wrong.
+    void Require(bool condition, const char* rule, const auto&... results) const {
+        Expect(condition, [&] { return Text() + Call(rule, results..., frame::ErrorState().level); });
     }
     void RequireLevel(bool inside, bool mayFail) const {
         const int level = frame::ErrorState().level;
         Require(inside ? level <= frame::LevelUnderflow || mayFail : level == frame::LevelDomain, " level");
-        Require(inside || frame::ErrorState().routine.View() == name_, " name");
+        Require(inside || frame::ErrorState().routine.View() == name, " name");
     }
-
-private:
-    std::string Text() const { return Listed(name_, arguments_); }
-
-    std::string name_;
-    Numbers arguments_;
 };
 
 inline bool IsShape(double a) {
@@ -54,16 +35,10 @@ inline bool IsShape(double a) {
 }
 
 inline double Shape(Input& input) {
-    switch (input.Byte() % 8) {
-        case 0:
-            return input.Real();
-        case 1:
-            return input.Power(-12, 8);
-        case 2:
-            return std::ceil(input.Power(0, 3)) / 2;
-        default:
-            return input.Power(-3, 3);
-    }
+    const unsigned kind = input.Byte() % 8;
+    if (kind == 0) return input.Real();
+    if (kind == 1) return input.Power(-12, 8);
+    return kind == 2 ? std::ceil(input.Power(0, 3)) / 2 : input.Power(-3, 3);
 }
 
 // Near the centre, or anywhere.

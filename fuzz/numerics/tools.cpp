@@ -1,6 +1,5 @@
 // The root finder, the guarded functions and the elementary ones.
 #include <cfloat>
-#include <limits>
 
 #include "frame/call_frame.h"
 #include "frame/guarded.h"
@@ -11,7 +10,7 @@
 #include "numerics/elementary.h"
 #include "numerics/gamma/fast_logarithms.h"
 #include "numerics/gamma/gamma.h"
-#include "numerics/roots/root_finder.h"
+#include "numerics/roots/counted_function.h"
 #include "zul/distributions.h"
 
 namespace zul::fuzz {
@@ -20,37 +19,20 @@ using namespace numerics;
 
 namespace {
 
-// A rising function with all the shapes that make false position slow, and NA where it has no value.
-class Rising final : public CmRealFunction {
-public:
-    Rising(int kindOf, double targetValue, double holeAt, bool whole) : kind_(kindOf), hole_(holeAt) {
-        target = targetValue;
-        discrete = whole;
-        absTolX = 1e-12;
-        relTolX = 1e-12;
-        absTolF = 1e-14;
-    }
-    double Evaluate(double x) override {
-        ++evaluations;
-        if (x == hole_) return frame::kNA;
-        const double y = std::clamp(x, -1e100, 1e100);
-        return kind_ == 0   ? y - target
-               : kind_ == 1 ? std::atan(y) - std::clamp(target, -1.5, 1.5)
-               : kind_ == 2 ? y * y * y - target
-               : kind_ == 3 ? std::floor(y) - target
-                            : std::exp(std::clamp(y, -700.0, 700.0)) - target;
-    }
-    int evaluations = 0;
-
-private:
-    int kind_;
-    double hole_;
-};
+// Rising functions with all the shapes that make false position slow.
+double Rising(int kind, double target, double x) {
+    const double y = std::clamp(x, -1e100, 1e100);
+    return kind == 0   ? y - target
+           : kind == 1 ? std::atan(y) - std::clamp(target, -1.5, 1.5)
+           : kind == 2 ? y * y * y - target
+           : kind == 3 ? std::floor(y) - target
+                       : std::exp(std::clamp(y, -700.0, 700.0)) - target;
+}
 
 }  // namespace
 
 void RootFinder(Input& input) {
-    const int kind = static_cast<int>(input.Choice(5));
+    const int kind = input.Choice<int>(5);
     const bool whole = input.Flag();
     const auto end = [&] {
         const double size = std::min(input.Size(), 1e30);
@@ -61,9 +43,14 @@ void RootFinder(Input& input) {
     const double b = end();
     double lo = std::min(a, b);
     double hi = std::max(a, b);
-    if (whole && hi - lo > 1e4) return;  // it may go through all of them
-    Rising f(kind, target, input.Flag() ? std::numeric_limits<double>::quiet_NaN() : end(), whole);
-    const Evaluation search("root", {static_cast<double>(kind), target, a, b, whole ? 1.0 : 0.0});
+    if (whole && hi - lo > 1e4) return;               // it may go through all of them
+    const double hole = input.Flag() ? kNaN : end();  // there it has no value
+    test::CountedFunction f([=](double x) { return x == hole ? frame::kNA : Rising(kind, target, x); });
+    f.target = target;
+    f.discrete = whole;
+    f.absTolX = 1e-12;
+    f.absTolF = 1e-14;
+    const Evaluation search{"root", {static_cast<double>(kind), target, a, b, whole ? 1.0 : 0.0}};
     bool found = true;
     if (input.Flag()) search.Run(input, [&] { found = ExpandBracket(&lo, &hi, f, -1e30, 1e30); });
     if (!found || (whole && hi - lo > 1e4)) return;
@@ -85,23 +72,19 @@ void Guarded(Input& input) {
     const double x = input.Real();
     const double y = input.Real();
     const std::size_t which = input.Choice(6);
-    double value = 0;
-    Checked(
-        Mode::Framed,
-        [&] {
-            using Function = double (*)(double);
-            constexpr std::array<Function, 5> kFunctions = {frame::SafeSqrt, frame::SafeExp, frame::SafeLog,
-                                                            frame::SafeTan, frame::LogGamma};
-            value = which == 5 ? frame::FramedCall(&frame::SafePow, x, y)
-                               : frame::FramedCall(kFunctions[which], x);
-        },
-        [&] { return Call("guarded", which, x, y); });
+    const auto name = [&] { return Call("guarded", which, x, y); };
+    Checked(Mode::Framed, name, [&] {
+        constexpr std::array<double (*)(double), 5> kFunctions = {
+            frame::SafeSqrt, frame::SafeExp, frame::SafeLog, frame::SafeTan, frame::LogGamma};
+        return which == 5 ? frame::FramedCall(&frame::SafePow, x, y)
+                          : frame::FramedCall(kFunctions[which], x);
+    });
 }
 
 void Elementary(Input& input) {
     const double x = input.Real();
     const double mean = Shape(input);
-    const Evaluation elementary("elementary", {x, mean});
+    const Evaluation elementary{"elementary", {x, mean}};
     double prompt = 0;
     double deviance = 0;
     elementary.Run(input, [&] {

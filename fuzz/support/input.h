@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <vector>
 
 namespace zul::fuzz {
 
@@ -21,8 +20,7 @@ class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
 
-    bool AtEnd() const { return next_ >= size_; }
-    unsigned Byte() { return AtEnd() ? 0U : data_[next_++]; }
+    unsigned Byte() { return next_ < size_ ? data_[next_++] : 0U; }
     // Two bytes. One statement each: compilers differ in the order of the operands.
     unsigned Pair() {
         const unsigned high = Byte();
@@ -31,16 +29,13 @@ public:
     bool Flag() { return (Byte() & 1U) != 0; }
 
     // From 0 to count - 1.
-    std::size_t Choice(std::size_t count) {
-        std::size_t value = Byte();
-        if (count > UCHAR_MAX) value = value << CHAR_BIT | Byte();
-        return value % count;
+    template <typename Number = std::size_t>
+    Number Choice(std::size_t count) {
+        const std::size_t value = count > UCHAR_MAX ? Pair() : Byte();
+        return static_cast<Number>(value % count);
     }
 
-    template <typename T, std::size_t N>
-    const T& OneOf(const std::array<T, N>& values) {
-        return values[Choice(N)];
-    }
+    const auto& OneOf(const auto& values) { return values[Choice(values.size())]; }
 
     std::uint64_t Word() {
         std::uint64_t word = 0;
@@ -69,21 +64,12 @@ public:
         constexpr std::array kSpecial = {0.0,        1.0,        0.5,   -1.0,  5e-324,     DBL_MIN,
                                          DBL_MAX,    -DBL_MAX,   1e-16, 1e30,  1.23456e30, 2e-288,
                                          94906265.0, 94906266.0, kInf,  -kInf, kNaN};
-        switch (Byte() % 8) {
-            case 0:
-                return OneOf(kSpecial);
-            case 1:
-                return std::bit_cast<double>(Word());
-            case 2:
-            case 3:
-                return Fraction();
-            case 4:
-                return static_cast<double>(Integer());
-            case 5:
-                return -Size();
-            default:
-                return Size();
-        }
+        const unsigned kind = Byte() % 8;
+        if (kind == 0) return OneOf(kSpecial);
+        if (kind == 1) return std::bit_cast<double>(Word());
+        if (kind < 4) return Fraction();
+        if (kind == 4) return static_cast<double>(Integer());
+        return kind == 5 ? -Size() : Size();
     }
 
     // Positive and finite: 1/65536 to 16 times a power of ten, mostly a small one.
@@ -102,13 +88,6 @@ public:
         if (kind == 1) return static_cast<int>(static_cast<std::uint32_t>(Word()));
         const int small = static_cast<int>(Byte());
         return kind == 2 ? -small : kind == 3 ? small * static_cast<int>(Byte()) : small;
-    }
-
-    std::vector<double> Reals(std::size_t count) {
-        std::vector<double> values(count);
-        for (double& value : values)
-            value = Real();
-        return values;
     }
 
 private:

@@ -74,16 +74,14 @@ void Run(std::vector<std::uint8_t> input) {
     LLVMFuzzerTestOneInput(current.data(), current.size());
 }
 
+// The file, or those of the directory.
 int RunFiles(const fs::path& path) {
-    const auto run = [](const fs::path& name) {
+    std::vector<fs::path> names = {path};
+    if (fs::is_directory(path)) names.assign(fs::directory_iterator(path), fs::directory_iterator());
+    for (const fs::path& name : names) {
         std::ifstream file(name, std::ios::binary);
         Run({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
-    };
-    if (!fs::is_directory(path))
-        run(path);
-    else
-        for (const fs::directory_entry& entry : fs::directory_iterator(path))
-            run(entry.path());
+    }
     return started;
 }
 

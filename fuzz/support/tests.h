@@ -3,6 +3,8 @@
 
 #include <climits>
 #include <cstring>
+#include <tuple>
+#include <utility>
 
 #include "fuzz/support/target.h"
 #include "zul/hypothesis.h"
@@ -16,74 +18,58 @@ inline Data Sample(Input& input) {
 }
 
 // Of the doubles that a record begins with.
-template <typename Record>
-void SetDouble(Record* record, std::size_t i, double value) {
-    std::memcpy(reinterpret_cast<char*>(record) + i * sizeof value, &value, sizeof value);
+void SetDoubles(auto* record, std::size_t first, const Data& values) {
+    std::memcpy(reinterpret_cast<char*>(record) + first * sizeof(double), values.data(),
+                values.size() * sizeof(double));
 }
 
-// The arguments that the tests have in common.
+// The arguments that the tests have in common, as the input says.
 struct Settings {
-    double confidence;
-    IntervalType type;
-    AlternativeHypothesis alternative;
-    double hypothesised;
-    double sigma;
-    bool flag;
+    Input& input;
+    double confidence = Confidence(input);
+    IntervalType type = static_cast<IntervalType>(Option(input));
+    AlternativeHypothesis alternative = static_cast<AlternativeHypothesis>(Option(input));
+    double hypothesised = input.Flag() ? AnyReal(input) : input.Fraction();
+    double sigma = input.Flag() ? AnyReal(input) : input.Size();
+    bool flag = input.Flag();
 
-    explicit Settings(Input& input)
-        : confidence(Confidence(input)),
-          type(static_cast<IntervalType>(Option(input))),
-          alternative(static_cast<AlternativeHypothesis>(Option(input))),
-          hypothesised(input.Flag() ? AnyReal(input) : input.Fraction()),
-          sigma(input.Flag() ? AnyReal(input) : input.Size()),
-          flag(input.Flag()) {}
     bool HasType() const { return Has(static_cast<int>(type)); }
     bool HasAlternative() const { return Has(static_cast<int>(alternative)); }
 
-private:
     static bool Has(int option) { return option >= -1 && option <= 1; }
-    static int Option(Input& input) {
-        return input.Byte() < 12 ? input.Integer() : static_cast<int>(input.Choice(3)) - 1;
-    }
+    static int Option(Input& input) { return input.Byte() < 12 ? input.Integer() : input.Choice<int>(3) - 1; }
 };
 
-// So many events and trials, mostly a few and mostly not more events than trials.
-struct Counts {
-    unsigned x;
-    unsigned n;
+inline unsigned Count(Input& input) {
+    const unsigned small = input.Byte();
+    return small < 200 ? small % (kMaxCount + 1) : static_cast<unsigned>(input.Word());
+}
 
-    explicit Counts(Input& input) {
-        n = Number(input);
-        x = Number(input);
-        if (n != UINT_MAX && input.Byte() < 240) x %= n + 1;
-    }
-
-private:
-    static unsigned Number(Input& input) {
-        const unsigned small = input.Byte();
-        return small < 200 ? small % (kMaxCount + 1) : static_cast<unsigned>(input.Word());
-    }
-};
+// Mostly a few, and mostly not more events than trials.
+inline std::pair<unsigned, unsigned> EventsAndTrials(Input& input) {
+    const unsigned n = Count(input);
+    const unsigned x = Count(input);
+    const bool isWithin = n != UINT_MAX && input.Byte() < 240;
+    return {isWithin ? x % (n + 1) : x, n};
+}
 
 inline unsigned CountOf(const Data& x, bool withData, Input& input) {
-    return withData ? static_cast<unsigned>(x.size()) : Counts(input).n;
+    return withData ? static_cast<unsigned>(x.size()) : EventsAndTrials(input).second;
 }
 
 // Asserts of a record what holds for any arguments: p-values are probabilities, bounds in order.
-template <typename Record, typename Where>
-void ExpectSound(const Record& r, const Where& where, bool isOrdered) {
+void ExpectSound(const auto& r, const auto& where, bool isOrdered) {
     if constexpr (requires { r.lowerBound; }) {
-        Expect(IsProbability(r.pValue), where, "p-value outside [0, 1]");
-        Expect(!isOrdered || !(r.lowerBound > r.upperBound), where, "the bounds are not in order");
+        ExpectWithin(where, 0, 1, {r.pValue});
+        Expect(!(isOrdered && r.lowerBound > r.upperBound), where, "the bounds are not in order");
     } else {
-        Expect(IsProbability(r.chiSquarePValue), where, "p-value outside [0, 1]");
-        Expect(!(r.bonettPValue < 0 || r.bonettPValue > 2), where, "Bonett's p-value");
-        Expect(!isOrdered || !(r.chiSquareLowerBound > r.chiSquareUpperBound ||
-                               r.bonettLowerBound > r.bonettUpperBound),
-               where, "the bounds are not in order");
+        ExpectWithin(where, 0, 1, {r.chiSquarePValue});
+        ExpectWithin(where, 0, 2, {r.bonettPValue});
+        Expect(!(isOrdered && r.chiSquareLowerBound > r.chiSquareUpperBound), where, "bounds not in order");
+        Expect(!(isOrdered && r.bonettLowerBound > r.bonettUpperBound), where,
+               "Bonett's bounds not in order");
     }
-    if constexpr (requires { r.fisherPValue; })
-        Expect(IsProbability(r.fisherPValue), where, "Fisher's p-value outside [0, 1]");
+    if constexpr (requires { r.fisherPValue; }) ExpectWithin(where, 0, 1, {r.fisherPValue});
 }
 
 // What a call on a record is expected to give.
@@ -94,18 +80,21 @@ struct Form {
     Mode mode = Mode::Bare;
 };
 
-// call(record) returns a status.
-template <typename Record, typename Call>
-void RunOn(Record* record, const Form& form, const Settings& s, Call call) {
-    const auto name = [&] {
-        return fuzz::Call(form.name, s.flag, s.confidence, static_cast<int>(s.type),
-                          static_cast<int>(s.alternative), s.hypothesised, s.sigma);
+// The forms of an entry, with the samples and without: call(record, withData, rest...). `given` stands in both.
+auto Forms(auto entry, const auto& samples, auto... given) {
+    return [=](auto* record, bool withData, auto... rest) {
+        const auto form = [=](auto... x) { return entry(record, x..., given..., rest...); };
+        return withData ? std::apply(form, samples) : form();
     };
-    int status = -1;
-    if (!Checked(
-            form.mode, [&] { status = call(record); }, name))
-        return;
-    Expect(status == (form.succeeds ? 0 : 30002), name, "wrong status");
+}
+
+// call(record) returns a status.
+void RunOn(auto* record, const Form& form, const Settings& s, auto call) {
+    const auto name = [&] {
+        return Call(form.name, s.flag, s.confidence, static_cast<int>(s.type),
+                    static_cast<int>(s.alternative), s.hypothesised, s.sigma);
+    };
+    if (StatusOf(form.mode, name, {form.succeeds ? 0 : 30002}, [&] { return call(record); }) < 0) return;
     ExpectSound(*record, name, form.isOrdered && s.confidence >= 0 && s.confidence <= 1);
 }
 

@@ -9,6 +9,8 @@
 #include <random>
 #include <vector>
 
+#include "hypothesis/ranks/all_pairs.h"
+
 namespace zul::hypothesis {
 namespace {
 
@@ -53,9 +55,6 @@ void ExpectSorted(const Pairs& pairs, Values values, std::mt19937_64& engine) {
     std::sort(values.begin(), values.end());
     const std::size_t count = values.size();
     ASSERT_EQ(pairs.Count(), count);
-    const double low = values[(count - 1) / 2];
-    const double high = values[count / 2];
-    const double median = std::isinf(low + high) ? low / 2 + high / 2 : (low + high) / 2;
     for (const std::size_t roomSize : {0U, 1U, 40U, 1000U}) {
         Values room(roomSize);
         PairSelection<Pairs> selection(pairs, room);
@@ -63,7 +62,7 @@ void ExpectSorted(const Pairs& pairs, Values values, std::mt19937_64& engine) {
             const std::size_t k = i == 0 ? 1 : i == 1 ? count : 1 + engine() % count;
             EXPECT_EQ(Bits(selection.Smallest(k)), Bits(values[k - 1] + 0.0)) << k << " of " << count;
         }
-        EXPECT_EQ(Bits(selection.Median()), Bits(median + 0.0)) << "median of " << count;
+        EXPECT_EQ(Bits(selection.Median()), Bits(test::Median(values))) << "median of " << count;
     }
 }
 
@@ -74,20 +73,10 @@ TEST(PairSelection, OfAnyArgumentsIsThatOfAllPairsSorted) {
             SCOPED_TRACE(kind);
             const Values x = Draw(kind, 1 + engine() % 60, engine);
             const Values y = Draw(kind, 1 + engine() % 60, engine);
-            Values averages;
-            Values ofHalves;
-            Values differences;
-            for (std::size_t i = 0; i < x.size(); ++i) {
-                for (std::size_t j = i; j < x.size(); ++j) {
-                    averages.push_back((x[i] + x[j]) / 2);
-                    ofHalves.push_back(x[i] / 2 + x[j] / 2);
-                }
-                for (const double value : y)
-                    differences.push_back(x[i] - value);
-            }
-            ExpectSorted(Averages(x.data(), x.size()), averages, engine);
-            ExpectSorted(AveragesOfHalves(x.data(), x.size()), ofHalves, engine);
-            ExpectSorted(Differences(x.data(), x.size(), y.data(), y.size()), differences, engine);
+            ExpectSorted(Averages(x.data(), x.size()), test::Averages(x, false), engine);
+            ExpectSorted(AveragesOfHalves(x.data(), x.size()), test::Averages(x, true), engine);
+            ExpectSorted(Differences(x.data(), x.size(), y.data(), y.size()), test::Differences(x, y),
+                         engine);
         }
 }
 

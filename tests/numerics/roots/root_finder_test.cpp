@@ -10,27 +10,14 @@
 
 #include "frame/missing_value.h"
 #include "frame/status.h"
+#include "numerics/roots/counted_function.h"
 
 namespace zul::numerics {
 namespace {
 
 using frame::kNA;
 
-class Function : public CmRealFunction {
-public:
-    explicit Function(std::function<double(double)> f) : f_(std::move(f)) {
-        absTolX = 1e-30;
-        relTolX = 1e-12;
-    }
-    double Evaluate(double x) override {
-        ++evaluations;
-        return f_(x);
-    }
-    int evaluations = 0;
-
-private:
-    std::function<double(double)> f_;
-};
+using Function = test::CountedFunction;
 
 TEST(SolveFalsePosition, FindsRoots) {
     int status = -1;
