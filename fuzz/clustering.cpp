@@ -98,7 +98,7 @@ using Table = std::unique_ptr<IRectangularArray<double>>;
 Table MakeTable(Input& input, int rows, int columns) {
     Table table(MakeIRectangularArrayDouble(rows, columns));
     Expect(table != nullptr && table->RowCount() == rows && table->ColumnCount() == columns, "no table");
-    Data values = Values(input, static_cast<std::size_t>(rows * columns));
+    Data values = Values(input, static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
     if (rows > 1 && input.Flag()) std::copy_n(values.begin(), columns, values.end() - columns);  // two alike
     for (int i = 0; i < rows * columns; ++i)
         table->Set(i / columns, i % columns, values[static_cast<std::size_t>(i)]);

@@ -111,8 +111,9 @@ struct Pair {
 // With a density or a mass, where the routine writes one.
 template <typename Family, std::same_as<double*>... Third>
 Evaluate TailsOf(void (*tails)(double, const Family&, double*, double*, Third...)) {
-    return
-        [=](double x, A a, Tails* t) { tails(x, Of<Family>(a), &t->lower, &t->upper, Third(&t->third)...); };
+    return [=](double x, A a, Tails* t) {
+        tails(x, Of<Family>(a), &t->lower, &t->upper, static_cast<Third>(&t->third)...);
+    };
 }
 
 // With a noncentrality.

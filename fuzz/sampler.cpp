@@ -88,7 +88,7 @@ void Deviates(Input& input) {
 }
 
 void Rows(Input& input) {
-    const auto dimension = input.Choice<unsigned>(7);
+    const std::size_t dimension = input.Choice(7);
     const auto count = input.Choice<unsigned>(10);
     const bool isProper = input.Flag();
     const Data mean = Values(input, dimension);
@@ -98,7 +98,8 @@ void Rows(Input& input) {
         covariance[i] = i % (dimension + 1) == 0 ? static_cast<double>(dimension)
                                                  : static_cast<double>(input.Byte()) / 128 - 1;
     const auto draw = [&](auto& sampler, auto... to) {
-        return sampler.SampleMVNormal(to..., dimension, mean.data(), covariance.data());
+        return sampler.SampleMVNormal(to..., static_cast<unsigned>(dimension), mean.data(),
+                                      covariance.data());
     };
     const Data drawn = CallOnce("MVNormal", Mode::Framed, Seed(input), count * dimension, count, 0, draw);
     Expect(std::ranges::all_of(drawn, IsWritten), "SampleMVNormal");

@@ -66,7 +66,7 @@ void Run(const auto& where, auto evaluate) {
     Checked(Mode::Bare, describe, evaluate);
 }
 
-// What it gives.
+// The same of what gives a result.
 auto Result(const auto& where, auto evaluate) {
     decltype(evaluate()) result{};
     Run(where, [&] { result = evaluate(); });

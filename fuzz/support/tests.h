@@ -17,7 +17,7 @@ inline Data Sample(Input& input) {
     return Values(input, input.Choice(kMaxCount + 1));
 }
 
-// Of the doubles that a record begins with.
+// From the first on, of the doubles that a record begins with.
 void SetDoubles(auto* record, std::size_t first, const Data& values) {
     std::memcpy(reinterpret_cast<char*>(record) + first * sizeof(double), values.data(),
                 values.size() * sizeof(double));
@@ -61,13 +61,12 @@ inline unsigned CountOf(const Data& x, bool withData, Input& input) {
 void ExpectSound(const auto& r, const auto& where, bool isOrdered) {
     if constexpr (requires { r.lowerBound; }) {
         ExpectWithin(where, 0, 1, {r.pValue});
-        Expect(!(isOrdered && r.lowerBound > r.upperBound), where, "the bounds are not in order");
+        Expect(!(isOrdered && r.lowerBound > r.upperBound), where, "the bounds cross");
     } else {
         ExpectWithin(where, 0, 1, {r.chiSquarePValue});
         ExpectWithin(where, 0, 2, {r.bonettPValue});
-        Expect(!(isOrdered && r.chiSquareLowerBound > r.chiSquareUpperBound), where, "bounds not in order");
-        Expect(!(isOrdered && r.bonettLowerBound > r.bonettUpperBound), where,
-               "Bonett's bounds not in order");
+        Expect(!(isOrdered && r.chiSquareLowerBound > r.chiSquareUpperBound), where, "the bounds cross");
+        Expect(!(isOrdered && r.bonettLowerBound > r.bonettUpperBound), where, "Bonett's bounds cross");
     }
     if constexpr (requires { r.fisherPValue; }) ExpectWithin(where, 0, 1, {r.fisherPValue});
 }
