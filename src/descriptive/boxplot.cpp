@@ -1,4 +1,3 @@
-
 #include "descriptive/median_interval.h"
 #include "descriptive/quantiles.h"
 #include "descriptive/sorting.h"

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <bit>
-#include <cmath>
 #include <cstdint>
 
 #include "processor/processor.h"
@@ -14,24 +13,15 @@ struct PlainDivision {
 };
 
 // a / k for a whole k from 1 to 2^32, to the bit when rounding to nearest (in another direction exact quotients
-// come out one off), with a multiplication and a fused one to wait for instead of the slower division. Both
-// parts of 1 / k depend on k alone and are ready when a is. Where nothing underflows or overflows:
-//
-//   - The remainder 1 - k high is exact, being a whole multiple, at most k / 2, of the last place of high. So
-//     high + low is 1 / k to 2^-105 of itself, and with the rounding of a low the quotient before its one
-//     rounding is off by less than 2^-104 of itself.
-//   - A quotient of a 53-bit number by a 32-bit one is no middle between two doubles, and from each of them
-//     further than 2^-87 of itself: so both sides of the error round to the same double.
-//
-// The method is that of P. Markstein, Computation of elementary functions on the IBM RISC System/6000
-// processor, 1990.
+// come out one off), with a multiplication and a fused one to wait for instead of the slower division: as QuotientByWhole()
+// of elementary/core/division.h, where the reasons stand. Both parts of 1 / k depend on k alone and are ready when a is.
 struct FusedDivision {
     static ZUL_INLINE double Quotient(double a, double k) {
         const double high = 1 / k;
-        const double low = std::fma(-k, high, 1.0) * high;
+        const double low = __builtin_fma(-k, high, 1.0) * high;
         if (!IsModerate(a)) [[unlikely]]
             return a / k;
-        return std::fma(a, high, a * low);
+        return __builtin_fma(a, high, a * low);
     }
 
 private:

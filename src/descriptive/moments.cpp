@@ -1,4 +1,3 @@
-
 #include "descriptive/compensated_sum.h"
 #include "descriptive/count_division.h"
 #include "descriptive/power_sums.h"

@@ -12,7 +12,7 @@
 namespace zul::elementary {
 namespace {
 
-// The instruction of IEEE, where it is written: for x < 0 it raises invalid.
+// By the processor's instruction where it is written: so for x < 0 that raises invalid there.
 ZUL_INLINE double Sqrt(double x) {
 #if !defined(__GNUC__)
     return std::sqrt(x);

@@ -1,4 +1,3 @@
-
 #include "elementary/logarithm.h"
 #include "elementary/root.h"
 #include "fitting/families.h"

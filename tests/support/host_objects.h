@@ -1,4 +1,4 @@
-// A matrix and a vector of steps that the library does not know.
+// A table, a matrix and a vector of steps that the library does not know.
 #pragma once
 
 #include <algorithm>
@@ -9,6 +9,20 @@
 #include "zul/clustering.h"
 
 namespace zul::test {
+
+// A table of a host, which has another one's values.
+class HostTable : public dax::types::IRectangularArray<double> {
+public:
+    explicit HostTable(dax::types::IRectangularArray<double>& values) : values_(values) {}
+    const double& At(int row, int column) const override { return values_.At(row, column); }
+    double& At(int row, int column) override { return values_.At(row, column); }
+    double Set(int row, int column, const double& value) override { return values_.Set(row, column, value); }
+    int RowCount() const override { return values_.RowCount(); }
+    int ColumnCount() const override { return values_.ColumnCount(); }
+
+private:
+    dax::types::IRectangularArray<double>& values_;
+};
 
 // Distances of a host, which keeps the whole square. Asking for anything but a pair of
 // two objects ends the program.

@@ -35,9 +35,11 @@ struct Panels {
 class DataRows {
 public:
     DataRows(const types::IRectangularArray<double>& data, int rows, int columns);
+    DataRows(const DataRows&) = delete;
+    DataRows& operator=(const DataRows&) = delete;
     std::size_t Count() const { return rows_.size(); }
     std::size_t Columns() const { return columns_; }
-    // The first value of each row from one on.
+    // Where the values of a row and of those after it are.
     const double* const* From(std::size_t row) const { return rows_.data() + row; }
 
 private:

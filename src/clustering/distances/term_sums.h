@@ -18,7 +18,7 @@ struct TermSum {
     const double* divisors;     // for each column, if the terms are divided
     const double* reciprocals;  // of them
     bool isRoot;                // the square root of the sum is wanted
-    bool isAdded;               // to what is there: sums of products always are, no others
+    bool isAdded;               // sums of products add to what is there, and have to be given it
 };
 
 // Computes the sums for kTile rows, whose values are kLanes apart, and each row of so many panels; the sums of
@@ -41,8 +41,8 @@ struct TermSums {
     // or from 1e-250 to 1e250, and of divisors from 1e-150 to 1e150.
     SumTerms squaresByReciprocals;
     SumTerms products;  // of the values, not of their differences
-    // The moments of GetSampleMeanAndVariance() for n rows of the data, of kLanes columns from each of two on. False: not
-    // surely those, which it is for when rounding to nearest.
+    // The moments of GetSampleMeanAndVariance() for n rows of the data, of kLanes columns from each of two on, which may
+    // overlap. False: not surely those, which it is for when rounding to nearest.
     bool (*moments)(const double* const* rows, std::size_t n, const std::size_t (&columns)[2],
                     ColumnMoments& out);
     // A panel of the columns from one on, at most kLanes: what their values in n rows of the data are beyond the means.

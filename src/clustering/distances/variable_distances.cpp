@@ -60,10 +60,10 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     const auto [means, s] = ComputeColumnMeansAndDeviations(dataRows);
     Target target(out);
     target.TakeRows(dataRows.Columns());
-    Panels deviations = ZeroPanels(dataRows.Columns(), kRowsAtOnce);
+    Panels deviations = ZeroPanels(dataRows.Columns(), std::min(kRowsAtOnce, dataRows.Count()));
     for (std::size_t row = 0; row < dataRows.Count(); row += kRowsAtOnce) {
         const std::size_t left = dataRows.Count() - row;
-        if (left < kRowsAtOnce) deviations = ZeroPanels(dataRows.Columns(), left);
+        if (left < deviations.columns) deviations = ZeroPanels(dataRows.Columns(), left);
         TakeDeviations(dataRows, row, means, deviations);
         if (target.IsOwn())
             AddProductsTo(target, deviations);

@@ -159,8 +159,9 @@ bool TTails(double x, const TShape& shape, double noncentrality, TailPair* tails
     TailPair found;
     numerics::t_ncdf(x, shape, noncentrality, &found.lower, &found.upper);
     if (ErrorState().Failed()) {
-        const bool isSigned = std::islessgreater(noncentrality, 0.0);  // quiet for NaN
-        if (ErrorState().level != frame::LevelNoncentrality || !isSigned) return false;
+        if (ErrorState().level != frame::LevelNoncentrality) return false;
+        // Not by ==, which the compiler may put before the level: there a signalling NaN would trap.
+        if (!std::islessgreater(noncentrality, 0.0)) return false;
         if (noncentrality > 0) {
             if (!SaturatedTails(x, shape, &found)) return false;
         } else {

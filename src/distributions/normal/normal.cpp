@@ -1,7 +1,5 @@
 #include "distributions/normal/normal.h"
 
-#include <numbers>
-
 #include "distributions/either_tail.h"
 #include "distributions/lanes/lanes.h"
 #include "distributions/tail_pair.h"
@@ -48,8 +46,10 @@ double StandardQuantile(double p) {
 }
 
 double NormalDensity(const NormalPdfKernel* at, double x) {
+    constexpr double kRootOfTwoPi = 0x1.40d931ff62705p+1;
+
     const double z = (x - at->mean) / at->sd;
-    return frame::SafeExp(-0.5 * (z * z)) / (elementary::Sqrt(2 * std::numbers::pi) * at->sd);
+    return frame::SafeExp(-0.5 * (z * z)) / (kRootOfTwoPi * at->sd);
 }
 
 }  // namespace

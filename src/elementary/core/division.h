@@ -10,8 +10,8 @@
 namespace zul::elementary {
 namespace {
 
-// n / d with the bits of the division, for r = 1 / d rounded and n of either sign. |n| is 0 or from 1e-250 to 1e250, d
-// from 1e-150 to 1e150, so that nothing on the way is denormal or overflows.
+// n / d with the bits of the division, but for the sign of 0, for r = 1 / d rounded and n of either sign. |n| is 0 or
+// from 1e-250 to 1e250, d from 1e-150 to 1e150, so that nothing on the way is denormal or overflows.
 //
 // With d and n / d in [1, 2), u = 2^-52 and |r - 1/d| <= u/4, q = n r has an error of less than 1.5 u, and e = n - q d
 // one of at most u^2, and of 0 if |e| <= 2 u. So q + e r differs from n / d by at most 1.75 u^2, which does not matter
@@ -47,8 +47,8 @@ ZUL_INLINE D Quotient(D n, D d, [[maybe_unused]] D r) {
     return n / d;
 }
 
-// 1 / d as the sum of two numbers, with an error of at most 2^-105 / d: high is off by at most 2^-53 / d, that times d is
-// a double, and the rest is rounded twice. Without fused multiply-adds it is not needed.
+// 1 / d as the sum of two numbers, with an error of at most 2^-104 / d: high is off by at most 2^-53 / d, that times d is
+// a double, and the rest has the roundings of high and of its product. Without fused multiply-adds it is not needed.
 struct Reciprocal {
     explicit ZUL_INLINE Reciprocal(double d) : high(1 / d) {
 #if defined(__FMA__) || defined(__AVX512F__)
@@ -61,7 +61,7 @@ struct Reciprocal {
 };
 
 // n / d for whole d up to 2^40, and n as above, in less time from n to the quotient: n high + n rest, rounded once but for
-// an error of 2^-104 n / d. That does not matter unless n / d is within it of the middle m = M 2^e of two doubles, where M
+// an error of 2^-103 n / d. That does not matter unless n / d is within it of the middle m = M 2^e of two doubles, where M
 // is odd and has 54 digits. Let it be. Then n, of 53 digits, is a multiple of 2^e, since a finer one is at most half as
 // large as m d. So is m d, which is no double, as it has the 54 digits of M at least. So they differ by 2^e or more, which
 // is 2^-94 n at least.

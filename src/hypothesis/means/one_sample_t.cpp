@@ -1,4 +1,3 @@
-
 #include "elementary/root.h"
 #include "frame/missing_value.h"
 #include "frame/status.h"
