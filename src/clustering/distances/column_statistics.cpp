@@ -19,7 +19,7 @@ void ComputeOne(const DataRows& rows, std::size_t column, double* mean, double* 
     v1::GetSampleMeanAndVariance(values.data(), static_cast<unsigned>(values.size()), mean, variance);
 }
 
-// The means and variances of twice kLanes columns, from two on, or of fewer: they may overlap.
+// The means and variances of kLanes columns from each of two on, which may overlap, or of all where there are fewer.
 void ComputeSome(const DataRows& rows, const std::size_t (&columns)[2], ColumnStatistics& statistics) {
     const std::size_t n = rows.Count();
     ColumnMoments moments{};

@@ -46,6 +46,7 @@ void AddProducts(const Panels& deviations, DistanceMatrix& out) {
 // The same for the library's own matrix, several sums at a time.
 void AddProductsTo(Target& target, const Panels& deviations) {
     const SumTerms products = TermSumsOf(processor::CurrentLevel()).products;
+    target.TakeRows(deviations.rows);
     DistanceFill(deviations, products, {deviations.columns, nullptr, nullptr, false, true}, target).Fill();
 }
 
@@ -59,7 +60,6 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     const DataRows dataRows(data, rows, columns);
     const auto [means, s] = ComputeColumnMeansAndDeviations(dataRows);
     Target target(out);
-    target.TakeRows(dataRows.Columns());
     Panels deviations = ZeroPanels(dataRows.Columns(), std::min(kRowsAtOnce, dataRows.Count()));
     for (std::size_t row = 0; row < dataRows.Count(); row += kRowsAtOnce) {
         const std::size_t left = dataRows.Count() - row;
