@@ -12,8 +12,9 @@ void QuotientsOfFour(double* out, const double* n, const double* d) {
 }
 
 void QuotientsByWhole(double* out, const double* n, double d) {
-    elementary::Store(out,
-                      elementary::QuotientByWhole(elementary::Load<Four>(n), d, elementary::Reciprocal(d)));
+    const auto divisors = elementary::Splat<Four>(d);
+    elementary::Store(out, elementary::QuotientByWhole(elementary::Load<Four>(n), divisors,
+                                                       elementary::ReciprocalOf(divisors)));
 }
 
 }  // namespace zul::test

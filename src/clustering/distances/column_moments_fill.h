@@ -26,6 +26,35 @@ struct Compensated {
     D correction;
 };
 
+// For some values that follow each other: how many come before, and the reciprocal of one more.
+template <class D>
+class Steps {
+public:
+    static constexpr std::size_t kCount = 64;
+
+    // The first value has so many before it.
+    ZUL_INLINE explicit Steps(double before) {
+        constexpr double kNext[] = {0, 1, 2, 3, 4, 5, 6, 7};
+        D k = elementary::Splat<D>(before) + elementary::Load<D>(kNext);
+        for (std::size_t i = 0; i < kCount; i += elementary::kLanesOf<D>) {
+            const auto [high, rest] = elementary::ReciprocalOf(k + 1.0);
+            elementary::Store(before_ + i, k);
+            elementary::Store(high_ + i, high);
+            elementary::Store(rest_ + i, rest);
+            k += static_cast<double>(elementary::kLanesOf<D>);
+        }
+    }
+    ZUL_INLINE D Before(std::size_t i) const { return elementary::Splat<D>(before_[i]); }
+    ZUL_INLINE elementary::Reciprocal<D> ReciprocalOfNext(std::size_t i) const {
+        return {elementary::Splat<D>(high_[i]), elementary::Splat<D>(rest_[i])};
+    }
+
+private:
+    double before_[kCount];
+    double high_[kCount];
+    double rest_[kCount];
+};
+
 // A running mean and the squares of the deviations from it, of several columns.
 // Source: B. P. Welford, Note on a method for calculating corrected sums of squares and products, 1962.
 template <class D>
@@ -34,17 +63,21 @@ struct RunningMoments {
         : mean{elementary::Load<D>(x), D{}}, squares{D{}, D{}}, strange{} {}
 
     // The next value, after k others.
-    ZUL_INLINE void Add(const double* x, double k, const elementary::Reciprocal& reciprocal) {
-        using elementary::Splat;
+    ZUL_INLINE void Add(const double* x, D k, const elementary::Reciprocal<D>& reciprocal) {
         const D delta = elementary::Load<D>(x) - mean.sum;
-        // Has the top bit where a quotient by a reciprocal may not be the division.
+        // Gets the top bit from a number other than 0 that is too small for the quotient.
         constexpr std::uint64_t kLow = elementary::Bits(1e-250);
-        constexpr std::uint64_t kHigh = elementary::Bits(1e250);
         const auto bits = elementary::AbsoluteBits(delta);
-        strange |= elementary::NotBelow(bits, kHigh) | ((bits - kLow) & ~(bits - 1));
-        const D increment = elementary::QuotientByWhole(delta, k + 1, reciprocal);
+        strange |= (bits - kLow) & ~(bits - 1);
+        const D increment = elementary::QuotientByWhole(delta, k + 1.0, reciprocal);
         mean.Add(increment);
-        squares.Add(Splat<D>(k) * increment * delta);
+        squares.Add(k * increment * delta);
+    }
+
+    // Whether a quotient may not have been the division. A number that is not finite leaves no finite mean.
+    ZUL_INLINE bool IsStrange() const {
+        return elementary::AnyTopBit(
+            strange | elementary::NotBelow(elementary::AbsoluteBits(mean.sum), elementary::kInfinityBits));
     }
 
     Compensated<D> mean;
@@ -61,13 +94,17 @@ bool Moments(const double* const* rows, std::size_t n, const std::size_t (&colum
         const std::size_t ofSecond = columns[1] + lane;
         RunningMoments<D> first(rows[0] + ofFirst);
         RunningMoments<D> second(rows[0] + ofSecond);
-        for (std::size_t i = 1; i < n; ++i) {
-            const double k = static_cast<double>(i);
-            const elementary::Reciprocal reciprocal(k + 1);
-            first.Add(rows[i] + ofFirst, k, reciprocal);
-            second.Add(rows[i] + ofSecond, k, reciprocal);
+        for (std::size_t from = 1; from < n; from += Steps<D>::kCount) {
+            const Steps<D> steps(static_cast<double>(from));
+            const std::size_t count = n - from < Steps<D>::kCount ? n - from : Steps<D>::kCount;
+            for (std::size_t i = 0; i < count; ++i) {
+                const D k = steps.Before(i);
+                const elementary::Reciprocal<D> reciprocal = steps.ReciprocalOfNext(i);
+                first.Add(rows[from + i] + ofFirst, k, reciprocal);
+                second.Add(rows[from + i] + ofSecond, k, reciprocal);
+            }
         }
-        isStrange |= elementary::AnyTopBit(first.strange | second.strange);
+        isStrange |= first.IsStrange() || second.IsStrange();
         elementary::Store(out.means[0] + lane, first.mean.sum);
         elementary::Store(out.means[1] + lane, second.mean.sum);
         elementary::Store(out.squares[0] + lane, first.squares.sum);

@@ -26,6 +26,11 @@ struct TermSum {
 using SumTerms = void (*)(const TermSum& sum, const double* rows, const double* panels,
                           std::size_t panelCount, double* const (&out)[kTile]);
 
+// The products of the deviations from the means, of every two columns, summed plainly in the order of n rows of the data:
+// that of column j with an earlier one i goes to sums[j][i]. What else is there is of no use afterwards.
+using SumProducts = void (*)(const double* const* rows, std::size_t n, const double* means,
+                             double (*sums)[2 * kLanes]);
+
 // The means, and the sums of the squares of the deviations from them, of twice kLanes columns.
 struct ColumnMoments {
     double means[2][kLanes];
@@ -49,6 +54,8 @@ struct TermSums {
     // Lanes without a column are left alone.
     void (*deviations)(const double* const* rows, std::size_t n, std::size_t column, std::size_t count,
                        const double* means, double* panel);
+    // For kLanes columns, one more, and so on to twice as many; null where the registers do not hold the sums.
+    SumProducts deviationProducts[kLanes + 1];
 };
 
 // Of any level that the processor has. The results are the same.

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "clustering/distances/column_moments_fill.h"
+#include "clustering/distances/deviation_products_fill.h"
 #include "clustering/distances/term_sums.h"
 #include "elementary/core/division.h"
 #include "elementary/core/root.h"
@@ -101,7 +102,10 @@ constexpr TermSums MakeTermSums() {
             Sum<Term::SquareByReciprocal, D>,
             Sum<Term::Product, D>,
             Moments<D>,
-            Deviations<D>};
+            Deviations<D>,
+            {DeviationProducts<D, 8>(), DeviationProducts<D, 9>(), DeviationProducts<D, 10>(),
+             DeviationProducts<D, 11>(), DeviationProducts<D, 12>(), DeviationProducts<D, 13>(),
+             DeviationProducts<D, 14>(), DeviationProducts<D, 15>(), DeviationProducts<D, 16>()}};
 }
 
 }  // namespace

@@ -50,6 +50,37 @@ void AddProductsTo(Target& target, const Panels& deviations) {
     DistanceFill(deviations, products, {deviations.columns, nullptr, nullptr, false, true}, target).Fill();
 }
 
+void SumInBlocks(const DataRows& rows, const std::vector<double>& means, Target& target,
+                 DistanceMatrix& out) {
+    Panels deviations = ZeroPanels(rows.Columns(), std::min(kRowsAtOnce, rows.Count()));
+    for (std::size_t row = 0; row < rows.Count(); row += kRowsAtOnce) {
+        const std::size_t left = rows.Count() - row;
+        if (left < deviations.columns) deviations = ZeroPanels(rows.Columns(), left);
+        TakeDeviations(rows, row, means, deviations);
+        if (target.IsOwn())
+            AddProductsTo(target, deviations);
+        else
+            AddProducts(deviations, out);
+    }
+}
+
+// Null where the sums have to be left in the matrix from block to block.
+SumProducts OnePassFor(const Target& target, std::size_t columns) {
+    if (!target.IsOwn() || columns < kLanes || columns > 2 * kLanes) return nullptr;
+    return TermSumsOf(processor::CurrentLevel()).deviationProducts[columns - kLanes];
+}
+
+void SumProductsTo(DistanceMatrix& out, const DataRows& rows, const std::vector<double>& means) {
+    Target target(out);
+    const SumProducts inOnePass = OnePassFor(target, rows.Columns());
+    if (inOnePass == nullptr) return SumInBlocks(rows, means, target, out);
+    double sums[2 * kLanes][2 * kLanes];
+    inOnePass(rows.From(0), rows.Count(), means.data(), sums);
+    for (std::size_t j = 0; j < rows.Columns(); ++j)
+        for (std::size_t i = 0; i < j; ++i)
+            *target.Place(i, j) = sums[j][i];
+}
+
 StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool absolute,
                             DistanceMatrix& out) {
     const int rows = data.RowCount();
@@ -59,17 +90,7 @@ StatlibraryErrorCode Create(const types::IRectangularArray<double>& data, bool a
     if (status != types::Success) return status;
     const DataRows dataRows(data, rows, columns);
     const auto [means, s] = ComputeColumnMeansAndDeviations(dataRows);
-    Target target(out);
-    Panels deviations = ZeroPanels(dataRows.Columns(), std::min(kRowsAtOnce, dataRows.Count()));
-    for (std::size_t row = 0; row < dataRows.Count(); row += kRowsAtOnce) {
-        const std::size_t left = dataRows.Count() - row;
-        if (left < deviations.columns) deviations = ZeroPanels(dataRows.Columns(), left);
-        TakeDeviations(dataRows, row, means, deviations);
-        if (target.IsOwn())
-            AddProductsTo(target, deviations);
-        else
-            AddProducts(deviations, out);
-    }
+    SumProductsTo(out, dataRows, means);
     const double root = elementary::Sqrt(rows - 1.0);
     for (int j = 0; j < columns; ++j) {
         for (int i = 0; i < j; ++i) {

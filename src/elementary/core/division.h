@@ -10,6 +10,38 @@
 namespace zul::elementary {
 namespace {
 
+// Of vectors of so many bytes, for which there are products and sums with one rounding.
+template <unsigned kBytes>
+struct FusedOf {
+    static constexpr bool kIsThere = false;
+};
+
+#if defined(__AVX2__) && defined(__FMA__)
+template <>
+struct FusedOf<sizeof(__m256d)> {
+    static constexpr bool kIsThere = true;
+    static ZUL_INLINE __m256d PlusProduct(__m256d c, __m256d a, __m256d b) {
+        return _mm256_fmadd_pd(a, b, c);
+    }
+    static ZUL_INLINE __m256d MinusProduct(__m256d c, __m256d a, __m256d b) {
+        return _mm256_fnmadd_pd(a, b, c);
+    }
+};
+#endif
+
+#if defined(__AVX512F__)
+template <>
+struct FusedOf<sizeof(__m512d)> {
+    static constexpr bool kIsThere = true;
+    static ZUL_INLINE __m512d PlusProduct(__m512d c, __m512d a, __m512d b) {
+        return _mm512_fmadd_pd(a, b, c);
+    }
+    static ZUL_INLINE __m512d MinusProduct(__m512d c, __m512d a, __m512d b) {
+        return _mm512_fnmadd_pd(a, b, c);
+    }
+};
+#endif
+
 // n / d with the bits of the division, but for the sign of 0, for r = 1 / d rounded and n of either sign. |n| is 0 or
 // from 1e-250 to 1e250, d from 1e-150 to 1e150, so that nothing on the way is denormal or overflows.
 //
@@ -25,63 +57,44 @@ namespace {
 // when the divisor is known in advance, 2004.
 template <class D>
 ZUL_INLINE D Quotient(D n, D d, [[maybe_unused]] D r) {
-    [[maybe_unused]] const D q = n * r;
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8) {
-        const __m512d quotient = __builtin_bit_cast(__m512d, q);
-        const __m512d reciprocal = __builtin_bit_cast(__m512d, r);
-        const __m512d e =
-            _mm512_fnmadd_pd(__builtin_bit_cast(__m512d, d), quotient, __builtin_bit_cast(__m512d, n));
-        return __builtin_bit_cast(D, _mm512_fmadd_pd(e, reciprocal, quotient));
+    using Fused = FusedOf<sizeof(D)>;
+    if constexpr (Fused::kIsThere) {
+        const D q = n * r;
+        const D e = Fused::MinusProduct(n, q, d);
+        return Fused::PlusProduct(q, e, r);
     }
-#endif
-#if defined(__AVX2__) && defined(__FMA__)
-    if constexpr (kLanesOf<D> == 4) {
-        const __m256d quotient = __builtin_bit_cast(__m256d, q);
-        const __m256d reciprocal = __builtin_bit_cast(__m256d, r);
-        const __m256d e =
-            _mm256_fnmadd_pd(__builtin_bit_cast(__m256d, d), quotient, __builtin_bit_cast(__m256d, n));
-        return __builtin_bit_cast(D, _mm256_fmadd_pd(e, reciprocal, quotient));
-    }
-#endif
     return n / d;
 }
 
 // 1 / d as the sum of two numbers, with an error of at most 2^-104 / d: high is off by at most 2^-53 / d, that times d is
-// a double, and the rest has the roundings of high and of its product. Without fused multiply-adds it is not needed.
+// a double, and the rest has the roundings of high and of its product. Where nothing is fused it is not needed, and 0.
+template <class D>
 struct Reciprocal {
-    explicit ZUL_INLINE Reciprocal(double d) : high(1 / d) {
-#if defined(__FMA__) || defined(__AVX512F__)
-        rest = __builtin_fma(-high, d, 1.0) * high;
-#endif
-    }
-
-    double high;
-    double rest = 0;
+    D high;
+    D rest;
 };
 
-// n / d for whole d up to 2^40, and n as above, in less time from n to the quotient: n high + n rest, rounded once but for
-// an error of 2^-103 n / d. That does not matter unless n / d is within it of the middle m = M 2^e of two doubles, where M
-// is odd and has 54 digits. Let it be. Then n, of 53 digits, is a multiple of 2^e, since a finer one is at most half as
-// large as m d. So is m d, which is no double, as it has the 54 digits of M at least. So they differ by 2^e or more, which
-// is 2^-94 n at least.
 template <class D>
-ZUL_INLINE D QuotientByWhole(D n, double d, [[maybe_unused]] const Reciprocal& r) {
-#if defined(__AVX512F__)
-    if constexpr (kLanesOf<D> == 8) {
-        const __m512d rest = __builtin_bit_cast(__m512d, n * Splat<D>(r.rest));
-        return __builtin_bit_cast(
-            D, _mm512_fmadd_pd(__builtin_bit_cast(__m512d, n), _mm512_set1_pd(r.high), rest));
+ZUL_INLINE Reciprocal<D> ReciprocalOf(D d) {
+    using Fused = FusedOf<sizeof(D)>;
+    if constexpr (Fused::kIsThere) {
+        const D high = 1.0 / d;
+        const D error = Fused::MinusProduct(Splat<D>(1), high, d);
+        return {high, error * high};
     }
-#endif
-#if defined(__AVX2__) && defined(__FMA__)
-    if constexpr (kLanesOf<D> == 4) {
-        const __m256d rest = __builtin_bit_cast(__m256d, n * Splat<D>(r.rest));
-        return __builtin_bit_cast(
-            D, _mm256_fmadd_pd(__builtin_bit_cast(__m256d, n), _mm256_set1_pd(r.high), rest));
-    }
-#endif
-    return n / Splat<D>(d);
+    return {D{}, D{}};
+}
+
+// n / d, but for the sign of 0, for whole d up to 2^40 and finite n of either sign, 0 or from 1e-250 on, in less time from
+// n to the quotient: n high + n rest, rounded once but for an error of 2^-103 n / d. That does not matter unless
+// n / d is within it of the middle m = M 2^e of two doubles, where M is odd and has 54 digits. Let it be. Then n, of 53
+// digits, is a multiple of 2^e, since a finer one is at most half as large as m d. So is m d, which is no double, as it has
+// the 54 digits of M at least. So they differ by 2^e or more, which is 2^-94 n at least.
+template <class D>
+ZUL_INLINE D QuotientByWhole(D n, D d, [[maybe_unused]] const Reciprocal<D>& r) {
+    using Fused = FusedOf<sizeof(D)>;
+    if constexpr (Fused::kIsThere) return Fused::PlusProduct(n * r.rest, n, r.high);
+    return n / d;
 }
 
 }  // namespace
