@@ -9,6 +9,7 @@
 #include <string>
 
 #include "clusters/cluster.h"
+#include "command/command.h"
 #include "describe/correlations.h"
 #include "describe/describe.h"
 #include "describe/report.h"
@@ -67,7 +68,7 @@ int Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.set_version_flag("--version", "analyze (zul) " ANALYZE_VERSION);
     for (const auto add : kSubcommands)
-        add(app);
+        add(analyze::Command(app));
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {

@@ -169,26 +169,27 @@ void PrintClusters(std::ostream& out, const ClusterOptions& options) {
 
 }  // namespace
 
-void AddCluster(CLI::App& app) {
+void AddCluster(const Command& app) {
     const auto options = std::make_shared<ClusterOptions>();
-    CLI::App& cluster =
-        *app.add_subcommand("cluster", "Hierarchical clustering of the rows or columns of a table");
+    const Command cluster =
+        app.AddCommand("cluster", "Hierarchical clustering of the rows or columns of a table");
     AddInput(cluster, options->input);
     AddHeadings(cluster, "--columns", options->columns,
                 "Headings of the columns (default: those of numbers)");
-    CLI::Option& labels =
+    const Option labels =
         AddHeading(cluster, "--labels", options->labels, "Heading of the names of the rows");
     AddChoice(cluster, "--linkage", options->linkage, Linkages(), "distance of clusters (default: average)");
-    CLI::Option& measure = AddChoice(cluster, "--measure", options->measure, Measures(),
+    const Option measure = AddChoice(cluster, "--measure", options->measure, Measures(),
                                      "distance of rows (default: euclidean, or its square)");
-    CLI::Option* standardize =
-        cluster.add_flag("--standardize", options->standardize, "Take columns in units of their sd");
-    cluster.add_flag("--variables", options->variables, "Cluster the columns, by their correlations")
-        ->excludes(&labels, &measure, standardize);
-    AddNumber(cluster, "--clusters", options->clusters, Number("a number", IsAny), "List so many clusters");
+    const Option standardize =
+        cluster.AddFlag("--standardize", options->standardize, "Take columns in units of their sd");
+    cluster.AddFlag("--variables", options->variables, "Cluster the columns, by their correlations")
+        .Exclude({labels, measure, standardize});
+    const Option clusters = AddNumber(cluster, "--clusters", options->clusters, Number("a number", IsAny),
+                                      "List so many clusters");
     AddNumber(cluster, "--cut", options->cut, Number("a number", IsAny), "List the clusters at a similarity")
-        .excludes("--clusters");
-    cluster.callback([options] { PrintClusters(std::cout, *options); });
+        .Exclude({clusters});
+    cluster.OnCall([options] { PrintClusters(std::cout, *options); });
 }
 
 }  // namespace analyze

@@ -2,10 +2,10 @@
 /// The subcommand `cluster`: hierarchical clustering of the rows or the columns of a table.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddCluster(CLI::App& app);
+void AddCluster(const Command& app);
 
 }  // namespace analyze

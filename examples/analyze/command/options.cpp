@@ -3,17 +3,6 @@
 #include <cmath>
 
 namespace analyze {
-namespace {
-
-using zul::AlternativeHypothesis;
-
-CLI::Option& AsList(CLI::Option& option, int count = 0) {
-    return *option.delimiter(',')
-                ->expected(1, count > 0 ? count : CLI::detail::expected_max_vector_size)
-                ->allow_extra_args(false);
-}
-
-}  // namespace
 
 bool IsAny(double) {
     return true;
@@ -36,77 +25,81 @@ bool IsCount(double x) {
     return x >= 0 && x <= kMost && x == std::trunc(x);
 }
 
-CLI::Validator Number(const std::string& kind, bool (*accepts)(double)) {
+Value Number(const std::string& kind, bool (*accepts)(double)) {
     const auto complaint = [kind, accepts](const std::string& text) {
         const auto value = ParseNumber(text);
         return value && accepts(*value) ? std::string() : Quoted(text) + " is not " + kind;
     };
-    return {complaint, ""};
+    return {"NUMBER", complaint};
 }
 
-CLI::Option& AddNumbers(CLI::App& command, const std::string& name, std::vector<double>& target,
-                        const std::string& description, const CLI::Validator& valid, int count) {
-    const auto store = [&target, name, count](const CLI::results_t& results) {
-        if (count > 0 && results.size() != static_cast<std::size_t>(count))
+Option AddNumbers(const Command& command, const std::string& name, std::vector<double>& target,
+                  const std::string& description, const Value& valid, std::size_t count) {
+    const auto store = [&target, name, count](const std::vector<std::string>& texts) {
+        if (count > 0 && texts.size() != count)
             throw InputError(name + ": give " + std::to_string(count) + " numbers with commas between them");
-        for (const std::string& text : results)
+        for (const std::string& text : texts)
             target.push_back(*ParseNumber(text));
-        return true;
     };
-    CLI::Option& option = *command.add_option(name, store, description)->check(valid);
-    return *AsList(option).type_name("NUMBER,NUMBER");
+    return command.AddList(name, {"NUMBER,NUMBER", valid.complaint}, store, description);
 }
 
-CLI::Option& AddHeadings(CLI::App& command, const std::string& name, std::vector<std::string>& target,
-                         const std::string& description) {
-    return *AsList(*command.add_option(name, target, description)).type_name("NAME,NAME");
+Option AddHeadings(const Command& command, const std::string& name, std::vector<std::string>& target,
+                   const std::string& description) {
+    const auto store = [&target](const std::vector<std::string>& texts) { target = texts; };
+    return command.AddList(name, {"NAME,NAME"}, store, description);
 }
 
-CLI::Option& AddInput(CLI::App& command, InputOptions& input, bool required) {
+Option AddInput(const Command& command, InputOptions& input, bool required) {
     const Choices<char> separators = {{"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}};
     const Choices<char> decimals = {{"point", '.'}, {"comma", ','}};
     const Choices<bool> headings = {{"yes", true}, {"no", false}};
     const Choices<MissingPolicy> policies = {{"omit", MissingPolicy::Omit}, {"fail", MissingPolicy::Fail}};
-    CLI::Option& file =
-        *command.add_option("FILE", input.file, "File of separated values, - for standard input");
-    file.required(required);
+    Option file =
+        AddText(command, "FILE", "TEXT", input.file, "File of separated values, - for standard input");
+    file.Require(required);
     AddChoice(command, "--separator", input.separator, separators, "between cells (default: by the lines)")
-        .group("Input");
+        .ShowUnder("Input");
     AddChoice(command, "--decimal", input.decimal, decimals, "of the numbers (default: by the cells)")
-        .group("Input");
+        .ShowUnder("Input");
     AddChoice(
         command, "--heading", input.heading, headings,
         "whether the first line names the columns (default: unless it is numbers; they are 1, 2, ... then)")
-        .group("Input");
+        .ShowUnder("Input");
     AddChoice(command, "--missing", input.missing, policies,
               "rows with a cell that is blank, NA, N/A or NaN (default: omit)")
-        .group("Input");
+        .ShowUnder("Input");
     return file;
 }
 
-CLI::Option& AddColumn(CLI::App& command, std::string& column) {
+void AddFamily(const Command& command, std::string& family) {
+    AddText(command, "FAMILY", "TEXT", family, "Distribution family, such as Gamma").Require();
+}
+
+Option AddColumn(const Command& command, std::string& column) {
     return AddHeading(command, "--column", column, "Heading of the column (default: the only one)");
 }
 
-void AddBy(CLI::App& command, std::string& by) {
-    AddHeading(command, "--by", by, "Heading of the column that names the group of each value").required();
+void AddBy(const Command& command, std::string& by) {
+    AddHeading(command, "--by", by, "Heading of the column that names the group of each value").Require();
 }
 
-void AddSecondSample(CLI::App& command, TwoSampleColumns& columns) {
-    CLI::Option& with = AddHeading(command, "--with", columns.with, "Heading of the second column");
-    CLI::Option& by =
+void AddSecondSample(const Command& command, TwoSampleColumns& columns) {
+    const Option with = AddHeading(command, "--with", columns.with, "Heading of the second column");
+    Option by =
         AddHeading(command, "--by", columns.by, "Heading of the column that names the group of each value");
-    by.excludes(&with);
+    by.Exclude({with});
     AddHeadings(command, "--groups", columns.groups, "The two groups (default: those there are, ascending)")
-        .needs(&by);
+        .Need(by);
 }
 
-void AddConfidence(CLI::App& command, double& confidence) {
+void AddConfidence(const Command& command, double& confidence) {
     AddNumber(command, "--confidence", confidence, Number("between 0 and 1", IsProbability),
               "Confidence level (default: 0.95)");
 }
 
-void AddInference(CLI::App& command, TestOptions& options) {
+void AddInference(const Command& command, TestOptions& options) {
+    using zul::AlternativeHypothesis;
     const Choices<AlternativeHypothesis> alternatives = {{"less", AlternativeHypothesis::LessThan},
                                                          {"two-sided", AlternativeHypothesis::NotEqual},
                                                          {"greater", AlternativeHypothesis::GreaterThan}};
@@ -115,17 +108,17 @@ void AddInference(CLI::App& command, TestOptions& options) {
               "of the test and of the interval (default: two-sided)");
 }
 
-bool HasSummary(const CLI::App& command, const std::vector<std::string>& options) {
-    const auto isGiven = [&command](const std::string& option) { return command.count(option) > 0; };
+bool HasSummary(const Command& command, const std::vector<std::string>& options) {
+    const auto isGiven = [&command](const std::string& option) { return command.IsGiven(option); };
     const bool hasFile = isGiven("FILE");
     const bool hasAll = std::ranges::all_of(options, isGiven);
     const bool hasAny = std::ranges::any_of(options, isGiven);
     for (const std::string of : {"--column", "--with", "--by"})
-        if (!hasFile && command.get_option_no_throw(of) != nullptr && isGiven(of))
+        if (!hasFile && command.Has(of) && isGiven(of))
             throw InputError(of + " is a column of a file: give FILE");
     if (hasFile != hasAny && hasAll == hasAny) return hasAny;
-    throw InputError(command.get_name() + ": give either FILE or all of " + Joined(options) +
-                     "; see 'analyze " + command.get_name() + " --help'");
+    throw InputError(command.Name() + ": give either FILE or all of " + Joined(options) + "; see 'analyze " +
+                     command.Name() + " --help'");
 }
 
 }  // namespace analyze

@@ -5,13 +5,14 @@
 
 #include <zul/hypothesis.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "command/command.h"
 #include "input/samples.h"
 #include "input/table.h"
 #include "output/text.h"
@@ -33,23 +34,20 @@ bool IsNotNegative(double x);
 bool IsProbability(double x);
 bool IsCount(double x);
 
-/// A check of an option; `kind` completes the message "'text' is not".
-CLI::Validator Number(const std::string& kind, bool (*accepts)(double));
+/// The numbers that are accepted; `kind` completes the message "'text' is not".
+Value Number(const std::string& kind, bool (*accepts)(double));
 
-/// Options take numbers by the same rules as cells, not by those of strtod. The check comes before the store.
-template <typename T>
-CLI::Option& AddNumber(CLI::App& command, const std::string& name, T& target, const CLI::Validator& valid,
-                       const std::string& description) {
-    const auto store = [&target](const CLI::results_t& results) {
-        target = *ParseNumber(results.front());
-        return true;
-    };
-    return *command.add_option(name, store, description)->type_name("NUMBER")->check(valid);
+/// Options take numbers by the same rules as cells, not by those of strtod.
+template <typename Target>
+Option AddNumber(const Command& command, const std::string& name, Target& target, const Value& valid,
+                 const std::string& description) {
+    return command.AddOption(
+        name, valid, [&target](const std::string& text) { target = *ParseNumber(text); }, description);
 }
 
 /// A list with commas, of so many numbers; 0: of any.
-CLI::Option& AddNumbers(CLI::App& command, const std::string& name, std::vector<double>& target,
-                        const std::string& description, const CLI::Validator& valid, int count = 0);
+Option AddNumbers(const Command& command, const std::string& name, std::vector<double>& target,
+                  const std::string& description, const Value& valid, std::size_t count = 0);
 
 /// Names and what they stand for.
 template <typename T>
@@ -57,56 +55,64 @@ using Choices = std::vector<std::pair<std::string, T>>;
 
 /// One of several words, without regard to case.
 template <typename T, typename Target>
-CLI::Option& AddChoice(CLI::App& command, const std::string& name, Target& target, const Choices<T>& choices,
-                       const std::string& description) {
+Option AddChoice(const Command& command, const std::string& name, Target& target, const Choices<T>& choices,
+                 const std::string& description) {
     std::vector<std::string> names;
     names.reserve(choices.size());
     for (const auto& choice : choices)
         names.push_back(choice.first);
-    const auto check = [names](const std::string& text) {
+    const auto complaint = [names](const std::string& text) {
         const bool isName = std::ranges::find(names, Lower(text)) != names.end();
         return isName ? std::string() : Quoted(text) + " is none of " + Joined(names);
     };
-    const auto store = [&target, choices](const CLI::results_t& results) {
+    const auto store = [&target, choices](const std::string& text) {
         for (const auto& choice : choices)
-            if (choice.first == Lower(results.front())) target = choice.second;
-        return true;
+            if (choice.first == Lower(text)) target = choice.second;
     };
-    return *command.add_option(name, store, Joined(names) + ": " + description)
-                ->type_name("WORD")
-                ->check(CLI::Validator(check, ""));
+    return command.AddOption(name, {"WORD", complaint}, store, Joined(names) + ": " + description);
+}
+
+/// A text as it is; `kind` is the help's word for it.
+template <typename Target>
+Option AddText(const Command& command, const std::string& name, const std::string& kind, Target& target,
+               const std::string& description) {
+    return command.AddOption(
+        name, {kind}, [&target](const std::string& text) { target = text; }, description);
 }
 
 /// The heading of a column.
 template <typename Target>
-CLI::Option& AddHeading(CLI::App& command, const std::string& name, Target& target,
-                        const std::string& description) {
-    return *command.add_option(name, target, description)->type_name("NAME");
+Option AddHeading(const Command& command, const std::string& name, Target& target,
+                  const std::string& description) {
+    return AddText(command, name, "NAME", target, description);
 }
 
 /// The headings of columns, with commas between them.
-CLI::Option& AddHeadings(CLI::App& command, const std::string& name, std::vector<std::string>& target,
-                         const std::string& description);
+Option AddHeadings(const Command& command, const std::string& name, std::vector<std::string>& target,
+                   const std::string& description);
 
 /// FILE, and how it is read. Where there are inputs without a file, it is not required.
-CLI::Option& AddInput(CLI::App& command, InputOptions& input, bool required = true);
+Option AddInput(const Command& command, InputOptions& input, bool required = true);
+
+/// FAMILY, required.
+void AddFamily(const Command& command, std::string& family);
 
 /// --column.
-CLI::Option& AddColumn(CLI::App& command, std::string& column);
+Option AddColumn(const Command& command, std::string& column);
 
 /// --by, required.
-void AddBy(CLI::App& command, std::string& by);
+void AddBy(const Command& command, std::string& by);
 
 /// --with, or --by and --groups.
-void AddSecondSample(CLI::App& command, TwoSampleColumns& columns);
+void AddSecondSample(const Command& command, TwoSampleColumns& columns);
 
 /// --confidence.
-void AddConfidence(CLI::App& command, double& confidence);
+void AddConfidence(const Command& command, double& confidence);
 
 /// --confidence and --alternative.
-void AddInference(CLI::App& command, TestOptions& options);
+void AddInference(const Command& command, TestOptions& options);
 
 /// A summary stands in for a file: all of its options have to be there, or the file. Throws InputError.
-bool HasSummary(const CLI::App& command, const std::vector<std::string>& options);
+bool HasSummary(const Command& command, const std::vector<std::string>& options);
 
 }  // namespace analyze

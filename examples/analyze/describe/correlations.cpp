@@ -102,13 +102,13 @@ void PrintCorrelation(std::ostream& out, const Correlation& correlation) {
     print("Spearman", correlation.spearman, correlation.spearmanP);
 }
 
-void AddCorrelate(CLI::App& app) {
+void AddCorrelate(const Command& app) {
     const auto options = std::make_shared<CorrelateOptions>();
-    CLI::App& correlate = *app.add_subcommand("correlate", "Correlations of each two columns of numbers");
+    const Command correlate = app.AddCommand("correlate", "Correlations of each two columns of numbers");
     AddInput(correlate, options->input);
     AddHeadings(correlate, "--columns", options->columns,
                 "Headings of the columns (default: all of numbers)");
-    correlate.callback([options] { PrintCorrelations(std::cout, *options); });
+    correlate.OnCall([options] { PrintCorrelations(std::cout, *options); });
 }
 
 }  // namespace analyze

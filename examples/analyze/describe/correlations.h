@@ -2,10 +2,10 @@
 /// The correlations of columns, and the subcommand `correlate`.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <ostream>
 #include <string>
+#include "command/command.h"
 
 #include "input/table.h"
 
@@ -28,6 +28,6 @@ Correlation Correlate(const Table& table, const std::string& first, const std::s
 
 void PrintCorrelation(std::ostream& out, const Correlation& correlation);
 
-void AddCorrelate(CLI::App& app);
+void AddCorrelate(const Command& app);
 
 }  // namespace analyze

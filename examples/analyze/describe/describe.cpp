@@ -138,26 +138,26 @@ bool IsShare(double x) {
 
 }  // namespace
 
-void AddDescribe(CLI::App& app) {
+void AddDescribe(const Command& app) {
     const auto options = std::make_shared<DescribeOptions>();
-    CLI::App& describe =
-        *app.add_subcommand("describe", "Size, mean, sd and quartiles of columns, a line for each");
+    const Command describe =
+        app.AddCommand("describe", "Size, mean, sd and quartiles of columns, a line for each");
     AddInput(describe, options->input);
     AddHeadings(describe, "--columns", options->columns, "Headings of the columns (default: all of numbers)");
     AddHeading(describe, "--by", options->by, "Heading of the column that names the group of each row");
-    describe.callback([options] { PrintDescriptions(std::cout, *options); });
+    describe.OnCall([options] { PrintDescriptions(std::cout, *options); });
 }
 
-void AddQuantiles(CLI::App& app) {
+void AddQuantiles(const Command& app) {
     const auto options = std::make_shared<QuantileOptions>();
-    CLI::App& quantiles = *app.add_subcommand("quantiles", "Quantiles of one column");
+    const Command quantiles = app.AddCommand("quantiles", "Quantiles of one column");
     AddInput(quantiles, options->input);
     AddColumn(quantiles, options->column);
     AddNumbers(quantiles, "--p", options->p, "Shares of the values below (default: 0, 0.01, ..., 1)",
                Number("from 0 to 1", IsShare));
     AddNumber(quantiles, "--type", options->type, Number("a whole number from 1 to 9", IsType),
               "Definition by Hyndman and Fan, 1 to 9 (default: 6)");
-    quantiles.callback([options] { PrintQuantiles(std::cout, *options); });
+    quantiles.OnCall([options] { PrintQuantiles(std::cout, *options); });
 }
 
 }  // namespace analyze

@@ -2,11 +2,11 @@
 /// The subcommands `describe` and `quantiles`: a line for each column, and the quantiles of one.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddDescribe(CLI::App& app);
-void AddQuantiles(CLI::App& app);
+void AddDescribe(const Command& app);
+void AddQuantiles(const Command& app);
 
 }  // namespace analyze

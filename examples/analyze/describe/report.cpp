@@ -149,10 +149,10 @@ void PrintReport(std::ostream& out, const ReportOptions& options) {
 
 }  // namespace
 
-void AddReport(CLI::App& app) {
+void AddReport(const Command& app) {
     const auto options = std::make_shared<ReportOptions>();
-    CLI::App& report =
-        *app.add_subcommand("report", "Summary, boxplot, interval and tests of the mean of one column");
+    const Command report =
+        app.AddCommand("report", "Summary, boxplot, interval and tests of the mean of one column");
     AddInput(report, options->input);
     AddColumn(report, options->column);
     AddHeading(report, "--with", options->with, "Heading of a column to correlate with");
@@ -160,7 +160,7 @@ void AddReport(CLI::App& app) {
               "Known sd of one value: z instead of t");
     AddNumber(report, "--mu", options->mu, Number("a number", IsAny), "Hypothesised mean (default: 0)");
     AddConfidence(report, options->confidence);
-    report.callback([options] { PrintReport(std::cout, *options); });
+    report.OnCall([options] { PrintReport(std::cout, *options); });
 }
 
 }  // namespace analyze

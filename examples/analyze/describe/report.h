@@ -3,10 +3,10 @@
 /// mean by t or, with a known sd, by z.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddReport(CLI::App& app);
+void AddReport(const Command& app);
 
 }  // namespace analyze

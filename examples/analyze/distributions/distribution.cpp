@@ -147,19 +147,18 @@ bool IsShare(double x) {
 
 }  // namespace
 
-void AddDistribution(CLI::App& app) {
+void AddDistribution(const Command& app) {
     const auto options = std::make_shared<DistributionOptions>();
-    CLI::App& command = *app.add_subcommand("distribution", "Table of density and tails, or of quantiles");
-    command.add_option("FAMILY", options->family, "Distribution family, such as Gamma")->required();
+    const Command command = app.AddCommand("distribution", "Table of density and tails, or of quantiles");
+    AddFamily(command, options->family);
     AddNumbers(command, "--parameters", options->parameters, "Its parameters, all of them",
                Number("a number", IsAny));
     AddNumbers(command, "--x", options->x, "Where density and tails are wanted", Number("a number", IsAny));
-    AddNumbers(command, "--p", options->p, "Probabilities whose quantiles are wanted",
-               Number("from 0 to 1", IsShare));
-    command.add_flag("--upper", options->upper, "Take the probabilities as those of upper tails")
-        ->needs("--p");
-    command.footer(FamilyList(Families()));
-    command.callback([options] { PrintDistribution(std::cout, *options); });
+    const Option p = AddNumbers(command, "--p", options->p, "Probabilities whose quantiles are wanted",
+                                Number("from 0 to 1", IsShare));
+    command.AddFlag("--upper", options->upper, "Take the probabilities as those of upper tails").Need(p);
+    command.AddFooter(FamilyList(Families()));
+    command.OnCall([options] { PrintDistribution(std::cout, *options); });
 }
 
 }  // namespace analyze

@@ -2,10 +2,10 @@
 /// The subcommand `distribution`: a small table of one distribution.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddDistribution(CLI::App& app);
+void AddDistribution(const Command& app);
 
 }  // namespace analyze

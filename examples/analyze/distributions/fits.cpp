@@ -252,13 +252,13 @@ void PrintFits(std::ostream& out, const FitOptions& options) {
 
 }  // namespace
 
-void AddFits(CLI::App& app) {
+void AddFits(const Command& app) {
     const auto options = std::make_shared<FitOptions>();
-    CLI::App& fit = *app.add_subcommand("fit", "Distributions fitted to one column, the best one first");
+    const Command fit = app.AddCommand("fit", "Distributions fitted to one column, the best one first");
     AddInput(fit, options->input);
     AddColumn(fit, options->column);
     AddConfidence(fit, options->confidence);
-    fit.callback([options] { PrintFits(std::cout, *options); });
+    fit.OnCall([options] { PrintFits(std::cout, *options); });
 }
 
 }  // namespace analyze

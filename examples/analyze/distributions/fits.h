@@ -2,10 +2,10 @@
 /// The subcommand `fit`: all distributions that a column allows, the best one first.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddFits(CLI::App& app);
+void AddFits(const Command& app);
 
 }  // namespace analyze

@@ -108,18 +108,18 @@ bool IsSampleSize(double x) {
 
 }  // namespace
 
-void AddSample(CLI::App& app) {
+void AddSample(const Command& app) {
     const auto options = std::make_shared<SampleOptions>();
-    CLI::App& command = *app.add_subcommand("sample", "Random deviates, their histogram beside the density");
-    command.add_option("FAMILY", options->family, "Distribution family, such as Gamma")->required();
+    const Command command = app.AddCommand("sample", "Random deviates, their histogram beside the density");
+    AddFamily(command, options->family);
     AddNumbers(command, "--parameters", options->parameters, "Its parameters, all of them",
                Number("a number", IsAny));
     AddNumber(command, "--n", options->n, Number("a whole number from 1 to 10000000", IsSampleSize),
               "Number of deviates (default: 1000)");
     AddNumber(command, "--seed", options->seed, Number("a number", IsAny), "Seed (default: the clock)");
-    command.add_flag("--values", options->values, "The deviates alone, a line each");
-    command.footer(FamilyList(SampledFamilies()));
-    command.callback([options] { PrintSample(std::cout, *options); });
+    command.AddFlag("--values", options->values, "The deviates alone, a line each");
+    command.AddFooter(FamilyList(SampledFamilies()));
+    command.OnCall([options] { PrintSample(std::cout, *options); });
 }
 
 }  // namespace analyze

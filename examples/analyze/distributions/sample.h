@@ -2,10 +2,10 @@
 /// The subcommand `sample`: random deviates, and their histogram beside the density.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddSample(CLI::App& app);
+void AddSample(const Command& app);
 
 }  // namespace analyze

@@ -189,23 +189,23 @@ void PrintFriedman(std::ostream& out, const GroupOptions& options) {
 }
 
 template <typename Print>
-void Add(CLI::App& app, const std::string& name, const std::string& description, bool hasBlocks,
+void Add(const Command& app, const std::string& name, const std::string& description, bool hasBlocks,
          Print print) {
     const auto options = std::make_shared<GroupOptions>();
-    CLI::App& command = *app.add_subcommand(name, description);
+    const Command command = app.AddCommand(name, description);
     AddInput(command, options->input);
     AddColumn(command, options->column);
     AddBy(command, options->by);
     if (hasBlocks)
         AddHeading(command, "--blocks", options->blocks,
                    "Heading of the column that names the block of each value")
-            .required();
-    command.callback([options, print] { print(std::cout, *options); });
+            .Require();
+    command.OnCall([options, print] { print(std::cout, *options); });
 }
 
 }  // namespace
 
-void AddGroupTests(CLI::App& app) {
+void AddGroupTests(const Command& app) {
     Add(app, "kruskal-wallis", "Rank test of the groups of one column", false, PrintKruskalWallis);
     Add(app, "mood", "Median test of the groups of one column", false, PrintMood);
     Add(app, "friedman", "Rank test of treatments in blocks", true, PrintFriedman);

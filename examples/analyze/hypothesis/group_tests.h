@@ -2,10 +2,10 @@
 /// The subcommands kruskal-wallis, mood and friedman.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddGroupTests(CLI::App& app);
+void AddGroupTests(const Command& app);
 
 }  // namespace analyze

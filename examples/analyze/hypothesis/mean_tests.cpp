@@ -215,43 +215,43 @@ void PrintTwoSample(std::ostream& out, const TwoSampleOptions& options) {
            test.pValue);
 }
 
-void AddMoments(CLI::App& command, OneSampleOptions& options, const std::string& what) {
+void AddMoments(const Command& command, OneSampleOptions& options, const std::string& what) {
     AddNumber(command, "--mean", options.mean, Number("a number", IsAny), "Mean " + what + ", without FILE");
     AddNumber(command, "--sd", options.sd, Number("a positive number", IsPositive), "Its standard deviation");
     AddNumber(command, "--n", options.n, Number("a whole number", IsCount), "How many there are");
 }
 
-void AddDifference(CLI::App& command, TestOptions& options) {
+void AddDifference(const Command& command, TestOptions& options) {
     AddNumber(command, "--difference", options.hypothesised, Number("a number", IsAny),
               "Hypothesised difference (default: 0)");
 }
 
-void AddOneSample(CLI::App& app) {
+void AddOneSample(const Command& app) {
     const auto options = std::make_shared<OneSampleOptions>();
-    CLI::App& t = *app.add_subcommand("t", "t interval and test of the mean of one column");
+    const Command t = app.AddCommand("t", "t interval and test of the mean of one column");
     AddInput(t, options->input, false);
     AddColumn(t, options->columns.column);
     AddMoments(t, *options, "of the values");
     AddNumber(t, "--mu", options->hypothesised, Number("a number", IsAny), "Hypothesised mean (default: 0)");
     AddInference(t, *options);
-    t.callback([options, &t] {
+    t.OnCall([options, t] {
         options->isSummary = HasSummary(t, {"--mean", "--sd", "--n"});
         PrintOneSample(std::cout, *options, ReadOneSample(*options),
                        {&RunOneSample, "One-sample", "n", "mean", "sd"});
     });
 }
 
-void AddPaired(CLI::App& app) {
+void AddPaired(const Command& app) {
     const auto options = std::make_shared<OneSampleOptions>();
-    CLI::App& paired =
-        *app.add_subcommand("paired", "t interval and test of the mean difference of two columns");
+    const Command paired =
+        app.AddCommand("paired", "t interval and test of the mean difference of two columns");
     AddInput(paired, options->input, false);
     AddColumn(paired, options->columns.column);
     AddHeading(paired, "--with", options->columns.with, "Heading of the second column");
     AddMoments(paired, *options, "of the differences");
     AddDifference(paired, *options);
     AddInference(paired, *options);
-    paired.callback([options, &paired] {
+    paired.OnCall([options, paired] {
         options->isSummary = HasSummary(paired, {"--mean", "--sd", "--n"});
         if (!options->isSummary && !options->columns.with) throw InputError("--with is required");
         PrintOneSample(std::cout, *options, ReadDifferences(*options),
@@ -259,10 +259,10 @@ void AddPaired(CLI::App& app) {
     });
 }
 
-void AddTwoSample(CLI::App& app) {
+void AddTwoSample(const Command& app) {
     const auto options = std::make_shared<TwoSampleOptions>();
-    CLI::App& twoSample =
-        *app.add_subcommand("two-sample", "t interval and test of the difference of two means");
+    const Command twoSample =
+        app.AddCommand("two-sample", "t interval and test of the difference of two means");
     AddInput(twoSample, options->input, false);
     AddColumn(twoSample, options->columns.column);
     AddSecondSample(twoSample, options->columns);
@@ -273,9 +273,9 @@ void AddTwoSample(CLI::App& app) {
     AddNumbers(twoSample, "--ns", options->ns, "Their numbers of values", Number("a whole number", IsCount),
                2);
     AddDifference(twoSample, *options);
-    twoSample.add_flag("--pooled", options->pooled, "Take the variances as equal");
+    twoSample.AddFlag("--pooled", options->pooled, "Take the variances as equal");
     AddInference(twoSample, *options);
-    twoSample.callback([options, &twoSample] {
+    twoSample.OnCall([options, twoSample] {
         options->isSummary = HasSummary(twoSample, {"--means", "--sds", "--ns"});
         PrintTwoSample(std::cout, *options);
     });
@@ -283,7 +283,7 @@ void AddTwoSample(CLI::App& app) {
 
 }  // namespace
 
-void AddMeanTests(CLI::App& app) {
+void AddMeanTests(const Command& app) {
     AddOneSample(app);
     AddPaired(app);
     AddTwoSample(app);

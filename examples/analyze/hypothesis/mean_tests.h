@@ -2,10 +2,10 @@
 /// The subcommands `t`, `paired` and `two-sample`: t tests of means.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddMeanTests(CLI::App& app);
+void AddMeanTests(const Command& app);
 
 }  // namespace analyze

@@ -202,13 +202,13 @@ void PrintTwoProportions(std::ostream& out, const TwoProportionOptions& options)
     if (options.hypothesised == 0) PrintP(out, "p, Fisher's exact", test.fisherPValue, "too many trials");
 }
 
-void AddEvent(CLI::App& command, std::string& event) {
-    command.add_option("--event", event, "What a cell says for an event (default: 1)")->type_name("TEXT");
+void AddEvent(const Command& command, std::string& event) {
+    AddText(command, "--event", "TEXT", event, "What a cell says for an event (default: 1)");
 }
 
-void AddOne(CLI::App& app) {
+void AddOne(const Command& app) {
     const auto one = std::make_shared<ProportionOptions>();
-    CLI::App& command = *app.add_subcommand("proportion", "Interval and test of the proportion of events");
+    const Command command = app.AddCommand("proportion", "Interval and test of the proportion of events");
     AddInput(command, one->input, false);
     AddColumn(command, one->columns.column);
     AddEvent(command, one->event);
@@ -217,23 +217,22 @@ void AddOne(CLI::App& app) {
     AddNumber(command, "--trials", one->trials, Number("a whole number", IsCount), "Number of trials");
     AddNumber(command, "--proportion", one->hypothesised, Number("between 0 and 1", IsProbability),
               "Hypothesised proportion (default: 0.5)");
-    CLI::Option* exact = command.add_flag("--exact", one->exact, "The binomial distribution itself");
-    CLI::Option* midP =
-        command.add_flag("--mid-p", one->midP, "The same with half of the probability of the count");
-    command.add_flag("--continuity", one->continuity, "Correct the normal approximation for continuity")
-        ->excludes(exact, midP);
-    midP->excludes(exact);
+    const Option exact = command.AddFlag("--exact", one->exact, "The binomial distribution itself");
+    Option midP = command.AddFlag("--mid-p", one->midP, "The same with half of the probability of the count");
+    command.AddFlag("--continuity", one->continuity, "Correct the normal approximation for continuity")
+        .Exclude({exact, midP});
+    midP.Exclude({exact});
     AddInference(command, *one);
-    command.callback([one, &command] {
+    command.OnCall([one, command] {
         one->isSummary = HasSummary(command, {"--events", "--trials"});
         PrintProportion(std::cout, *one);
     });
 }
 
-void AddTwo(CLI::App& app) {
+void AddTwo(const Command& app) {
     const auto two = std::make_shared<TwoProportionOptions>();
-    CLI::App& command =
-        *app.add_subcommand("two-proportions", "Interval and tests of the difference of two proportions");
+    const Command command =
+        app.AddCommand("two-proportions", "Interval and tests of the difference of two proportions");
     AddInput(command, two->input, false);
     AddColumn(command, two->columns.column);
     AddSecondSample(command, two->columns);
@@ -245,13 +244,13 @@ void AddTwo(CLI::App& app) {
     AddNumber(command, "--difference", two->hypothesised,
               Number("between -1 and 1", IsDifferenceOfProbabilities),
               "Hypothesised difference (default: 0)");
-    command.add_flag("--pooled", two->pooled, "Estimate the variance of the test from both samples together");
-    CLI::Option* continuity =
-        command.add_flag("--continuity", two->continuity, "Correct the interval for continuity");
-    command.add_flag("--agresti-caffo", two->agrestiCaffo, "The interval of Agresti and Caffo")
-        ->excludes(continuity);
+    command.AddFlag("--pooled", two->pooled, "Estimate the variance of the test from both samples together");
+    const Option continuity =
+        command.AddFlag("--continuity", two->continuity, "Correct the interval for continuity");
+    command.AddFlag("--agresti-caffo", two->agrestiCaffo, "The interval of Agresti and Caffo")
+        .Exclude({continuity});
     AddInference(command, *two);
-    command.callback([two, &command] {
+    command.OnCall([two, command] {
         two->isSummary = HasSummary(command, {"--events", "--trials"});
         PrintTwoProportions(std::cout, *two);
     });
@@ -259,7 +258,7 @@ void AddTwo(CLI::App& app) {
 
 }  // namespace
 
-void AddProportionTests(CLI::App& app) {
+void AddProportionTests(const Command& app) {
     AddOne(app);
     AddTwo(app);
 }

@@ -2,10 +2,10 @@
 /// The subcommands `proportion` and `two-proportions`.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddProportionTests(CLI::App& app);
+void AddProportionTests(const Command& app);
 
 }  // namespace analyze

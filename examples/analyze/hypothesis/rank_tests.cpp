@@ -148,44 +148,44 @@ void PrintMannWhitney(std::ostream& out, const RankOptions& options) {
     if (test.exact == 0) PrintP(out, "p, sd of the ties", test.pValueTies);
 }
 
-void AddMedian(CLI::App& command, TestOptions& options) {
+void AddMedian(const Command& command, TestOptions& options) {
     AddHeading(command, "--with", options.columns.with, "Heading of a column to take from the first");
     AddNumber(command, "--median", options.hypothesised, Number("a number", IsAny),
               "Hypothesised value (default: 0)");
     AddInference(command, options);
 }
 
-void AddNormal(CLI::App& command, RankOptions& options) {
-    command.add_flag("--normal", options.normal, "Take the normal law for few values too");
+void AddNormal(const Command& command, RankOptions& options) {
+    command.AddFlag("--normal", options.normal, "Take the normal law for few values too");
 }
 
 }  // namespace
 
-void AddRankTests(CLI::App& app) {
+void AddRankTests(const Command& app) {
     const auto signs = std::make_shared<TestOptions>();
-    CLI::App& sign = *app.add_subcommand("sign", "Sign test and interval of the median of one column");
+    const Command sign = app.AddCommand("sign", "Sign test and interval of the median of one column");
     AddInput(sign, signs->input);
     AddColumn(sign, signs->columns.column);
     AddMedian(sign, *signs);
-    sign.callback([signs] { PrintSign(std::cout, *signs); });
+    sign.OnCall([signs] { PrintSign(std::cout, *signs); });
 
     const auto ranks = std::make_shared<RankOptions>();
-    CLI::App& wilcoxon =
-        *app.add_subcommand("wilcoxon", "Signed rank test and interval of the centre of one column");
+    const Command wilcoxon =
+        app.AddCommand("wilcoxon", "Signed rank test and interval of the centre of one column");
     AddInput(wilcoxon, ranks->input);
     AddColumn(wilcoxon, ranks->columns.column);
     AddMedian(wilcoxon, *ranks);
     AddNormal(wilcoxon, *ranks);
-    wilcoxon.callback([ranks] { PrintWilcoxon(std::cout, *ranks); });
+    wilcoxon.OnCall([ranks] { PrintWilcoxon(std::cout, *ranks); });
 
     const auto two = std::make_shared<RankOptions>();
-    CLI::App& mannWhitney = *app.add_subcommand("mann-whitney", "Rank-sum test and interval of a shift");
+    const Command mannWhitney = app.AddCommand("mann-whitney", "Rank-sum test and interval of a shift");
     AddInput(mannWhitney, two->input);
     AddColumn(mannWhitney, two->columns.column);
     AddSecondSample(mannWhitney, two->columns);
     AddInference(mannWhitney, *two);
     AddNormal(mannWhitney, *two);
-    mannWhitney.callback([two] { PrintMannWhitney(std::cout, *two); });
+    mannWhitney.OnCall([two] { PrintMannWhitney(std::cout, *two); });
 }
 
 }  // namespace analyze

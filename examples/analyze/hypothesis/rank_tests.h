@@ -2,10 +2,10 @@
 /// The subcommands sign, wilcoxon and mann-whitney.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddRankTests(CLI::App& app);
+void AddRankTests(const Command& app);
 
 }  // namespace analyze

@@ -55,16 +55,16 @@ void PrintRuns(std::ostream& out, const RunsOptions& options) {
 
 }  // namespace
 
-void AddRunsTest(CLI::App& app) {
+void AddRunsTest(const Command& app) {
     const auto options = std::make_shared<RunsOptions>();
-    CLI::App& runs = *app.add_subcommand("runs", "Runs test of the order of the values of one column");
+    const Command runs = app.AddCommand("runs", "Runs test of the order of the values of one column");
     AddInput(runs, options->input);
     AddColumn(runs, options->column);
     AddNumber(runs, "--k", options->split, Number("a number", IsAny),
               "Value between the two sides (default: the mean)");
-    runs.add_flag("--exact", options->exact,
-                  "The distribution of the runs itself, values equal to K left out");
-    runs.callback([options] { PrintRuns(std::cout, *options); });
+    runs.AddFlag("--exact", options->exact,
+                 "The distribution of the runs itself, values equal to K left out");
+    runs.OnCall([options] { PrintRuns(std::cout, *options); });
 }
 
 }  // namespace analyze

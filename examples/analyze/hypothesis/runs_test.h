@@ -2,10 +2,10 @@
 /// The subcommand `runs`: the runs test of the order of the values.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddRunsTest(CLI::App& app);
+void AddRunsTest(const Command& app);
 
 }  // namespace analyze

@@ -226,11 +226,10 @@ void PrintVariances(std::ostream& out, const VariancesOptions& options) {
     PrintAllIntervals(out, groups, sds, comparison);
 }
 
-void AddTwo(CLI::App& app) {
+void AddTwo(const Command& app) {
     const auto two = std::make_shared<TwoVarianceOptions>();
     two->hypothesised = 1;
-    CLI::App& pair =
-        *app.add_subcommand("two-variances", "Intervals and tests of the ratio of two variances");
+    const Command pair = app.AddCommand("two-variances", "Intervals and tests of the ratio of two variances");
     AddInput(pair, two->input, false);
     AddColumn(pair, two->columns.column);
     AddSecondSample(pair, two->columns);
@@ -240,7 +239,7 @@ void AddTwo(CLI::App& app) {
     AddNumber(pair, "--ratio", two->hypothesised, Number("a positive number", IsPositive),
               "Hypothesised ratio of the variances (default: 1)");
     AddInference(pair, *two);
-    pair.callback([two, &pair] {
+    pair.OnCall([two, pair] {
         two->isSummary = HasSummary(pair, {"--sds", "--ns"});
         PrintTwoVariances(std::cout, *two);
     });
@@ -248,16 +247,16 @@ void AddTwo(CLI::App& app) {
 
 }  // namespace
 
-void AddVarianceComparisons(CLI::App& app) {
+void AddVarianceComparisons(const Command& app) {
     AddTwo(app);
     const auto options = std::make_shared<VariancesOptions>();
-    CLI::App& several =
-        *app.add_subcommand("variances", "Intervals and tests of the variances of several groups");
+    const Command several =
+        app.AddCommand("variances", "Intervals and tests of the variances of several groups");
     AddInput(several, options->input);
     AddColumn(several, options->column);
     AddBy(several, options->by);
     AddConfidence(several, options->confidence);
-    several.callback([options] { PrintVariances(std::cout, *options); });
+    several.OnCall([options] { PrintVariances(std::cout, *options); });
 }
 
 }  // namespace analyze

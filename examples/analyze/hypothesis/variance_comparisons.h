@@ -2,10 +2,10 @@
 /// The subcommands "two-variances" and "variances".
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddVarianceComparisons(CLI::App& app);
+void AddVarianceComparisons(const Command& app);
 
 }  // namespace analyze

@@ -88,10 +88,10 @@ void PrintVariance(std::ostream& out, const VarianceOptions& options) {
 
 }  // namespace
 
-void AddVarianceTest(CLI::App& app) {
+void AddVarianceTest(const Command& app) {
     const auto options = std::make_shared<VarianceOptions>();
     options->hypothesised = 1;
-    CLI::App& variance = *app.add_subcommand("variance", "Intervals and tests of the variance of one column");
+    const Command variance = app.AddCommand("variance", "Intervals and tests of the variance of one column");
     AddInput(variance, options->input, false);
     AddColumn(variance, options->columns.column);
     AddNumber(variance, "--sd", options->sd, Number("a positive number", IsPositive),
@@ -100,7 +100,7 @@ void AddVarianceTest(CLI::App& app) {
     AddNumber(variance, "--variance", options->hypothesised, Number("a positive number", IsPositive),
               "Hypothesised variance (default: 1)");
     AddInference(variance, *options);
-    variance.callback([options, &variance] {
+    variance.OnCall([options, variance] {
         options->isSummary = HasSummary(variance, {"--sd", "--n"});
         PrintVariance(std::cout, *options);
     });

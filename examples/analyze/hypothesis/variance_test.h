@@ -2,10 +2,10 @@
 /// The subcommand `variance`: the test of one variance by two methods.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddVarianceTest(CLI::App& app);
+void AddVarianceTest(const Command& app);
 
 }  // namespace analyze

@@ -121,23 +121,23 @@ void PrintCrosstab(std::ostream& out, const CrosstabOptions& options) {
 
 }  // namespace
 
-void AddCrosstab(CLI::App& app) {
+void AddCrosstab(const Command& app) {
     const auto options = std::make_shared<CrosstabOptions>();
-    CLI::App& crosstab =
-        *app.add_subcommand("crosstab",
-                            "Two-way table of two columns: tests of independence, measures of association\n"
-                            "(for one column of counts against given proportions: table)");
+    const Command crosstab =
+        app.AddCommand("crosstab",
+                       "Two-way table of two columns: tests of independence, measures of association\n"
+                       "(for one column of counts against given proportions: table)");
     AddInput(crosstab, options->input);
     AddHeading(crosstab, "--rows", options->rows, "Heading of the column whose classes are the rows")
-        .required();
+        .Require();
     AddHeading(crosstab, "--columns", options->columns, "Heading of the one whose classes are the columns")
-        .required();
+        .Require();
     AddHeading(crosstab, "--strata", options->strata,
                "Heading of the classes of strata of 2 x 2 tables, for a common odds ratio");
     AddHeading(crosstab, "--counts", options->counts,
                "Heading of how often each line counts (default: once)");
     AddConfidence(crosstab, options->confidence);
-    crosstab.callback([options] { PrintCrosstab(std::cout, *options); });
+    crosstab.OnCall([options] { PrintCrosstab(std::cout, *options); });
 }
 
 }  // namespace analyze

@@ -2,10 +2,10 @@
 /// The subcommand `crosstab`: two-way tables with their tests and measures of association.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddCrosstab(CLI::App& app);
+void AddCrosstab(const Command& app);
 
 }  // namespace analyze

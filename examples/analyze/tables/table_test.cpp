@@ -134,17 +134,17 @@ void PrintTable(std::ostream& out, const TableOptions& options) {
 
 }  // namespace
 
-void AddTableTest(CLI::App& app) {
+void AddTableTest(const Command& app) {
     const auto options = std::make_shared<TableOptions>();
-    CLI::App& table = *app.add_subcommand("table",
-                                          "Chi-square goodness of fit of a one-way table of counts\n"
-                                          "(for one column against another: crosstab)");
+    const Command table = app.AddCommand("table",
+                                         "Chi-square goodness of fit of a one-way table of counts\n"
+                                         "(for one column against another: crosstab)");
     AddInput(table, options->input);
     AddColumn(table, options->column);
     AddHeading(table, "--proportions", options->proportions,
                "Heading of the hypothesised proportions or multiples of them (default: all equal)");
     AddHeading(table, "--labels", options->labels, "Heading of the names of the categories");
-    table.callback([options] { PrintTable(std::cout, *options); });
+    table.OnCall([options] { PrintTable(std::cout, *options); });
 }
 
 }  // namespace analyze

@@ -2,10 +2,10 @@
 /// The subcommand `table`: chi-square goodness of fit of a one-way table of counts.
 #pragma once
 
-#include <CLI/CLI.hpp>
+#include "command/command.h"
 
 namespace analyze {
 
-void AddTableTest(CLI::App& app);
+void AddTableTest(const Command& app);
 
 }  // namespace analyze
