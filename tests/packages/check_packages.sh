@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # check_packages.sh FOLDER/linux|windows: the packages there hold the files of contents_<system>.txt, no more and no
 # fewer, the Debian ones say of themselves what stands there, and the consumer builds against each kind, unpacked,
-# and runs; the Windows one under wine. On Linux the consumer also builds with the sources in its own build.
+# and runs; the Windows one under wine. On Linux the consumer also builds with the sources in its own build, to the same
+# library.
 set -euo pipefail
 export LC_ALL=C
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
@@ -85,20 +86,25 @@ consume() {
     LD_LIBRARY_PATH=$(pkg-config --variable=libdir zul) show "${run[@]}" "$work/by-pkg-config.exe"
 }
 
-# The library in a host's build, under the folder of the builds, where the compilers' cache serves it: program and
-# library go to the host's folder, and neither installation nor packages of the library come with them.
+# The library in the build of a host, from another folder and without the compilers' cache, is that of the archive, byte
+# for byte. Program and library go to the host's folder, and neither installation nor packages of the library come with
+# them.
 consume_sources() {
-    local sources=$here/../.. build=$here/../../build/consumer found
-    rm -rf "$build"
+    local sources=$work/sources build=$work/from-sources found
+    mkdir "$sources"
+    (cd "$here/../.." &&
+        git ls-files -z -- CMakeLists.txt cmake include src | xargs -0 cp --parents --target-directory="$sources")
     {
-        cmake -S "$here/../consumer" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
-            -DCMAKE_CXX_COMPILER="$compiler" -DFROM_SOURCES="$(realpath "$sources")" && cmake --build "$build"
+        cmake -S "$here/../consumer" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Release \
+            -DFROM_SOURCES="$sources" && cmake --build "$build"
     } >"$work/log" || { cat "$work/log" && exit 1; }
     echo "sources, by add_subdirectory:"
     show "$build/programs/consumer"
+    strip -o "$work/libzul.so" "$build/programs/libzul.so"
+    cmp "$work/libzul.so" "$work/archive/lib/libzul.so"
     cmake --install "$build" --prefix "$work/host" >/dev/null
     found=$(ls "$work/host" "$build"/CPack*.cmake 2>/dev/null || true)
-    [[ -e $build/programs/libzul.so && -z $found ]] || { echo "left with the host:" "$found" && exit 1; }
+    [[ -z $found ]] || { echo "left with the host:" "$found" && exit 1; }
 }
 
 diff "$here/contents_$system.txt" <("contents_$system") ||
