@@ -62,17 +62,29 @@ struct RandomRows {
     std::vector<double*> rows;
 };
 
+struct Strange {
+    double value;
+    std::size_t row;
+};
+
 // The first column is constant, the last one may have a strange value.
 TEST(ColumnMoments, AreThoseOfOneColumnUnlessTheyAreRefusedForAnyArgument) {
     constexpr std::size_t kCount = 300;
     using processor::Level;
     for (const Level level : {Level::One, Level::Two, Level::Four, Level::Eight}) {
         if (level > processor::HighestLevel()) continue;
-        for (const double strange : {0.0, 1e100, -1e300, -1e-260, kInf, kNaN}) {
+        for (const auto& [strange, row] : {Strange{0, 1},
+                                           {1e100, 1},
+                                           {-1e300, 1},
+                                           {-1e-260, 1},
+                                           {kInf, 1},
+                                           {kNaN, 1},
+                                           {1e-260, kCount - 1},
+                                           {-kInf, kCount - 1}}) {
             const RandomRows data(kCount);
             for (std::size_t i = 0; i < kCount; ++i) {
                 data.rows[i][0] = 5;
-                data.rows[i][RandomRows::kWidth - 1] = i == 1 ? strange : 0;
+                data.rows[i][RandomRows::kWidth - 1] = i == row ? strange : 0;
             }
             ColumnMoments moments{};
             const bool isModerate = strange == 0 || strange == 1e100 || strange == -1e300;
@@ -81,8 +93,8 @@ TEST(ColumnMoments, AreThoseOfOneColumnUnlessTheyAreRefusedForAnyArgument) {
             if (!isModerate) continue;
             for (std::size_t column = 0; column < RandomRows::kWidth; ++column) {
                 std::vector<double> values;
-                for (const double* const row : data.rows)
-                    values.push_back(row[column]);
+                for (const double* const numbers : data.rows)
+                    values.push_back(numbers[column]);
                 double mean = 0;
                 double variance = 0;
                 v1::GetSampleMeanAndVariance(values.data(), kCount, &mean, &variance);

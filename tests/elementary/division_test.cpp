@@ -49,7 +49,7 @@ TEST(Division, OfLanesByAWholeNumberIsTheDivision) {
         // Of few and of many digits.
         const double whole = static_cast<double>(1 + (random.Bits() >> (24 + random.Bits() % 39)));
         const double d[4] = {whole, whole, whole, whole};
-        const double n[4] = {random.Signed(random.AnyDouble(1e-240, 1e240)), random.AnyDouble(1, 2),
+        const double n[4] = {random.Signed(random.AnyDouble(1e-240, 1e300)), random.AnyDouble(1, 2),
                              NextToMiddle(&random, whole), -NextToMiddle(&random, whole)};
         double quotients[4];
         QuotientsByWhole(quotients, n, whole);

@@ -12,23 +12,23 @@ CLI::Option& WithValue(CLI::Option* option, const Value& value) {
 
 }  // namespace
 
-Option& Option::Require(bool isRequired) {
+const Option& Option::Require(bool isRequired) const {
     option_->required(isRequired);
     return *this;
 }
 
-Option& Option::Need(const Option& other) {
+const Option& Option::Need(const Option& other) const {
     option_->needs(other.option_);
     return *this;
 }
 
-Option& Option::Exclude(const std::vector<Option>& others) {
+const Option& Option::Exclude(const std::vector<Option>& others) const {
     for (const Option& other : others)
         option_->excludes(other.option_);
     return *this;
 }
 
-Option& Option::ShowUnder(const std::string& heading) {
+const Option& Option::ShowUnder(const std::string& heading) const {
     option_->group(heading);
     return *this;
 }
@@ -63,7 +63,7 @@ Option Command::AddFlag(const std::string& name, bool& target, const std::string
     return Option(*app_->add_flag(name, target, description));
 }
 
-void Command::AddFooter(const std::string& text) const {
+void Command::SetFooter(const std::string& text) const {
     app_->footer(text);
 }
 

@@ -14,15 +14,15 @@ class Option;
 
 namespace analyze {
 
-/// An option of a subcommand, or an argument without a name.
+/// An option of a subcommand, or an argument without a name. Copies are the same one.
 class Option {
 public:
     explicit Option(CLI::Option& option) : option_(&option) {}
-    Option& Require(bool isRequired = true);
-    Option& Need(const Option& other);
-    Option& Exclude(const std::vector<Option>& others);
-    /// A heading of the help.
-    Option& ShowUnder(const std::string& heading);
+    const Option& Require(bool isRequired = true) const;
+    const Option& Need(const Option& other) const;
+    const Option& Exclude(const std::vector<Option>& others) const;
+    /// Under this heading of the help.
+    const Option& ShowUnder(const std::string& heading) const;
 
 private:
     CLI::Option* option_;
@@ -30,8 +30,8 @@ private:
 
 /// What an option takes.
 struct Value {
-    std::string kind;  ///< in the help
-    /// Of a text that is no such value, else empty; asked before it is stored. There need not be one.
+    std::string kind;  ///< what the help calls it
+    /// Why a text is no such value, empty if it is one. Asked before the text is stored; null: any text will do.
     std::function<std::string(const std::string& text)> complaint = nullptr;
 };
 
@@ -48,7 +48,7 @@ public:
                    const std::function<void(const std::vector<std::string>& texts)>& store,
                    const std::string& description) const;
     Option AddFlag(const std::string& name, bool& target, const std::string& description) const;
-    void AddFooter(const std::string& text) const;
+    void SetFooter(const std::string& text) const;
     void OnCall(const std::function<void()>& run) const;
 
     std::string Name() const;

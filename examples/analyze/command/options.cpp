@@ -55,7 +55,7 @@ Option AddInput(const Command& command, InputOptions& input, bool required) {
     const Choices<char> decimals = {{"point", '.'}, {"comma", ','}};
     const Choices<bool> headings = {{"yes", true}, {"no", false}};
     const Choices<MissingPolicy> policies = {{"omit", MissingPolicy::Omit}, {"fail", MissingPolicy::Fail}};
-    Option file =
+    const Option file =
         AddText(command, "FILE", "TEXT", input.file, "File of separated values, - for standard input");
     file.Require(required);
     AddChoice(command, "--separator", input.separator, separators, "between cells (default: by the lines)")
@@ -86,7 +86,7 @@ void AddBy(const Command& command, std::string& by) {
 
 void AddSecondSample(const Command& command, TwoSampleColumns& columns) {
     const Option with = AddHeading(command, "--with", columns.with, "Heading of the second column");
-    Option by =
+    const Option by =
         AddHeading(command, "--by", columns.by, "Heading of the column that names the group of each value");
     by.Exclude({with});
     AddHeadings(command, "--groups", columns.groups, "The two groups (default: those there are, ascending)")

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <ostream>
 #include <string>
-#include "command/command.h"
 
+#include "command/command.h"
 #include "input/table.h"
 
 namespace analyze {

@@ -157,7 +157,7 @@ void AddDistribution(const Command& app) {
     const Option p = AddNumbers(command, "--p", options->p, "Probabilities whose quantiles are wanted",
                                 Number("from 0 to 1", IsShare));
     command.AddFlag("--upper", options->upper, "Take the probabilities as those of upper tails").Need(p);
-    command.AddFooter(FamilyList(Families()));
+    command.SetFooter(FamilyList(Families()));
     command.OnCall([options] { PrintDistribution(std::cout, *options); });
 }
 

@@ -118,7 +118,7 @@ void AddSample(const Command& app) {
               "Number of deviates (default: 1000)");
     AddNumber(command, "--seed", options->seed, Number("a number", IsAny), "Seed (default: the clock)");
     command.AddFlag("--values", options->values, "The deviates alone, a line each");
-    command.AddFooter(FamilyList(SampledFamilies()));
+    command.SetFooter(FamilyList(SampledFamilies()));
     command.OnCall([options] { PrintSample(std::cout, *options); });
 }
 

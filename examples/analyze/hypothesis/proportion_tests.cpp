@@ -218,7 +218,8 @@ void AddOne(const Command& app) {
     AddNumber(command, "--proportion", one->hypothesised, Number("between 0 and 1", IsProbability),
               "Hypothesised proportion (default: 0.5)");
     const Option exact = command.AddFlag("--exact", one->exact, "The binomial distribution itself");
-    Option midP = command.AddFlag("--mid-p", one->midP, "The same with half of the probability of the count");
+    const Option midP =
+        command.AddFlag("--mid-p", one->midP, "The same with half of the probability of the count");
     command.AddFlag("--continuity", one->continuity, "Correct the normal approximation for continuity")
         .Exclude({exact, midP});
     midP.Exclude({exact});

@@ -26,13 +26,13 @@ struct Compensated {
     D correction;
 };
 
-// For some values that follow each other: how many come before, and the reciprocal of one more.
+// For kCount values in a row: how many come before each, and the reciprocal of that and one.
 template <class D>
 class Steps {
 public:
     static constexpr std::size_t kCount = 64;
 
-    // The first value has so many before it.
+    // So many come before the first.
     ZUL_INLINE explicit Steps(double before) {
         constexpr double kNext[] = {0, 1, 2, 3, 4, 5, 6, 7};
         D k = elementary::Splat<D>(before) + elementary::Load<D>(kNext);

@@ -9,7 +9,8 @@
 namespace zul::dax::clustering {
 namespace {
 
-// So many columns in vectors: the last one ends with the last column and may overlap the one before.
+// So many columns in vectors: the last one ends with the last column and may overlap the one before, with the
+// same sums for a column of both.
 template <class D, std::size_t kColumns>
 struct ColumnVectors {
     static constexpr std::size_t kLength = elementary::kLanesOf<D>;
@@ -32,7 +33,7 @@ struct ColumnVectors {
     }
 };
 
-// So many rows at a time, whose deviations are stored as vectors and are in memory when they are read one by one.
+// Rows at a time: the vectors of all are stored before single deviations are read, so that no read waits for a store.
 inline constexpr std::size_t kRowsStored = 8;
 
 template <class D, std::size_t kColumns>

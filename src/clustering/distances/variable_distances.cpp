@@ -64,7 +64,7 @@ void SumInBlocks(const DataRows& rows, const std::vector<double>& means, Target&
     }
 }
 
-// Null where the sums have to be left in the matrix from block to block.
+// Null where the sums go through the matrix, block by block.
 SumProducts OnePassFor(const Target& target, std::size_t columns) {
     if (!target.IsOwn() || columns < kLanes || columns > 2 * kLanes) return nullptr;
     return TermSumsOf(processor::CurrentLevel()).deviationProducts[columns - kLanes];
@@ -72,10 +72,10 @@ SumProducts OnePassFor(const Target& target, std::size_t columns) {
 
 void SumProductsTo(DistanceMatrix& out, const DataRows& rows, const std::vector<double>& means) {
     Target target(out);
-    const SumProducts inOnePass = OnePassFor(target, rows.Columns());
-    if (inOnePass == nullptr) return SumInBlocks(rows, means, target, out);
+    const SumProducts sumProducts = OnePassFor(target, rows.Columns());
+    if (sumProducts == nullptr) return SumInBlocks(rows, means, target, out);
     double sums[2 * kLanes][2 * kLanes];
-    inOnePass(rows.From(0), rows.Count(), means.data(), sums);
+    sumProducts(rows.From(0), rows.Count(), means.data(), sums);
     for (std::size_t j = 0; j < rows.Columns(); ++j)
         for (std::size_t i = 0; i < j; ++i)
             *target.Place(i, j) = sums[j][i];

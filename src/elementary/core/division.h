@@ -3,14 +3,10 @@
 
 #include "elementary/core/value.h"
 
-#if defined(__AVX2__) && defined(__FMA__)
-#include <immintrin.h>
-#endif
-
 namespace zul::elementary {
 namespace {
 
-// Of vectors of so many bytes, for which there are products and sums with one rounding.
+// Products and sums with one rounding, of vectors of so many bytes, where the level has them.
 template <unsigned kBytes>
 struct FusedOf {
     static constexpr bool kIsThere = false;
@@ -85,8 +81,8 @@ ZUL_INLINE Reciprocal<D> ReciprocalOf(D d) {
     return {D{}, D{}};
 }
 
-// n / d, but for the sign of 0, for whole d up to 2^40 and finite n of either sign, 0 or from 1e-250 on, in less time from
-// n to the quotient: n high + n rest, rounded once but for an error of 2^-103 n / d. That does not matter unless
+// n / d, but for the sign of 0, for whole d up to 2^40 and finite n, |n| 0 or from 1e-250 on, in less time from n to
+// the quotient: n high + n rest, rounded once but for an error of 2^-103 n / d. That does not matter unless
 // n / d is within it of the middle m = M 2^e of two doubles, where M is odd and has 54 digits. Let it be. Then n, of 53
 // digits, is a multiple of 2^e, since a finer one is at most half as large as m d. So is m d, which is no double, as it has
 // the 54 digits of M at least. So they differ by 2^e or more, which is 2^-94 n at least.
