@@ -50,14 +50,13 @@ Option AddHeadings(const Command& command, const std::string& name, std::vector<
     return command.AddList(name, {"NAME,NAME"}, store, description);
 }
 
-Option AddInput(const Command& command, InputOptions& input, bool required) {
+void AddInput(const Command& command, InputOptions& input, bool required) {
     const Choices<char> separators = {{"comma", ','}, {"semicolon", ';'}, {"tab", '\t'}};
     const Choices<char> decimals = {{"point", '.'}, {"comma", ','}};
     const Choices<bool> headings = {{"yes", true}, {"no", false}};
     const Choices<MissingPolicy> policies = {{"omit", MissingPolicy::Omit}, {"fail", MissingPolicy::Fail}};
-    const Option file =
-        AddText(command, "FILE", "TEXT", input.file, "File of separated values, - for standard input");
-    file.Require(required);
+    AddText(command, "FILE", "TEXT", input.file, "File of separated values, - for standard input")
+        .Require(required);
     AddChoice(command, "--separator", input.separator, separators, "between cells (default: by the lines)")
         .ShowUnder("Input");
     AddChoice(command, "--decimal", input.decimal, decimals, "of the numbers (default: by the cells)")
@@ -69,15 +68,14 @@ Option AddInput(const Command& command, InputOptions& input, bool required) {
     AddChoice(command, "--missing", input.missing, policies,
               "rows with a cell that is blank, NA, N/A or NaN (default: omit)")
         .ShowUnder("Input");
-    return file;
 }
 
 void AddFamily(const Command& command, std::string& family) {
     AddText(command, "FAMILY", "TEXT", family, "Distribution family, such as Gamma").Require();
 }
 
-Option AddColumn(const Command& command, std::string& column) {
-    return AddHeading(command, "--column", column, "Heading of the column (default: the only one)");
+void AddColumn(const Command& command, std::string& column) {
+    AddHeading(command, "--column", column, "Heading of the column (default: the only one)");
 }
 
 void AddBy(const Command& command, std::string& by) {

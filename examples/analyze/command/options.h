@@ -92,13 +92,13 @@ Option AddHeadings(const Command& command, const std::string& name, std::vector<
                    const std::string& description);
 
 /// FILE, and how it is read. Where there are inputs without a file, it is not required.
-Option AddInput(const Command& command, InputOptions& input, bool required = true);
+void AddInput(const Command& command, InputOptions& input, bool required = true);
 
 /// FAMILY, required.
 void AddFamily(const Command& command, std::string& family);
 
 /// --column.
-Option AddColumn(const Command& command, std::string& column);
+void AddColumn(const Command& command, std::string& column);
 
 /// --by, required.
 void AddBy(const Command& command, std::string& by);
